@@ -1,0 +1,42 @@
+# One function a kind of target.
+
+# A source without content, for libraries that consist of other libraries.
+set(VELTORA_EMPTY_SOURCE ${CMAKE_BINARY_DIR}/empty.cpp)
+file(CONFIGURE OUTPUT ${VELTORA_EMPTY_SOURCE} CONTENT "// empty\n")
+
+# A layer of the module: every source of src/<name>, linked into the module and into the unit tests.
+#   veltora_layer(<name> [LINK <libraries>...])
+function(veltora_layer name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp)
+  add_library(veltora_${name} STATIC ${sources} ${VELTORA_EMPTY_SOURCE})
+  set_target_properties(veltora_${name} PROPERTIES LINKER_LANGUAGE CXX CXX_VISIBILITY_PRESET hidden
+                        VISIBILITY_INLINES_HIDDEN ON)
+  target_link_libraries(veltora_${name} PUBLIC ${ARG_LINK})
+endfunction()
+
+# Unit tests of one folder: every *_test.cpp of tests/<name>, one program, run alone with `ctest -R unit.<name>`.
+# The suite runs a second time in a French locale and another time zone.
+#   veltora_unit_tests(<name> [LINK <libraries>...])
+function(veltora_unit_tests name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources} ${CMAKE_SOURCE_DIR}/tests/support/main.cpp)
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_compile_definitions(test_${name} PRIVATE VELTORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  target_link_libraries(test_${name} PRIVATE ${ARG_LINK} GTest::gtest)
+  add_test(NAME unit.${name} COMMAND test_${name} --gtest_brief=1)
+  add_test(NAME unit.${name}.fr COMMAND test_${name} --gtest_brief=1)
+  set_tests_properties(unit.${name}.fr PROPERTIES ENVIRONMENT "LC_ALL=fr_FR.UTF-8;TZ=Pacific/Noumea")
+endfunction()
+
+# A benchmark: bench/<name>.cpp, a program that prints one table.
+function(veltora_bench name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${CMAKE_SOURCE_DIR}/bench/${name}.cpp)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/bench)
+  target_link_libraries(${name} PRIVATE ${ARG_LINK})
+endfunction()

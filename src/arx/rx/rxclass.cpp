@@ -1,0 +1,1 @@
+#include "arx/rx/rxclass.h"

@@ -1,0 +1,94 @@
+#include "base/numbers.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace veltora::base {
+namespace {
+
+bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::string_view skipSpaces(std::string_view text) {
+  std::size_t i = 0;
+  while (i < text.size() && isSpace(text[i])) ++i;
+  return text.substr(i);
+}
+
+/// ASCII image of a wide text; any other character becomes one that ends a number.
+std::string asciiOf(std::wstring_view text) {
+  std::string result;
+  result.reserve(text.size());
+  for (const wchar_t c : text) result.push_back(c > 0 && c < 0x80 ? static_cast<char>(c) : '?');
+  return result;
+}
+
+/// `from_chars` reports overflow and underflow alike; the exponent's sign tells them apart.
+double outOfRange(std::string_view digits) {
+  const std::size_t exponent = digits.find_first_of("eE");
+  if (exponent != std::string_view::npos) {
+    return exponent + 1 < digits.size() && digits[exponent + 1] == '-' ? 0.0 : std::numeric_limits<double>::infinity();
+  }
+  return digits.front() == '0' || digits.front() == '.' ? 0.0 : std::numeric_limits<double>::infinity();
+}
+
+}  // namespace
+
+double lireReel(std::string_view text) {
+  text = skipSpaces(text);
+  bool negative = false;
+  if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
+    negative = text.front() == '-';
+    text.remove_prefix(1);
+  }
+  const bool numeric = !text.empty() && (isDigit(text[0]) || (text[0] == '.' && text.size() > 1 && isDigit(text[1])));
+  if (!numeric) return 0.0;
+  double value = 0.0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error == std::errc::result_out_of_range) {
+    value = outOfRange(text.substr(0, static_cast<std::size_t>(end - text.data())));
+  }
+  return negative ? -value : value;
+}
+
+double lireReel(std::wstring_view text) { return lireReel(asciiOf(text)); }
+
+int lireEntier(std::string_view text) {
+  text = skipSpaces(text);
+  bool negative = false;
+  if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
+    negative = text.front() == '-';
+    text.remove_prefix(1);
+  }
+  long long value = 0;
+  for (const char c : text) {
+    if (!isDigit(c)) break;
+    value = value * 10 + (c - '0');
+    if (value > std::numeric_limits<int>::max()) {
+      return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+    }
+  }
+  return static_cast<int>(negative ? -value : value);
+}
+
+int lireEntier(std::wstring_view text) { return lireEntier(asciiOf(text)); }
+
+bool lireReelExact(std::string_view text, double& value) {
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  double read = 0.0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), read);
+  if (error != std::errc() || end != text.data() + text.size() || text.empty()) return false;
+  value = read;
+  return true;
+}
+
+std::string ecrireReel(double value) {
+  char buffer[40];
+  const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value);
+  std::string text(buffer, error == std::errc() ? end : buffer);
+  if (std::isfinite(value) && text.find_first_of(".e") == std::string::npos) text += ".0";
+  return text;
+}
+
+}  // namespace veltora::base
