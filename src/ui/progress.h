@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ui/dialog.h"
+
+namespace veltora::ui {
+
+/// The modeless dialog of long jobs:
+///
+///     ui::CMyProgressDlg progress;
+///     progress.setRange(0, n - 1);
+///     for (...) {
+///       if (progress.wantsToStop()) break;
+///       ...
+///       progress.stepIt();
+///     }
+///
+/// It is shown by the first `setRange`, and closed by its destructor or its button, which leaves the job
+/// going. A step costs next to nothing: the driver hears of it only when the percentage changes. Without a
+/// driver nothing is shown.
+class VELTORA_API CMyProgressDlg : public Dialog {
+public:
+  CMyProgressDlg();
+  ~CMyProgressDlg() override;
+  void setRange(long long minimum, long long maximum);
+  void setStep(long long step) { bar.setStep(step); }
+  void stepIt();
+  void setPos(long long position);
+  /// True once the user has asked to stop the job.
+  [[nodiscard]] bool wantsToStop() const;
+  void onCancel() override { closeModeless(); }
+
+  Label patientez{this, L"Patientez SVP."};
+  ProgressBar bar{this};
+  Label pourcentage{this};
+  Button fermer{this, L"Fermer", Button::Role::Cancel};
+
+private:
+  void showPercent();
+  int m_percent = -1;
+};
+
+}  // namespace veltora::ui

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ui/driver.h"
+
+namespace veltora::ui {
+
+/// Shows dialogs on a terminal and has them worked by lines, from a terminal or a script; docs/script.md
+/// tells the line language. A line that fits nothing throws `base::ScriptError`, or at a terminal prints the
+/// message and asks again. At the end of the input an open dialog is cancelled.
+class VELTORA_API ScriptDriver : public Driver {
+public:
+  /// Both live longer than the driver.
+  ScriptDriver(base::LineSource& source, base::OutputSink& sink) : m_source(source), m_sink(sink) {}
+
+  void runModal(Dialog& dialog) override;
+  void setVisible(Dialog& dialog, bool visible) override;
+  void showModeless(Dialog& dialog) override;
+  void update(Dialog& dialog) override;
+  void closeModeless(Dialog& dialog) override;
+  int messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) override;
+  std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) override;
+
+private:
+  std::optional<std::wstring> readLine(const std::string& prompt);
+  void print(const std::wstring& text);
+  void refuse(const base::ScriptError& error);
+  void answer(Dialog& dialog, const std::wstring& line);
+  std::optional<base::FileAnswer> acceptFile(const base::FileRequest& request, const std::wstring& line);
+
+  base::LineSource& m_source;
+  base::OutputSink& m_sink;
+};
+
+}  // namespace veltora::ui
