@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/export.h"
+#include "base/uncopyable.h"
+
+#include <string>
+#include <string_view>
+
+namespace veltora {
+
+/// One paragraph or list item. Texts are Windows-1252 and are written as they stand, markup included.
+class VELTORA_API htmlText : Uncopyable {
+public:
+  enum Type { element = 0, paragraphe = 1 };
+
+  htmlText() = default;
+  htmlText(std::string_view nouveauTexte, std::string_view nouveauxAttributs);
+  /// The number with this many decimals (0 to 99) as text.
+  htmlText(double nombre, int decimales, std::string_view nouveauxAttributs, int nouveauType);
+
+  void set(int nouveauType, std::string_view nouveauTexte, std::string_view nouveauxAttributs);
+  /// "<P attributs>texte</P>" or "<LI ...>"; an empty text for any other type.
+  [[nodiscard]] std::string html() const;
+
+  std::string texte;
+  std::string attributs;
+  int type = paragraphe;
+};
+
+}  // namespace veltora
