@@ -1,0 +1,150 @@
+#pragma once
+
+#include "arx/db/dbblocktable.h"
+#include "arx/db/dbdict.h"
+#include "arx/db/dbsymtb.h"
+#include "arx/db/dbundo.h"
+
+#include <filesystem>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// A section of a drawing file that the host does not model, with the place where it stood.
+struct DxfRawSection {
+  std::string name;
+  DxfTagText tags;
+};
+
+/// A drawing in memory: symbol tables, dictionaries, blocks with their entities, header variables. Owns all of its
+/// objects. Handles are unique within it.
+class ARX_API AcDbDatabase {
+public:
+  /// @param buildDefaultDrawing true makes an empty drawing with all tables and dictionaries that other programs
+  ///        expect; false leaves everything empty, to be filled by `readDwgFile`
+  explicit AcDbDatabase(bool buildDefaultDrawing = true, bool noDocument = false);
+  ~AcDbDatabase();
+  AcDbDatabase(const AcDbDatabase&) = delete;
+  AcDbDatabase& operator=(const AcDbDatabase&) = delete;
+
+  // Symbol tables. Opened with the mode; the caller closes.
+  Acad::ErrorStatus getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+  Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+  Acad::ErrorStatus getTextStyleTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+  Acad::ErrorStatus getLinetypeTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+  Acad::ErrorStatus getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+  Acad::ErrorStatus getViewportTable(AcDbViewportTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+  [[nodiscard]] AcDbObjectId layerTableId() const { return tableId("LAYER"); }
+  [[nodiscard]] AcDbObjectId blockTableId() const { return tableId("BLOCK_RECORD"); }
+  [[nodiscard]] AcDbObjectId textStyleTableId() const { return tableId("STYLE"); }
+  [[nodiscard]] AcDbObjectId linetypeTableId() const { return tableId("LTYPE"); }
+  [[nodiscard]] AcDbObjectId regAppTableId() const { return tableId("APPID"); }
+  [[nodiscard]] AcDbObjectId viewportTableId() const { return tableId("VPORT"); }
+  /// By the name in the file ("LAYER", "DIMSTYLE"...); null when the drawing has none.
+  [[nodiscard]] AcDbObjectId tableId(const std::string& kind) const;
+  [[nodiscard]] const std::vector<AcDbObjectId>& tables() const { return m_tables; }  ///< in order of the file
+
+  Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode = AcDb::kForRead);
+  [[nodiscard]] AcDbObjectId namedObjectsDictionaryId() const { return m_namedObjects; }
+  [[nodiscard]] AcDbObjectId groupDictionaryId() const;  ///< made when missing
+  [[nodiscard]] AcDbObjectId modelSpaceId() const;
+  [[nodiscard]] AcDbObjectId paperSpaceId() const;
+  /// Space that new entities go to; model space here.
+  [[nodiscard]] AcDbObjectId currentSpaceId() const { return modelSpaceId(); }
+
+  // Records that every drawing has; made when a file lacks them.
+  [[nodiscard]] AcDbObjectId layerZero();
+  [[nodiscard]] AcDbObjectId byLayerLinetype();
+  [[nodiscard]] AcDbObjectId byBlockLinetype();
+  [[nodiscard]] AcDbObjectId continuousLinetype();
+  /// Current layer and text style.
+  [[nodiscard]] AcDbObjectId clayer();
+  Acad::ErrorStatus setClayer(AcDbObjectId layer);
+  [[nodiscard]] AcDbObjectId textstyle();
+  Acad::ErrorStatus setTextstyle(AcDbObjectId style);
+  /// Header variables by name without "$" ("TEXTSIZE"). @return false when there is none
+  bool header(const std::string& name, DxfTagText& value) const;
+  [[nodiscard]] double headerReal(const std::string& name, double fallback) const;
+  [[nodiscard]] std::wstring headerText(const std::string& name, const std::wstring& fallback) const;
+  /// Replaces or adds a variable; noted for undo.
+  void setHeader(const std::string& name, DxfTagText value);
+  [[nodiscard]] const std::vector<std::pair<std::string, DxfTagText>>& headers() const { return m_headers; }
+
+  /// Takes an object over and gives it a handle. Leaves it open for writing.
+  Acad::ErrorStatus addAcDbObject(AcDbObjectId& id, AcDbObject* object);
+  /// The same under a given handle, for readers of files: not opened, not noted for undo. `eDuplicateKey` leaves the
+  /// object with the caller.
+  Acad::ErrorStatus addWithHandle(AcDbObjectId& id, AcDbObject* object, AcDbHandle handle);
+  /// Stub of a handle, made when it was not met yet: a reference that a file gives before its object.
+  [[nodiscard]] AcDbObjectId idOf(AcDbHandle handle);
+  /// `eUnknownHandle` when no object bears the handle.
+  Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, AcDbHandle handle);
+  [[nodiscard]] AcDbHandle handseed() const { return m_nextHandle; }
+  void setHandseed(AcDbHandle next);  ///< never lowers it
+  /// All objects in memory in order of handles, erased ones included.
+  [[nodiscard]] std::vector<AcDbObjectId> allObjects() const;
+  /// Makes room for a known number of objects.
+  void reserve(std::size_t objects);
+
+  /// Reads a drawing file into this empty database (made with `buildDefaultDrawing` false). A name ending in ".dwg" is
+  /// served by the file itself when its content is a text drawing, else by the same name ending in ".dxf". On failure
+  /// the database stays empty and `message` names file and line in French.
+  Acad::ErrorStatus readDwgFile(const ACHAR* fileName, std::wstring* message = nullptr);
+  /// Writes the drawing; the old file stays whole when anything fails. `message` says why in French.
+  Acad::ErrorStatus saveAs(const ACHAR* fileName, std::wstring* message = nullptr);
+  /// Copies the model space of another drawing into this one as a block of this name, with all that it refers to
+  /// (layers, styles, line types, nested blocks); what this drawing has under the same name wins. A block that exists
+  /// already gets the new contents.
+  Acad::ErrorStatus insert(AcDbObjectId& blockId, const ACHAR* blockName, AcDbDatabase* source,
+                           bool preserveSource = true);
+
+  AcDbUndoLog& undoLog() { return m_undo; }
+  [[nodiscard]] const std::wstring& fileName() const { return m_fileName; }
+  /// Changed since it was read or saved, by the undo log's notes.
+  [[nodiscard]] bool isModified() const { return m_modified; }
+  void setModified(bool modified) { m_modified = modified; }
+
+  // What the file format keeps here.
+  std::string& fileVersion() { return m_version; }  ///< "AC1032"
+  std::vector<DxfRawSection>& rawSections() { return m_rawSections; }
+  std::vector<std::string>& sectionOrder() { return m_sectionOrder; }
+  std::vector<std::pair<std::string, DxfTagText>>& headerList() { return m_headers; }
+  void setNamedObjectsDictionary(AcDbObjectId id) { m_namedObjects = id; }
+  void enterTable(AcDbObjectId table) { m_tables.push_back(table); }
+  std::vector<AcDbObjectId>& objectOrder() { return m_objectOrder; }  ///< objects section, in order of the file
+
+private:
+  Acad::ErrorStatus openTable(AcDbSymbolTable*& table, const char* kind, AcDb::OpenMode mode);
+  AcDbObjectId ensureLinetype(const ACHAR* name);
+  std::unordered_map<Adesk::UInt64, AcDbStub> m_stubs;
+  Adesk::UInt64 m_nextHandle = 1;
+  std::vector<AcDbObjectId> m_tables;
+  AcDbObjectId m_namedObjects;
+  std::vector<AcDbObjectId> m_objectOrder;
+  std::vector<std::pair<std::string, DxfTagText>> m_headers;
+  std::vector<DxfRawSection> m_rawSections;
+  std::vector<std::string> m_sectionOrder;
+  std::string m_version;
+  std::wstring m_fileName;
+  bool m_modified = false;
+  AcDbUndoLog m_undo;
+};
+
+/// Services of the host to code that has no document at hand.
+class ARX_API AcDbHostApplicationServices {
+public:
+  [[nodiscard]] AcDbDatabase* workingDatabase() const { return m_working; }
+  void setWorkingDatabase(AcDbDatabase* database) { m_working = database; }
+  /// Looks a file up: as given, then in the folder of the working drawing, then in the support folders. An empty
+  /// result when it is nowhere.
+  [[nodiscard]] std::wstring findFile(const std::wstring& name) const;
+  void addSupportFolder(const std::filesystem::path& folder) { m_support.push_back(folder); }
+
+private:
+  AcDbDatabase* m_working = nullptr;
+  std::vector<std::filesystem::path> m_support;
+};
+ARX_API AcDbHostApplicationServices* acdbHostApplicationServices();
+
+/// Registers an application name for xdata in the working database; success also when it is registered already.
+ARX_API Acad::ErrorStatus acdbRegApp(const ACHAR* name);

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "arx/db/dbobject.h"
+
+#include <deque>
+#include <functional>
+
+/// The history of one drawing. What a command changes is gathered in one step; U takes the last step back, REDO
+/// brings it again. Groups join several commands or parts of one into a single step.
+class ARX_API AcDbUndoLog {
+public:
+  AcDbUndoLog() = default;
+  AcDbUndoLog(const AcDbUndoLog&) = delete;
+  AcDbUndoLog& operator=(const AcDbUndoLog&) = delete;
+
+  /// Off while a file is read: nothing is noted.
+  void setRecording(bool on) { m_recording = on; }
+  [[nodiscard]] bool recording() const { return m_recording; }
+
+  /// Opens a step named after a command; nested opens (commands within groups) join the outer one.
+  void begin(const AcString& name);
+  /// Closes it; a step in which nothing changed vanishes. A new step drops what could be redone.
+  void end();
+  /// Takes back what was noted since the outermost begin, and closes the step: for a command that failed.
+  void rollBack();
+  [[nodiscard]] int depth() const { return m_depth; }
+
+  /// @return the name of the step taken back, empty when there is none
+  AcString undo();
+  AcString redo();
+  [[nodiscard]] bool canUndo() const { return !m_done.empty(); }
+  [[nodiscard]] bool canRedo() const { return !m_undone.empty(); }
+  void clear();
+
+  // Notes of the database. Outside a step they open one of their own when recording, so that nothing is missed.
+  void noteCreated(AcDbStub* stub);
+  void noteErased(AcDbStub* stub, bool erased);
+  /// Keeps a snapshot unless the step holds one already, or the object was created in it.
+  void noteChange(AcDbObject& object);
+  /// A change outside objects (a header variable): what puts the other value in place, called for undo and for redo.
+  void noteVariable(std::function<void()> swapValue);
+
+private:
+  struct Note {
+    enum Kind { kCreated, kErased, kUnerased, kChanged, kVariable } kind;
+    AcDbStub* stub = nullptr;
+    std::unique_ptr<AcDbObject> state;
+    std::function<void()> swapValue;
+  };
+  struct Step {
+    AcString name;
+    std::vector<Note> notes;
+  };
+  static void takeBack(Step& step);
+  static void repeat(Step& step);
+  Step& current();
+
+  bool m_recording = true;
+  int m_depth = 0;
+  Adesk::UInt32 m_stepId = 1;
+  bool m_open = false;
+  Step m_current;
+  std::deque<Step> m_done;
+  std::deque<Step> m_undone;
+};

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "arx/adesk.h"
+
+#include <string>
+#include <string_view>
+
+/// One group of a drawing file: its code and its text as it stands, without the line end. Leading blanks belong to
+/// texts and are insignificant in numbers.
+struct DxfTag {
+  int code = 0;
+  Adesk::UInt32 line = 0;  ///< number of the line with the value, from 1; 0 when unknown
+  std::string_view value;
+};
+
+/// A sequence of groups kept as file text ("code\nvalue\n"...), for everything that the host does not model, and for
+/// xdata and xrecords. Compact: no allocation a group. Values are UTF-8.
+class ARX_API DxfTagText {
+public:
+  /// Forward walk over the groups; ends at the first thing that is no group.
+  class ARX_API Cursor {
+  public:
+    explicit Cursor(std::string_view rest) : m_rest(rest) {}
+    /// @return false at the end
+    bool next(DxfTag& tag);
+
+  private:
+    std::string_view m_rest;
+  };
+
+  [[nodiscard]] bool empty() const { return m_text.empty(); }
+  void clear() { m_text.clear(); }
+  void append(int code, std::string_view value);
+  void appendInteger(int code, Adesk::Int64 value);
+  void appendReal(int code, double value);
+  void appendHandle(int code, Adesk::UInt64 handle);
+  [[nodiscard]] Cursor tags() const { return Cursor(m_text); }
+  [[nodiscard]] const std::string& text() const { return m_text; }
+  /// Takes over file text that is known to be whole groups.
+  void assign(std::string text) { m_text = std::move(text); }
+  void appendText(std::string_view text) { m_text += text; }
+  void shrink() { m_text.shrink_to_fit(); }
+  bool operator==(const DxfTagText&) const = default;
+
+private:
+  std::string m_text;
+};
+
+/// What kind of value a group code carries.
+enum class DxfKind { kText, kReal, kPoint, kInt16, kInt32, kInt64, kBool, kBinary, kHandle, kPointer, kName, kUnknown };
+/// kPointer: soft and hard references by handle (320-369, 390-399, 480-481, 1005); kHandle: 5 and 105.
+/// kPoint: the first of the two or three groups of a point (10-18, 110-112, 210, 211, 1010-1013).
+ARX_API DxfKind dxfKind(int code);
+
+/// Raised when a drawing file cannot be read; caught by the operation that reads the file.
+struct ARX_API DxfError {
+  Adesk::UInt32 line = 0;
+  std::string message;  ///< French, UTF-8
+};
