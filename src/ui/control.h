@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/export.h"
-#include "base/uncopyable.h"
 
 #include <functional>
 #include <string>
@@ -22,8 +21,10 @@ class Dialog;
 
 /// What holds controls, in their order of appearance: a dialog, a group, a page. The controls belong to the
 /// class that declares them as members; a container only knows them.
-class VELTORA_API Container : private Uncopyable {
+class VELTORA_API Container {
 public:
+  Container(const Container&) = delete;
+  Container& operator=(const Container&) = delete;
   virtual ~Container();
   [[nodiscard]] const std::vector<Control*>& controls() const { return m_controls; }
   /// The dialog that this container is or lies in.
@@ -44,8 +45,10 @@ private:
 };
 
 /// One control. It registers itself with its container when it is constructed.
-class VELTORA_API Control : private Uncopyable {
+class VELTORA_API Control {
 public:
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
   virtual ~Control();
 
   /// The text beside or on the control, accelerator (`&`) included; may be empty.

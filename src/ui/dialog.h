@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/uncopyable.h"
 #include "ui/buttons.h"
 #include "ui/choices.h"
 #include "ui/control.h"
@@ -77,7 +78,6 @@ private:
   friend class Control;
   class OpenScope;
   void forget(const Control& control);
-  void focusFirst();
 
   std::wstring m_title;
   Control* m_focus = nullptr;

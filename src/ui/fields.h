@@ -51,7 +51,7 @@ public:
   /// @param format printf format of `setValue`, for a double when real ("%.4f"), for an int when integer
   /// ("%d")
   explicit NumberField(Container* parent, std::wstring caption = {}, double value = 0.0,
-                       std::wstring format = L"%g", Type type = Type::Real);
+                       std::wstring format = L"%.15g", Type type = Type::Real);
   /// A field for integers, format "%d".
   static constexpr Type kInteger = Type::Integer;
 

@@ -36,6 +36,7 @@ public:
 
 private:
   void showPercent();
+  bool m_opened = false;  ///< once closed by its button it stays closed
   int m_percent = -1;
 };
 

@@ -14,7 +14,7 @@ public:
   void setStep(long long step) { m_step = step; }
   /// The position is kept within the range.
   void setPosition(long long position);
-  void stepIt() { setPosition(m_position + m_step); }
+  void stepIt();
   [[nodiscard]] long long minimum() const { return m_minimum; }
   [[nodiscard]] long long maximum() const { return m_maximum; }
   [[nodiscard]] long long position() const { return m_position; }

@@ -1,0 +1,35 @@
+#include "ui/driver.h"
+
+#include "base/text.h"
+
+#include <utility>
+
+namespace veltora::ui {
+namespace {
+
+Driver*& current() {
+  static Driver* installed = nullptr;
+  return installed;
+}
+
+}  // namespace
+
+NoDriver::NoDriver(const std::wstring& title)
+    : std::runtime_error("Aucun pilote de dialogue n'est installé : « " + base::toUtf8(title) +
+                         " » ne peut pas être affiché.") {}
+
+Driver* driver() { return current(); }
+
+Driver* setDriver(Driver* driver) { return std::exchange(current(), driver); }
+
+int messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) {
+  if (!driver()) throw NoDriver(title.empty() ? text : title);
+  return driver()->messageBox(text, title, buttons);
+}
+
+std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) {
+  if (!driver()) throw NoDriver(request.title.empty() ? L"Choix d'un fichier" : request.title);
+  return driver()->chooseFile(request);
+}
+
+}  // namespace veltora::ui
