@@ -1,0 +1,52 @@
+#pragma once
+
+#include "calc/nivellement.h"
+#include "report/html_table.h"
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace veltora {
+
+class htmlDocument;
+
+/// Pen for a traverse report: paragraphs and tables in the order of the calls, numbers with four decimals.
+/// Opens the document with the prologue. Wide texts are narrowed here.
+class feuilleRapport {
+public:
+  explicit feuilleRapport(htmlDocument& document);
+
+  void paragraphe(std::wstring_view texte, std::string_view attributs);
+  /// A header row.
+  void entetes(std::initializer_list<const wchar_t*> titres, std::string_view attributs);
+
+  void ouvrirLigne() { m_table.ouvrirLigne(); }
+  void fermerLigne() { m_table.fermerLigne(); }
+  void texte(std::wstring_view texte, std::string_view attributs);
+  void octets(std::string_view texte, std::string_view attributs) {
+    m_table.ajouterCellule(texte, attributs);
+  }
+  void nombre(double valeur);
+  void nombres(std::initializer_list<double> valeurs);
+  /// Empty cells without attributes.
+  void vides(int combien);
+  /// Puts the table into the document and makes room for the next one.
+  void fermerTable();
+
+  /// "Pas de correction…", or "Correction des altitudes" and the title of the mode.
+  void titresAltitudes(int modeNivellement);
+  /// Header of the height table: `premieres`, the column of the mode, correction, corrected difference,
+  /// height.
+  void entetesAltitudes(std::initializer_list<const wchar_t*> premieres, int modeNivellement);
+  /// The cells of row i behind its names: X, Y, the difference before correction, the mode's length, the
+  /// correction, the corrected difference, Z.
+  void celluleAltitudes(int modeNivellement, const corrections& parts, std::size_t i, double X, double Y,
+                        double Z);
+
+private:
+  htmlDocument& m_document;
+  htmlTable m_table;
+};
+
+}  // namespace veltora
