@@ -5,8 +5,9 @@
 #include <optional>
 #include <string>
 
-/// Where answers come from and where printed text goes. Prompts, dialogs, file choices and message boxes all read
-/// from one source and print to one sink, whoever stands behind them: a terminal, a script, a window, a test.
+/// Where answers come from and where printed text goes. Prompts, dialogs, file choices and message boxes all
+/// read from one source and print to one sink, whoever stands behind them: a terminal, a script, a window, a
+/// test.
 namespace veltora::base {
 
 /// A source of lines, each of which is one answer.
@@ -38,9 +39,9 @@ struct VELTORA_API ScriptError {
 struct FileRequest {
   std::wstring title;
   std::wstring defaultName;
-  std::wstring extension;   ///< without the point
-  std::wstring filter;      ///< "Texte|*.ext|Texte|*.ext"
-  bool save = false;        ///< a name to write, which may not exist yet
+  std::wstring extension;  ///< without the point
+  std::wstring filter;     ///< "Texte|*.ext|Texte|*.ext"
+  bool save = false;       ///< a name to write, which may not exist yet
   bool confirmOverwrite = false;
 };
 

@@ -14,15 +14,18 @@ namespace veltora::base {
 VELTORA_API std::optional<std::string> lireFichier(const std::filesystem::path& path);
 
 /// Writes beside the target and renames over it, so that a crash or a full disk leaves the old file whole.
-/// @return false, the target unchanged and nothing left beside it, when any step fails; `reason` then says why in
-/// French, with the path
+/// @return false, the target unchanged and nothing left beside it, when any step fails; `reason` then says
+/// why in French, with the path
 VELTORA_API bool remplacerFichier(const std::filesystem::path& path, std::string_view content,
                                   std::string* reason = nullptr);
 
-/// A folder for temporary files that ends without a separator. Tests set their own with `setDossierTemporaire`.
+/// A folder for temporary files that ends without a separator. Tests set their own with
+/// `setDossierTemporaire`.
 VELTORA_API std::filesystem::path dossierTemporaire();
 VELTORA_API void setDossierTemporaire(const std::filesystem::path& folder);
-/// Makes an empty file with a unique name "<prefix>XXXXXX.tmp" in the folder. @return its path, empty on failure
-VELTORA_API std::filesystem::path creerFichierTemporaire(const std::filesystem::path& folder, std::string_view prefix);
+/// Makes an empty file with a unique name "<prefix>XXXXXX.tmp" in the folder. @return its path, empty on
+/// failure
+VELTORA_API std::filesystem::path creerFichierTemporaire(const std::filesystem::path& folder,
+                                                         std::string_view prefix);
 
 }  // namespace veltora::base

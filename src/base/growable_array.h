@@ -7,9 +7,9 @@
 
 namespace veltora::base {
 
-/// The system's growable array: elements by value in one block; an index outside raises `std::invalid_argument`.
-/// It grows by its step, or by max(4, min(size/8, 1024)) without one; never by less than half its size, so that
-/// appending stays linear.
+/// The system's growable array: elements by value in one block; an index outside raises
+/// `std::invalid_argument`. It grows by its step, or by max(4, min(size/8, 1024)) without one; never by less
+/// than half its size, so that appending stays linear.
 template <class T>
 class CArray {
 public:
@@ -48,7 +48,8 @@ public:
 private:
   template <class Index>
   [[nodiscard]] std::size_t checked(Index index) const {
-    if (static_cast<std::size_t>(index) >= m_items.size()) throw std::invalid_argument("indice hors du tableau");
+    if (static_cast<std::size_t>(index) >= m_items.size())
+      throw std::invalid_argument("indice hors du tableau");
     return static_cast<std::size_t>(index);
   }
 

@@ -28,7 +28,9 @@ std::string asciiOf(std::wstring_view text) {
 double outOfRange(std::string_view digits) {
   const std::size_t exponent = digits.find_first_of("eE");
   if (exponent != std::string_view::npos) {
-    return exponent + 1 < digits.size() && digits[exponent + 1] == '-' ? 0.0 : std::numeric_limits<double>::infinity();
+    return exponent + 1 < digits.size() && digits[exponent + 1] == '-'
+               ? 0.0
+               : std::numeric_limits<double>::infinity();
   }
   return digits.front() == '0' || digits.front() == '.' ? 0.0 : std::numeric_limits<double>::infinity();
 }
@@ -42,7 +44,8 @@ double lireReel(std::string_view text) {
     negative = text.front() == '-';
     text.remove_prefix(1);
   }
-  const bool numeric = !text.empty() && (isDigit(text[0]) || (text[0] == '.' && text.size() > 1 && isDigit(text[1])));
+  const bool numeric =
+      !text.empty() && (isDigit(text[0]) || (text[0] == '.' && text.size() > 1 && isDigit(text[1])));
   if (!numeric) return 0.0;
   double value = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -75,10 +78,13 @@ int lireEntier(std::string_view text) {
 int lireEntier(std::wstring_view text) { return lireEntier(asciiOf(text)); }
 
 bool lireReelExact(std::string_view text, double& value) {
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  std::size_t digits = !text.empty() && (text.front() == '+' || text.front() == '-') ? 1 : 0;
+  if (digits < text.size() && text[digits] == '.') ++digits;
+  if (digits >= text.size() || !isDigit(text[digits])) return false;  // "inf", "nan", a second sign
+  if (text.front() == '+') text.remove_prefix(1);
   double read = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), read);
-  if (error != std::errc() || end != text.data() + text.size() || text.empty()) return false;
+  if (error != std::errc() || end != text.data() + text.size()) return false;
   value = read;
   return true;
 }

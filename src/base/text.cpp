@@ -1,9 +1,9 @@
 #include "base/text.h"
 
+#include <locale.h>
 #include <array>
 #include <clocale>
 #include <cwctype>
-#include <locale.h>
 
 namespace veltora::base {
 namespace {
@@ -25,7 +25,7 @@ unsigned char narrowChar(wchar_t c) {
   const auto code = static_cast<std::uint32_t>(c);
   if (code < 0x80 || (code >= 0xA0 && code < 0x100)) return static_cast<unsigned char>(code);
   for (std::size_t i = 0; i < kHighHalf.size(); ++i) {
-    const std::uint32_t mapped = kHighHalf[i] ? kHighHalf[i] : 0x80 + i;
+    const std::uint32_t mapped = kHighHalf[i] ? kHighHalf[i] : static_cast<std::uint32_t>(0x80 + i);
     if (mapped == code) return static_cast<unsigned char>(0x80 + i);
   }
   return 0;
@@ -53,7 +53,10 @@ std::size_t decodeOne(std::string_view bytes, std::size_t i, std::uint32_t& code
     code = lead;
     return 1;
   }
-  const std::size_t length = lead >= 0xF0 && lead < 0xF5 ? 4 : lead >= 0xE0 && lead < 0xF0 ? 3 : lead >= 0xC2 && lead < 0xE0 ? 2 : 0;
+  const std::size_t length = lead >= 0xF0 && lead < 0xF5   ? 4
+                             : lead >= 0xE0 && lead < 0xF0 ? 3
+                             : lead >= 0xC2 && lead < 0xE0 ? 2
+                                                           : 0;
   if (length == 0 || i + length > bytes.size()) return 0;
   code = lead & (0xFFU >> (length + 1));
   for (std::size_t k = 1; k < length; ++k) {
@@ -98,7 +101,8 @@ std::string toUtf8(std::wstring_view wide) {
     const unsigned extra = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
     constexpr unsigned kLead[4] = {0, 0xC0, 0xE0, 0xF0};
     result.push_back(static_cast<char>(kLead[extra] | (code >> (6 * extra))));
-    for (unsigned k = extra; k-- > 0;) result.push_back(static_cast<char>(0x80U | ((code >> (6 * k)) & 0x3FU)));
+    for (unsigned k = extra; k-- > 0;)
+      result.push_back(static_cast<char>(0x80U | ((code >> (6 * k)) & 0x3FU)));
   }
   return result;
 }
@@ -125,8 +129,12 @@ bool isUtf8(std::string_view bytes) {
   return true;
 }
 
-wchar_t toLower(wchar_t c) { return static_cast<wchar_t>(towlower_l(static_cast<wint_t>(c), unicodeLocale())); }
-wchar_t toUpper(wchar_t c) { return static_cast<wchar_t>(towupper_l(static_cast<wint_t>(c), unicodeLocale())); }
+wchar_t toLower(wchar_t c) {
+  return static_cast<wchar_t>(towlower_l(static_cast<wint_t>(c), unicodeLocale()));
+}
+wchar_t toUpper(wchar_t c) {
+  return static_cast<wchar_t>(towupper_l(static_cast<wint_t>(c), unicodeLocale()));
+}
 
 std::wstring toLower(std::wstring_view text) {
   std::wstring result(text);
@@ -171,7 +179,9 @@ std::wstring trimRight(std::wstring_view text, std::wstring_view set) {
   return last == std::wstring_view::npos ? std::wstring() : std::wstring(text.substr(0, last + 1));
 }
 
-std::wstring trim(std::wstring_view text, std::wstring_view set) { return trimRight(trimLeft(text, set), set); }
+std::wstring trim(std::wstring_view text, std::wstring_view set) {
+  return trimRight(trimLeft(text, set), set);
+}
 
 std::string trim(std::string_view text, std::string_view set) {
   const std::size_t first = text.find_first_not_of(set);

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// Text conversions. Wide text holds one Unicode code point per `wchar_t`; narrow text is bytes in Windows-1252,
-/// the system's ANSI code page; the terminal and file names are UTF-8.
+/// Text conversions. Wide text holds one Unicode code point per `wchar_t`; narrow text is bytes in
+/// Windows-1252, the system's ANSI code page; the terminal and file names are UTF-8.
 namespace veltora::base {
 
 /// Windows-1252 bytes to wide text. The five unassigned bytes map to the control code of the same value.

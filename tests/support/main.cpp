@@ -1,5 +1,5 @@
-// Entry of every unit test program: takes over the locale of the environment, as a program with a window would, so
-// that a decimal comma or another collation shows.
+// Entry of every unit test program: takes over the locale of the environment, as a program with a window
+// would, so that a decimal comma or another collation shows.
 #include <gtest/gtest.h>
 
 #include <clocale>
