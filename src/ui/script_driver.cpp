@@ -1,0 +1,236 @@
+#include "ui/script_driver.h"
+
+#include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "ui/dialog_text.h"
+#include "ui/script_line.h"
+
+#include <filesystem>
+#include <map>
+
+namespace veltora::ui {
+namespace fs = std::filesystem;
+namespace {
+
+struct Choice {
+  const wchar_t* caption;
+  int answer;
+};
+
+std::vector<Choice> choicesOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::OkCancel:
+      return {{L"OK", kOk}, {L"Annuler", kCancel}};
+    case Buttons::YesNo:
+      return {{L"Oui", kYes}, {L"Non", kNo}};
+    case Buttons::YesNoCancel:
+      return {{L"Oui", kYes}, {L"Non", kNo}, {L"Annuler", kCancel}};
+    case Buttons::Ok:
+      break;
+  }
+  return {{L"OK", kOk}};
+}
+
+std::wstring captionsOf(const std::vector<Choice>& choices, const wchar_t* separator) {
+  std::wstring text;
+  for (const Choice& choice : choices)
+    text += (text.empty() ? L"" : separator) + (L"[" + std::wstring(choice.caption)) + L"]";
+  return text;
+}
+
+using Revisions = std::map<const Control*, unsigned>;
+
+void addRevisions(Revisions& revisions, const Container& container) {
+  for (Control* control : container.controls()) {
+    revisions[control] = control->revision();
+    if (const auto* inner = dynamic_cast<Container*>(control)) addRevisions(revisions, *inner);
+  }
+}
+
+/// The controls that are no longer what they were, a line each.
+std::wstring changes(const Revisions& before, const Container& container) {
+  std::wstring text;
+  for (Control* control : container.controls()) {
+    const auto known = before.find(control);
+    if (known == before.end() || known->second != control->revision())
+      text += L"  " + controlSummary(*control);
+    if (const auto* inner = dynamic_cast<Container*>(control)) text += changes(before, *inner);
+  }
+  return text;
+}
+
+/// The texts of a filter "Texte|*.ext|Texte|*.ext", with their patterns.
+std::vector<std::wstring> filtersOf(const std::wstring& filter) {
+  std::vector<std::wstring> parts(1);
+  for (const wchar_t c : filter) {
+    if (c == L'|')
+      parts.emplace_back();
+    else
+      parts.back() += c;
+  }
+  std::vector<std::wstring> filters;
+  for (std::size_t i = 0; i + 1 < parts.size() && !parts[i].empty(); i += 2) {
+    filters.push_back(parts[i] + L"   " + parts[i + 1]);
+  }
+  return filters;
+}
+
+/// The path with the request's extension, when it has none.
+std::wstring completed(const std::wstring& path, const std::wstring& extension) {
+  const std::wstring bare = extension.substr(extension.rfind(L'.') + 1);  // "*.TXT" counts as "TXT"
+  const bool complete = bare.empty() || fs::path(base::toUtf8(path)).has_extension();
+  return complete ? path : path + L"." + bare;
+}
+
+bool isFile(const std::wstring& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(base::toUtf8(path), error);
+  return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool isFolder(const std::wstring& path) {
+  std::error_code error;
+  return fs::is_directory(base::toUtf8(path), error);
+}
+
+[[noreturn]] void fail(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
+
+}  // namespace
+
+std::optional<std::wstring> ScriptDriver::readLine(const std::string& prompt) {
+  for (;;) {
+    const std::optional<std::string> read = m_source.readLine(prompt);
+    if (!read) return std::nullopt;
+    const std::wstring line = base::trim(base::fromUtf8(*read), L" \t\r\n");
+    if (!line.starts_with(L";")) return line;
+  }
+}
+
+void ScriptDriver::print(const std::wstring& text) { m_sink.print(base::toUtf8(text)); }
+
+/// At a terminal the message is printed and the line asked for again; a script stops.
+void ScriptDriver::refuse(const base::ScriptError& error) {
+  if (!m_source.interactive()) throw error;
+  m_sink.print(error.message + "\n");
+}
+
+void ScriptDriver::runModal(Dialog& dialog) {
+  print(m_source.interactive() ? dialogText(dialog) : titleLine(dialog.title()));
+  while (dialog.isOpen()) {
+    const std::optional<std::wstring> line = readLine("Dialogue> ");
+    if (!line) {
+      dialog.onCancel();
+      dialog.endDialog(kCancel);
+      return;
+    }
+    if (line->empty()) continue;
+    try {
+      answer(dialog, *line);
+    } catch (const base::ScriptError& error) {
+      refuse(error);
+    }
+  }
+}
+
+void ScriptDriver::answer(Dialog& dialog, const std::wstring& line) {
+  if (line == L"?") return print(dialogText(dialog));
+  Revisions before;
+  addRevisions(before, dialog);
+  const LineResult result = applyLine(dialog, line);
+  if (result.asked) return print(controlText(*result.asked));
+  if (!result.done) {
+    const std::wstring where = dialog.focus() ? L" sur « " + dialog.focus()->names().front() + L" »" : L"";
+    print(L"Le curseur est revenu" + where + L" : « " + line + L" » est resté sans effet.\n");
+  }
+  if (m_source.interactive() && dialog.isOpen()) print(changes(before, dialog));
+}
+
+void ScriptDriver::setVisible(Dialog& dialog, bool visible) {
+  if (visible) print(titleLine(dialog.title()));
+}
+
+void ScriptDriver::showModeless(Dialog& dialog) {
+  if (m_source.interactive()) print(L"\n" + dialog.title() + L"\n");
+}
+
+void ScriptDriver::update(Dialog& dialog) {
+  if (!m_source.interactive()) return;
+  for (Control* control : dialog.controls()) {
+    if (const auto* bar = dynamic_cast<ProgressBar*>(control)) {
+      print(base::formater(std::wstring(L"\r%3d %%"), bar->percent()));
+    }
+  }
+}
+
+void ScriptDriver::closeModeless(Dialog&) {
+  if (m_source.interactive()) print(L"\n");
+}
+
+int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) {
+  const std::vector<Choice> choices = choicesOf(buttons);
+  const std::wstring name = title.empty() ? L"Message" : title;
+  print(L"\n--- " + name + L" ---\n" + base::trim(text, L"\r\n") + L"\n" + captionsOf(choices, L"  ") +
+        L"\n");
+  for (;;) {
+    const std::optional<std::wstring> line = readLine("Réponse> ");
+    const std::wstring expected = L"Le message « " + name + L" » attend " + captionsOf(choices, L" ou ");
+    if (!line && m_source.interactive()) return choices.back().answer;
+    if (!line) fail(expected + L", et le script est fini.");
+    if (line->empty()) continue;
+    for (const Choice& choice : choices) {
+      if (comparable(*line) == comparable(L"[" + std::wstring(choice.caption) + L"]")) return choice.answer;
+    }
+    refuse({base::toUtf8(expected + L", pas « " + *line + L" ».")});
+  }
+}
+
+std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest& request) {
+  const std::wstring title =
+      request.title.empty() ? (request.save ? L"Enregistrer sous" : L"Ouvrir") : request.title;
+  print(L"\n--- " + title + L" ---\n");
+  const std::vector<std::wstring> filters = filtersOf(request.filter);
+  for (std::size_t i = 0; i < filters.size(); ++i) {
+    print(base::formater(std::wstring(L"  %d  %s\n"), static_cast<int>(i + 1), filters[i]));
+  }
+  if (!request.defaultName.empty()) print(L"  proposé : " + request.defaultName + L"\n");
+  for (;;) {
+    const std::optional<std::wstring> line = readLine("Fichier> ");
+    if (!line || line->empty()) return std::nullopt;
+    try {
+      if (std::optional<base::FileAnswer> answer = acceptFile(request, *line)) return answer;
+    } catch (const base::ScriptError& error) {
+      refuse(error);
+    }
+  }
+}
+
+/// @return nothing when the user does not want to replace the file
+std::optional<base::FileAnswer> ScriptDriver::acceptFile(const base::FileRequest& request,
+                                                         const std::wstring& line) {
+  base::FileAnswer answer{line, 1};
+  const std::size_t bar = line.rfind(L'|');
+  if (bar != std::wstring::npos) {
+    const auto count = static_cast<int>(filtersOf(request.filter).size());
+    answer.path = base::trim(line.substr(0, bar));
+    answer.filterIndex = base::lireEntier(std::wstring_view(line).substr(bar + 1));
+    if (answer.filterIndex < 1 || answer.filterIndex > count) {
+      fail(base::formater(std::wstring(L"« %s » : le filtre se donne par son numéro, de 1 à %d."), line,
+                          count));
+    }
+  }
+  const std::wstring full = completed(answer.path, request.extension);
+  if (isFolder(full) || answer.path.empty()) fail(L"« " + line + L" » n'est pas un nom de fichier.");
+  if (request.save) {
+    answer.path = full;
+    if (!request.confirmOverwrite || !isFile(full)) return answer;
+    const std::wstring question = full + L" existe déjà.\nVoulez-vous le remplacer ?";
+    if (messageBox(question, L"Enregistrer sous", Buttons::YesNo) != kYes) return std::nullopt;
+    return answer;
+  }
+  if (!isFile(answer.path)) answer.path = full;
+  if (!isFile(answer.path)) fail(L"Fichier introuvable : « " + answer.path + L" ».");
+  return answer;
+}
+
+}  // namespace veltora::ui

@@ -1,0 +1,364 @@
+#include "ui/script_line.h"
+
+#include "base/console.h"
+#include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <numeric>
+#include <optional>
+
+namespace veltora::ui {
+namespace {
+
+constexpr std::size_t kNamesInMessage = 30;
+constexpr auto npos = std::wstring_view::npos;
+
+[[noreturn]] void fail(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
+
+std::wstring quoted(std::wstring_view text) { return L"« " + base::trim(text) + L" »"; }
+
+std::wstring join(const std::vector<std::wstring>& texts) {
+  std::wstring result;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i == kNamesInMessage) return result + L", …";
+    result += (i ? L", " : L"") + texts[i];
+  }
+  return result;
+}
+
+using Accepts = bool (*)(const Target&);
+
+bool isAnything(const Target&) { return true; }
+
+bool isSettable(const Target& target) {
+  const Control* c = target.control;
+  return dynamic_cast<const TextField*>(c) || dynamic_cast<const ComboBox*>(c) ||
+         dynamic_cast<const CheckBox*>(c) || dynamic_cast<const RadioGroup*>(c) ||
+         dynamic_cast<const Pages*>(c);
+}
+
+bool isPressable(const Target& target) {
+  const Control* c = target.control;
+  if (const auto* check = dynamic_cast<const CheckBox*>(c))
+    return target.item < 0 || (target.item == 1) == check->checked();
+  if (dynamic_cast<const RadioGroup*>(c)) return target.item >= 0;
+  return target.entry || dynamic_cast<const Button*>(c) || dynamic_cast<const Page*>(c) ||
+         dynamic_cast<const Preview*>(c);
+}
+
+bool isList(const Target& target) { return dynamic_cast<const List*>(target.control); }
+
+/// Finds what the parts of one line name.
+class Finder {
+public:
+  explicit Finder(const Dialog& dialog) : m_dialog(dialog), m_targets(targetsOf(dialog)) {}
+
+  [[nodiscard]] bool knows(std::wstring_view name, Accepts accepts) const {
+    return std::any_of(m_targets.begin(), m_targets.end(),
+                       [&](const Target& t) { return accepts(t) && isNamed(t, name); });
+  }
+
+  /// The one target of that name; what is in view goes before what is not.
+  [[nodiscard]] const Target& only(std::wstring_view name, Accepts accepts, const std::wstring& form) const {
+    std::vector<const Target*> found;
+    for (const Target& t : m_targets) {
+      if (accepts(t) && isNamed(t, name)) found.push_back(&t);
+    }
+    if (found.empty()) failUnknown(name, accepts, form);
+    const auto hidden = [](const Target* t) { return !t->inView(); };
+    if (found.size() > 1 && !std::all_of(found.begin(), found.end(), hidden)) std::erase_if(found, hidden);
+    if (found.size() == 1) return *found.front();
+    std::vector<std::wstring> paths;
+    for (const Target* t : found) paths.push_back(t->path());
+    fail(quoted(name) + L" désigne plusieurs éléments de " + quoted(m_dialog.title()) + L" : " + join(paths) +
+         L".");
+  }
+
+  [[noreturn]] void failUnknown(std::wstring_view name, Accepts accepts, const std::wstring& form) const {
+    std::vector<std::wstring> names;
+    for (const Target& t : m_targets) {
+      if (accepts(t) && t.inView()) names.push_back(t.name);
+    }
+    const std::wstring expected =
+        names.empty() ? L"rien de tel dans cette boîte" : form + L" avec " + join(names);
+    fail(quoted(name) + L" ne désigne rien dans " + quoted(m_dialog.title()) + L". Attendu : " + expected +
+         L".");
+  }
+
+private:
+  const Dialog& m_dialog;
+  std::vector<Target> m_targets;
+};
+
+/// Brings the pages in front that the control lies on. @return false when the focus was held back
+bool bringToFront(const Control& control) {
+  Control* outer = control.parent() ? control.parent()->asControl() : nullptr;
+  if (!outer) return true;
+  if (!bringToFront(*outer)) return false;
+  const auto* page = dynamic_cast<const Page*>(outer);
+  return !page || page->inFront() || page->pages().userChoose(page->pages().indexOf(*page));
+}
+
+/// Refuses what the user could not reach. @return false when the focus was held back on the way
+bool reach(const Target& target) {
+  if (!target.control->shown()) fail(quoted(target.path()) + L" est masqué.");
+  if (!target.control->usable()) fail(quoted(target.path()) + L" est désactivé.");
+  if (target.entry && !target.entry->enabled) fail(quoted(target.path()) + L" est désactivé.");
+  return bringToFront(*target.control);
+}
+
+/// Index of a choice by its text, by "#" and its number from 1, or by the beginning of one text only.
+std::optional<int> choice(const std::vector<std::wstring>& items, const std::wstring& value,
+                          bool byBeginning) {
+  const std::wstring wanted = comparable(value);
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (comparable(items[i]) == wanted) return static_cast<int>(i);
+  }
+  if (value.size() > 1 && value[0] == L'#') {
+    const int number = base::lireEntier(std::wstring_view(value).substr(1));
+    if (number >= 1 && static_cast<std::size_t>(number) <= items.size()) return number - 1;
+  }
+  std::optional<int> found;
+  for (std::size_t i = 0; byBeginning && !wanted.empty() && i < items.size(); ++i) {
+    if (!comparable(items[i]).starts_with(wanted)) continue;
+    if (found) return std::nullopt;
+    found = static_cast<int>(i);
+  }
+  return found;
+}
+
+int choiceOrFail(const Target& target, const std::vector<std::wstring>& items, const std::wstring& value) {
+  const std::optional<int> found = choice(items, value, true);
+  if (found) return *found;
+  std::vector<std::wstring> names;
+  for (const std::wstring& item : items) names.push_back(plainText(item));
+  fail(quoted(value) + L" n'est pas un choix de " + quoted(target.path()) + L". Attendu : " + join(names) +
+       L".");
+}
+
+bool yesOrNo(const Target& target, const std::wstring& value) {
+  const std::wstring text = comparable(value);
+  if (text == L"oui" || text == L"o" || text == L"1") return true;
+  if (text == L"non" || text == L"n" || text == L"0") return false;
+  fail(quoted(value) + L" ne convient pas à " + quoted(target.path()) + L". Attendu : oui ou non.");
+}
+
+/// The text of a value: quotation marks around it keep outer blanks, "\n" in a text area is a line end.
+std::wstring typedText(const TextField& field, std::wstring value) {
+  if (value.size() > 1 && value.front() == L'"' && value.back() == L'"')
+    value = value.substr(1, value.size() - 2);
+  if (!field.multiline()) return value;
+  std::wstring text;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const wchar_t next = i + 1 < value.size() ? value[i + 1] : L'\0';
+    if (value[i] != L'\\' || (next != L'n' && next != L'\\'))
+      text += value[i];
+    else
+      text += value[++i] == L'n' ? L'\n' : L'\\';
+  }
+  return text;
+}
+
+bool setField(const Target& target, TextField& field, const std::wstring& value) {
+  if (field.readOnly()) fail(quoted(target.path()) + L" est en lecture seule.");
+  return field.userType(typedText(field, value));
+}
+
+bool setCombo(const Target& target, ComboBox& combo, const std::wstring& value) {
+  std::vector<std::wstring> items;
+  for (int i = 0; i < combo.count(); ++i) items.push_back(combo.item(i));
+  if (!combo.editable()) return combo.userChoose(choiceOrFail(target, items, value));
+  const std::optional<int> found = choice(items, value, false);
+  return found ? combo.userChoose(*found) : combo.userType(value);
+}
+
+bool setRadio(const Target& target, RadioGroup& radio, const std::wstring& value) {
+  int index = target.item;
+  if (index < 0)
+    index = choiceOrFail(target, radio.items(), value);
+  else if (!yesOrNo(target, value))
+    fail(quoted(target.path()) + L" ne se décoche pas : choisissez un autre bouton.");
+  if (!radio.itemEnabled(index))
+    fail(quoted(radio.items()[static_cast<std::size_t>(index)]) + L" est désactivé.");
+  return radio.userChoose(index);
+}
+
+bool setPages(const Target& target, Pages& pages, const std::wstring& value) {
+  std::vector<std::wstring> captions;
+  for (int i = 0; i < pages.count(); ++i) captions.push_back(pages.page(i)->caption());
+  return pages.userChoose(choiceOrFail(target, captions, value));
+}
+
+/// "Légende = valeur".
+bool assign(const Target& target, const std::wstring& value) {
+  if (!reach(target)) return false;
+  if (auto* field = dynamic_cast<TextField*>(target.control)) return setField(target, *field, value);
+  if (auto* combo = dynamic_cast<ComboBox*>(target.control)) return setCombo(target, *combo, value);
+  if (auto* radio = dynamic_cast<RadioGroup*>(target.control)) return setRadio(target, *radio, value);
+  if (auto* pages = dynamic_cast<Pages*>(target.control)) return setPages(target, *pages, value);
+  auto& check = dynamic_cast<CheckBox&>(*target.control);
+  // Of a push-like box, the caption of the released state says the contrary.
+  return check.userSet(yesOrNo(target, value) == (target.item != 0));
+}
+
+/// "[Légende]".
+bool press(const Target& target) {
+  if (!reach(target)) return false;
+  if (target.entry) return dynamic_cast<Menu&>(*target.control).userPress(*target.entry);
+  if (auto* button = dynamic_cast<Button*>(target.control)) return button->userPress();
+  if (auto* check = dynamic_cast<CheckBox*>(target.control)) return check->userToggle();
+  if (auto* radio = dynamic_cast<RadioGroup*>(target.control)) return setRadio(target, *radio, L"oui");
+  if (auto* page = dynamic_cast<Page*>(target.control))
+    return page->pages().userChoose(page->pages().indexOf(*page));
+  return dynamic_cast<Preview&>(*target.control).userPress();
+}
+
+/// A row number of a script, from 1.
+int rowNumber(const Target& target, const List& list, const std::wstring& text) {
+  const bool digits = !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring::npos;
+  if (!digits) fail(quoted(text) + L" n'est pas un numéro de ligne de " + quoted(target.path()) + L".");
+  const int number = base::lireEntier(text);
+  if (number >= 1 && number <= list.rowCount()) return number - 1;
+  fail(base::formater(std::wstring(L"%s n'a pas de ligne %s (lignes : %d)."), quoted(target.path()), text,
+                      list.rowCount()));
+}
+
+/// Rows as a script gives them: "*", or numbers and ranges ("2-5") between blanks or commas; in order, each
+/// once.
+std::vector<int> rowNumbers(const Target& target, const List& list, std::wstring_view text) {
+  std::vector<int> rows;
+  if (base::trim(text) == L"*") {
+    rows.resize(static_cast<std::size_t>(list.rowCount()));
+    std::iota(rows.begin(), rows.end(), 0);
+    return rows;
+  }
+  std::vector<bool> taken(static_cast<std::size_t>(list.rowCount()), false);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t first = text.find_first_not_of(L" \t,", at);
+    if (first == npos) break;
+    at = std::min(text.find_first_of(L" \t,", first), text.size());
+    const std::wstring token(text.substr(first, at - first));
+    const std::size_t dash = token.find(L'-');
+    const int low = rowNumber(target, list, token.substr(0, dash));
+    const int high = dash == std::wstring::npos ? low : rowNumber(target, list, token.substr(dash + 1));
+    for (int row = low; row <= high; ++row) {
+      if (!taken[static_cast<std::size_t>(row)]) rows.push_back(row);
+      taken[static_cast<std::size_t>(row)] = true;
+    }
+  }
+  return rows;
+}
+
+/// "Liste: 1 3".
+bool selectRows(const Target& target, std::wstring_view text) {
+  auto& list = dynamic_cast<List&>(*target.control);
+  const std::vector<int> rows = rowNumbers(target, list, text);
+  const bool single = list.selectionMode() == List::Selection::Single;
+  if (single && rows.size() > 1) fail(quoted(target.path()) + L" n'accepte qu'une ligne à la fois.");
+  if (!reach(target)) return false;
+  return base::trim(text) == L"*" && !single ? list.userSelectAll() : list.userSelect(rows);
+}
+
+/// "Liste [1 3] = oui".
+bool checkRows(const Target& target, std::wstring_view text, const std::wstring& value) {
+  auto& list = dynamic_cast<List&>(*target.control);
+  if (!list.checkBoxes()) fail(quoted(target.path()) + L" n'a pas de cases à cocher.");
+  const std::vector<int> rows = rowNumbers(target, list, text);
+  const bool checked = yesOrNo(target, value);
+  if (!reach(target)) return false;
+  bool done = true;
+  for (const int row : rows) done = list.userCheck(row, checked) && done;
+  return done;
+}
+
+/// "Liste ^ Colonne", the column by its title or its number from 1.
+bool clickColumn(const Target& target, std::wstring_view text) {
+  auto& list = dynamic_cast<List&>(*target.control);
+  std::vector<std::wstring> captions;
+  for (const List::Column& column : list.columns()) captions.push_back(column.caption);
+  const std::wstring wanted = base::trim(text);
+  std::optional<int> found = choice(captions, wanted, false);
+  if (!found) found = choice(captions, L"#" + wanted, false);
+  if (!found) {
+    fail(quoted(target.path()) + L" n'a pas de colonne " + quoted(text) + L". Attendu : " + join(captions) +
+         L".");
+  }
+  return reach(target) && list.userColumn(*found);
+}
+
+/// Places of a sign in a line, in order or from the end, that leave something in front.
+std::vector<std::size_t> places(std::wstring_view line, wchar_t sign) {
+  std::vector<std::size_t> found;
+  for (std::size_t at = line.find(sign, 1); at != npos && at < 300; at = line.find(sign, at + 1))
+    found.push_back(at);
+  return found;
+}
+
+/// "Légende = valeur" and "Liste [1 3] = oui". Captions may hold "=" too: the first sign that has a name in
+/// front.
+std::optional<bool> tryAssign(const Finder& find, std::wstring_view line) {
+  const std::vector<std::size_t> signs = places(line, L'=');
+  for (const std::size_t at : signs) {
+    const std::wstring left = base::trim(line.substr(0, at));
+    const std::wstring value = base::trim(line.substr(at + 1));
+    if (find.knows(left, isSettable))
+      return assign(find.only(left, isSettable, L"« Légende = valeur »"), value);
+    const std::size_t bracket = left.rfind(L'[');
+    if (bracket == npos || left.back() != L']' || !find.knows(left.substr(0, bracket), isList)) continue;
+    const Target& list = find.only(left.substr(0, bracket), isList, {});
+    return checkRows(list, std::wstring_view(left).substr(bracket + 1, left.size() - bracket - 2), value);
+  }
+  if (signs.empty()) return std::nullopt;
+  const std::wstring left = base::trim(line.substr(0, signs.front()));
+  if (find.knows(left, isAnything)) fail(quoted(left) + L" ne reçoit pas de valeur.");
+  find.failUnknown(left, isSettable, L"« Légende = valeur »");
+}
+
+/// "Liste 2 !", "Liste ^ Colonne", "Liste: 1 3".
+std::optional<bool> tryList(const Finder& find, std::wstring_view line) {
+  if (line.back() == L'!') {
+    const std::wstring text = base::trim(line.substr(0, line.size() - 1));
+    const std::size_t blank = text.find_last_of(L" \t");
+    if (blank != npos && find.knows(text.substr(0, blank), isList)) {
+      const Target& target = find.only(text.substr(0, blank), isList, {});
+      auto& list = dynamic_cast<List&>(*target.control);
+      const int row = rowNumber(target, list, text.substr(blank + 1));
+      return reach(target) && list.userDoubleClick(row);
+    }
+  }
+  for (const std::size_t at : places(line, L'^')) {
+    if (find.knows(line.substr(0, at), isList)) {
+      return clickColumn(find.only(line.substr(0, at), isList, {}), line.substr(at + 1));
+    }
+  }
+  for (const std::size_t at : places(line, L':')) {
+    if (find.knows(line.substr(0, at), isList)) {
+      return selectRows(find.only(line.substr(0, at), isList, {}), line.substr(at + 1));
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+LineResult applyLine(Dialog& dialog, std::wstring_view line) {
+  const Finder find(dialog);
+  if (line.front() == L'[' && line.back() == L']') {
+    const std::wstring_view name = line.substr(1, line.size() - 2);
+    return {press(find.only(name, isPressable, L"« [Légende] »")), nullptr};
+  }
+  if (line.back() == L'?') {
+    const std::wstring_view name = line.substr(0, line.size() - 1);
+    if (find.knows(name, isAnything)) return {true, find.only(name, isAnything, {}).control};
+  }
+  std::optional<bool> done = tryList(find, line);
+  if (!done) done = tryAssign(find, line);
+  if (done) return {*done, nullptr};
+  fail(L"Ligne incomprise dans " + quoted(dialog.title()) + L" : " + quoted(line) +
+       L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » "
+       L"ou « ? ».");
+}
+
+}  // namespace veltora::ui

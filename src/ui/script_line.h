@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ui/script_names.h"
+
+/// Works a dialog by one line of a script.
+namespace veltora::ui {
+
+/// What a line asks of a dialog, apart from doing something.
+struct LineResult {
+  bool done = true;          ///< false when the control that was left took the focus back
+  Control* asked = nullptr;  ///< "Légende ?": the control to print in full
+};
+
+/// @param line without outer blanks, not empty, no comment and not "?"
+/// @throws base::ScriptError when the line fits nothing; no value is changed then
+LineResult applyLine(Dialog& dialog, std::wstring_view line);
+
+}  // namespace veltora::ui
