@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/console.h"
+
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veltora::app {
+
+/// The terminal: line editing and history when a person types, plain lines when the input is a pipe.
+class TerminalSource : public base::LineSource {
+public:
+  TerminalSource();
+  ~TerminalSource() override;
+  std::optional<std::string> readLine(const std::string& prompt) override;
+  [[nodiscard]] std::string position() const override;
+  [[nodiscard]] bool interactive() const override { return m_interactive; }
+
+private:
+  bool m_interactive;
+  std::size_t m_line = 0;
+  std::filesystem::path m_history;
+};
+
+/// Lines held in memory, from a script file or the command line.
+class LinesSource : public base::LineSource {
+public:
+  LinesSource(std::string name, std::vector<std::string> lines);
+  std::optional<std::string> readLine(const std::string& prompt) override;
+  [[nodiscard]] std::string position() const override;
+
+private:
+  std::string m_name;
+  std::vector<std::string> m_lines;
+  std::size_t m_next = 0;
+};
+
+/// The lines of a script file in UTF-8, line ends cut, a byte order mark dropped. Nothing when it cannot be read.
+std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& path);
+
+/// Several sources one after the other.
+class ChainedSource : public base::LineSource {
+public:
+  void append(std::unique_ptr<base::LineSource> source) { m_sources.push_back(std::move(source)); }
+  std::optional<std::string> readLine(const std::string& prompt) override;
+  [[nodiscard]] std::string position() const override;
+  [[nodiscard]] bool interactive() const override { return !m_sources.empty() && m_sources.front()->interactive(); }
+
+private:
+  std::deque<std::unique_ptr<base::LineSource>> m_sources;
+};
+
+/// Prints to standard output.
+class StandardOutput : public base::OutputSink {
+public:
+  void print(const std::string& text) override;
+};
+
+}  // namespace veltora::app

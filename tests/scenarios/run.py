@@ -1,0 +1,144 @@
+#!/usr/bin/env python3
+"""Runs one scenario: the real program on scripts, in a folder of its own.
+
+  run.py PROGRAM SCENARIO
+
+A scenario is a text file. Lines that begin with ";" are its directives, the others are the script of the run above them:
+
+  ;copy FROM TO        copies a file of the source tree into the working folder
+  ;write NAME TEXT     writes a small file, with \\n for line ends and \\xNN for bytes
+  ;run ARGUMENTS       starts the program with the lines that follow as its script (none: no script)
+  ;= TEXT              stands in the output of that run, behind what was found before
+  ;! TEXT              stands nowhere in the output of that run
+  ;status N            exit status of that run, 0 unless told
+  ;file NAME           exists afterwards;  ;nofile NAME  does not
+  ;audit NAME          an independent reader finds no fault in this drawing
+  ;count NAME TYPE N   the independent reader finds N entities of this type in its model space
+  ;holds NAME TEXT     the file holds the text (Windows-1252 or UTF-8);  ;same NAME NAME  equal bytes
+  ; anything else      a comment
+"""
+import os
+import pathlib
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+
+program, scenario = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+PYTHON = "/usr/bin/python3" if os.path.exists("/usr/bin/python3") else sys.executable
+AUDIT = """
+import sys, ezdxf
+from ezdxf import recover
+doc = ezdxf.readfile(sys.argv[1])
+auditor = doc.audit()
+faults = [str(e.message) for e in auditor.errors] + ["repaired: " + str(e.message) for e in auditor.fixes]
+if len(sys.argv) > 2:
+    found = len(doc.modelspace().query(sys.argv[2]))
+    if found != int(sys.argv[3]): faults.append("%d %s, expected %s" % (found, sys.argv[2], sys.argv[3]))
+print("\\n".join(faults)); sys.exit(1 if faults else 0)
+"""
+
+
+def fail(line, text, output=""):
+    print(f"{scenario.name}:{line}: {text}")
+    if output:
+        print("---- output\n" + output)
+    sys.exit(1)
+
+
+class Run:
+    def __init__(self, line, arguments):
+        self.line, self.arguments, self.script, self.checks, self.status = line, arguments, [], [], 0
+
+
+def parse():
+    steps, run = [], None
+    for number, text in enumerate(scenario.read_text(encoding="utf-8").splitlines(), 1):
+        word, _, rest = text.partition(" ")
+        if word == ";run":
+            run = Run(number, shlex.split(rest))
+            steps.append((number, "run", run))
+        elif word in (";=", ";!"):
+            run.checks.append((number, word, rest))
+        elif word == ";status":
+            run.status = int(rest)
+        elif word in (";copy", ";write", ";file", ";nofile", ";audit", ";count", ";holds", ";same"):
+            steps.append((number, word[1:], rest))
+        elif text.startswith(";"):
+            continue
+        elif run is not None:
+            run.script.append(text)
+        elif text.strip():
+            fail(number, "a line in front of the first ;run")
+    return steps
+
+
+def execute(run, folder, environment):
+    arguments = [str(program)] + run.arguments
+    while run.script and not run.script[-1].strip():
+        run.script.pop()
+    if run.script:
+        (folder / "scenario.scr").write_text("\n".join(run.script) + "\n", encoding="utf-8")
+        arguments += ["--script", "scenario.scr"]
+    done = subprocess.run(arguments, cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, timeout=300)
+    output = done.stdout.decode("utf-8", "replace")
+    at = 0
+    for number, kind, text in run.checks:
+        if kind == ";!":
+            if text in output:
+                fail(number, f"the output holds: {text}", output)
+            continue
+        found = output.find(text, at)
+        if found < 0:
+            fail(number, f"the output does not hold: {text}", output)
+        at = found + len(text)
+    if done.returncode != run.status:
+        fail(run.line, f"exit status {done.returncode}, expected {run.status}", output)
+
+
+def step(number, kind, rest, folder):
+    if kind == "copy":
+        source, target = rest.split()
+        (folder / target).parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(ROOT / source, folder / target)
+    elif kind == "write":
+        name, _, text = rest.partition(" ")
+        (folder / name).write_bytes(text.encode("utf-8").decode("unicode_escape").encode("latin-1"))
+    elif kind in ("file", "nofile"):
+        if (folder / rest).exists() != (kind == "file"):
+            fail(number, f"{rest} {'is missing' if kind == 'file' else 'exists'}")
+    elif kind in ("audit", "count"):
+        words = rest.split()
+        done = subprocess.run([PYTHON, "-c", AUDIT] + words, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        if done.returncode:
+            fail(number, f"the independent reader complains about {words[0]}", done.stdout.decode())
+    elif kind == "holds":
+        name, _, text = rest.partition(" ")
+        content = (folder / name).read_bytes()
+        if text.encode("utf-8") not in content and text.encode("cp1252", "replace") not in content:
+            fail(number, f"{name} does not hold: {text}", content.decode("cp1252", "replace")[:4000])
+    elif kind == "same":
+        a, b = rest.split()
+        if (folder / a).read_bytes() != (folder / b).read_bytes():
+            fail(number, f"{a} and {b} differ")
+
+
+def main():
+    with tempfile.TemporaryDirectory(prefix="veltora-scenario-") as name:
+        folder = pathlib.Path(name)
+        environment = dict(os.environ, HOME=name, TMPDIR=name, XDG_DATA_HOME=name + "/data", XDG_STATE_HOME=name + "/state")
+        environment.pop("VELTORA_INSTALLATION", None)
+        steps = parse()
+        if not any(kind == "run" for _, kind, _ in steps):
+            fail(1, "no ;run")
+        for number, kind, rest in steps:
+            if kind == "run":
+                execute(rest, folder, environment)
+            else:
+                step(number, kind, rest, folder)
+
+
+main()
