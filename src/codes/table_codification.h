@@ -1,0 +1,73 @@
+#pragma once
+
+#include "arx/db/dbsymtb.h"
+#include "base/growable_array.h"
+#include "base/uncopyable.h"
+#include "codes/codif_point.h"
+
+#include <optional>
+
+class AcDbDatabase;
+
+namespace veltora {
+
+/// The code table: one for the process, shared by all drawings, kept in one XML file. Rows stand in the order
+/// in which they were added; lookups give the first match. Codes are unique only by the checks of those who
+/// add rows.
+class VELTORA_API tableCodification : private Uncopyable {
+public:
+  /// Reads the file of this name and, when that gives no rows, "defcodif" of the installation directory. When
+  /// that gives none either, makes the two default rows and writes them to "defcodif".
+  explicit tableCodification(const std::wstring& fichier = {});
+  virtual ~tableCodification() = default;
+
+  /// Appends the records of `nomFichier`. A missing file, or one that is not well-formed XML, gives no rows.
+  /// @return 1 when the table holds at least one row, else 0
+  int chargerXML();
+  /// Writes the table to the file, or to `nomFichier`; the old file stays whole when that fails.
+  /// @return 1, also when the file could not be written
+  int sauverXML(const std::wstring& fichier = {}) const;
+
+  /// Index of the first row with this code, -1 for none.
+  [[nodiscard]] int chercherCode(int code) const;
+  /// The row with this code; when missing, a default row labelled "Code %d" is appended. Valid until rows are
+  /// added or removed.
+  codifPoint& getOuCreerCode(int code);
+  /// The label of the code; when missing, a default row labelled "Code N° %d" is appended.
+  std::wstring getLibelleCode(int code);
+  /// @return the new number of rows. @throws std::invalid_argument for a bad index
+  int supprimerLigne(int index);
+  /// Removes all rows; the file is not touched.
+  void viderTable();
+  /// The two default rows, 1 "Point topo" and 100 "Station", in place of all others.
+  void resetDefauts();
+  /// Sorts by ascending code; rows of the same code keep their order.
+  void trierParCode();
+  /// The smallest code from 1 to 9999 that no row has; nothing when all are taken.
+  [[nodiscard]] std::optional<int> codeLibre() const;
+  /// Compares two rows, found by their codes, by a column of the list dialog: 0 code, 1 label ignoring case,
+  /// 2 decimals then code, 3 block path ignoring case. @return negative, 0, positive; 0 when a row is missing
+  [[nodiscard]] int comparer(int codeA, int codeB, int colonne) const;
+
+  /// Finds or makes the five layers of a row in the layer table, open for writing; without one, in that of
+  /// the working drawing. A layer that exists keeps its colour; an empty name becomes "0". @param ligne
+  /// belongs to this table or not
+  void creerLayers(codifPoint& ligne, AcDbLayerTable* calques = nullptr) const;
+  void creerTousLayers(AcDbDatabase* dessin);
+
+  /// Lets the user edit a row, its code excepted. @return 0 for a bad index, else 1, also when he cancels
+  int modifierLigne(int index);
+  /// Shows the table's dialog.
+  void afficherTable();
+
+  std::wstring nomFichier;
+  base::CArray<codifPoint> codes;
+
+private:
+  void ajouterDefauts();
+};
+
+/// The table of the process, made at the first call.
+VELTORA_API tableCodification& getTableCodification();
+
+}  // namespace veltora
