@@ -35,7 +35,7 @@ corrections repartirFermeture(int modeNivellement, double H, const lignesPolygon
   parts.c.resize(n);
   parts.dz.resize(n);
   for (std::size_t i = 0; i < n; ++i) {
-    // Deliberate (distancesCompensees): lengths between adjusted coordinates, not the measured ones, and the
+    // Deliberate (distances-compensees): lengths between adjusted coordinates, not the measured ones, and the
     // last one leads back to entry 0 in the open traverse too.
     const std::size_t suivant = (i + 1) % n;
     const double dx = X[suivant] - X[i];

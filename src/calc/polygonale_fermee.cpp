@@ -35,7 +35,7 @@ void dessinerTraceBrut(double Xdep, double Ydep, double Vo, const uniteAngle& un
 
 void dessinerTraceCompense(double Xdep, double Ydep, const base::CArray<double>& X,
                            const base::CArray<double>& Y) {
-  // Deliberate (premierSommetDouble): the departure stands twice at the start of the closed polyline.
+  // Deliberate (premier-sommet-double): the departure stands twice at the start of the closed polyline.
   std::vector<sommetPolygonale> sommets{{Xdep, Ydep}};
   for (std::size_t i = 0; i < X.size(); ++i) sommets.push_back({X[i], Y[i]});
   dessinerPolyligne(sommets, kCouleurCompensee, true);
@@ -51,14 +51,15 @@ void compenserAngles(double Vo, const uniteAngle& unite, const lignesPolygonale&
     e.angInt[i] = unite.tour - lignes[i].angle;
     e.f.S += e.angInt[i];
   }
-  // Deliberate (angleSansTolerance): always the sum of interior angles, and any misclosure is spread, however
-  // large.
+  // Deliberate (angle-sans-tolerance): always the sum of interior angles, and any misclosure is spread,
+  // however large.
   e.f.E = e.f.S - (static_cast<double>(n) - 2.0) * unite.tour * 0.5;
   for (std::size_t i = 0; i < n; ++i) {
     e.angIntCorr[i] = e.angInt[i] - e.f.E / static_cast<double>(n);
     e.angExtCorr[i] = reduireAngle(unite.tour - e.angIntCorr[i], unite.tour);
   }
-  // Deliberate (premierAngleInutile): Vo stands as given, the corrected angle of row 0 goes into no bearing.
+  // Deliberate (premier-angle-inutile): Vo stands as given, the corrected angle of row 0 goes into no
+  // bearing.
   e.gis[0] = Vo;
   for (std::size_t i = 1; i < n; ++i) {
     e.gis[i] = reduireAngle(e.gis[i - 1] + e.angExtCorr[i] - unite.demi(), unite.tour);
@@ -92,6 +93,14 @@ void vider(base::CArray<double>& sortie, std::size_t reserve) {
 }
 
 }  // namespace
+
+std::vector<stationCalculee> stationsFermee(const lignesPolygonale& lignes, const base::CArray<double>& X,
+                                            const base::CArray<double>& Y, const base::CArray<double>& Z) {
+  std::vector<stationCalculee> stations;
+  const std::size_t n = lignes.size();
+  for (std::size_t i = 0; i < n; ++i) stations.push_back({lignes[(i + n - 1) % n].nom, X[i], Y[i], Z[i]});
+  return stations;
+}
 
 int calculerPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double Ydep, double Zdep, double Vo,
                              int modeNivellement, int modeAngle, lignesPolygonale& lignes,

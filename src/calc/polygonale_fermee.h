@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace veltora {
 
@@ -20,6 +21,20 @@ struct fermeturesPolygonale {
   double Ey = 0.0;  ///< misclosure in Y
   double H = 0.0;   ///< misclosure in height; the sum of the differences, whatever the mode
 };
+
+/// A station with its final coordinates.
+struct stationCalculee {
+  std::wstring nom;
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+};
+
+/// The stations of a closed traverse, departure first, from its rows and its three results.
+VELTORA_API std::vector<stationCalculee> stationsFermee(const lignesPolygonale& lignes,
+                                                        const base::CArray<double>& X,
+                                                        const base::CArray<double>& Y,
+                                                        const base::CArray<double>& Z);
 
 /// Adjusts a closed traverse: equal shares of the angular misclosure, compass rule for the coordinates,
 /// heights after `modeNivellement`. No tolerance applies and zero lengths are not guarded: infinities go on

@@ -23,7 +23,7 @@ void rapportFermee::troisNoms(std::size_t i) {
 void rapportFermee::donnees(const std::wstring& nomDepart, double Xdep, double Ydep, double Zdep, double Vo) {
   m_feuille.paragraphe(L"Corrections de fermeture polygonale", attributs::kGrand);
   m_feuille.paragraphe(L"Données", attributs::kTitreMaj);
-  // Deliberate (formatZ): Z has a width of 4 and no point, so it shows six decimals.
+  // Deliberate (format-z): Z has a width of 4 and no point, so it shows six decimals.
   m_feuille.paragraphe(base::formater(L"\r\nStation de départ : %s\tX=%.4f\tY=%.4f\tZ=%4f\tVo=%.4f",
                                       nomDepart.c_str(), Xdep, Ydep, Zdep, Vo),
                        attributs::kPetit);

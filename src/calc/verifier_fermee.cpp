@@ -21,8 +21,8 @@ bool aberrante(double coordonnee) { return !(coordonnee >= -kCoordonneeMax && co
 int verifierPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double Ydep, double Zdep, double& Vo,
                              lignesPolygonale& lignes, int modeAngle, const montrerMessage& montrer) {
   const std::wstring titre = L"Erreur !";
-  // Deliberate (departEnCapitales): row names are compared in capitals with the name as given, so a departure
-  // typed in lower case is not found.
+  // Deliberate (depart-en-capitales): row names are compared in capitals with the name as given, so a
+  // departure typed in lower case is not found.
   const auto depart = std::find_if(lignes.begin(), lignes.end(), [&](const obsPolygonale& ligne) {
     return base::trim(base::toUpper(std::wstring_view(ligne.nom))) == nomDepart;
   });

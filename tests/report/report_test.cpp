@@ -114,13 +114,13 @@ TEST(HtmlStyle, PrintsItsPropertiesInOrder) {
   }
 }
 
-TEST(HtmlStyle, fondSansParenthese) {
+TEST(HtmlStyle, FondSansParenthese) {
   htmlStyle style;
   style.setBackgroundImage("logo.png");
   EXPECT_EQ(style.css(), ";background-image:url('logo.png';");
 }
 
-TEST(HtmlStyle, repetitionParAttachement) {
+TEST(HtmlStyle, RepetitionParAttachement) {
   const std::vector<const char*> mots = {"no-repeat", "repeat", "repeat-x", "repeat-y"};
   for (std::uint8_t i = 0; i < mots.size(); ++i) {
     htmlStyle style;
@@ -194,7 +194,7 @@ TEST(HtmlDocument, BothFormsMatchTheirGoldens) {
   EXPECT_TRUE(memeQueReference("rapport_word.doc", document.contenu()));
 }
 
-TEST(HtmlDocument, bodyDeuxPoints) {
+TEST(HtmlDocument, BodyDeuxPoints) {
   EXPECT_EQ(htmlDocument().contenu(),
             "<html>\n<head>\n\n<style>\n<!--\n\n-->\n</style>\n</head>\n\n"
             "\n<body bgcolor:rgb(255,255,255) text:rgb(0,0,0) alink:rgb(255,0,0) vlink:rgb(128,0,128) "

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "report/html_document.h"
+#include "ui/dialog.h"
+
+#include <string>
+
+namespace veltora {
+
+/// Shows a report that was written to a file, and saves it again under a name of the user's choice.
+class VELTORA_API resultPolygo : public ui::Dialog {
+public:
+  /// Keeps a copy of the document; `nomFichier` is the file to show.
+  explicit resultPolygo(const htmlDocument& document);
+
+  ui::WebView page{this};
+  ui::Button sauvegarder{this, L"Sauvegarder", [this] { enregistrer(); }};
+  ui::Button fermer{this, L"Fermer", ui::Button::Role::Cancel};
+
+  std::wstring nomFichier;
+
+protected:
+  void onInit() override { page.setPath(nomFichier); }
+
+private:
+  void enregistrer();
+
+  htmlDocument m_document;
+};
+
+/// Writes a document without a name to a temporary file and shows it.
+VELTORA_API void montrerRapport(htmlDocument& document);
+
+}  // namespace veltora
