@@ -1,0 +1,40 @@
+#pragma once
+
+#include "arx/db/dbmain.h"
+#include "arx/ed/edlisp.h"
+
+#include <memory>
+#include <string>
+
+/// An open drawing: its database, its name, its LISP functions. Made and owned by the document manager.
+class ARX_API AcApDocument : public AcRxObject {
+  ACRX_DECLARE_MEMBERS(AcApDocument)
+public:
+  explicit AcApDocument(std::unique_ptr<AcDbDatabase> database, std::wstring title);
+  ~AcApDocument() override;
+  AcApDocument(const AcApDocument&) = delete;
+  AcApDocument& operator=(const AcApDocument&) = delete;
+
+  [[nodiscard]] AcDbDatabase* database() const { return m_database.get(); }
+  /// Full path, empty for a drawing that was never saved.
+  [[nodiscard]] const ACHAR* fileName() const { return m_fileName.c_str(); }
+  /// File name without folder, or "Dessin1" and so on.
+  [[nodiscard]] const ACHAR* docTitle() const { return m_title.c_str(); }
+  [[nodiscard]] bool isNamedDrawing() const { return !m_fileName.empty(); }
+  [[nodiscard]] bool isModified() const { return m_database->isModified(); }
+  /// Takes a path over; the title follows.
+  void setFileName(const std::wstring& fileName);
+
+  /// Join all changes up to the matching end in one step of U; nested marks join the outer one. An end
+  /// without a start does nothing.
+  void startUndoMark(const ACHAR* name = L"Groupe");
+  void endUndoMark();
+
+  [[nodiscard]] AcEdLispFunctions& lispFunctions() { return m_functions; }
+
+private:
+  std::unique_ptr<AcDbDatabase> m_database;
+  std::wstring m_fileName;
+  std::wstring m_title;
+  AcEdLispFunctions m_functions;
+};
