@@ -88,7 +88,7 @@ std::wstring CheckBox::caption() const {
 
 std::vector<std::wstring> CheckBox::names() const {
   if (!m_pushLike) return Control::names();
-  return {plainText(Control::caption()), plainText(m_pressedCaption)};
+  return {readableText(Control::caption()), readableText(m_pressedCaption)};
 }
 
 bool CheckBox::userToggle() {

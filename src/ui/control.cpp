@@ -40,7 +40,7 @@ void Control::setCaption(const std::wstring& caption) {
 std::wstring Control::plainCaption() const { return plainText(caption()); }
 
 std::vector<std::wstring> Control::names() const {
-  const std::wstring name = plainCaption();
+  const std::wstring name = readableText(caption());
   return {name.empty() ? kindName() : name};
 }
 
@@ -91,11 +91,16 @@ std::wstring plainText(std::wstring_view caption) {
   return base::trim(text, L" \t\r\n");
 }
 
-std::wstring comparable(std::wstring_view caption) {
+std::wstring readableText(std::wstring_view caption) {
   std::wstring text = plainText(caption);
-  if (!text.empty() && text.back() == L':') text.pop_back();
+  if (text.empty() || text.back() != L':') return text;
+  text.pop_back();
+  return base::trimRight(text);
+}
+
+std::wstring comparable(std::wstring_view caption) {
   std::wstring result;
-  for (const wchar_t c : text) {
+  for (const wchar_t c : readableText(caption)) {
     const bool blank = c == L' ' || c == L'\t' || c == L'\r' || c == L'\n' || c == L'\u00A0';
     if (!blank)
       result += base::toLower(c);

@@ -115,7 +115,9 @@ private:
 
 /// A caption without its accelerator marks (`&&` is one `&`) and outer blanks.
 VELTORA_API std::wstring plainText(std::wstring_view caption);
-/// The form in which captions are compared: plain, no final colon, runs of blanks as one, lower case.
+/// The same without a final colon: what a script calls it.
+VELTORA_API std::wstring readableText(std::wstring_view caption);
+/// The form in which captions are compared: readable, runs of blanks as one, lower case.
 VELTORA_API std::wstring comparable(std::wstring_view caption);
 
 }  // namespace veltora::ui

@@ -33,11 +33,11 @@ std::wstring choices(const std::vector<std::wstring>& items) {
   return result + L"}";
 }
 
-std::wstring padded(const std::wstring& text, std::size_t width, Align align) {
-  const std::wstring shown = text.size() > kCellShown ? text.substr(0, kCellShown - 1) + L"…" : text;
-  const std::size_t blanks = width > shown.size() ? width - shown.size() : 0;
+std::wstring padded(std::wstring text, std::size_t width, Align align) {
+  if (text.size() > kCellShown) text = text.substr(0, kCellShown - 1) + L"…";
+  const std::size_t blanks = width > text.size() ? width - text.size() : 0;
   const std::size_t before = align == Align::Right ? blanks : align == Align::Center ? blanks / 2 : 0;
-  return std::wstring(before, L' ') + shown + std::wstring(blanks - before, L' ');
+  return std::wstring(before, L' ') + text + std::wstring(blanks - before, L' ');
 }
 
 std::wstring listHead(const List& list, const std::wstring& name) {
@@ -55,7 +55,7 @@ std::wstring listRows(const List& list, const std::wstring& indent, int limit) {
   const int rows = std::min(list.rowCount(), limit);
   std::vector<std::size_t> widths;
   for (const List::Column& column : list.columns()) {
-    std::size_t width = column.caption.size();
+    std::size_t width = plainText(column.caption).size();
     for (int row = 0; row < rows; ++row)
       width = std::max(width, list.cell(row, static_cast<int>(widths.size())).size());
     widths.push_back(std::min(width, kCellShown));
@@ -63,9 +63,9 @@ std::wstring listRows(const List& list, const std::wstring& indent, int limit) {
   const std::wstring margin = list.checkBoxes() ? L"          " : L"      ";
   std::wstring text = indent + margin;
   for (std::size_t c = 0; c < widths.size(); ++c) {
-    text += L" | " + padded(list.columns()[c].caption, widths[c], list.columns()[c].align);
+    text += L" | " + padded(plainText(list.columns()[c].caption), widths[c], list.columns()[c].align);
   }
-  text += L"\n";
+  text = base::trimRight(text) + L"\n";
   for (int row = 0; row < rows; ++row) {
     text += indent +
             base::formater(std::wstring(L"%s%4d"), std::wstring(list.selected(row) ? L"> " : L"  "), row + 1);
@@ -105,11 +105,12 @@ std::wstring menuLine(const std::vector<std::unique_ptr<Menu::Entry>>& entries, 
   for (const auto& entry : entries) {
     if (entry->separator) continue;
     const std::wstring name = path + L"/" + plainText(entry->caption);
+    if (!text.empty()) text += L"  ";
     if (!entry->entries.empty()) {
       text += menuLine(entry->entries, name);
       continue;
     }
-    text += (text.empty() ? L"[" : L"  [") + name + L"]" + (entry->checked ? L" (coché)" : L"");
+    text += L"[" + name + L"]" + (entry->checked ? L" (coché)" : L"");
     if (!entry->enabled) text += L" (désactivé)";
   }
   return text;
@@ -127,9 +128,8 @@ std::wstring fieldLine(const TextField& field, const std::wstring& name) {
 
 /// The control in one line, without its state.
 std::wstring plainLine(Control& control) {
-  std::wstring name = control.plainCaption();
+  std::wstring name = readableText(control.caption());
   if (name.empty()) name = control.names().front();
-  if (name.back() == L':' && name.size() > 1) name = base::trimRight(name.substr(0, name.size() - 1));
   if (control.neighbour()) name = control.neighbour()->names().front() + L"/" + name;
   if (const auto* label = dynamic_cast<Label*>(&control)) return labelLine(*label);
   if (const auto* field = dynamic_cast<TextField*>(&control)) return fieldLine(*field, name);
@@ -153,7 +153,7 @@ std::wstring plainLine(Control& control) {
 
 std::wstring lineOf(Control& control) {
   const wchar_t* state = !control.visible() ? L"   (masqué)" : !control.enabled() ? L"   (désactivé)" : L"";
-  return plainLine(control) + state;
+  return base::trimRight(plainLine(control)) + state;
 }
 
 std::wstring textOf(Control& control, const std::wstring& indent, int rows);

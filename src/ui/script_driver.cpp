@@ -136,7 +136,7 @@ void ScriptDriver::runModal(Dialog& dialog) {
 void ScriptDriver::answer(Dialog& dialog, const std::wstring& line) {
   if (line == L"?") return print(dialogText(dialog));
   Revisions before;
-  addRevisions(before, dialog);
+  if (m_source.interactive()) addRevisions(before, dialog);
   const LineResult result = applyLine(dialog, line);
   if (result.asked) return print(controlText(*result.asked));
   if (!result.done) {

@@ -79,7 +79,9 @@ public:
   [[noreturn]] void failUnknown(std::wstring_view name, Accepts accepts, const std::wstring& form) const {
     std::vector<std::wstring> names;
     for (const Target& t : m_targets) {
-      if (accepts(t) && t.inView()) names.push_back(t.name);
+      if (!accepts(t) || !t.inView()) continue;
+      const auto twin = [&t](const Target& other) { return &other != &t && other.name == t.name; };
+      names.push_back(std::any_of(m_targets.begin(), m_targets.end(), twin) ? t.path() : t.name);
     }
     const std::wstring expected =
         names.empty() ? L"rien de tel dans cette boîte" : form + L" avec " + join(names);

@@ -13,7 +13,7 @@ void addEntries(std::vector<Target>& targets, Menu& menu,
                 const std::vector<std::wstring>& scopes) {
   for (const auto& entry : entries) {
     if (entry->separator) continue;
-    const std::wstring name = plainText(entry->caption);
+    const std::wstring name = readableText(entry->caption);
     if (entry->entries.empty()) {
       targets.push_back({&menu, -1, entry.get(), name, scopes});
       continue;
@@ -33,7 +33,7 @@ void addControl(std::vector<Target>& targets, Control& control, std::vector<std:
   if (!control.plainCaption().empty()) scopes.push_back(names.front());
   if (const auto* radio = dynamic_cast<RadioGroup*>(&control)) {
     for (std::size_t i = 0; i < radio->items().size(); ++i) {
-      targets.push_back({&control, static_cast<int>(i), nullptr, plainText(radio->items()[i]), scopes});
+      targets.push_back({&control, static_cast<int>(i), nullptr, readableText(radio->items()[i]), scopes});
     }
   }
   if (auto* menu = dynamic_cast<Menu*>(&control)) addEntries(targets, *menu, menu->entries(), scopes);
@@ -46,7 +46,7 @@ void addAll(std::vector<Target>& targets, const Container& container,
     const auto* inner = dynamic_cast<const Container*>(control);
     if (!inner) continue;
     std::vector<std::wstring> innerScopes = scopes;
-    if (!control->plainCaption().empty()) innerScopes.push_back(control->plainCaption());
+    if (!control->plainCaption().empty()) innerScopes.push_back(control->names().front());
     addAll(targets, *inner, innerScopes);
   }
 }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ui/script_driver.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Dialogs worked by lines in a test: installs a script driver for its lifetime and keeps what was printed.
+///
+///     DialogScript script({"Nom = P1", "[OK]"});
+///     EXPECT_EQ(dialog.doModal(), ui::kOk);
+///     EXPECT_TRUE(script.finished());
+class DialogScript : public veltora::base::LineSource, public veltora::base::OutputSink {
+public:
+  explicit DialogScript(std::vector<std::string> lines, bool interactive = false)
+      : m_lines(std::move(lines)), m_interactive(interactive), m_former(veltora::ui::setDriver(&driver)) {}
+  ~DialogScript() override { veltora::ui::setDriver(m_former); }
+  DialogScript(const DialogScript&) = delete;
+  DialogScript& operator=(const DialogScript&) = delete;
+
+  std::optional<std::string> readLine(const std::string& prompt) override {
+    prompts.push_back(prompt);
+    if (m_next == m_lines.size()) return std::nullopt;
+    return m_lines[m_next++];
+  }
+  [[nodiscard]] bool interactive() const override { return m_interactive; }
+  void print(const std::string& text) override { transcript += text; }
+  /// True when every line was asked for.
+  [[nodiscard]] bool finished() const { return m_next == m_lines.size(); }
+
+  std::string transcript;
+  std::vector<std::string> prompts;
+  veltora::ui::ScriptDriver driver{*this, *this};
+
+private:
+  std::vector<std::string> m_lines;
+  std::size_t m_next = 0;
+  bool m_interactive;
+  veltora::ui::Driver* m_former;
+};
