@@ -1,7 +1,7 @@
 #include "calc/dessin_polygonale.h"
 
-#include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
+#include "arx/db/dbpl.h"
 
 #include <memory>
 

@@ -7,7 +7,7 @@
 namespace veltora {
 
 void preparerCodeStations(int code, bool modifier) {
-  tableCodification& table = *getTableCodification();
+  tableCodification& table = getTableCodification();
   int rang = table.chercherCode(code);
   if (rang < 0) {
     codifPoint nouveau;
