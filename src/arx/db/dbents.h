@@ -4,10 +4,20 @@
 #include "arx/db/dbobject.h"
 #include "arx/ge/gematrix.h"
 
-class AcDbDatabase;
+#include <vector>
 
-/// Something drawn. New entities take layer, colour and line type from the drawing's current settings when they are
-/// appended, unless these were set before.
+class AcDbDatabase;
+class AcDbSubEntityOwner;
+
+using AcGePoint3dArray = std::vector<AcGePoint3d>;
+
+namespace AcDb {
+/// Which operands of an intersection are taken beyond their ends.
+enum Intersect { kOnBothOperands = 0, kExtendThis = 1, kExtendArg = 2, kExtendBoth = 3 };
+}  // namespace AcDb
+
+/// Something drawn. New entities take layer, colour and line type from the drawing's current settings when
+/// they are appended, unless these were set before.
 class ARX_API AcDbEntity : public AcDbObject {
   ACRX_DECLARE_MEMBERS(AcDbEntity)
 public:
@@ -28,7 +38,9 @@ public:
   Acad::ErrorStatus setLinetypeScale(double scale);
   [[nodiscard]] int lineWeight() const { return m_lineWeight; }
   Acad::ErrorStatus setLineWeight(int weight);
-  [[nodiscard]] AcDb::Visibility visibility() const { return m_invisible ? AcDb::kInvisible : AcDb::kVisible; }
+  [[nodiscard]] AcDb::Visibility visibility() const {
+    return m_invisible ? AcDb::kInvisible : AcDb::kVisible;
+  }
   Acad::ErrorStatus setVisibility(AcDb::Visibility visibility);
   /// Layer, colour, line type, its scale, line weight and visibility of another entity.
   Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* other);
@@ -37,10 +49,20 @@ public:
   /// Fills what was not set, from a database: for entities being appended.
   void setDatabaseDefaults(AcDbDatabase* database);
 
-  /// `eNotImplementedYet` for an entity that the host does not model, `eCannotScaleNonUniformly` where the shape forbids.
+  /// `eNotImplementedYet` for an entity that the host does not model, `eCannotScaleNonUniformly` where the
+  /// shape forbids.
   virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
   /// Box in world coordinates; `eInvalidExtents` when the entity has none.
   virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+  /// Appends the points that both have in common; two points closer than 1e-9 of the coordinates' size count
+  /// as one, stretches in common give no point. `eNotImplementedYet` unless both are curves.
+  virtual Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                          AcGePoint3dArray& points) const;
+  /// The entity as owner of attributes or vertices; null for one that has none.
+  [[nodiscard]] virtual AcDbSubEntityOwner* subEntityOwner() { return nullptr; }
+  [[nodiscard]] const AcDbSubEntityOwner* subEntityOwner() const {
+    return const_cast<AcDbEntity*>(this)->subEntityOwner();
+  }
 
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -48,8 +70,15 @@ public:
 
 protected:
   void exchangeFields(AcDbEntity& other);
+  /// Takes one group of the class's own sections, its parents' included. @return false for a group of no
+  /// meaning here
+  virtual bool takeGroup(AcDbDxfReader& in);
+  /// Reads every section with this marker: each group goes to `takeGroup`, else it is kept. Groups behind the
+  /// start of an embedded object (101) are kept whole. @return false when there is no such section
+  bool readSection(AcDbDxfReader& in, std::string_view marker);
 
 private:
+  bool takeCommonGroup(AcDbDxfReader& in);
   AcDbObjectId m_layer;
   AcDbObjectId m_linetype;
   double m_linetypeScale = 1.0;

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "arx/db/dbattr.h"
+#include "arx/db/dbsubents.h"
+
+#include <memory>
+
+/// A block shown at a place, with its attributes. A reference that repeats the block in rows and columns
+/// keeps these.
+class ARX_API AcDbBlockReference : public AcDbEntity, public AcDbSubEntityOwner {
+  ACRX_DECLARE_MEMBERS(AcDbBlockReference)
+  ACDB_DECLARE_COPY(AcDbBlockReference)
+public:
+  /// Rows and columns of the repeated block.
+  struct Grid {
+    Adesk::Int16 columns = 1;
+    Adesk::Int16 rows = 1;
+    double columnSpacing = 0.0;
+    double rowSpacing = 0.0;
+    bool ownMarker = false;  // written in the section of the repeated block
+    bool operator==(const Grid&) const = default;
+  };
+
+  AcDbBlockReference() = default;
+  AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block)
+      : m_position(position), m_block(block) {}
+  AcDbBlockReference(const AcDbBlockReference& other);
+
+  [[nodiscard]] AcDbObjectId blockTableRecord() const { return m_block; }
+  Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block);
+  [[nodiscard]] AcGePoint3d position() const;  ///< in the world
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  [[nodiscard]] AcGeScale3d scaleFactors() const { return m_scale; }
+  /// `eInvalidInput` when one is 0 or not finite.
+  Acad::ErrorStatus setScaleFactors(const AcGeScale3d& factors);
+  [[nodiscard]] double rotation() const;  ///< radians
+  Acad::ErrorStatus setRotation(double radians);
+  [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);  ///< the position stays in the world
+  /// From the block's coordinates to the world; the block's origin comes to lie on the position.
+  [[nodiscard]] AcGeMatrix3d blockTransform() const;
+  Acad::ErrorStatus setBlockTransform(const AcGeMatrix3d& matrix);
+  [[nodiscard]] Grid grid() const { return m_grid ? *m_grid : Grid(); }
+
+  /// Adds an attribute, which the database owns from then on and which is left open for writing. The
+  /// reference must be in a database (`eNotInDatabase`) and open for writing. An attribute without a style or
+  /// layer takes the current one.
+  Acad::ErrorStatus appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute);
+  Acad::ErrorStatus appendAttribute(AcDbAttribute* attribute);
+  /// Live attributes; deleted by the caller.
+  [[nodiscard]] AcDbObjectIterator* attributeIterator() const;
+
+  AcDbSubEntityOwner* subEntityOwner() override { return this; }
+  [[nodiscard]] AcRxClass* subEntityClass() const override { return AcDbAttribute::desc(); }
+  [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(true); }
+  /// Attributes move along.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+  /// Around the block's entities and the visible attributes; a block that shows itself is entered once.
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void dxfInFields(AcDbDxfReader& in) override;
+  void dxfOutFields(AcDbDxfWriter& out) const override;
+  void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
+
+protected:
+  bool takeGroup(AcDbDxfReader& in) override;
+  void exchangeFields(AcDbBlockReference& other);
+
+private:
+  Grid& ownGrid();
+  AcGePoint3d m_position;  // own plane
+  AcGeScale3d m_scale;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+  double m_rotation = 0.0;  // degrees, as in the file
+  AcDbObjectId m_block;
+  std::unique_ptr<Grid> m_grid;
+};
+
+/// Marks the begin of a block definition in the drawing file.
+class ARX_API AcDbBlockBegin : public AcDbEntity {
+  ACRX_DECLARE_MEMBERS(AcDbBlockBegin)
+  ACDB_DECLARE_COPY(AcDbBlockBegin)
+public:
+  AcDbBlockBegin() = default;
+  /// Name, flags, origin and comments are those of the block record; the reader of files takes them from
+  /// here.
+  AcString name;
+  AcString comments;
+  AcString externalPath;
+  AcGePoint3d origin;
+  int flags = 0;
+
+  void dxfInFields(AcDbDxfReader& in) override;
+  void dxfOutFields(AcDbDxfWriter& out) const override;
+
+protected:
+  bool takeGroup(AcDbDxfReader& in) override;
+  void exchangeFields(AcDbBlockBegin& other);
+
+private:
+  bool m_hasComments = false;
+};
+
+/// Marks its end.
+class ARX_API AcDbBlockEnd : public AcDbEntity {
+  ACRX_DECLARE_MEMBERS(AcDbBlockEnd)
+  ACDB_DECLARE_COPY(AcDbBlockEnd)
+public:
+  AcDbBlockEnd() = default;
+  void dxfInFields(AcDbDxfReader& in) override;
+  void dxfOutFields(AcDbDxfWriter& out) const override;
+
+protected:
+  void exchangeFields(AcDbBlockEnd& other) { AcDbEntity::exchangeFields(other); }
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "arx/db/dbents.h"
+
+#include <vector>
+
+/// One straight or circular piece of a curve in world coordinates. Its share t runs from 0 at the start to 1
+/// at the end, proportional to the length along the piece; `startParam` and `endParam` are the curve's
+/// parameters there.
+struct AcDbCurvePiece {
+  AcGePoint3d start;
+  AcGePoint3d end;
+  double startParam = 0.0;
+  double endParam = 1.0;
+  bool isArc = false;
+  bool endless = false;  ///< goes on beyond the end (a ray)
+  AcGePoint3d center;    ///< of an arc, likewise the rest
+  AcGeVector3d xAxis;    ///< unit vectors of the plane: angle 0 and a quarter turn
+  AcGeVector3d yAxis;
+  double radius = 0.0;
+  double startAngle = 0.0;
+  double sweep = 0.0;  ///< radians, signed
+
+  [[nodiscard]] double length() const;
+  [[nodiscard]] AcGePoint3d pointAt(double t) const;
+  [[nodiscard]] double paramAt(double t) const { return startParam + (endParam - startParam) * t; }
+  /// Share of the nearest point; `before` / `after`: the piece goes on beyond its start / end.
+  [[nodiscard]] double closest(const AcGePoint3d& point, bool before, bool after) const;
+  void addToExtents(AcDbExtents& extents) const;
+};
+
+/// Something that is drawn along a line: parameters, lengths and nearest points. Parameters: of a line the
+/// length from the start, of a circle or an arc the angle, of a polyline the vertex number and the share of
+/// the segment behind it. Functions return `eDegenerateGeometry` when the curve has no point at all (a
+/// polyline without vertices).
+class ARX_API AcDbCurve : public AcDbEntity {
+  ACRX_DECLARE_MEMBERS(AcDbCurve)
+public:
+  [[nodiscard]] virtual bool isClosed() const { return false; }
+  virtual Acad::ErrorStatus getStartParam(double& param) const;
+  virtual Acad::ErrorStatus getEndParam(double& param) const;  ///< 1e300 for a ray
+  virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
+  virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;  ///< `eNotApplicable` for a ray
+  /// `eOutOfRange` beyond the ends; parameters of closed curves are not wrapped.
+  virtual Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const;
+  /// `eInvalidInput` when the point is farther than 1e-6 of the drawing's size from the curve (at least 1e-6
+  /// units).
+  virtual Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const;
+  virtual Acad::ErrorStatus getDistAtParam(double param, double& dist) const;
+  virtual Acad::ErrorStatus getParamAtDist(double dist, double& param) const;
+  virtual Acad::ErrorStatus getDistAtPoint(const AcGePoint3d& point, double& dist) const;
+  virtual Acad::ErrorStatus getPointAtDist(double dist, AcGePoint3d& point) const;
+  /// Nearest point in space. @param extend straight ends go on endlessly and arcs become whole circles
+  virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& result,
+                                              bool extend = false) const;
+  /// Direction of travel with the length of the derivative by the parameter; zero on a piece without length.
+  virtual Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const;
+  /// Area enclosed, an open curve closed by its chord; absolute value, of the projection on the curve's
+  /// plane.
+  virtual Acad::ErrorStatus getArea(double& area) const;
+  /// Parallel curves, owned by the caller. A positive distance lies to the right of the direction of travel,
+  /// for circles and arcs outside. `eInvalidInput` when nothing is left, `eNotImplementedYet` for curves
+  /// without parallels.
+  virtual Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const;
+
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                  AcGePoint3dArray& points) const override;
+  /// The curve piece by piece, in order; a closing piece included.
+  [[nodiscard]] virtual std::vector<AcDbCurvePiece> pieces() const = 0;
+
+protected:
+  void exchangeFields(AcDbCurve& other) { AcDbEntity::exchangeFields(other); }
+  bool takeGroup(AcDbDxfReader& in) override { return AcDbEntity::takeGroup(in); }
+};

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "arx/db/dbents.h"
+#include "arx/db/dbshorttext.h"
+
+/// Size of a text at rotation 0, measured from the start of its base line. The drawing program has no fonts:
+/// every caller measures with this rule. A character is 0.9 of the height wide (a space too, the last one
+/// without its gap of 0.2), times the width factor; control sequences (%%d, %%c, %%p, %%nnn) count as one
+/// character, %%u and %%o as none. Letters with a descender (g j p q y Q , ;) reach 0.3 of the height below
+/// the base line.
+struct AcDbTextSize {
+  double width = 0.0;
+  double height = 0.0;   ///< above the base line
+  double descent = 0.0;  ///< below it, not negative
+};
+/// @param height of a capital letter; negative or not finite counts as 0
+ARX_API AcDbTextSize acdbTextExtents(std::wstring_view text, double height, double widthFactor = 1.0);
+/// With the height and width factor of a text style where the arguments are 0.
+ARX_API AcDbTextSize acdbTextExtents(std::wstring_view text, AcDbObjectId style, double height,
+                                     double widthFactor);
+
+/// One line of text.
+///
+/// Points are kept in the coordinates of the text's own plane, as drawing files hold them, and offered in
+/// world coordinates. A text that is left aligned on its base line stands at `position`; any other at
+/// `alignmentPoint`, and its position follows from that with the measure above.
+class ARX_API AcDbText : public AcDbEntity {
+  ACRX_DECLARE_MEMBERS(AcDbText)
+  ACDB_DECLARE_COPY(AcDbText)
+public:
+  AcDbText() = default;
+  AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = {}, double height = 0.0,
+           double rotation = 0.0);
+
+  [[nodiscard]] AcGePoint3d position() const;
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  [[nodiscard]] AcGePoint3d alignmentPoint() const;
+  /// Also computes the position anew.
+  Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+  [[nodiscard]] bool isDefaultAlignment() const { return m_horizontal == 0 && m_vertical == 0; }
+  [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);  ///< the points stay in the world
+  [[nodiscard]] double thickness() const { return m_thickness; }
+  Acad::ErrorStatus setThickness(double thickness);
+  [[nodiscard]] double oblique() const;  ///< radians
+  Acad::ErrorStatus setOblique(double radians);
+  [[nodiscard]] double rotation() const;  ///< radians
+  Acad::ErrorStatus setRotation(double radians);
+  [[nodiscard]] double height() const { return m_height; }
+  Acad::ErrorStatus setHeight(double height);  ///< `eInvalidInput` unless above 0
+  [[nodiscard]] double widthFactor() const { return m_widthFactor; }
+  Acad::ErrorStatus setWidthFactor(double factor);  ///< `eInvalidInput` for 0 or not finite
+  [[nodiscard]] AcString textString() const { return AcString(m_text.view()); }
+  [[nodiscard]] const ACHAR* textStringConst() const { return m_text.c_str(); }
+  Acad::ErrorStatus setTextString(const ACHAR* text);
+  Acad::ErrorStatus setTextString(const AcString& text);
+  [[nodiscard]] AcDbObjectId textStyle() const { return m_style; }
+  Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+  [[nodiscard]] bool isMirroredInX() const { return (m_generation & 2) != 0; }  ///< backward
+  Acad::ErrorStatus mirrorInX(bool mirrored);
+  [[nodiscard]] bool isMirroredInY() const { return (m_generation & 4) != 0; }  ///< upside down
+  Acad::ErrorStatus mirrorInY(bool mirrored);
+  [[nodiscard]] AcDb::TextHorzMode horizontalMode() const {
+    return static_cast<AcDb::TextHorzMode>(m_horizontal);
+  }
+  /// Leaving the default alignment takes the position as alignment point until one is set.
+  Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
+  [[nodiscard]] AcDb::TextVertMode verticalMode() const {
+    return static_cast<AcDb::TextVertMode>(m_vertical);
+  }
+  Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
+  /// Computes the position of an aligned text anew from its alignment point, measured with its style; for the
+  /// aligned and fitted modes also height or width factor and rotation. `eNotApplicable` for the default
+  /// alignment.
+  Acad::ErrorStatus adjustAlignment(const AcDbDatabase* database = nullptr);
+  /// Size at rotation 0.
+  [[nodiscard]] AcDbTextSize measure() const;
+
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void dxfInFields(AcDbDxfReader& in) override;
+  void dxfOutFields(AcDbDxfWriter& out) const override;
+  void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
+
+protected:
+  bool takeGroup(AcDbDxfReader& in) override;
+  /// The groups that texts, attributes and their definitions share.
+  bool takeTextGroup(AcDbDxfReader& in);
+  bool takeVerticalMode(AcDbDxfReader& in);
+  void writeTextSection(AcDbDxfWriter& out) const;
+  void writeVerticalMode(AcDbDxfWriter& out, int code) const;
+  void exchangeFields(AcDbText& other);
+
+private:
+  [[nodiscard]] AcGePoint3d basePoint() const;  // start of the base line, own plane
+  Acad::ErrorStatus setModes(int horizontal, int vertical);
+  AcGePoint3d m_position;  // own plane, likewise the next
+  AcGePoint3d m_alignment;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+  double m_height = 0.0;
+  double m_rotation = 0.0;  // degrees, as in the file, likewise the oblique angle
+  double m_widthFactor = 1.0;
+  double m_oblique = 0.0;
+  double m_thickness = 0.0;
+  AcDbObjectId m_style;
+  AcDbShortText<16> m_text;
+  Adesk::Int16 m_generation = 0;
+  Adesk::Int8 m_horizontal = 0;
+  Adesk::Int8 m_vertical = 0;
+  bool m_hasAlignment = false;
+};
