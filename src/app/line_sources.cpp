@@ -3,11 +3,11 @@
 #include "base/files.h"
 #include "base/text.h"
 
+#include <editline/readline.h>
+#include <unistd.h>
 #include <cstdio>
 #include <cstdlib>
-#include <editline/readline.h>
 #include <iostream>
-#include <unistd.h>
 
 namespace veltora::app {
 namespace {
@@ -103,7 +103,9 @@ std::optional<std::string> ChainedSource::readLine(const std::string& prompt) {
   return std::nullopt;
 }
 
-std::string ChainedSource::position() const { return m_sources.empty() ? std::string() : m_sources.front()->position(); }
+std::string ChainedSource::position() const {
+  return m_sources.empty() ? std::string() : m_sources.front()->position();
+}
 
 void StandardOutput::print(const std::string& text) {
   std::fwrite(text.data(), 1, text.size(), stdout);

@@ -38,7 +38,8 @@ private:
   std::size_t m_next = 0;
 };
 
-/// The lines of a script file in UTF-8, line ends cut, a byte order mark dropped. Nothing when it cannot be read.
+/// The lines of a script file in UTF-8, line ends cut, a byte order mark dropped. Nothing when it cannot be
+/// read.
 std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& path);
 
 /// Several sources one after the other.
@@ -47,7 +48,9 @@ public:
   void append(std::unique_ptr<base::LineSource> source) { m_sources.push_back(std::move(source)); }
   std::optional<std::string> readLine(const std::string& prompt) override;
   [[nodiscard]] std::string position() const override;
-  [[nodiscard]] bool interactive() const override { return !m_sources.empty() && m_sources.front()->interactive(); }
+  [[nodiscard]] bool interactive() const override {
+    return !m_sources.empty() && m_sources.front()->interactive();
+  }
 
 private:
   std::deque<std::unique_ptr<base::LineSource>> m_sources;

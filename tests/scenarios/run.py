@@ -129,8 +129,8 @@ def step(number, kind, rest, folder):
 def main():
     with tempfile.TemporaryDirectory(prefix="veltora-scenario-") as name:
         folder = pathlib.Path(name)
-        environment = dict(os.environ, HOME=name, TMPDIR=name, XDG_DATA_HOME=name + "/data", XDG_STATE_HOME=name + "/state")
-        environment.pop("VELTORA_INSTALLATION", None)
+        environment = dict(os.environ, HOME=name, TMPDIR=name, XDG_DATA_HOME=name + "/data", XDG_STATE_HOME=name + "/state",
+                           VELTORA_INSTALLATION=name + "/installation")
         steps = parse()
         if not any(kind == "run" for _, kind, _ in steps):
             fail(1, "no ;run")

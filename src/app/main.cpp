@@ -1,0 +1,24 @@
+#include "app/programme.h"
+#include "app/travaux.h"
+
+#include <exception>
+
+int main(int argc, char** argv) {
+  using namespace veltora::app;
+  Demande demande;
+  int statut = kSucces;
+  try {
+    if (!lireArguments(argc, argv, demande, statut)) return statut;
+    switch (demande.travail) {
+      case Demande::Travail::kPolygonale:
+        return travailPolygonale(demande);
+      case Demande::Travail::kPoints:
+        return travailPoints(demande);
+      default:
+        return travailSession(demande);
+    }
+  } catch (const std::exception& error) {
+    direErreur(std::string("erreur inattendue : ") + error.what());
+    return kEchec;
+  }
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "app/ligne_de_commande.h"
+
+namespace veltora::app {
+
+// One job each; the result is the exit status of the program.
+int travailSession(const Demande& demande);
+int travailPolygonale(const Demande& demande);
+int travailPoints(const Demande& demande);
+
+}  // namespace veltora::app
