@@ -5,6 +5,7 @@
 
 #include <span>
 
+class AcDbAttribute;
 class AcDbBlockReference;
 
 namespace veltora {
@@ -24,5 +25,8 @@ VELTORA_API int ecrireAttributs(const AcDbBlockReference& bloc, std::span<const 
 /// The same for one pair on an object that is exactly a block reference. @return number of settings, 0 for
 /// another
 VELTORA_API int ecrireAttribut(const AcDbObjectId& id, const AcString& etiquette, const AcString& valeur);
+
+/// Shows or hides an attribute, open for writing, as a whole: its own flag and the entity's.
+VELTORA_API void montrerAttribut(AcDbAttribute& attribut, bool visible);
 
 }  // namespace veltora

@@ -71,7 +71,6 @@ public:
 
 private:
   void entrer(std::wstring_view bords, int index);
-  void viderIndex();
 
   indexNomsPoints indexNoms;
   Tableau pointsTable;

@@ -30,7 +30,8 @@ struct VELTORA_API pointXYZ {
   /// @return always 0
   int ecrireBlocPoint(AcDbDatabase* db, tableCodification& codes, AcDbObjectId& idResultat, int avecAltitude,
                       int creerCalques) const;
-  /// Inserts the block into the working drawing and appends the point to the current table. @return 1
+  /// Inserts the block into the working drawing and appends the point to the current table. @return 1; 0
+  /// without an installed project
   int ajouterPointDessine() const;
 };
 

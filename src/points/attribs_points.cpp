@@ -1,0 +1,7 @@
+#include "points/attribs_points.h"
+
+namespace veltora {
+
+const attribsPoints etiquettesPoints;
+
+}  // namespace veltora

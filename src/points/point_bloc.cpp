@@ -1,0 +1,110 @@
+// The crossings between a point's record and its block in the drawing.
+
+#include "arx/db/dbblockref.h"
+#include "arx/db/dbmain.h"
+#include "arx/ed/edselect.h"
+#include "base/format.h"
+#include "base/text.h"
+#include "codes/table_codification.h"
+#include "core/valider_nombre.h"
+#include "points/attribs_points.h"
+#include "points/attributs_bloc.h"
+#include "points/liste_points_du_dessin.h"
+#include "points/point_xyz.h"
+#include "ui/progress.h"
+
+namespace veltora {
+namespace {
+
+constexpr int kPlusGrandCode = 9999;
+
+/// Code of the attribute text: above 9999, read as an unsigned number, it is 1; so a negative one is 1, and 0
+/// stays.
+int codeLu(const AcString& texte) {
+  const int code = base::lireEntier(texte);
+  return code < 0 || code > kPlusGrandCode ? 1 : code;
+}
+
+}  // namespace
+
+void pointDuDessin::creer(bool creerCalques, const wchar_t* obs) {
+  pointXYZ source;
+  source.x = x;
+  source.y = y;
+  source.z = z;
+  source.code = code;
+  source.nom = base::toUpper(base::trim(base::widen(nomPoint)));
+  if (obs) source.obs = base::trim(std::wstring_view(obs));
+  source.ecrireBlocPoint(acdbHostApplicationServices()->workingDatabase(), getTableCodification(), id,
+                         z != Z_ABSENT, creerCalques);
+}
+
+void pointDuDessin::updateDrawing() {
+  getTableCodification().getOuCreerCode(code);
+  const AcDbObjectPointer<AcDbObject> objet(id, AcDb::kForWrite);
+  if (!id.isValid() || objet.openStatus() != Acad::eOk) {
+    creer(true, nullptr);
+    return;
+  }
+  AcDbBlockReference* bloc = AcDbBlockReference::cast(objet.object());
+  if (!bloc) return;
+  CString altitude;
+  getZAsString(altitude);
+  // Deliberate (updateDrawing-code): the first pair bears the tag of the number, so the second overwrites it
+  // and the attribute CODE stays as it was.
+  const valeurAttribut valeurs[] = {{etiquettesPoints.numero, base::formater(L"%d", code)},
+                                    {etiquettesPoints.numero, base::widen(nomPoint)},
+                                    {etiquettesPoints.altitude, altitude}};
+  ecrireAttributs(*bloc, valeurs);
+  const AcGePoint3d place = bloc->position();
+  bloc->transformBy(AcGeMatrix3d::translation({x - place.x, y - place.y, 0.0}));
+}
+
+int pointDuDessin::updateFromDrawing(const AcDbObjectId& idBloc) {
+  const AcDbObjectId lu = idBloc;  // the argument may be this record's own id
+  id.setNull();
+  const AcDbObjectPointer<AcDbBlockReference> bloc(lu);
+  if (bloc.openStatus() != Acad::eOk) return 0;
+  x = bloc->position().x;
+  y = bloc->position().y;
+  id = lu;
+  AcString texte;
+  if (!lireAttribut(*bloc, etiquettesPoints.numero, texte)) return 0;
+  setNomPoint(texte.c_str());
+  code = lireAttribut(*bloc, etiquettesPoints.code, texte) ? codeLu(texte) : 1;
+  const bool cote = lireAttribut(*bloc, etiquettesPoints.altitude, texte) && validerNombre(texte);
+  z = cote ? base::lireReel(texte) : Z_ABSENT;
+  return 1;
+}
+
+void listePointsDuDessin::updateDrawing() {
+  ui::CMyProgressDlg avance;
+  avance.setRange(0, nbPoint() - 1);
+  for (pointDuDessin& point : pointsTable) {
+    if (avance.wantsToStop()) return;
+    point.updateDrawing();
+    avance.stepIt();
+  }
+}
+
+void listePointsDuDessin::updateFromDrawing() {
+  pointsTable.RemoveAll();
+  indexNoms.clear();
+  resbuf* filtre = acutBuildList(0, L"INSERT", RTNONE);
+  ads_name jeu = {0, 0};
+  const int trouve = acedSSGet(L"X", nullptr, nullptr, filtre, jeu);
+  acutRelRb(filtre);
+  if (trouve != RTNORM) return;
+  Adesk::Int32 nombre = 0;
+  acedSSLength(jeu, &nombre);
+  for (Adesk::Int32 i = 0; i < nombre; ++i) {
+    ads_name nom = {0, 0};
+    AcDbObjectId bloc;
+    if (acedSSName(jeu, i, nom) != RTNORM || acdbGetObjectId(bloc, nom) != Acad::eOk) continue;
+    pointDuDessin point;
+    if (point.updateFromDrawing(bloc)) Ajouter(point);
+  }
+  acedSSFree(jeu);
+}
+
+}  // namespace veltora

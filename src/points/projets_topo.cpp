@@ -1,0 +1,86 @@
+#include "points/projets_topo.h"
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+namespace veltora {
+namespace {
+
+constexpr const wchar_t* kTableParDefaut = L"LEVE";
+
+}  // namespace
+
+projetsTopo::projetsTopo() { reset(); }
+
+projetsTopo::~projetsTopo() { removeAll(); }
+
+void projetsTopo::reset() {
+  removeAll();
+  creerTablePoints(kTableParDefaut);
+  tableCourante = 0;
+}
+
+void projetsTopo::removeAll() {
+  for (listePointsDuDessin* table : tablesListe) delete table;
+  tablesListe.RemoveAll();
+  tableCourante = -1;
+}
+
+void projetsTopo::creerTablePoints(const wchar_t* nom) {
+  auto table = std::make_unique<listePointsDuDessin>();
+  table->setNomTable(nom);
+  tablesListe.Add(table.get());
+  table.release();
+}
+
+void projetsTopo::supprimer(int i) {
+  delete tablesListe.GetAt(i);
+  tablesListe.RemoveAt(i);
+}
+
+void projetsTopo::removeTablePoints(int i) {
+  if (tablesListe.GetSize() == 1 || i < 0 || i >= tablesListe.GetSize()) return;
+  // Deliberate (removeTablePoints-courante): removing the current table moves the index down too.
+  if (tableCourante >= i) --tableCourante;
+  supprimer(i);
+  if (tableCourante < 0) tableCourante = 0;
+}
+
+listePointsDuDessin* projetsTopo::currTable() {
+  if (tablesListe.empty()) {
+    creerTablePoints(L"");
+    tableCourante = 0;
+  }
+  if (tableCourante >= tablesListe.GetSize()) tableCourante = 0;
+  if (tableCourante < 0) throw std::invalid_argument("table courante hors de la liste");
+  listePointsDuDessin*& table = tablesListe.GetAt(tableCourante);
+  if (!table) table = new listePointsDuDessin;
+  return table;
+}
+
+void projetsTopo::decalZ(const double& dz) {
+  for (listePointsDuDessin* table : tablesListe)
+    if (table) table->decalZ(dz);
+}
+
+void projetsTopo::notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d& pt, int masque) {
+  for (listePointsDuDessin* table : tablesListe)
+    if (table) table->notifyPositionPoint(id, pt, masque);
+}
+
+void projetsTopo::nettoyerLeveVides() {
+  std::vector<int> vides;
+  for (int i = 0; i < tablesListe.GetSize(); ++i) {
+    const listePointsDuDessin* table = tablesListe.GetAt(i);
+    if (table->nbPoint() == 0 && table->getNomTable() == kTableParDefaut) vides.push_back(i);
+  }
+  if (vides.size() < 2) {
+    if (tableCourante < 0 || tableCourante >= tablesListe.GetSize()) tableCourante = 0;
+    return;
+  }
+  for (auto i = vides.rbegin(); i != vides.rend() && tablesListe.GetSize() > 1; ++i) supprimer(*i);
+  tableCourante = 0;
+}
+
+}  // namespace veltora
