@@ -135,6 +135,7 @@ void ScriptDriver::runModal(Dialog& dialog) {
 
 void ScriptDriver::answer(Dialog& dialog, const std::wstring& line) {
   if (line == L"?") return print(dialogText(dialog));
+  if (comparable(line) == L"*annuler*") return dialog.onCancel();  // the Escape key, as at a prompt
   Revisions before;
   if (m_source.interactive()) addRevisions(before, dialog);
   const LineResult result = applyLine(dialog, line);

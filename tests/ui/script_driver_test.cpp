@@ -114,6 +114,11 @@ TEST(Dialog, EndsAsItsButtonsSay) {
     EXPECT_EQ(dialog.doModal(), ui::kCancel);
     EXPECT_EQ(dialog.log, "") << "Cancel leaves no field";
   }
+  {
+    DialogScript script({"*annuler*"});
+    EXPECT_EQ(dialog.doModal(), ui::kCancel);
+    EXPECT_TRUE(script.finished());
+  }
   dialog.exporter.onClick = [&] { dialog.endDialog(42); };
   DialogScript script({"[Exporter]"});
   EXPECT_EQ(dialog.doModal(), 42);
