@@ -25,7 +25,7 @@ public:
   ui::TextField layerAltitudes{this, L"Layer Altitudes"};
   ui::TextField layerObs{this, L"Layer Obs"};
   ui::TextField layerCode{this, L"Layer Code"};
-  ui::NumberField taille{this, L"Taille", 1.0, L"%.6g"};
+  ui::NumberField taille{this, L"Taille", 1.0};
   ui::NumberField precision{this, L"Precision Altis", 2, L"%d", ui::NumberField::kInteger};
   ui::Button symbole{this, L"Symbole"};
   ui::Preview apercu{this};
@@ -33,10 +33,13 @@ public:
   ui::Button ok{this, L"OK", ui::Button::Role::Ok};
   ui::Button annuler{this, L"Cancel", ui::Button::Role::Cancel};
 
+  void onOk() override;
+
 protected:
   void onInit() override;
 
 private:
+  [[nodiscard]] bool codePossible() const;
   void quitterCode();
   void choisirSymbole();
   void montrerBlock();

@@ -5,6 +5,7 @@
 #include "base/uncopyable.h"
 #include "codes/codif_point.h"
 
+#include <functional>
 #include <optional>
 
 class AcDbDatabase;
@@ -45,9 +46,10 @@ public:
   void trierParCode();
   /// The smallest code from 1 to 9999 that no row has; nothing when all are taken.
   [[nodiscard]] std::optional<int> codeLibre() const;
-  /// Compares two rows, found by their codes, by a column of the list dialog: 0 code, 1 label ignoring case,
-  /// 2 decimals then code, 3 block path ignoring case. @return negative, 0, positive; 0 when a row is missing
-  [[nodiscard]] int comparer(int codeA, int codeB, int colonne) const;
+  /// A comparison of two rows, given by their codes, for the list dialog: by column 0 code, 1 label ignoring
+  /// case, 2 decimals then code, 3 block path ignoring case. Negative, 0 or positive; 0 when a row is
+  /// missing. Valid until the table changes.
+  [[nodiscard]] std::function<int(long long, long long)> comparateur(int colonne) const;
 
   /// Finds or makes the five layers of a row in the layer table, open for writing; without one, in that of
   /// the working drawing. A layer that exists keeps its colour; an empty name becomes "0". @param ligne

@@ -39,7 +39,7 @@ public:
 
 private:
   ConfigStore() { recharger(); }
-  void poserTexte(std::string_view cle, const std::string& texte);
+  boost::property_tree::ptree& noeudDe(std::string_view cle);
 
   boost::property_tree::ptree m_arbre;
   bool m_modifie = false;

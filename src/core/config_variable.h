@@ -26,7 +26,7 @@ public:
 template <class T>
 class Static_ConfigVariable : public ConfigVariable_base<T> {
 public:
-  Static_ConfigVariable(std::string cle, const T& defaut);
+  Static_ConfigVariable(std::string nomCle, const T& defaut);
 };
 
 extern template class VELTORA_API Static_ConfigVariable<AcGePoint2d>;

@@ -1,0 +1,217 @@
+#include "codes/table_codification.h"
+
+#include "arx/db/dbmain.h"
+#include "arx/ed/acutads.h"
+#include "base/format.h"
+#include "base/text.h"
+#include "codes/xml_champs.h"
+#include "core/installation.h"
+
+#include <algorithm>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace veltora {
+namespace {
+
+constexpr std::wstring_view kBords = L" \t,;.";
+constexpr int kCodeMax = 9999;
+
+codifPoint ligneDefaut(int code, const std::wstring& libelle, std::wstring_view bloc) {
+  codifPoint ligne;
+  ligne.code = code;
+  ligne.libelle = libelle;
+  ligne.chemin = cheminInstallation(bloc);
+  return ligne;
+}
+
+/// The layer of this name, made with the colour when there is none; null when its name is not allowed.
+AcDbObjectId trouverOuCreerLayer(AcDbLayerTable& calques, const std::wstring& nom, int couleur) {
+  AcDbObjectId id;
+  if (calques.getIdAt(nom.c_str(), id) == Acad::eOk) return id;
+  id.setNull();
+  AcCmColor objetCouleur(7);
+  objetCouleur.setColorIndex(couleur);
+  auto calque = std::make_unique<AcDbLayerTableRecord>();
+  if (calque->setName(nom.c_str()) != Acad::eOk) return id;
+  calque->setColor(objetCouleur);
+  if (calques.add(id, calque.get()) != Acad::eOk) return AcDbObjectId::kNull;
+  calque.release()->close();
+  return id;
+}
+
+int signe(int a, int b) { return a < b ? -1 : (a > b ? 1 : 0); }
+
+int comparer(const codifPoint& a, const codifPoint& b, int colonne) {
+  switch (colonne) {
+    case 0:
+      return signe(a.code, b.code);
+    case 1:
+      return base::compareNoCase(a.libelle, b.libelle);
+    case 2: {
+      const int ordre = signe(a.precisionAltitudes, b.precisionAltitudes);
+      return ordre != 0 ? ordre : signe(a.code, b.code);
+    }
+    case 3:
+      return base::compareNoCase(a.chemin, b.chemin);
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+tableCodification::tableCodification(const std::wstring& fichier) {
+  if (!fichier.empty()) {
+    nomFichier = fichier;
+    if (chargerXML()) return;
+  }
+  nomFichier = cheminInstallation(L"defcodif");
+  if (chargerXML()) return;
+  // Deliberate (defcodif-premierDemarrage): a file that gives no rows, even one that is broken, is
+  // overwritten.
+  ajouterDefauts();
+  sauverXML();
+}
+
+int tableCodification::chargerXML() {
+  try {
+    const std::wstring nom = base::trim(nomFichier, kBords);
+    TiXmlDocument document;
+    if (nom.empty() || !chargerFichierXML(document, cheminPlateforme(nom))) return 0;
+    const TiXmlElement* racine = document.FirstChildElement("codifPoints");
+    const TiXmlElement* donnees = racine ? racine->FirstChildElement("TBdata") : nullptr;
+    if (!donnees) return 0;
+    codes.reserve(codes.size() + static_cast<std::size_t>(compterElements(*donnees, "codifPoint")));
+    for (const TiXmlElement* e = donnees->FirstChildElement("codifPoint"); e;
+         e = e->NextSiblingElement("codifPoint")) {
+      codifPoint ligne;
+      ligne.lireXML(*e);
+      codes.Add(std::move(ligne));
+    }
+    return codes.empty() ? 0 : 1;
+  } catch (...) {
+    // Deliberate (chargerXML-null): the file is named by an argument that no caller gives.
+    acutPrintf(L"\nechec lecture de donnees a partir de [%s] datasize=%d", L"(null)", codes.GetSize());
+    codes.RemoveAll();
+    return 0;
+  }
+}
+
+int tableCodification::sauverXML(const std::wstring& fichier) const {
+  TiXmlDocument document;
+  auto* racine = new TiXmlElement("codifPoints");
+  document.LinkEndChild(racine);
+  auto* donnees = new TiXmlElement("TBdata");
+  racine->LinkEndChild(donnees);
+  for (const codifPoint& ligne : codes) ligne.ecrireXML(*donnees);
+  // Deliberate (sauverXML-resultat): the result is 1 even when nothing could be written.
+  sauverFichierXML(document, cheminPlateforme(fichier.empty() ? nomFichier : fichier));
+  return 1;
+}
+
+int tableCodification::chercherCode(int code) const {
+  const auto trouve = std::find_if(codes.begin(), codes.end(),
+                                   [code](const codifPoint& ligne) { return ligne.code == code; });
+  return trouve == codes.end() ? -1 : static_cast<int>(trouve - codes.begin());
+}
+
+codifPoint& tableCodification::getOuCreerCode(int code) {
+  int index = chercherCode(code);
+  if (index < 0) {
+    codifPoint ligne;
+    ligne.code = code;
+    ligne.libelle = base::formater(std::wstring(L"Code %d"), code);
+    codes.Add(std::move(ligne));
+    index = codes.GetSize() - 1;
+  }
+  return codes.GetAt(index);
+}
+
+std::wstring tableCodification::getLibelleCode(int code) {
+  int index = chercherCode(code);
+  if (index < 0) {
+    // Deliberate (getLibelleCode-format): not the label that `getOuCreerCode` gives; whoever comes first
+    // decides.
+    codes.Add(ligneDefaut(code, base::formater(std::wstring(L"Code N° %d"), code), L"biblio\\varnblk1.dwg"));
+    index = codes.GetSize() - 1;
+  }
+  return codes.GetAt(index).libelle;
+}
+
+int tableCodification::supprimerLigne(int index) {
+  codes.RemoveAt(index);
+  return codes.GetSize();
+}
+
+void tableCodification::viderTable() { codes.RemoveAll(); }
+
+void tableCodification::resetDefauts() {
+  viderTable();
+  ajouterDefauts();
+}
+
+void tableCodification::ajouterDefauts() {
+  // Deliberate (libelle-pointTopo): a small t here, a capital one in the label of a new record.
+  codes.Add(ligneDefaut(1, L"Point topo", L"biblio\\varnblk1.dwg"));
+  codes.Add(ligneDefaut(100, L"Station", L"biblio\\varnblk3.dwg"));
+}
+
+void tableCodification::trierParCode() {
+  std::stable_sort(codes.begin(), codes.end(),
+                   [](const codifPoint& a, const codifPoint& b) { return a.code < b.code; });
+}
+
+std::optional<int> tableCodification::codeLibre() const {
+  std::vector<bool> pris(kCodeMax + 1);
+  for (const codifPoint& ligne : codes) {
+    if (ligne.code >= 1 && ligne.code <= kCodeMax) pris[static_cast<std::size_t>(ligne.code)] = true;
+  }
+  const auto libre = std::find(pris.begin() + 1, pris.end(), false);
+  if (libre == pris.end()) return std::nullopt;
+  return static_cast<int>(libre - pris.begin());
+}
+
+std::function<int(long long, long long)> tableCodification::comparateur(int colonne) const {
+  // The rows are found by scanning the table once; the first of a code counts.
+  auto lignes = std::make_shared<std::unordered_map<long long, const codifPoint*>>();
+  for (const codifPoint& ligne : codes) lignes->emplace(ligne.code, &ligne);
+  return [lignes, colonne](long long codeA, long long codeB) {
+    const auto a = lignes->find(codeA);
+    const auto b = lignes->find(codeB);
+    return a == lignes->end() || b == lignes->end() ? 0 : comparer(*a->second, *b->second, colonne);
+  };
+}
+
+void tableCodification::creerLayers(codifPoint& ligne, AcDbLayerTable* calques) const {
+  if (!calques) {
+    AcDbDatabase* dessin = acdbHostApplicationServices()->workingDatabase();
+    AcDbLayerTable* table = nullptr;
+    if (!dessin || dessin->getLayerTable(table, AcDb::kForWrite) != Acad::eOk) return;
+    creerLayers(ligne, table);
+    table->close();
+    return;
+  }
+  for (std::size_t i = 0; i < nbLayers; ++i) {
+    std::wstring& nom = ligne.layers[i];
+    nom = base::trim(nom, kBords);
+    if (nom.empty()) nom = L"0";
+    // Deliberate (creerLayers-couleur): a layer that exists keeps its colour, whatever the code says.
+    ligne.idLayers[i] = trouverOuCreerLayer(*calques, nom, ligne.coulLayers[i]);
+  }
+}
+
+void tableCodification::creerTousLayers(AcDbDatabase* dessin) {
+  AcDbLayerTable* calques = nullptr;
+  if (!dessin || dessin->getLayerTable(calques, AcDb::kForWrite) != Acad::eOk) return;
+  for (codifPoint& ligne : codes) creerLayers(ligne, calques);
+  calques->close();
+}
+
+tableCodification& getTableCodification() {
+  static tableCodification table;
+  return table;
+}
+
+}  // namespace veltora

@@ -1,0 +1,30 @@
+#include "core/config_variable.h"
+
+#include "core/config_store.h"
+
+#include <utility>
+
+namespace veltora {
+
+template <class T>
+Static_ConfigVariable<T>::Static_ConfigVariable(std::string nomCle, const T& defaut)
+    : ConfigVariable_base<T>(std::move(nomCle)) {
+  ConfigStore& store = ConfigStore::instance();
+  if (store.lire(this->cle, this->valeur)) return;
+  this->valeur = defaut;
+  store.poser(this->cle, defaut);
+  store.sauver();
+}
+
+template class Static_ConfigVariable<AcGePoint2d>;
+template class Static_ConfigVariable<int>;
+
+Static_ConfigVariable<AcGePoint2d> UserPaperScale[6] = {
+    {"VARN.UserPaperScale0", {1000, 1000}}, {"VARN.UserPaperScale1", {1000, 1000}},
+    {"VARN.UserPaperScale2", {1000, 1000}}, {"VARN.UserPaperScale3", {1000, 1000}},
+    {"VARN.UserPaperScale4", {1000, 1000}}, {"VARN.UserPaperScale5", {1000, 1000}},
+};
+Static_ConfigVariable<int> gPrecisionCoordonneesX("VARN.gPrecisionCoordonneesX", 3);
+Static_ConfigVariable<int> gPrecisionCoordonneesY("VARN.gPrecisionCoordonneesY", 3);
+
+}  // namespace veltora
