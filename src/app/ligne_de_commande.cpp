@@ -32,6 +32,7 @@ std::string enFrancais(const CLI::ParseError& error) {
     return "argument inattendu : " +
            text.substr(text.find(": ") == std::string::npos ? 0 : text.find(": ") + 2);
   }
+  if (dynamic_cast<const CLI::RequiresError*>(&error)) return "options incomplètes : --sortie manque";
   const std::string name = text.substr(0, text.find_first_of(": "));
   if (dynamic_cast<const CLI::RequiredError*>(&error)) return "argument obligatoire manquant : " + name;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) return "valeur manquante ou en trop : " + name;
@@ -51,16 +52,21 @@ CLI::App* declarerPolygonale(CLI::App& app, Demande& demande) {
   sub->add_option("--rapport", demande.rapport,
                   "Rapport à écrire (HTML ; forme Word si le nom finit par .doc)")
       ->type_name("FICHIER");
-  sub->add_option("--dessin", demande.dessin,
-                  "Dessin où placer les stations (nouveau dessin sans cette option)")
-      ->type_name("DESSIN");
-  sub->add_option("--sortie", demande.sortie, "Dessin à enregistrer avec les stations")->type_name("DESSIN");
+  CLI::Option* dessin = sub->add_option("--dessin", demande.dessin,
+                                        "Dessin où placer les stations (nouveau dessin sans cette option)")
+                            ->type_name("DESSIN");
+  CLI::Option* sortie = sub->add_option("--sortie", demande.sortie, "Dessin à enregistrer avec les stations")
+                            ->type_name("DESSIN");
   sub->add_option("--code", demande.code, "Code des stations, 1 à 9999")
       ->type_name("CODE")
       ->capture_default_str();
-  sub->add_flag("--altitudes", demande.altitudes, "Place les stations avec leur altitude");
-  sub->add_flag("--tracer-brute", demande.tracerBrute, "Dessine la polygonale originelle");
-  sub->add_flag("--tracer-compensee", demande.tracerCompensee, "Dessine la polygonale compensée");
+  CLI::Option* altitudes =
+      sub->add_flag("--altitudes", demande.altitudes, "Place les stations avec leur altitude");
+  CLI::Option* brute =
+      sub->add_flag("--tracer-brute", demande.tracerBrute, "Dessine la polygonale originelle");
+  CLI::Option* compensee =
+      sub->add_flag("--tracer-compensee", demande.tracerCompensee, "Dessine la polygonale compensée");
+  for (CLI::Option* option : {dessin, altitudes, brute, compensee}) option->needs(sortie);
   return sub;
 }
 

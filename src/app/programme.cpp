@@ -88,7 +88,7 @@ void Programme::brancher() {
 bool Programme::charger() {
   std::wstring message;
   const std::filesystem::path path = dossierProgramme() / kModule;
-  if (acrxDynamicLinker->loadModule(path.wstring().c_str(), false, &message)) return true;
+  if (acrxDynamicLinker->loadModule(base::fromUtf8(path.string()).c_str(), false, &message)) return true;
   direErreur(message);
   return false;
 }

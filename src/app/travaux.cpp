@@ -73,7 +73,7 @@ int travailSession(const Demande& demande) {
 int travailPolygonale(const Demande& demande) {
   LinesSource aucune("", {});
   Programme programme(aucune);
-  const bool dessiner = !demande.dessin.empty() || !demande.sortie.empty();
+  const bool dessiner = !demande.sortie.empty();
   if (!programme.charger() || (dessiner && !programme.ouvrir(demande.dessin))) return kEchec;
 
   demandePolygonaleFermee travail;
@@ -92,10 +92,9 @@ int travailPolygonale(const Demande& demande) {
     return kEchec;
   }
   afficherResultat(resultat);
-  const std::string& sortie = demande.sortie.empty() ? demande.dessin : demande.sortie;
-  if (dessiner && !programme.enregistrer(sortie)) return kEchec;
+  if (dessiner && !programme.enregistrer(demande.sortie)) return kEchec;
   if (!demande.rapport.empty()) ecrire("\nRapport : " + demande.rapport + "\n");
-  if (dessiner) ecrire("Dessin  : " + sortie + "\n");
+  if (dessiner) ecrire("Dessin  : " + demande.sortie + "\n");
   return kSucces;
 }
 

@@ -9,8 +9,9 @@ void automateLexical::ajouterEtatFinal(int etat) {
 }
 
 void automateLexical::ajouterTransition(int source, char bas, char haut, int cible) {
-  const auto [low, high] = std::minmax(static_cast<signed char>(bas), static_cast<signed char>(haut));
-  m_transitions.push_back({source, low, high, cible});
+  const auto a = static_cast<signed char>(bas);
+  const auto b = static_cast<signed char>(haut);
+  m_transitions.push_back({source, std::min(a, b), std::max(a, b), cible});
 }
 
 int automateLexical::suivant(int etat, signed char caractere) const {
@@ -36,10 +37,9 @@ bool automateLexical::lire(std::string_view texte, std::size_t& position, std::s
 }
 
 automateLexical automateLexical::nombres() {
-  // State 3 accepts a number that ends in its point, but no text reaches the end of the scan there as a
-  // constant: see the caller.
   automateLexical a;
-  for (const int etat : {2, 3, 4, 7}) a.ajouterEtatFinal(etat);
+  // State 3, just behind the point, is not accepting: "1." is no number of a formula.
+  for (const int etat : {2, 4, 7}) a.ajouterEtatFinal(etat);
   for (const int etat : {0, 1}) {
     a.ajouterTransition(etat, '+', '+', 1);
     a.ajouterTransition(etat, '-', '-', 1);
