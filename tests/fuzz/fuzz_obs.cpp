@@ -1,0 +1,33 @@
+// Reads any bytes as a traverse file, writes and reads them again, and computes with what was read.
+#include "calc/obs_fermee.h"
+#include "calc/polygonale_fermee.h"
+#include "report/html_document.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+using namespace veltora;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view octets(reinterpret_cast<const char*>(data), size);
+  polygonaleFermeeObs obs;
+  for (const remarqueObs& remarque : lireObsFermee(octets, obs)) {
+    if (texteRemarque(remarque).empty()) std::abort();
+  }
+  // What was read can be written and read again.
+  polygonaleFermeeObs relues;
+  lireObsFermee(ecrireObsFermee(obs), relues);
+
+  lignesPolygonale lignes = lireLignes(obs.lignes);
+  base::CArray<double> X, Y, Z;
+  htmlDocument rapport;
+  const int retour = calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle,
+                                              lignes, X, Y, Z, &rapport, false, false);
+  if ((retour != 0) != (lignes.size() >= 2)) std::abort();
+  if (retour && (X.size() != lignes.size() || Y.size() != X.size() || Z.size() != X.size())) std::abort();
+  verifierPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, lignes, obs.modeAngle,
+                           [](const std::wstring&, const std::wstring&) {});
+  return 0;
+}
