@@ -1,0 +1,84 @@
+#include "host/commandes.h"
+
+#include "arx/db/dblines.h"
+#include "arx/db/dbmain.h"
+#include "arx/ed/accmd.h"
+#include "arx/ed/acutads.h"
+#include "arx/rx/rxdict.h"
+#include "calc/fermee_dlg.h"
+#include "codes/commandes_codes.h"
+#include "points/projets_topo.h"
+
+#include <array>
+#include <memory>
+
+namespace veltora {
+namespace {
+
+constexpr const ACHAR* kGroupe = L"VELTORA4";
+
+struct commande {
+  const ACHAR* nom;
+  Adesk::Int32 options;
+  AcRxFunctionPtr fonction;
+};
+
+void corrPolFermee() { corrPolygoDLG().doModal(); }
+
+/// Adds a host point for each point of the current table that has an altitude.
+void ptsEn3D() {
+  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
+  if (!tablesPoints || !db) return;
+  const listePointsDuDessin& table = *tablesPoints->currTable();
+  const AcDbObjectPointer<AcDbBlockTableRecord> espace(db->modelSpaceId(), AcDb::kForWrite);
+  if (espace.openStatus() != Acad::eOk) return;
+  constexpr double kAltitudeExtreme = 1e8;
+  for (const pointDuDessin& point : *table.getData()) {
+    if (!(-kAltitudeExtreme <= point.z && point.z < kAltitudeExtreme)) continue;
+    auto entite = std::make_unique<AcDbPoint>(point.getAs3dPnt());
+    if (espace->appendAcDbEntity(entite.get()) == Acad::eOk) entite.release()->close();
+  }
+  acutPrintf(L"\n%d points", table.nbPoint());
+}
+
+template <std::size_t Rang>
+void nonDisponible();
+
+constexpr std::array<commande, 13> kCommandes{{
+    {L"CARROYAGE", ACRX_CMD_USEPICKSET, nonDisponible<0>},
+    {L"VCODIFICATION", ACRX_CMD_TRANSPARENT, vcodification},
+    {L"COORDSXYZ", ACRX_CMD_MODAL, nonDisponible<2>},
+    {L"CORRPOLFERMEE", ACRX_CMD_MODAL, corrPolFermee},
+    {L"CORRPOLOUVERTE", ACRX_CMD_MODAL, nonDisponible<4>},
+    {L"CORRMCARRES", ACRX_CMD_MODAL, nonDisponible<5>},
+    {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
+    {L"RECT3PT", ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET, nonDisponible<7>},
+    {L"IMPORTPOINTS", ACRX_CMD_USEPICKSET, nonDisponible<8>},
+    {L"EXPORTPOINTS", ACRX_CMD_USEPICKSET, nonDisponible<9>},
+    {L"TABLEXYZ", ACRX_CMD_USEPICKSET, nonDisponible<10>},
+    {L"MAJPOINTS", ACRX_CMD_USEPICKSET, nonDisponible<11>},
+    {L"PTSEN3D", ACRX_CMD_MODAL, ptsEn3D},
+}};
+
+template <std::size_t Rang>
+void nonDisponible() {
+  acutPrintf(L"\nLa commande %s n'est pas encore disponible dans cette version.", kCommandes[Rang].nom);
+}
+
+AcEdCommandStack* pileDeCommandes() {
+  return AcEdCommandStack::cast(acrxSysRegistry()->at(ACAD_REGISTERED_COMMANDS));
+}
+
+}  // namespace
+
+void enregistrerCommandes() {
+  AcEdCommandStack* pile = pileDeCommandes();
+  if (!pile) return;
+  for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+}
+
+void retirerCommandes() {
+  if (AcEdCommandStack* pile = pileDeCommandes()) pile->removeGroup(kGroupe);
+}
+
+}  // namespace veltora

@@ -1,0 +1,47 @@
+// The module's entry: every message of the host comes in here.
+
+#include "arx/rx/appmsg.h"
+#include "arx/rx/rxdlinkr.h"
+#include "base/export.h"
+#include "host/commandes.h"
+#include "host/donnees_document.h"
+#include "host/table_lisp.h"
+#include "points/projets_topo.h"
+
+namespace veltora {
+namespace {
+
+const AsdkDataManager<CDocData> s_donneesDocuments;
+
+}  // namespace
+}  // namespace veltora
+
+extern "C" VELTORA_API AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId);
+
+extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
+  switch (msg) {
+    case AcRx::kInitAppMsg:
+      acrxDynamicLinker->unlockApplication(appId);
+      acrxDynamicLinker->registerAppMDIAware(appId);
+      veltora::enregistrerCommandes();
+      break;
+    case AcRx::kUnloadAppMsg:
+      veltora::retirerCommandes();
+      break;
+    case AcRx::kLoadDwgMsg:
+      veltora::enregistrerFonctionsLisp();
+      break;
+    case AcRx::kUnloadDwgMsg:
+      veltora::retirerFonctionsLisp();
+      break;
+    case AcRx::kInvkSubrMsg:
+      veltora::appelerFonctionLisp();
+      break;
+    case AcRx::kSaveMsg:
+      veltora::sauvegarderInfosTopo();
+      break;
+    default:
+      break;
+  }
+  return AcRx::kRetOK;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+namespace veltora {
+
+class listePointsDuDessin;
+
+// The functions offered to LISP, named after their LISP names. Each takes its arguments from the host, hands
+// its result to the host (nothing handed over: no value) and returns what the host's call returned, which
+// nobody reads. Wrong arguments give nil or a message; none raises an error of LISP.
+
+/// The table on which they work; null while no project is installed.
+listePointsDuDessin* tableDeTravail();
+
+// Points of the current table.
+int lispAddPt();
+int lispTpcdAddPt();
+int lispMaxNum();
+int lispEnamePt();
+int lispRegPts();
+int lispSelectAll();
+int lispSelOnCode();
+int lispSelOnNum();
+int lispChgRepPts();
+int lispVCode();
+int lispZoomLeve();
+
+// The code table.
+int lispLoadCodePt();
+int lispAddCodePt();
+int lispResetCodesPts();
+
+// The drawing.
+int lispCalcTailleBlock();
+int lispAttrVisibility();
+int lispGetSegType();
+int lispModifAttrib();
+int lispUpdArxTtxt();
+int lispSxd();
+
+// The user and the system.
+int lispAnalyse();
+int lispKGetPt();
+int lispVnDelFile();
+int lispWaitUser();
+
+}  // namespace veltora

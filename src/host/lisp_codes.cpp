@@ -1,0 +1,26 @@
+// LISP functions on the code table.
+
+#include "arx/ed/edlisp.h"
+#include "codes/commandes_codes.h"
+#include "host/arguments_lisp.h"
+#include "host/fonctions_lisp.h"
+
+namespace veltora {
+
+int lispLoadCodePt() {
+  const argumentsLisp liste(loadcodept());
+  return acedRetList(liste.chaine());
+}
+
+int lispAddCodePt() {
+  const argumentsLisp args(acedGetArgs());
+  const argumentsLisp resultat(addcodept(args.chaine()));
+  return resultat.chaine() ? acedRetT() : acedRetNil();
+}
+
+int lispResetCodesPts() {
+  const argumentsLisp resultat(resetcodespts());
+  return acedRetNil();
+}
+
+}  // namespace veltora

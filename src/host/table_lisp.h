@@ -1,0 +1,27 @@
+#pragma once
+
+#include "arx/adesk.h"
+
+#include <array>
+#include <cstddef>
+
+namespace veltora {
+
+/// A function offered to LISP: it takes its arguments from the host and hands its result to the host; what it
+/// returns to its caller is ignored.
+struct fonctionLisp {
+  const ACHAR* nom = nullptr;  ///< null for a place that is kept free
+  int (*fonction)() = nullptr;
+};
+
+inline constexpr std::size_t kNombreFonctionsLisp = 42;
+/// The place in this table is the code that the host binds to the name: its order never changes.
+extern const std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp;
+
+/// Registers the functions in the current document, in order, until the host refuses one.
+void enregistrerFonctionsLisp();
+void retirerFonctionsLisp();
+/// Calls the function whose code the host tells; nothing for a code outside the table.
+void appelerFonctionLisp();
+
+}  // namespace veltora
