@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -67,34 +68,58 @@ std::optional<std::string> lireFichier(const fs::path& path) {
   return content;
 }
 
-bool remplacerFichier(const fs::path& path, std::string_view content, std::string* reason) {
+RemplacementFichier::RemplacementFichier(const fs::path& path) : m_path(path) {
   std::error_code ignored;
-  const fs::path target = fs::is_symlink(path, ignored) ? fs::weakly_canonical(path, ignored) : path;
+  m_target = fs::is_symlink(path, ignored) ? fs::weakly_canonical(path, ignored) : path;
   struct stat info {};
-  if (::stat(target.c_str(), &info) == 0) {
-    if (S_ISDIR(info.st_mode)) return fail(reason, path, EISDIR);
+  if (::stat(m_target.c_str(), &info) == 0) {
     // A rename would replace even a read-only file; the user's protection counts.
-    if (::access(target.c_str(), W_OK) != 0) return fail(reason, path, errno);
+    const int refusal = S_ISDIR(info.st_mode) ? EISDIR : ::access(m_target.c_str(), W_OK) != 0 ? errno : 0;
+    if (refusal) {
+      abandonner(refusal);
+      return;
+    }
   }
-  std::string pattern = (target.parent_path() / (".veltora-XXXXXX")).string();
-  const int descriptor = ::mkostemp(pattern.data(), O_CLOEXEC);
-  if (descriptor < 0) return fail(reason, path, errno);
-  bool good = writeAll(descriptor, content) && ::fchmod(descriptor, permissionsFor(target)) == 0 &&
-              ::fsync(descriptor) == 0;
-  int error = good ? 0 : errno;
-  if (::close(descriptor) != 0 && good) {
-    good = false;
-    error = errno;
+  m_temporary = (m_target.parent_path() / (".veltora-XXXXXX")).string();
+  m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
+  if (m_descriptor < 0) abandonner(errno);
+}
+
+RemplacementFichier::~RemplacementFichier() { abandonner(0); }
+
+void RemplacementFichier::abandonner(int error) {
+  if (m_descriptor >= 0) {
+    ::close(m_descriptor);
+    ::unlink(m_temporary.c_str());
+    m_descriptor = -1;
   }
-  if (good && ::rename(pattern.c_str(), target.c_str()) != 0) {
-    good = false;
-    error = errno;
+  if (m_error == 0) m_error = error;
+}
+
+bool RemplacementFichier::ecrire(std::string_view piece) {
+  if (m_descriptor < 0) return false;
+  if (!writeAll(m_descriptor, piece)) abandonner(errno);
+  return m_descriptor >= 0;
+}
+
+bool RemplacementFichier::terminer(std::string* reason) {
+  const bool ready = m_descriptor >= 0 && ::fchmod(m_descriptor, permissionsFor(m_target)) == 0 &&
+                     ::fsync(m_descriptor) == 0;
+  if (!ready) {
+    abandonner(errno);
+    return fail(reason, m_path, m_error);
   }
-  if (!good) {
-    ::unlink(pattern.c_str());
-    return fail(reason, path, error);
-  }
-  return true;
+  const int closed = ::close(std::exchange(m_descriptor, -1));
+  if (closed == 0 && ::rename(m_temporary.c_str(), m_target.c_str()) == 0) return true;
+  m_error = errno;
+  ::unlink(m_temporary.c_str());
+  return fail(reason, m_path, m_error);
+}
+
+bool remplacerFichier(const fs::path& path, std::string_view content, std::string* reason) {
+  RemplacementFichier replacement(path);
+  replacement.ecrire(content);
+  return replacement.terminer(reason);
 }
 
 fs::path dossierTemporaire() {

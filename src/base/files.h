@@ -19,6 +19,28 @@ VELTORA_API std::optional<std::string> lireFichier(const std::filesystem::path& 
 VELTORA_API bool remplacerFichier(const std::filesystem::path& path, std::string_view content,
                                   std::string* reason = nullptr);
 
+/// The same for content that comes piece by piece: nothing is held but what the caller has at hand.
+class VELTORA_API RemplacementFichier {
+public:
+  explicit RemplacementFichier(const std::filesystem::path& path);
+  /// Without `terminer`, what was written vanishes.
+  ~RemplacementFichier();
+  RemplacementFichier(const RemplacementFichier&) = delete;
+  RemplacementFichier& operator=(const RemplacementFichier&) = delete;
+  /// @return false from the first failure on
+  bool ecrire(std::string_view piece);
+  /// Puts the new content in the place of the old one. @return as `remplacerFichier`
+  bool terminer(std::string* reason = nullptr);
+
+private:
+  void abandonner(int error);
+  std::filesystem::path m_path;
+  std::filesystem::path m_target;
+  std::string m_temporary;
+  int m_descriptor = -1;
+  int m_error = 0;
+};
+
 /// A folder for temporary files that ends without a separator. Tests set their own with
 /// `setDossierTemporaire`.
 VELTORA_API std::filesystem::path dossierTemporaire();

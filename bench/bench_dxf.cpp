@@ -1,0 +1,86 @@
+// bench_dxf FILE...: reads and writes drawings (tools that make big ones: see bench/compare_ezdxf.py). One
+// line a file: objects, seconds, megabytes a second, peak memory, and growth of the time against the first
+// file (1.00 is linear).
+#include "arx/db/dbmain.h"
+#include "arx/dxf/dxffile.h"
+#include "base/text.h"
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+struct Result {
+  std::size_t objects = 0;
+  double read = 0.0;
+  double write = 0.0;
+};
+
+Result measure(const std::filesystem::path& path) {
+  Result result;
+  AcDbDatabase database(false, true);
+  std::wstring message;
+  Clock::time_point start = Clock::now();
+  if (dxfReadFile(database, path, &message) != Acad::eOk) {
+    std::fprintf(stderr, "%s\n", veltora::base::toUtf8(message).c_str());
+    std::exit(1);
+  }
+  result.read = secondsSince(start);
+  const std::filesystem::path copy = path.string() + ".copie.dxf";
+  start = Clock::now();
+  database.saveAs(copy.wstring().c_str(), &message);
+  result.write = secondsSince(start);
+  result.objects = database.allObjects().size();
+  std::filesystem::remove(copy);
+  return result;
+}
+
+/// Measures in a process of its own, so that the peak is that of one file.
+bool measureAlone(const std::filesystem::path& path, Result& result, double& peakMegabytes) {
+  int ends[2];
+  if (::pipe(ends) != 0) return false;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const Result own = measure(path);
+    ::_exit(::write(ends[1], &own, sizeof own) == sizeof own ? 0 : 1);
+  }
+  ::close(ends[1]);
+  const bool got = ::read(ends[0], &result, sizeof result) == sizeof result;
+  ::close(ends[0]);
+  struct rusage usage {};
+  int status = 0;
+  ::wait4(child, &status, 0, &usage);
+  peakMegabytes = static_cast<double>(usage.ru_maxrss) / 1024.0;
+  return got;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::printf("%-28s %9s %8s %8s %9s %9s %8s %8s\n", "file", "objects", "read s", "write s", "read MB/s",
+              "write MB/s", "peak MB", "growth");
+  double firstCost = 0.0;
+  for (int i = 1; i < argc; ++i) {
+    Result result;
+    double peak = 0.0;
+    if (!measureAlone(argv[i], result, peak)) return 1;
+    const double megabytes = static_cast<double>(std::filesystem::file_size(argv[i])) / 1e6;
+    const double cost = (result.read + result.write) / static_cast<double>(result.objects);
+    if (i == 1) firstCost = cost;
+    std::printf("%-28s %9zu %8.3f %8.3f %9.1f %9.1f %8.1f %8.2f\n",
+                std::filesystem::path(argv[i]).filename().c_str(), result.objects, result.read, result.write,
+                megabytes / result.read, megabytes / result.write, peak, cost / firstCost);
+  }
+  return 0;
+}

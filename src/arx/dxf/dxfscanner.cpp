@@ -1,0 +1,245 @@
+#include "arx/dxf/dxfscanner.h"
+
+#include "base/text.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{1} << 20U;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view withoutBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// Value of a header variable in raw text: the second line behind its name.
+std::string rawVariable(std::string_view text, std::string_view name) {
+  std::size_t at = text.find(name);
+  for (int line = 0; line < 2 && at != std::string_view::npos; ++line) {
+    at = text.find('\n', at);
+    if (at != std::string_view::npos) ++at;
+  }
+  if (at == std::string_view::npos) return {};
+  const std::string_view rest = text.substr(at, 64);
+  return veltora::base::trim(rest.substr(0, rest.find_first_of("\r\n")));
+}
+
+/// A carriage return that does not belong to a line end.
+bool hasLoneReturn(std::string_view text) {
+  for (std::size_t at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at)) {
+    const std::size_t behind = text.find_first_not_of('\r', at);
+    if (behind == std::string_view::npos || text[behind] != '\n') return true;
+    at = behind;
+  }
+  return false;
+}
+
+/// Lone carriage returns in the escaped form, as other readers would take them for line ends.
+std::string escapeReturns(std::string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\r') {
+      result += text[i];
+      continue;
+    }
+    const std::size_t behind = text.find_first_not_of('\r', i);
+    if (behind != std::string_view::npos && text[behind] == '\n') {
+      i = behind - 1;
+    } else {
+      result += "^M";
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+DxfScanner::DxfScanner(DxfSource& source) : m_source(source) {}
+
+void DxfScanner::start() {
+  m_started = true;
+  fill();
+  const std::string_view text(m_buffer.get(), m_fill);
+  if (text.size() <= kByteOrderMark.size() && withoutBlanks(text).empty())
+    throw DxfError{0, "le fichier est vide"};
+}
+
+std::string DxfScanner::converted(std::string_view bytes) const {
+  std::string text = m_legacy ? dxfFromCodePage(bytes, m_codePage) : dxfRepairUtf8(bytes);
+  return hasLoneReturn(text) ? escapeReturns(text) : text;
+}
+
+void DxfScanner::decode(std::size_t from, std::size_t to) {
+  const std::string_view part(m_buffer.get() + from, to - from);
+  const bool ascii = std::none_of(part.begin(), part.end(), [](char c) { return (c & 0x80) != 0; });
+  const bool plain = ascii || (!m_legacy && veltora::base::isUtf8(part));
+  if (plain && !hasLoneReturn(part)) return;
+  if (!plain && !m_legacy) m_repaired = true;
+  const std::string text = converted(part);
+  const std::size_t tail = m_fill - to;
+  std::unique_ptr<char[]> larger;
+  if (from + text.size() + tail + 1 > m_capacity) {
+    m_capacity = from + text.size() + tail + kPiece;
+    larger.reset(new char[m_capacity]);
+    std::memcpy(larger.get(), m_buffer.get(), from);
+  }
+  char* target = larger ? larger.get() : m_buffer.get();
+  std::memmove(target + from + text.size(), m_buffer.get() + to, tail);
+  std::memcpy(target + from, text.data(), text.size());
+  if (larger) m_buffer = std::move(larger);
+  m_limit = from + text.size();
+  m_fill = m_limit + tail;
+}
+
+void DxfScanner::fill() {
+  const bool first = m_fill == 0;
+  std::memmove(m_buffer.get(), m_buffer.get() + m_item, m_fill - m_item);
+  m_at -= m_item;
+  m_limit -= m_item;
+  m_fill -= m_item;
+  m_item = 0;
+  std::size_t lineEnd = 0;  // behind the last complete line
+  while (!m_atEnd && lineEnd == 0) {
+    if (m_capacity - m_fill < kPiece + 1) {
+      m_capacity = std::max(2 * m_capacity, 2 * kPiece + 1);
+      std::unique_ptr<char[]> larger(new char[m_capacity]);
+      if (m_fill) std::memcpy(larger.get(), m_buffer.get(), m_fill);
+      m_buffer = std::move(larger);
+    }
+    const std::size_t got = m_source.read(m_buffer.get() + m_fill, m_capacity - m_fill - 1);
+    const std::size_t old = m_fill;
+    m_fill += got;
+    if (got == 0) {
+      m_atEnd = true;
+      if (m_fill > m_limit && m_buffer[m_fill - 1] != '\n') m_buffer[m_fill++] = '\n';
+      lineEnd = m_fill;
+    }
+    for (std::size_t i = m_fill; i > old && lineEnd == 0; --i) {
+      if (m_buffer[i - 1] == '\n') lineEnd = i;
+    }
+  }
+  if (first && m_fill > 0) {
+    const std::string_view text(m_buffer.get(), m_fill);
+    const std::string_view head = text.substr(0, 4096);
+    if (head.rfind("AC10", 0) == 0 && head.find('\n') > 6) {
+      throw DxfError{0, "dessin binaire : seuls les dessins texte (DXF ASCII) sont lus"};
+    }
+    if (head.find('\0') != std::string_view::npos) {
+      throw DxfError{0, "fichier binaire : seuls les dessins texte (DXF ASCII) sont lus"};
+    }
+    m_version = rawVariable(text, "$ACADVER");
+    m_codePage = rawVariable(text, "$DWGCODEPAGE");
+    const bool marked = text.rfind(kByteOrderMark, 0) == 0;
+    m_legacy = !marked && m_version < "AC1021";
+    if (marked) m_item = m_at = m_limit = kByteOrderMark.size();
+  }
+  const std::size_t from = m_limit;
+  m_limit = std::max(lineEnd, m_limit);
+  decode(from, m_limit);
+}
+
+bool DxfScanner::readCode(const char*& at, int& code) const {
+  while (*at == ' ' || *at == '\t') ++at;
+  const bool negative = *at == '-';
+  if (negative) ++at;
+  int value = 0;
+  const char* const digits = at;
+  while (*at >= '0' && *at <= '9' && at - digits < 6) value = value * 10 + (*at++ - '0');
+  if (at == digits) return false;
+  while (*at == ' ' || *at == '\t' || *at == '\r') ++at;
+  code = negative ? -value : value;
+  return *at++ == '\n';
+}
+
+DxfScanner::Status DxfScanner::group(DxfTag& tag) {
+  const char* at = m_buffer.get() + m_at;
+  const char* const limit = m_buffer.get() + m_limit;
+  if (at == limit) return m_atEnd ? Status::kEnd : Status::kMore;
+  const char* const begin = at;
+  if (!readCode(at, tag.code)) {
+    const auto* end =
+        static_cast<const char*>(std::memchr(begin, '\n', static_cast<std::size_t>(limit - begin)));
+    const std::string_view text =
+        withoutBlanks({begin, std::min<std::size_t>(static_cast<std::size_t>(end - begin), 40)});
+    const std::string shown = dxfRepairUtf8(text.substr(0, text.find('\r')));
+    throw DxfError{m_line + 1, "le code de groupe \"" + shown + "\" n'est pas un nombre"};
+  }
+  if (at == limit) {
+    if (!m_atEnd) return Status::kMore;
+    throw DxfError{m_line + 1,
+                   "fichier tronqué : la valeur du groupe " + std::to_string(tag.code) + " manque"};
+  }
+  const char* end = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(limit - at)));
+  m_at = static_cast<std::size_t>(end + 1 - m_buffer.get());
+  m_line += 2;
+  while (end > at && end[-1] == '\r') --end;
+  tag.line = m_line;
+  tag.value = std::string_view(at, static_cast<std::size_t>(end - at));
+  return Status::kGroup;
+}
+
+DxfScanner::Status DxfScanner::readItem() {
+  m_tags.clear();
+  Status status = group(m_type);
+  if (status != Status::kGroup) return status;
+  if (m_type.code != 0) return Status::kGroup;
+  m_type.value = withoutBlanks(m_type.value);
+  for (;;) {
+    DxfTag& tag = m_tags.emplace_back();
+    const std::size_t before = m_at;
+    status = group(tag);
+    if (status == Status::kMore) return status;
+    if (status == Status::kEnd || tag.code == 0) {
+      if (status == Status::kGroup) m_line -= 2;
+      m_at = before;
+      m_tags.pop_back();
+      return Status::kGroup;
+    }
+    if (tag.code == 999) m_tags.pop_back();
+  }
+}
+
+bool DxfScanner::next() {
+  if (!m_started) start();
+  for (;;) {
+    m_item = m_at;
+    m_itemLine = m_line;
+    Status status = readItem();
+    while (status == Status::kMore) {
+      fill();
+      m_at = m_item;
+      m_line = m_itemLine;
+      status = readItem();
+    }
+    if (status == Status::kEnd) return false;
+    if (m_type.code == 0) return true;
+    if (m_type.code != 999)
+      throw DxfError{m_type.line, "ce n'est pas un dessin DXF : il devrait commencer par une section"};
+    m_comments.append(999, m_type.value);
+  }
+}
+
+Adesk::UInt64 dxfHandleOf(std::string_view text) {
+  Adesk::UInt64 handle = 0;
+  return dxfParseHandle(text, handle) ? handle : 0;
+}
+
+Adesk::UInt64 dxfHighestHandle(DxfSource& source) {
+  source.restart();
+  DxfScanner scanner(source);
+  Adesk::UInt64 highest = 0;
+  while (scanner.next() && scanner.type() != "EOF") {
+    for (const DxfTag& tag : scanner.tags()) {
+      const DxfKind kind = dxfKind(tag.code);
+      if (kind != DxfKind::kHandle && kind != DxfKind::kPointer) continue;
+      const Adesk::UInt64 handle = dxfHandleOf(tag.value);
+      if (handle < kDxfHandleLimit) highest = std::max(highest, handle);
+    }
+  }
+  source.restart();
+  return highest;
+}
