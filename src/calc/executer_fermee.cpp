@@ -93,35 +93,37 @@ bool ecrireRapport(htmlDocument& rapport, const std::filesystem::path& chemin, s
   return false;
 }
 
-}  // namespace
-
-bool executerPolygonaleFermee(const demandePolygonaleFermee& demande, resultatPolygonaleFermee& resultat) {
-  resultat = {};
+/// Reads the file and says what was passed over. @return false with the error set
+bool lire(const demandePolygonaleFermee& demande, polygonaleFermeeObs& obs,
+          resultatPolygonaleFermee& resultat) {
   const std::wstring nom = base::fromUtf8(demande.fichier.string());
-  if (demande.placer && (demande.code < 1 || demande.code > 9999)) {
-    resultat.erreur = base::formater(L"le code %d n'est pas compris entre 1 et 9999", demande.code);
-    return false;
-  }
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return false;
   }
-  polygonaleFermeeObs obs;
   remarquerLignes(lireObsFermee(*octets, obs), resultat.remarques);
   resultat.modeAngle = obs.modeAngle;
-  if (obs.lignes.size() < 2) {
-    resultat.erreur = base::formater(L"« %s » : %d ligne d'observation, il en faut au moins deux",
-                                     nom.c_str(), static_cast<int>(obs.lignes.size()));
+  if (obs.lignes.size() >= 2) return true;
+  resultat.erreur = base::formater(L"« %s » : %d ligne d'observation, il en faut au moins deux", nom.c_str(),
+                                   static_cast<int>(obs.lignes.size()));
+  return false;
+}
+
+bool executer(const demandePolygonaleFermee& demande, resultatPolygonaleFermee& resultat) {
+  if (demande.placer && (demande.code < 1 || demande.code > 9999)) {
+    resultat.erreur = base::formater(L"le code %d n'est pas compris entre 1 et 9999", demande.code);
     return false;
   }
+  polygonaleFermeeObs obs;
+  if (!lire(demande, obs, resultat)) return false;
   coordonnees c;
   htmlDocument rapport;
   const lignesPolygonale lignes = calculer(obs, c, &rapport, false, false, resultat.fermetures);
   remarquerStations(obs, lignes, demande.placer, resultat.remarques);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur)) return false;
   if (!finies(c)) {
-    resultat.erreur = L"« " + nom + L" » : coordonnées incalculables (distances nulles ?)";
+    resultat.erreur = L"coordonnées incalculables (distances nulles ?)";
     return false;
   }
   resultat.stations = stationsFermee(lignes, c.X, c.Y, c.Z);
@@ -133,6 +135,16 @@ bool executerPolygonaleFermee(const demandePolygonaleFermee& demande, resultatPo
     placerStations(resultat.stations, demande.code, demande.altitudes);
   }
   return true;
+}
+
+}  // namespace
+
+bool executerPolygonaleFermee(const demandePolygonaleFermee& demande, resultatPolygonaleFermee& resultat) {
+  resultat = {};
+  const bool reussi = executer(demande, resultat);
+  const std::wstring nom = base::fromUtf8(demande.fichier.filename().string());
+  for (std::wstring& remarque : resultat.remarques) remarque.insert(0, nom + L", ");
+  return reussi;
 }
 
 }  // namespace veltora

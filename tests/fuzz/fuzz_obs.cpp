@@ -23,8 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   lignesPolygonale lignes = lireLignes(obs.lignes);
   base::CArray<double> X, Y, Z;
   htmlDocument rapport;
-  const int retour = calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle,
-                                              lignes, X, Y, Z, &rapport, false, false);
+  const int retour = calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement,
+                                              obs.modeAngle, lignes, X, Y, Z, &rapport, false, false);
   if ((retour != 0) != (lignes.size() >= 2)) std::abort();
   if (retour && (X.size() != lignes.size() || Y.size() != X.size() || Z.size() != X.size())) std::abort();
   verifierPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, lignes, obs.modeAngle,

@@ -1,0 +1,205 @@
+#include "arx/db/dbmain.h"
+#include "arx/db/dbpl.h"
+#include "base/files.h"
+#include "base/text.h"
+#include "calc/executer_fermee.h"
+#include "calc/fermee_dlg.h"
+#include "codes/table_codification.h"
+#include "core/installation.h"
+#include "points/projets_topo.h"
+#include "support/dialog_script.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veltora {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kExemple = std::string(VELTORA_SOURCE_DIR) + "/examples/polygonale_fermee.obs";
+
+/// A drawing with an empty project, and an installation folder of its own.
+class Placement : public ::testing::Test {
+protected:
+  void SetUp() override {
+    m_dossier = fs::temp_directory_path() / ("veltora_placement_" + std::to_string(::getpid()));
+    fs::create_directories(m_dossier);
+    setDossierInstallation(m_dossier);
+    acdbHostApplicationServices()->setWorkingDatabase(&m_dessin);
+    setSrcInfosTopo(&m_dessin, &m_projets, 0, 0);
+  }
+  void TearDown() override {
+    setSrcInfosTopo(&m_dessin, nullptr, 0, 0);
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    fs::remove_all(m_dossier);
+  }
+  [[nodiscard]] std::string fichier(const std::string& nom, const std::string& octets) const {
+    EXPECT_TRUE(base::remplacerFichier(m_dossier / nom, octets));
+    return (m_dossier / nom).string();
+  }
+  /// Colour, closure and vertices of each polyline of the model space.
+  std::vector<std::string> polylignes() {
+    std::vector<std::string> textes;
+    AcDbObjectPointer<AcDbBlockTableRecord> espace(m_dessin.modelSpaceId(), AcDb::kForRead);
+    for (const AcDbObjectId id : espace->entities()) {
+      AcDbObjectPointer<AcDbPolyline> polyligne(id, AcDb::kForRead);
+      if (polyligne.openStatus() != Acad::eOk) continue;
+      std::string texte =
+          std::to_string(polyligne->colorIndex()) + (polyligne->isClosed() ? " closed" : " open");
+      for (unsigned int i = 0; i < polyligne->numVerts(); ++i) {
+        AcGePoint2d p;
+        polyligne->getPointAt(i, p);
+        texte += " " + std::to_string(p.x) + "," + std::to_string(p.y);
+      }
+      textes.push_back(texte);
+    }
+    return textes;
+  }
+
+  fs::path m_dossier;
+  AcDbDatabase m_dessin;
+  projetsTopo m_projets;
+};
+
+std::string nomsDe(const listePointsDuDessin& table) {
+  std::string noms;
+  for (int i = 0; i < table.nbPoint(); ++i) noms += std::string(table.getData(i)->getNomPoint()) + " ";
+  return noms;
+}
+
+TEST_F(Placement, OneCallComputesReportsAndPlaces) {
+  demandePolygonaleFermee demande;
+  demande.fichier = kExemple;
+  demande.rapport = m_dossier / "rapport.DOC";
+  demande.code = 1234;
+  demande.altitudes = true;
+  resultatPolygonaleFermee resultat;
+  for (int fois = 0; fois < 2; ++fois) {  // the second run replaces the points of the first
+    ASSERT_TRUE(executerPolygonaleFermee(demande, resultat)) << base::toUtf8(resultat.erreur);
+    EXPECT_TRUE(resultat.remarques.empty());
+    ASSERT_EQ(resultat.stations.size(), 7U);
+    EXPECT_EQ(m_projets.currTable()->nbPoint(), 7);
+  }
+  for (const stationCalculee& station : resultat.stations) {
+    int index = -1;
+    ASSERT_TRUE(m_projets.currTable()->existPoint(station.nom.c_str(), index));
+    const pointDuDessin& point = *m_projets.currTable()->getData(index);
+    EXPECT_EQ(point.getCode(), 1234);
+    EXPECT_EQ(point.getX(), station.x);
+    EXPECT_EQ(point.getZ(), station.z);
+  }
+  EXPECT_GE(getTableCodification().chercherCode(1234), 0);
+  EXPECT_NE(base::lireFichier(demande.rapport).value_or("").find("<w:View>"), std::string::npos);
+  demande.altitudes = false;
+  ASSERT_TRUE(executerPolygonaleFermee(demande, resultat));
+  EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), Z_ABSENT);
+}
+
+TEST_F(Placement, OneCallSaysWhatIsWrong) {
+  struct Cas {
+    const char* nom;
+    std::string fichier;
+    int code;
+    const char* erreur;
+    std::vector<std::string> remarques;
+  };
+  const std::string debut = "Nom=A X=1 Y=2 Z=3 Gis=0\n";
+  const std::string rangees = "B 300 10 0\nC 300 10 0\nD 300 10 0\nA 300 10 0\n";
+  const std::vector<Cas> cas = {
+      {"missing", (m_dossier / "absent.obs").string(), 100, "fichier introuvable ou illisible", {}},
+      {"a folder", m_dossier.string(), 100, "fichier introuvable ou illisible", {}},
+      {"one row",
+       fichier("a.obs", debut + "\nx y z\nA 1 2 3"),
+       100,
+       "1 ligne d'observation, il en faut au moins deux",
+       {"a.obs, 1 ligne ignorée : 3"}},
+      {"code", kExemple, 10000, "le code 10000 n'est pas compris entre 1 et 9999", {}},
+      {"zero lengths", fichier("b.obs", debut + "B 1 0 0\nA 1 0 0"), 100, "coordonnées incalculables", {}},
+      {"junk",
+       fichier("c.obs", debut + "Angles: gons\nx\ny\n" + rangees + "Angles: mils"),
+       100,
+       "",
+       {"c.obs, ligne 9 : unité d'angle inconnue « mils », lue comme grades",
+        "c.obs, 2 lignes ignorées : 3, 4"}},
+      {"no departure",
+       fichier("d.obs", rangees),
+       100,
+       "",
+       {"d.obs, aucune station de départ lue : le calcul part de X=0, Y=0, Z=0, gisement 0"}},
+      {"names",
+       fichier("e.obs", debut + "LONGUENOM1 300 10 0\nLONGUENOM2 300 10x 0\nC 300 10 0\nE 300 10 0"),
+       100,
+       "",
+       {"e.obs, ligne 3 : nombre illisible « 10x », lu comme 10.0",
+        "e.obs, la dernière ligne vise « E » et non la station de départ « A » : c'est le nom qu'aura le "
+        "point de départ",
+        "e.obs, le nom « LONGUENOM1 » est coupé à « LONGUENOM »",
+        "e.obs, le nom « LONGUENOM2 » est coupé à « LONGUENOM »",
+        "e.obs, deux stations portent le nom « LONGUENOM » : seule la dernière est placée"}},
+  };
+  for (const Cas& c : cas) {
+    demandePolygonaleFermee demande;
+    demande.fichier = c.fichier;
+    demande.code = c.code;
+    resultatPolygonaleFermee resultat;
+    m_projets.reset();
+    const bool reussi = executerPolygonaleFermee(demande, resultat);
+    EXPECT_EQ(reussi, std::string(c.erreur).empty()) << c.nom;
+    EXPECT_EQ(m_projets.currTable()->nbPoint() > 0, reussi) << c.nom;
+    EXPECT_NE(base::toUtf8(resultat.erreur).find(c.erreur), std::string::npos)
+        << base::toUtf8(resultat.erreur);
+    std::vector<std::string> remarques;
+    for (const std::wstring& remarque : resultat.remarques) remarques.push_back(base::toUtf8(remarque));
+    EXPECT_EQ(remarques, c.remarques) << c.nom;
+  }
+}
+
+TEST_F(Placement, AReportThatCannotBeWrittenPlacesNothing) {
+  demandePolygonaleFermee demande;
+  demande.fichier = kExemple;
+  demande.rapport = m_dossier / "absent/r.html";
+  demande.dessinerBrute = true;
+  resultatPolygonaleFermee resultat;
+  EXPECT_FALSE(executerPolygonaleFermee(demande, resultat));
+  EXPECT_NE(base::toUtf8(resultat.erreur).find("absent/r.html"), std::string::npos);
+  EXPECT_EQ(m_projets.currTable()->nbPoint(), 0);
+  EXPECT_TRUE(polylignes().empty());
+}
+
+const std::string kRectangle = "Nom=A X=0 Y=0 Z=0 Gis=0\nB 296 10 0\nC 300 10 0\nD 300 10 0\nA 300 12 0\n";
+
+TEST_F(Placement, PremierSommetDouble) {
+  demandePolygonaleFermee demande;
+  demande.fichier = fichier("r.obs", kRectangle);
+  demande.dessinerBrute = demande.dessinerCompensee = true;
+  resultatPolygonaleFermee resultat;
+  ASSERT_TRUE(executerPolygonaleFermee(demande, resultat));
+  const std::vector<std::string> traces = polylignes();
+  ASSERT_EQ(traces.size(), 2U);
+  EXPECT_EQ(traces[0].substr(0, 82),
+            "1 open 0.000000,0.000000 0.000000,10.000000 10.000000,10.000000 10.000000,0.000000");
+  EXPECT_EQ(traces[1].substr(0, 48), "3 closed 0.000000,0.000000 0.000000,0.000000 ") << traces[1];
+}
+
+TEST_F(Placement, TheDialogPlacesAfterShowingTheCode) {
+  corrPolygoDLG dialogue;
+  DialogScript script({"[Charger]", fichier("r.obs", kRectangle), "[Placer !!!]", "Code des stations = 55",
+                       "Ne pas placer les altitudes = oui", "Dessiner la polygonale compensée = oui", "[OK]",
+                       "[OK]", "[Fermer]"});
+  dialogue.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_EQ(nomsDe(*m_projets.currTable()), "A B C D ");
+  EXPECT_EQ(m_projets.currTable()->getData(3)->getCode(), 55);
+  EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), 0.0);
+  EXPECT_EQ(polylignes().size(), 1U);
+}
+
+}  // namespace
+}  // namespace veltora
