@@ -80,17 +80,7 @@ int tableCodification::chargerXML() {
     const std::wstring nom = base::trim(nomFichier, kBords);
     TiXmlDocument document;
     if (nom.empty() || !chargerFichierXML(document, cheminPlateforme(nom))) return 0;
-    const TiXmlElement* racine = document.FirstChildElement("codifPoints");
-    const TiXmlElement* donnees = racine ? racine->FirstChildElement("TBdata") : nullptr;
-    if (!donnees) return 0;
-    codes.reserve(codes.size() + static_cast<std::size_t>(compterElements(*donnees, "codifPoint")));
-    for (const TiXmlElement* e = donnees->FirstChildElement("codifPoint"); e;
-         e = e->NextSiblingElement("codifPoint")) {
-      codifPoint ligne;
-      ligne.lireXML(*e);
-      codes.Add(std::move(ligne));
-    }
-    return codes.empty() ? 0 : 1;
+    return lireXML(document);
   } catch (...) {
     // Deliberate (chargerXML-null): the file is named by an argument that no caller gives.
     acutPrintf(L"\nechec lecture de donnees a partir de [%s] datasize=%d", L"(null)", codes.GetSize());
@@ -99,16 +89,34 @@ int tableCodification::chargerXML() {
   }
 }
 
+int tableCodification::lireXML(const TiXmlDocument& document) {
+  const TiXmlElement* racine = document.FirstChildElement("codifPoints");
+  const TiXmlElement* donnees = racine ? racine->FirstChildElement("TBdata") : nullptr;
+  if (!donnees) return 0;
+  codes.reserve(codes.size() + static_cast<std::size_t>(compterElements(*donnees, "codifPoint")));
+  for (const TiXmlElement* e = donnees->FirstChildElement("codifPoint"); e;
+       e = e->NextSiblingElement("codifPoint")) {
+    codifPoint ligne;
+    ligne.lireXML(*e);
+    codes.Add(std::move(ligne));
+  }
+  return codes.empty() ? 0 : 1;
+}
+
 int tableCodification::sauverXML(const std::wstring& fichier) const {
   TiXmlDocument document;
+  ecrireXML(document);
+  // Deliberate (sauverXML-resultat): the result is 1 even when nothing could be written.
+  sauverFichierXML(document, cheminPlateforme(fichier.empty() ? nomFichier : fichier));
+  return 1;
+}
+
+void tableCodification::ecrireXML(TiXmlDocument& document) const {
   auto* racine = new TiXmlElement("codifPoints");
   document.LinkEndChild(racine);
   auto* donnees = new TiXmlElement("TBdata");
   racine->LinkEndChild(donnees);
   for (const codifPoint& ligne : codes) ligne.ecrireXML(*donnees);
-  // Deliberate (sauverXML-resultat): the result is 1 even when nothing could be written.
-  sauverFichierXML(document, cheminPlateforme(fichier.empty() ? nomFichier : fichier));
-  return 1;
 }
 
 int tableCodification::chercherCode(int code) const {

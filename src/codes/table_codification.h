@@ -9,6 +9,7 @@
 #include <optional>
 
 class AcDbDatabase;
+class TiXmlDocument;
 
 namespace veltora {
 
@@ -25,9 +26,13 @@ public:
   /// Appends the records of `nomFichier`. A missing file, or one that is not well-formed XML, gives no rows.
   /// @return 1 when the table holds at least one row, else 0
   int chargerXML();
+  /// The same from a document in memory.
+  int lireXML(const TiXmlDocument& document);
   /// Writes the table to the file, or to `nomFichier`; the old file stays whole when that fails.
   /// @return 1, also when the file could not be written
   int sauverXML(const std::wstring& fichier = {}) const;
+  /// Adds the table to an empty document.
+  void ecrireXML(TiXmlDocument& document) const;
 
   /// Index of the first row with this code, -1 for none.
   [[nodiscard]] int chercherCode(int code) const;

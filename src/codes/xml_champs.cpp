@@ -20,6 +20,13 @@ TiXmlElement& ajouterElement(TiXmlElement& parent, const char* nom, const std::s
   return *element;
 }
 
+/// "]]>" would end a CDATA section.
+std::string sansFinDeCdata(std::string texte) {
+  for (std::size_t i = texte.find("]]>"); i != std::string::npos; i = texte.find("]]>", i))
+    texte.insert(i + 2, 1, ' ');
+  return texte;
+}
+
 /// Text of the first child of this name; null when it has none. @return false when the child is missing
 bool chercherTexte(const TiXmlElement& parent, const char* nom, const char*& texte) {
   const TiXmlElement* element = parent.FirstChildElement(nom);
@@ -39,7 +46,14 @@ void ajouterElementDouble(TiXmlElement& parent, const char* nom, double valeur) 
 }
 
 void ajouterElementTexte(TiXmlElement& parent, const char* nom, std::wstring_view valeur) {
-  ajouterElement(parent, nom, utf8DepuisTexte(valeur)).SetAttribute("mode", "utf8");
+  std::string octets = utf8DepuisTexte(valeur);
+  const bool brut = octets.find("&#x") != std::string::npos;
+  if (brut) octets = sansFinDeCdata(std::move(octets));
+  TiXmlElement& element = ajouterElement(parent, nom, octets);
+  element.SetAttribute("mode", "utf8");
+  // The library prints what looks like a character reference as it stands, up to the next semicolon, brackets
+  // included: such a text would break the file.
+  if (brut) element.FirstChild()->ToText()->SetCDATA(true);
 }
 
 int lireElementEntier(const TiXmlElement& parent, const char* nom, int& valeur) {

@@ -19,12 +19,4 @@ Static_ConfigVariable<T>::Static_ConfigVariable(std::string nomCle, const T& def
 template class Static_ConfigVariable<AcGePoint2d>;
 template class Static_ConfigVariable<int>;
 
-Static_ConfigVariable<AcGePoint2d> UserPaperScale[6] = {
-    {"VARN.UserPaperScale0", {1000, 1000}}, {"VARN.UserPaperScale1", {1000, 1000}},
-    {"VARN.UserPaperScale2", {1000, 1000}}, {"VARN.UserPaperScale3", {1000, 1000}},
-    {"VARN.UserPaperScale4", {1000, 1000}}, {"VARN.UserPaperScale5", {1000, 1000}},
-};
-Static_ConfigVariable<int> gPrecisionCoordonneesX("VARN.gPrecisionCoordonneesX", 3);
-Static_ConfigVariable<int> gPrecisionCoordonneesY("VARN.gPrecisionCoordonneesY", 3);
-
 }  // namespace veltora
