@@ -3,6 +3,8 @@
 #include "arx/db/dbsymtb.h"
 #include "arx/ge/gematrix.h"
 
+class AcDbEntity;
+
 inline constexpr const ACHAR* ACDB_MODEL_SPACE = L"*Model_Space";
 inline constexpr const ACHAR* ACDB_PAPER_SPACE = L"*Paper_Space";
 
@@ -24,13 +26,22 @@ private:
   std::size_t m_at = 0;
 };
 
-/// A block definition: model space, a paper space, or a block that references show. Owns its entities in order.
+/// A block definition: model space, a paper space, or a block that references show. Owns its entities in
+/// order.
 class ARX_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord)
   ACDB_DECLARE_COPY(AcDbBlockTableRecord)
 public:
-  /// The database owns the entity from then on. `eAlreadyInDb` when it is resident already; needs the record open for
-  /// writing.
+  AcDbBlockTableRecord() = default;
+  /// Without the entities and markers: they belong to the original, and undo restores them one by one.
+  AcDbBlockTableRecord(const AcDbBlockTableRecord& other)
+      : AcDbSymbolTableRecord(other),
+        m_origin(other.m_origin),
+        m_comments(other.m_comments),
+        m_layout(other.m_layout) {}
+  /// The database owns the entity from then on; it takes the drawing's current properties and stays open for
+  /// writing until the caller closes it. `eAlreadyInDb` when it is resident already; needs the record open
+  /// for writing.
   Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
   Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
   Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator) const;

@@ -2,6 +2,8 @@
 
 #include "arx/db/dbobject.h"
 
+#include <unordered_map>
+
 class AcDbDictionaryIterator;
 
 /// Named references to objects. Keys compare ignoring case and keep their spelling and order.
@@ -10,6 +12,9 @@ class ARX_API AcDbDictionary : public AcDbObject {
   ACDB_DECLARE_COPY(AcDbDictionary)
 public:
   AcDbDictionary() = default;
+  [[nodiscard]] std::string_view dxfName() const override {
+    return m_withDefault ? "ACDBDICTIONARYWDFLT" : "DICTIONARY";
+  }
   Acad::ErrorStatus getAt(const ACHAR* key, AcDbObjectId& id) const;
   /// Opens the entry when it is of class T.
   template <class T>
@@ -20,8 +25,8 @@ public:
     return status == Acad::eOk ? acdbOpenObject(object, id, mode) : status;
   }
   [[nodiscard]] bool has(const ACHAR* key) const;
-  /// Enters an object, which the database owns from then on and which is left open for writing; a former entry of the
-  /// key is erased.
+  /// Enters an object, which the database owns from then on and which is left open for writing; a former
+  /// entry of the key is erased.
   Acad::ErrorStatus setAt(const ACHAR* key, AcDbObject* object, AcDbObjectId& id);
   /// Removes the entry; the object is erased when the dictionary owns its entries.
   Acad::ErrorStatus remove(const ACHAR* key);
@@ -48,16 +53,21 @@ protected:
 
 private:
   [[nodiscard]] std::size_t find(const ACHAR* key) const;
+  void removeAt(std::size_t at);
   std::vector<Entry> m_entries;
+  mutable std::unordered_map<std::wstring, std::size_t>
+      m_places;  // by lower-case key; rebuilt after a removal
+  mutable bool m_placesValid = true;
   bool m_hard = false;
   int m_merge = 1;
-  bool m_withDefault = false;       // ACDBDICTIONARYWDFLT
+  bool m_withDefault = false;  // ACDBDICTIONARYWDFLT
   AcDbObjectId m_default;
 };
 
 class ARX_API AcDbDictionaryIterator {
 public:
-  explicit AcDbDictionaryIterator(std::vector<AcDbDictionary::Entry> entries) : m_entries(std::move(entries)) {}
+  explicit AcDbDictionaryIterator(std::vector<AcDbDictionary::Entry> entries)
+      : m_entries(std::move(entries)) {}
   [[nodiscard]] bool done() const { return m_at >= m_entries.size(); }
   bool next() { return ++m_at < m_entries.size(); }
   [[nodiscard]] const ACHAR* name() const { return m_entries[m_at].key.c_str(); }
@@ -68,15 +78,15 @@ private:
   std::size_t m_at = 0;
 };
 
-/// A chain of typed values stored under a key. Held compactly as file text; a reference to an object that is erased
-/// is written as 0 and reads as null.
+/// A chain of typed values stored under a key. Held compactly as file text; a reference to an object that is
+/// erased is written as 0 and reads as null.
 class ARX_API AcDbXrecord : public AcDbObject {
   ACRX_DECLARE_MEMBERS(AcDbXrecord)
   ACDB_DECLARE_COPY(AcDbXrecord)
 public:
   AcDbXrecord() = default;
-  /// The caller releases the chain; null for an empty record. Group codes as stored; references by name, those that
-  /// point at nothing as the null name.
+  /// The caller releases the chain; null for an empty record. Group codes as stored; references by name,
+  /// those that point at nothing as the null name.
   Acad::ErrorStatus rbChain(resbuf** chain, AcDbDatabase* database = nullptr) const;
   /// `eInvalidInput`, nothing changed, when an item has a code that an xrecord cannot hold.
   Acad::ErrorStatus setFromRbChain(const resbuf& chain, AcDbDatabase* database = nullptr);

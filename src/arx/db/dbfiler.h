@@ -15,10 +15,13 @@ class AcDbDatabase;
 struct DxfExtra {
   std::string subclass;  ///< empty for groups in front of the first subclass marker
   DxfTagText tags;
+  bool whole = false;  ///< a section that no class entered, to be written with its marker
 };
 
-/// Reads the groups of one object. The groups of its subclass sections are offered in turn; what a class does not
-/// take it hands to `keep`, and sections that no class enters are kept whole: nothing is lost.
+/// Reads the groups of one object. The groups of its subclass sections are offered in turn; what a class does
+/// not take it hands to `keep`, and sections that no class enters are kept whole: nothing is lost. An
+/// embedded object (101) is kept with its section and not offered. Without any marker, as in old files, every
+/// `enter` offers the groups that nobody took so far.
 class ARX_API AcDbDxfReader {
 public:
   /// @param tags the object's groups behind its type, without handle, owner, reactors, dictionary and xdata
@@ -26,6 +29,8 @@ public:
 
   /// Moves to the next section with this marker that was not entered yet. @return false when there is none
   bool enter(std::string_view subclass);
+  /// Whether `enter` would find a marker; false without any marker.
+  [[nodiscard]] bool hasSection(std::string_view subclass) const;
   /// Moves to the next group of the section. @return false at its end
   bool next();
   /// The group code that comes next in the section without moving to it, -1 at its end.
@@ -63,9 +68,14 @@ private:
     std::string_view name;
     std::size_t begin;
     std::size_t end;
-    bool entered;
+    bool entered = false;
   };
+  void keepRest();
+  DxfTagText& extraOf(std::string_view subclass);
   std::span<const DxfTag> m_tags;
+  std::vector<DxfTag> m_untaken;  // without markers: what was kept so far, offered to the next class
+  std::vector<DxfTag> m_offered;
+  bool m_plain = false;
   AcDbDatabase& m_database;
   std::vector<Section> m_sections;
   std::vector<DxfExtra> m_extras;
@@ -101,7 +111,8 @@ public:
   void normal(const AcGeVector3d& value);
   /// Marker of a subclass; groups kept in it follow with `extras`.
   void subclass(std::string_view name) { text(100, name); }
-  /// Groups kept as they were; references to erased objects become 0.
+  /// Groups kept as they were; references to erased objects become 0. With a null database nothing is looked
+  /// up.
   void kept(const DxfTagText& tags, AcDbDatabase* database);
   void raw(std::string_view fileText);
   void flush();

@@ -16,11 +16,13 @@ struct DxfRawSection {
   DxfTagText tags;
 };
 
-/// A drawing in memory: symbol tables, dictionaries, blocks with their entities, header variables. Owns all of its
-/// objects. Handles are unique within it.
+/// A drawing in memory: symbol tables, dictionaries, blocks with their entities, header variables. Owns all
+/// of its objects and deletes them at its end; an id or an object of a database that is gone must not be
+/// touched by anybody. Handles are unique within it.
 class ARX_API AcDbDatabase {
 public:
-  /// @param buildDefaultDrawing true makes an empty drawing with all tables and dictionaries that other programs
+  /// @param buildDefaultDrawing true makes an empty drawing with all tables and dictionaries that other
+  /// programs
   ///        expect; false leaves everything empty, to be filled by `readDwgFile`
   explicit AcDbDatabase(bool buildDefaultDrawing = true, bool noDocument = false);
   ~AcDbDatabase();
@@ -42,9 +44,12 @@ public:
   [[nodiscard]] AcDbObjectId viewportTableId() const { return tableId("VPORT"); }
   /// By the name in the file ("LAYER", "DIMSTYLE"...); null when the drawing has none.
   [[nodiscard]] AcDbObjectId tableId(const std::string& kind) const;
-  [[nodiscard]] const std::vector<AcDbObjectId>& tables() const { return m_tables; }  ///< in order of the file
+  [[nodiscard]] const std::vector<AcDbObjectId>& tables() const {
+    return m_tables;
+  }  ///< in order of the file
 
-  Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode = AcDb::kForRead);
+  Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary,
+                                              AcDb::OpenMode mode = AcDb::kForRead);
   [[nodiscard]] AcDbObjectId namedObjectsDictionaryId() const { return m_namedObjects; }
   [[nodiscard]] AcDbObjectId groupDictionaryId() const;  ///< made when missing
   [[nodiscard]] AcDbObjectId modelSpaceId() const;
@@ -62,6 +67,12 @@ public:
   Acad::ErrorStatus setClayer(AcDbObjectId layer);
   [[nodiscard]] AcDbObjectId textstyle();
   Acad::ErrorStatus setTextstyle(AcDbObjectId style);
+  /// Record of a symbol table by name; a missing table or record is made with default properties, an empty
+  /// name gives the null id. For readers of files: not noted for undo while recording is off. A drawing's
+  /// handles must lie below `handseed` by then, as a new record takes the next one.
+  [[nodiscard]] AcDbObjectId recordOf(const char* kind, const std::wstring& name);
+  /// The table of this kind, made when the drawing has none.
+  [[nodiscard]] AcDbObjectId ensureTable(const std::string& kind);
   /// Header variables by name without "$" ("TEXTSIZE"). @return false when there is none
   bool header(const std::string& name, DxfTagText& value) const;
   [[nodiscard]] double headerReal(const std::string& name, double fallback) const;
@@ -72,8 +83,8 @@ public:
 
   /// Takes an object over and gives it a handle. Leaves it open for writing.
   Acad::ErrorStatus addAcDbObject(AcDbObjectId& id, AcDbObject* object);
-  /// The same under a given handle, for readers of files: not opened, not noted for undo. `eDuplicateKey` leaves the
-  /// object with the caller.
+  /// The same under a given handle, for readers of files: not opened, not noted for undo. `eDuplicateKey`
+  /// leaves the object with the caller.
   Acad::ErrorStatus addWithHandle(AcDbObjectId& id, AcDbObject* object, AcDbHandle handle);
   /// Stub of a handle, made when it was not met yet: a reference that a file gives before its object.
   [[nodiscard]] AcDbObjectId idOf(AcDbHandle handle);
@@ -81,20 +92,22 @@ public:
   Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, AcDbHandle handle);
   [[nodiscard]] AcDbHandle handseed() const { return m_nextHandle; }
   void setHandseed(AcDbHandle next);  ///< never lowers it
+  /// Whether a pointer is a stub of a drawing in memory; the pointer is not followed.
+  [[nodiscard]] static bool isStubOf(const void* stub, AcDbHandle handle);
   /// All objects in memory in order of handles, erased ones included.
   [[nodiscard]] std::vector<AcDbObjectId> allObjects() const;
   /// Makes room for a known number of objects.
   void reserve(std::size_t objects);
 
-  /// Reads a drawing file into this empty database (made with `buildDefaultDrawing` false). A name ending in ".dwg" is
-  /// served by the file itself when its content is a text drawing, else by the same name ending in ".dxf". On failure
-  /// the database stays empty and `message` names file and line in French.
+  /// Reads a drawing file into this empty database (made with `buildDefaultDrawing` false). A name ending in
+  /// ".dwg" is served by the file itself when its content is a text drawing, else by the same name ending in
+  /// ".dxf". On failure the database stays empty and `message` names file and line in French.
   Acad::ErrorStatus readDwgFile(const ACHAR* fileName, std::wstring* message = nullptr);
   /// Writes the drawing; the old file stays whole when anything fails. `message` says why in French.
   Acad::ErrorStatus saveAs(const ACHAR* fileName, std::wstring* message = nullptr);
-  /// Copies the model space of another drawing into this one as a block of this name, with all that it refers to
-  /// (layers, styles, line types, nested blocks); what this drawing has under the same name wins. A block that exists
-  /// already gets the new contents.
+  /// Copies the model space of another drawing into this one as a block of this name, with all that it refers
+  /// to (layers, styles, line types, nested blocks); what this drawing has under the same name wins. A block
+  /// that exists already gets the new contents.
   Acad::ErrorStatus insert(AcDbObjectId& blockId, const ACHAR* blockName, AcDbDatabase* source,
                            bool preserveSource = true);
 
@@ -104,6 +117,9 @@ public:
   [[nodiscard]] bool isModified() const { return m_modified; }
   void setModified(bool modified) { m_modified = modified; }
 
+  /// Empties the drawing: no object, no name, no history is left. For readers of files.
+  void clear();
+
   // What the file format keeps here.
   std::string& fileVersion() { return m_version; }  ///< "AC1032"
   std::vector<DxfRawSection>& rawSections() { return m_rawSections; }
@@ -111,11 +127,15 @@ public:
   std::vector<std::pair<std::string, DxfTagText>>& headerList() { return m_headers; }
   void setNamedObjectsDictionary(AcDbObjectId id) { m_namedObjects = id; }
   void enterTable(AcDbObjectId table) { m_tables.push_back(table); }
-  std::vector<AcDbObjectId>& objectOrder() { return m_objectOrder; }  ///< objects section, in order of the file
+  std::vector<AcDbObjectId>& objectOrder() {
+    return m_objectOrder;
+  }  ///< objects section, in order of the file
 
 private:
   Acad::ErrorStatus openTable(AcDbSymbolTable*& table, const char* kind, AcDb::OpenMode mode);
-  AcDbObjectId ensureLinetype(const ACHAR* name);
+  AcDbObjectId ensureNamedObjects();
+  Adesk::UInt64 takeHandle();
+  std::pair<std::string, DxfTagText>* findHeader(const std::string& name);
   std::unordered_map<Adesk::UInt64, AcDbStub> m_stubs;
   Adesk::UInt64 m_nextHandle = 1;
   std::vector<AcDbObjectId> m_tables;
@@ -135,8 +155,8 @@ class ARX_API AcDbHostApplicationServices {
 public:
   [[nodiscard]] AcDbDatabase* workingDatabase() const { return m_working; }
   void setWorkingDatabase(AcDbDatabase* database) { m_working = database; }
-  /// Looks a file up: as given, then in the folder of the working drawing, then in the support folders. An empty
-  /// result when it is nowhere.
+  /// Looks a file up: as given, then in the folder of the working drawing, then in the support folders. An
+  /// empty result when it is nowhere.
   [[nodiscard]] std::wstring findFile(const std::wstring& name) const;
   void addSupportFolder(const std::filesystem::path& folder) { m_support.push_back(folder); }
 
@@ -146,5 +166,6 @@ private:
 };
 ARX_API AcDbHostApplicationServices* acdbHostApplicationServices();
 
-/// Registers an application name for xdata in the working database; success also when it is registered already.
+/// Registers an application name for xdata in the working database; success also when it is registered
+/// already.
 ARX_API Acad::ErrorStatus acdbRegApp(const ACHAR* name);

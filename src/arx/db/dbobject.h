@@ -13,9 +13,10 @@ class AcDbUndoLog;
 
 /// Root of everything that lives in a drawing.
 ///
-/// An object is owned by its database once it was added; until then by its maker. It is opened with a mode through
-/// `acdbOpenObject` or the scoped pointer classes and closed again; setters refuse with `eNotOpenForWrite` when a
-/// resident object is not open for writing. The first change in an undo step keeps a snapshot.
+/// An object is owned by its database once it was added; until then by its maker. It is opened with a mode
+/// through `acdbOpenObject` or the scoped pointer classes and closed again; setters refuse with
+/// `eNotOpenForWrite` when a resident object is not open for writing (but while a file is read, with undo
+/// recording off, the mode is not asked). The first change in an undo step keeps a snapshot.
 class ARX_API AcDbObject : public AcRxObject {
   ACRX_DECLARE_MEMBERS(AcDbObject)
 public:
@@ -37,7 +38,10 @@ public:
   Acad::ErrorStatus upgradeOpen();
   Acad::ErrorStatus downgradeOpen();
   Acad::ErrorStatus close();
-  /// Sets or clears the erased state; sub-entities follow. `eWasErased` when it already is so.
+  /// Sets or clears the erased state; sub-entities follow. `eWasErased` when it is erased already,
+  /// `eNotApplicable` when an object to be restored is not erased, `eNotInDatabase` for one without a
+  /// drawing. Erasing takes along the extension dictionary, the entries of a dictionary and the entities of a
+  /// block.
   virtual Acad::ErrorStatus erase(bool erasing = true);
 
   /// Null id when there is none.
@@ -47,11 +51,14 @@ public:
   Acad::ErrorStatus releaseExtensionDictionary();
   void setExtensionDictionary(AcDbObjectId dictionary);  ///< for readers of files
 
-  /// Chain of the extended data: of one application (1001 item first), or of all for null; null when there is none.
-  /// The caller releases it.
+  /// Chain of the extended data: of one application (1001 item first), or of all for null; null when there is
+  /// none. The caller releases it.
   [[nodiscard]] resbuf* xData(const ACHAR* application = nullptr) const;
-  /// Replaces the data of the applications named by the 1001 items of the chain; an application without further
-  /// items loses its data. `eRegappIdNotFound` when an application is not registered in a resident object's database.
+  /// Replaces the data of the applications named by the 1001 items of the chain; an application without
+  /// further items loses its data. Nothing is changed by `eRegappIdNotFound` (an application is not
+  /// registered in a resident object's database) and by `eInvalidInput`: no 1001 in front, a code that
+  /// extended data do not have, braces that do not pair, a binary item above 127 bytes, or more than 16383
+  /// bytes for the whole object.
   Acad::ErrorStatus setXData(const resbuf* chain);
   [[nodiscard]] bool hasXData(const ACHAR* application) const;
   [[nodiscard]] const DxfTagText& xDataTags() const;  ///< as in the file
@@ -74,8 +81,9 @@ public:
 
   /// Objects that are owned part by part and written behind this one (attributes, vertices), in order.
   [[nodiscard]] virtual std::vector<AcDbObjectId> subObjects() const { return {}; }
-  /// References that this object holds, for walks over what a copy needs: calls `visit` on each id in place, owner
-  /// and extension dictionary excluded. References inside kept groups are visited too and replaced when changed.
+  /// References that this object holds, for walks over what a copy needs: calls `visit` on each id in place,
+  /// owner and extension dictionary excluded. References inside kept groups are visited too and replaced when
+  /// changed.
   virtual void visitReferences(const std::function<void(AcDbObjectId&)>& visit);
 
   /// An exact copy without place in a database, owned by the caller; sub-objects are not copied.
@@ -91,28 +99,39 @@ protected:
   /// Groups kept in a section, to be called at its end by `dxfOutFields`.
   void writeExtras(AcDbDxfWriter& out, std::string_view subclass) const;
   void exchangeBase(AcDbObject& other);
-  void forgetIdentity() { m_stub = nullptr, m_owner.setNull(); }
+  /// Turns a copy into one without place in a database: owner, extension dictionary and reactors stay behind.
+  /// Handles in kept groups go on naming objects of the original's database until `visitReferences` has
+  /// replaced them.
+  void forgetIdentity();
+  /// Sets the erased state of an object and of all that belongs to it, without regard to open modes; noted
+  /// for undo.
+  static void markErased(AcDbObjectId id, bool erased);
+  [[nodiscard]] bool hasExtras(std::string_view subclass) const;
+  /// Offers the references in file text to a visitor and writes back those that it replaced.
+  void visitTags(DxfTagText& tags, const std::function<void(AcDbObjectId&)>& visit);
 
 private:
   friend class AcDbDatabase;
   struct Rare;  // xdata, extension dictionary, reactors, kept groups: few objects have any
   Rare& rare();
+  void dxfInBraces(std::span<const DxfTag> tags, AcDbDatabase& database);
+  void dxfOutBraces(AcDbDxfWriter& out) const;
   AcDbStub* m_stub = nullptr;
   AcDbObjectId m_owner;
   std::unique_ptr<Rare> m_rare;
 };
 
 /// In the class, behind ACRX_DECLARE_MEMBERS: copies for undo and for cloning.
-#define ACDB_DECLARE_COPY(CLASS)                                                                    \
-public:                                                                                             \
-  [[nodiscard]] AcDbObject* cloneAlone() const override {                                           \
-    auto* copy = new CLASS(*this);                                                                  \
-    copy->forgetIdentity();                                                                         \
-    return copy;                                                                                    \
-  }                                                                                                 \
-  [[nodiscard]] std::unique_ptr<AcDbObject> snapshot() const override {                             \
-    return std::unique_ptr<AcDbObject>(new CLASS(*this));                                           \
-  }                                                                                                 \
+#define ACDB_DECLARE_COPY(CLASS)                                        \
+public:                                                                 \
+  [[nodiscard]] AcDbObject* cloneAlone() const override {               \
+    auto* copy = new CLASS(*this);                                      \
+    copy->forgetIdentity();                                             \
+    return copy;                                                        \
+  }                                                                     \
+  [[nodiscard]] std::unique_ptr<AcDbObject> snapshot() const override { \
+    return std::unique_ptr<AcDbObject>(new CLASS(*this));               \
+  }                                                                     \
   void exchangeState(AcDbObject& other) override { exchangeFields(static_cast<CLASS&>(other)); }
 
 /// Defines `isA`, `desc` and a factory of a concrete class of the database.
@@ -121,8 +140,8 @@ public:                                                                         
 
 /// Opens an object. On failure the pointer is null: `eNullObjectId`, `eUnknownHandle` (nothing in memory),
 /// `eWasErased` unless `openErased`, `eWasOpenForWrite` / `eWasOpenForRead` when the modes clash.
-ARX_API Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
-                                         bool openErased = false);
+ARX_API Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id,
+                                         AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false);
 
 /// The same for one class; `eNotThatKindOfClass` when the object is of another.
 template <class T>
@@ -172,6 +191,7 @@ private:
   Acad::ErrorStatus m_status = Acad::eNullObjectPointer;
 };
 
-/// Conversions between ids and the names of the command-line layer; `eInvalidInput` for a name that names nothing.
+/// Conversions between ids and the names of the command-line layer; `eInvalidInput` for a name that names
+/// nothing.
 ARX_API Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
 ARX_API Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id);

@@ -14,14 +14,17 @@ class ARX_API AcDbSymbolTableRecord : public AcDbObject {
 public:
   [[nodiscard]] const AcString& name() const { return m_name; }
   Acad::ErrorStatus getName(AcString& name) const;
-  /// `eInvalidInput` for an empty name or one with a character that drawings forbid (<>/\":;?*|=`), `eDuplicateRecordName`
-  /// when the table holds it already.
+  /// `eInvalidInput` for an empty name or one with a character that drawings forbid (<>/\":;?*|=`),
+  /// `eDuplicateRecordName` when the table holds it already.
   Acad::ErrorStatus setName(const ACHAR* name);
+  /// The name as a file spells it, unchecked, in a record that is in no table yet.
+  void assignName(const AcString& name) { m_name = name; }
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
 protected:
-  /// Name (2) and flags (70) within the section of the concrete record. @return false when the group is another
+  /// Name (2) and flags (70) within the section of the concrete record. @return false when the group is
+  /// another
   bool dxfInNameOrFlags(AcDbDxfReader& in);
   void dxfOutNameAndFlags(AcDbDxfWriter& out) const;
   void exchangeFields(AcDbSymbolTableRecord& other);
@@ -48,11 +51,15 @@ class ARX_API AcDbSymbolTable : public AcDbObject {
   ACDB_DECLARE_COPY(AcDbSymbolTable)
 public:
   AcDbSymbolTable() = default;
+  /// Without the records: they belong to the original, and undo restores them one by one.
+  AcDbSymbolTable(const AcDbSymbolTable& other) : AcDbObject(other), m_kind(other.m_kind) {}
   /// `eKeyNotFound` when there is no live record of this name.
   Acad::ErrorStatus getIdAt(const ACHAR* name, AcDbObjectId& id) const;
   Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id) const { return getIdAt(name, id); }
   [[nodiscard]] bool has(const ACHAR* name) const;
-  /// Adds a record, which the database then owns. `eDuplicateRecordName` leaves the record with the caller.
+  /// Adds a record, which the database then owns and which stays open for writing until the caller closes it.
+  /// `eDuplicateRecordName`, `eWrongObjectType` for a record of another table: the record stays with the
+  /// caller.
   Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
   Acad::ErrorStatus add(AcDbSymbolTableRecord* record);
   /// Live records in order; the caller deletes the iterator.
@@ -61,8 +68,9 @@ public:
 
   /// For readers of files: enters a record that the database holds already, and a rename.
   void enter(AcDbObjectId id, const AcString& name);
-  void renamed(AcDbObjectId id, const AcString& from, const AcString& to);
+  void renamed(AcDbObjectId id, const AcString& to);
   /// "LAYER", "BLOCK_RECORD"...: which table this is.
+  [[nodiscard]] std::string_view dxfName() const override { return "TABLE"; }
   [[nodiscard]] const std::string& kind() const { return m_kind; }
   void setKind(std::string kind) { m_kind = std::move(kind); }
   void dxfInFields(AcDbDxfReader& in) override;
@@ -74,7 +82,9 @@ protected:
 private:
   std::string m_kind;
   std::vector<AcDbObjectId> m_order;
-  std::unordered_map<std::wstring, AcDbObjectId> m_byName;  // lower case; may hold erased records
+  // By lower-case name: every record that ever bore it. A lookup takes the live one that bears it now, so
+  // that undo of creations, erasures and renames needs no copy of the table.
+  std::unordered_multimap<std::wstring, AcDbObjectId> m_byName;
 };
 using AcDbLayerTable = AcDbSymbolTable;
 using AcDbLinetypeTable = AcDbSymbolTable;
@@ -157,8 +167,7 @@ protected:
 private:
   AcString m_comments;
   double m_length = 0.0;
-  std::vector<double> m_dashes;  // only for patterns without shapes; others keep their groups as they were
-  bool m_complex = false;
+  std::vector<double> m_dashes;  // the file's groups are kept beside, shapes of complex patterns included
 };
 
 class ARX_API AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
@@ -201,7 +210,8 @@ class ARX_API AcDbOtherTableRecord : public AcDbSymbolTableRecord {
 public:
   AcDbOtherTableRecord() = default;
   /// @param type name in the file ("DIMSTYLE")  @param subclass marker of its own section
-  AcDbOtherTableRecord(std::string type, std::string subclass) : m_type(std::move(type)), m_subclass(std::move(subclass)) {}
+  AcDbOtherTableRecord(std::string type, std::string subclass)
+      : m_type(std::move(type)), m_subclass(std::move(subclass)) {}
   [[nodiscard]] std::string_view dxfName() const override { return m_type; }
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;

@@ -5,8 +5,8 @@
 #include <deque>
 #include <functional>
 
-/// The history of one drawing. What a command changes is gathered in one step; U takes the last step back, REDO
-/// brings it again. Groups join several commands or parts of one into a single step.
+/// The history of one drawing. What a command changes is gathered in one step; U takes the last step back,
+/// REDO brings it again. Groups join several commands or parts of one into a single step.
 class ARX_API AcDbUndoLog {
 public:
   AcDbUndoLog() = default;
@@ -21,23 +21,27 @@ public:
   void begin(const AcString& name);
   /// Closes it; a step in which nothing changed vanishes. A new step drops what could be redone.
   void end();
-  /// Takes back what was noted since the outermost begin, and closes the step: for a command that failed.
+  /// Takes back what was noted since the innermost `begin` and closes that level, in place of `end`: for a
+  /// command that failed. What an outer group did before stays.
   void rollBack();
   [[nodiscard]] int depth() const { return m_depth; }
 
+  /// Refused, with an empty result, in a step that changed something already.
   /// @return the name of the step taken back, empty when there is none
   AcString undo();
   AcString redo();
-  [[nodiscard]] bool canUndo() const { return !m_done.empty(); }
-  [[nodiscard]] bool canRedo() const { return !m_undone.empty(); }
+  [[nodiscard]] bool canUndo() const;
+  [[nodiscard]] bool canRedo() const;
   void clear();
 
-  // Notes of the database. Outside a step they open one of their own when recording, so that nothing is missed.
+  // Notes of the database. Changes outside of any command join in one nameless step, which the next `begin`,
+  // `undo` or `redo` closes: nothing is missed, and one U takes back what happened between two commands.
   void noteCreated(AcDbStub* stub);
   void noteErased(AcDbStub* stub, bool erased);
   /// Keeps a snapshot unless the step holds one already, or the object was created in it.
   void noteChange(AcDbObject& object);
-  /// A change outside objects (a header variable): what puts the other value in place, called for undo and for redo.
+  /// A change outside objects (a header variable): what puts the other value in place, called for undo and
+  /// for redo.
   void noteVariable(std::function<void()> swapValue);
 
 private:
@@ -51,13 +55,18 @@ private:
     AcString name;
     std::vector<Note> notes;
   };
-  static void takeBack(Step& step);
   static void repeat(Step& step);
-  Step& current();
+  Note* add(Note::Kind kind, AcDbStub* stub);
+  void open(const AcString& name);
+  void shut();
+  static void exchange(Note& note);
+  static void takeBack(Step& step, std::size_t from);
 
   bool m_recording = true;
   int m_depth = 0;
-  Adesk::UInt32 m_stepId = 1;
+  Adesk::UInt32 m_stepId =
+      1;  // of the level; a nested level takes its own snapshots, so that it can fail alone
+  std::vector<std::size_t> m_marks;  // where the open levels begin in the step
   bool m_open = false;
   Step m_current;
   std::deque<Step> m_done;

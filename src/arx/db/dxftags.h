@@ -5,16 +5,16 @@
 #include <string>
 #include <string_view>
 
-/// One group of a drawing file: its code and its text as it stands, without the line end. Leading blanks belong to
-/// texts and are insignificant in numbers.
+/// One group of a drawing file: its code and its text as it stands, without the line end. Leading blanks
+/// belong to texts and are insignificant in numbers.
 struct DxfTag {
   int code = 0;
   Adesk::UInt32 line = 0;  ///< number of the line with the value, from 1; 0 when unknown
   std::string_view value;
 };
 
-/// A sequence of groups kept as file text ("code\nvalue\n"...), for everything that the host does not model, and for
-/// xdata and xrecords. Compact: no allocation a group. Values are UTF-8.
+/// A sequence of groups kept as file text ("code\nvalue\n"...), for everything that the host does not model,
+/// and for xdata and xrecords. Compact: no allocation a group. Values are UTF-8.
 class ARX_API DxfTagText {
 public:
   /// Forward walk over the groups; ends at the first thing that is no group.
@@ -47,10 +47,39 @@ private:
 };
 
 /// What kind of value a group code carries.
-enum class DxfKind { kText, kReal, kPoint, kInt16, kInt32, kInt64, kBool, kBinary, kHandle, kPointer, kName, kUnknown };
+enum class DxfKind {
+  kText,
+  kReal,
+  kPoint,
+  kInt16,
+  kInt32,
+  kInt64,
+  kBool,
+  kBinary,
+  kHandle,
+  kPointer,
+  kName,
+  kUnknown
+};
 /// kPointer: soft and hard references by handle (320-369, 390-399, 480-481, 1005); kHandle: 5 and 105.
 /// kPoint: the first of the two or three groups of a point (10-18, 110-112, 210, 211, 1010-1013).
 ARX_API DxfKind dxfKind(int code);
+
+/// File text to wide text: UTF-8, "\U+XXXX" and caret forms ("^J", "^ ") resolved. A byte that is no UTF-8
+/// becomes the lone surrogate U+DC00 + byte, which `dxfFromWide` turns back into the byte.
+ARX_API std::wstring dxfToWide(std::string_view fileText);
+/// Wide text as file text: UTF-8, control characters and the caret in their caret forms.
+ARX_API std::string dxfFromWide(std::wstring_view text);
+/// Shortest text that reads back as the same number, always with a point or an exponent; 0.0 for what is not
+/// finite.
+/// @param buffer at least 40 bytes  @return the number of bytes written
+ARX_API std::size_t dxfFormatReal(char* buffer, double value);
+/// Numbers of files, blanks around them allowed. A real that is integral passes for an integer; unsigned
+/// 32-bit values too. @return false, `value` unchanged, when the text is none
+ARX_API bool dxfParseReal(std::string_view text, double& value);
+ARX_API bool dxfParseInteger(std::string_view text, Adesk::Int64& value);
+/// Hexadecimal digits, at most 16; false otherwise.
+ARX_API bool dxfParseHandle(std::string_view text, Adesk::UInt64& value);
 
 /// Raised when a drawing file cannot be read; caught by the operation that reads the file.
 struct ARX_API DxfError {

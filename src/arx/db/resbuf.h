@@ -34,6 +34,8 @@ ARX_API resbuf* acutNewRb(int type);
 ARX_API int acutRelRb(resbuf* chain);
 /// A new text owned by the caller of the resbuf.
 ARX_API int acutNewString(std::wstring_view text, ACHAR*& result);
+/// Releases such a text and clears the pointer.
+ARX_API int acutDelString(ACHAR*& text);
 /// Copy of one item without its successor.
 ARX_API resbuf* acutCopyRb(const resbuf* item);
 /// Copy of a whole chain.
@@ -42,8 +44,8 @@ ARX_API resbuf* acutCopyRbChain(const resbuf* chain);
 enum class RbKind { kNone, kReal, kPoint, kShort, kLong, kInt64, kText, kName, kBinary };
 ARX_API RbKind acutRbKind(int restype);
 
-// Building a chain: acutBuildList(type, value, type, value, ..., RTNONE). Markers (RTLB, RTLE, RTDOTE, RTNIL, RTT)
-// take no value.
+// Building a chain: acutBuildList(type, value, type, value, ..., RTNONE). Markers (RTLB, RTLE, RTDOTE, RTNIL,
+// RTT) take no value.
 namespace arx_detail {
 /// One argument, whatever its type.
 struct ARX_API RbArgument {

@@ -1,0 +1,302 @@
+#include "arx/db/dbfiler.h"
+
+#include "arx/db/dbmain.h"
+
+#include <charconv>
+
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+constexpr std::size_t kQuotedBytes = 80;  // of a bad value in a message
+
+bool startsEmbeddedObject(const DxfTag& tag) { return tag.code == 101; }
+
+[[noreturn]] void refuse(const DxfTag& tag, const char* expected) {
+  std::string_view value = tag.value.substr(0, kQuotedBytes);
+  while (value.size() < tag.value.size() && !value.empty() &&
+         (static_cast<unsigned char>(tag.value[value.size()]) & 0xC0) == 0x80) {
+    value.remove_suffix(1);
+  }
+  throw DxfError{tag.line, "valeur « " + std::string(value) + " » du groupe " + std::to_string(tag.code) +
+                               " : " + expected + " attendu"};
+}
+
+}  // namespace
+
+AcDbDxfReader::AcDbDxfReader(std::span<const DxfTag> tags, AcDbDatabase& database)
+    : m_tags(tags), m_database(database) {
+  std::size_t begin = 0;
+  std::string_view name;
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    if (tags[i].code != 100) continue;
+    m_sections.push_back({name, begin, i});
+    name = tags[i].value;
+    begin = i + 1;
+  }
+  m_sections.push_back({name, begin, tags.size()});
+  m_plain = m_sections.size() == 1;
+  m_section = m_sections.size();
+  if (m_plain) m_untaken.assign(tags.begin(), tags.end());
+}
+
+DxfTagText& AcDbDxfReader::extraOf(std::string_view subclass) {
+  for (DxfExtra& extra : m_extras) {
+    if (!extra.whole && extra.subclass == subclass) return extra.tags;
+  }
+  m_extras.push_back({std::string(subclass), {}, false});
+  return m_extras.back().tags;
+}
+
+void AcDbDxfReader::keepRest() {
+  if (m_plain) {
+    m_untaken.insert(m_untaken.end(), m_offered.begin() + static_cast<std::ptrdiff_t>(m_next),
+                     m_offered.end());
+    m_offered.clear();
+    m_next = m_end = 0;
+    return;
+  }
+  if (m_next >= m_end) return;
+  DxfTagText& extra = extraOf(m_sections[m_section].name);
+  for (; m_next < m_end; ++m_next) extra.append(m_tags[m_next].code, m_tags[m_next].value);
+}
+
+bool AcDbDxfReader::enter(std::string_view subclass) {
+  keepRest();
+  if (m_plain) {
+    m_offered = std::move(m_untaken);
+    m_untaken.clear();
+    m_next = 0;
+    m_end = m_offered.size();
+    return true;
+  }
+  for (std::size_t i = 0; i < m_sections.size(); ++i) {
+    Section& section = m_sections[i];
+    if (section.entered || section.name != subclass) continue;
+    section.entered = true;
+    m_section = i;
+    m_next = section.begin;
+    m_end = section.end;
+    return true;
+  }
+  return false;
+}
+
+bool AcDbDxfReader::hasSection(std::string_view subclass) const {
+  if (m_plain) return false;
+  for (const Section& section : m_sections) {
+    if (!section.entered && section.name == subclass) return true;
+  }
+  return false;
+}
+
+bool AcDbDxfReader::next() {
+  if (m_next >= m_end) return false;
+  if (m_plain) {
+    m_tag = m_offered[m_next++];
+    return true;
+  }
+  if (startsEmbeddedObject(m_tags[m_next])) {
+    keepRest();
+    return false;
+  }
+  m_tag = m_tags[m_next++];
+  return true;
+}
+
+int AcDbDxfReader::peek() const {
+  if (m_next >= m_end) return -1;
+  const DxfTag& tag = m_plain ? m_offered[m_next] : m_tags[m_next];
+  return !m_plain && startsEmbeddedObject(tag) ? -1 : tag.code;
+}
+
+std::wstring AcDbDxfReader::wide() const { return dxfToWide(m_tag.value); }
+
+double AcDbDxfReader::real() const {
+  double value = 0.0;
+  if (!dxfParseReal(m_tag.value, value)) refuse(m_tag, "nombre");
+  return value;
+}
+
+int AcDbDxfReader::integer() const {
+  Adesk::Int64 value = 0;
+  if (!dxfParseInteger(m_tag.value, value)) refuse(m_tag, "nombre entier");
+  // Some programs write 32-bit patterns without sign.
+  if (value < INT32_MIN || value > UINT32_MAX) refuse(m_tag, "nombre entier");
+  return static_cast<int>(static_cast<Adesk::UInt32>(value));
+}
+
+AcDbObjectId AcDbDxfReader::id() const {
+  Adesk::UInt64 handle = 0;
+  if (!dxfParseHandle(m_tag.value, handle)) refuse(m_tag, "identifiant hexadécimal");
+  return handle ? m_database.idOf(handle) : AcDbObjectId();
+}
+
+bool AcDbDxfReader::coordinate(int firstCode, AcGePoint3d& point) const {
+  const int offset = m_tag.code - firstCode;
+  if (offset == 0)
+    point.x = real();
+  else if (offset == 10)
+    point.y = real();
+  else if (offset == 20)
+    point.z = real();
+  else
+    return false;
+  return true;
+}
+
+bool AcDbDxfReader::coordinate(int firstCode, AcGeVector3d& vector) const {
+  AcGePoint3d point{vector.x, vector.y, vector.z};
+  if (!coordinate(firstCode, point)) return false;
+  vector = point.asVector();
+  return true;
+}
+
+AcDbObjectId AcDbDxfReader::layer() const { return m_database.recordOf("LAYER", wide()); }
+AcDbObjectId AcDbDxfReader::linetype() const { return m_database.recordOf("LTYPE", wide()); }
+AcDbObjectId AcDbDxfReader::textStyle() const { return m_database.recordOf("STYLE", wide()); }
+AcDbObjectId AcDbDxfReader::block() const { return m_database.recordOf("BLOCK_RECORD", wide()); }
+
+DxfTagText AcDbDxfReader::takeAll() {
+  DxfTagText all;
+  for (const DxfTag& tag : m_tags) all.append(tag.code, tag.value);
+  for (Section& section : m_sections) section.entered = true;
+  m_untaken.clear();
+  m_offered.clear();
+  m_next = m_end = 0;
+  return all;
+}
+
+void AcDbDxfReader::keep() {
+  if (m_plain) {
+    m_untaken.push_back(m_tag);
+  } else if (m_section < m_sections.size()) {
+    extraOf(m_sections[m_section].name).append(m_tag.code, m_tag.value);
+  }
+}
+
+std::vector<DxfExtra> AcDbDxfReader::takeExtras() {
+  keepRest();
+  for (const DxfTag& tag : m_untaken) extraOf({}).append(tag.code, tag.value);
+  m_untaken.clear();
+  for (const Section& section : m_sections) {
+    if (section.entered || m_plain) continue;
+    if (section.begin == 0 && section.end == 0) continue;  // nothing in front of the first marker
+    const bool marked = section.begin > 0;
+    DxfExtra extra{std::string(section.name), {}, marked};
+    if (marked) extra.tags.append(100, section.name);
+    for (std::size_t i = section.begin; i < section.end; ++i)
+      extra.tags.append(m_tags[i].code, m_tags[i].value);
+    m_extras.push_back(std::move(extra));
+  }
+  m_sections.clear();
+  m_next = m_end = 0;
+  for (DxfExtra& extra : m_extras) extra.tags.shrink();
+  return std::move(m_extras);
+}
+
+AcDbDxfWriter::AcDbDxfWriter(Sink sink) : m_sink(std::move(sink)) { m_buffer.reserve(kBufferSize); }
+
+AcDbDxfWriter::~AcDbDxfWriter() {
+  try {
+    flush();
+  } catch (...) {  // a destructor cannot report; whoever must know calls flush before
+  }
+}
+
+void AcDbDxfWriter::room(std::size_t size) {
+  if (m_buffer.size() + size > kBufferSize) flush();
+}
+
+void AcDbDxfWriter::code(int value) {
+  char buffer[16];
+  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+  const auto width = static_cast<std::size_t>(end - buffer);
+  if (width < 3) m_buffer.append(3 - width, ' ');
+  m_buffer.append(buffer, width);
+  m_buffer += '\n';
+}
+
+void AcDbDxfWriter::text(int groupCode, std::string_view value) {
+  room(value.size() + 24);
+  code(groupCode);
+  if (value.find_first_of("\r\n") == std::string_view::npos) {
+    m_buffer += value;
+  } else {
+    for (const char c : value) {
+      if (c == '\n')
+        m_buffer += "^J";
+      else if (c == '\r')
+        m_buffer += "^M";
+      else
+        m_buffer += c;
+    }
+  }
+  m_buffer += '\n';
+}
+
+void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) { text(groupCode, dxfFromWide(value)); }
+
+void AcDbDxfWriter::real(int groupCode, double value) {
+  char buffer[40];
+  text(groupCode, {buffer, dxfFormatReal(buffer, value)});
+}
+
+void AcDbDxfWriter::integer(int groupCode, Adesk::Int64 value) {
+  char buffer[24];
+  text(groupCode, {buffer, static_cast<std::size_t>(std::to_chars(buffer, buffer + 24, value).ptr - buffer)});
+}
+
+void AcDbDxfWriter::handle(int groupCode, AcDbHandle value) {
+  char buffer[24];
+  char* const end = std::to_chars(buffer, buffer + 24, static_cast<Adesk::UInt64>(value), 16).ptr;
+  for (char* p = buffer; p != end; ++p) {
+    if (*p >= 'a') *p = static_cast<char>(*p - 'a' + 'A');
+  }
+  text(groupCode, {buffer, static_cast<std::size_t>(end - buffer)});
+}
+
+void AcDbDxfWriter::id(int groupCode, AcDbObjectId value) {
+  handle(groupCode, value.isErased() ? AcDbHandle() : value.handle());
+}
+
+void AcDbDxfWriter::point(int firstCode, const AcGePoint3d& value) {
+  real(firstCode, value.x);
+  real(firstCode + 10, value.y);
+  real(firstCode + 20, value.z);
+}
+
+void AcDbDxfWriter::point2d(int firstCode, double x, double y) {
+  real(firstCode, x);
+  real(firstCode + 10, y);
+}
+
+void AcDbDxfWriter::normal(const AcGeVector3d& value) {
+  if (value != AcGeVector3d::kZAxis) vector(210, value);
+}
+
+void AcDbDxfWriter::kept(const DxfTagText& tags, AcDbDatabase* database) {
+  if (!database) return raw(tags.text());
+  DxfTagText::Cursor cursor = tags.tags();
+  for (DxfTag tag; cursor.next(tag);) {
+    Adesk::UInt64 value = 0;
+    AcDbObjectId known;
+    const bool dead = dxfKind(tag.code) == DxfKind::kPointer && dxfParseHandle(tag.value, value) &&
+                      database->getAcDbObjectId(known, false, value) == Acad::eOk && known.isErased();
+    text(tag.code, dead ? std::string_view("0") : tag.value);
+  }
+}
+
+void AcDbDxfWriter::raw(std::string_view fileText) {
+  room(fileText.size());
+  if (fileText.size() > kBufferSize) {
+    m_sink(fileText);
+  } else {
+    m_buffer += fileText;
+  }
+}
+
+void AcDbDxfWriter::flush() {
+  if (m_buffer.empty()) return;
+  m_sink(m_buffer);
+  m_buffer.clear();
+}

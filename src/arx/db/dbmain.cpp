@@ -1,0 +1,329 @@
+#include "arx/db/dbmain.h"
+
+#include "arx/db/dbdefault.h"
+#include "base/text.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Drawings in memory, for checking names that callers hand over.
+std::vector<AcDbDatabase*>& liveDatabases() {
+  static auto* const all = new std::vector<AcDbDatabase*>;
+  return *all;
+}
+
+/// An empty record of one of the tables that the host models; null for another table.
+AcDbSymbolTableRecord* newRecord(std::string_view kind) {
+  if (kind == "LAYER") return new AcDbLayerTableRecord;
+  if (kind == "LTYPE") return new AcDbLinetypeTableRecord;
+  if (kind == "STYLE") return new AcDbTextStyleTableRecord;
+  if (kind == "APPID") return new AcDbRegAppTableRecord;
+  if (kind == "VPORT") return new AcDbViewportTableRecord;
+  if (kind == "BLOCK_RECORD") return new AcDbBlockTableRecord;
+  return nullptr;
+}
+
+AcDbSymbolTable* tableOf(AcDbObjectId id) {
+  return id.isLive() ? AcDbSymbolTable::cast(id.stub()->object) : nullptr;
+}
+
+}  // namespace
+
+AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) {
+  liveDatabases().push_back(this);
+  if (!buildDefaultDrawing) return;
+  m_undo.setRecording(false);
+  dxfBuildDefaultDrawing(*this);
+  m_undo.setRecording(true);
+  m_undo.clear();
+  m_modified = false;
+}
+
+AcDbDatabase::~AcDbDatabase() {
+  std::erase(liveDatabases(), this);
+  AcDbHostApplicationServices* const services = acdbHostApplicationServices();
+  if (services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
+  m_undo.setRecording(false);
+  m_undo.clear();
+  for (auto& [handle, stub] : m_stubs) delete std::exchange(stub.object, nullptr);
+}
+
+// ---- Objects
+
+Adesk::UInt64 AcDbDatabase::takeHandle() {
+  while (m_stubs.contains(m_nextHandle)) ++m_nextHandle;
+  return m_nextHandle++;
+}
+
+Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* object) {
+  const Acad::ErrorStatus status = addWithHandle(id, object, takeHandle());
+  if (status != Acad::eOk) return status;
+  id.stub()->writer = true;
+  m_undo.noteCreated(id.stub());
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::addWithHandle(AcDbObjectId& id, AcDbObject* object, AcDbHandle handle) {
+  id.setNull();
+  if (!object) return Acad::eNullObjectPointer;
+  if (object->m_stub) return Acad::eAlreadyInDb;
+  if (handle.isNull()) return Acad::eInvalidInput;
+  AcDbStub& stub = *idOf(handle).stub();
+  if (stub.object) return Acad::eDuplicateKey;
+  stub.object = object;
+  object->m_stub = &stub;
+  id = AcDbObjectId(&stub);
+  setHandseed(handle + 1);
+  return Acad::eOk;
+}
+
+AcDbObjectId AcDbDatabase::idOf(AcDbHandle handle) {
+  const auto [place, fresh] = m_stubs.try_emplace(handle);
+  if (fresh) {
+    place->second.database = this;
+    place->second.handle = handle;
+  }
+  return AcDbObjectId(&place->second);
+}
+
+Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, AcDbHandle handle) {
+  id.setNull();
+  if (handle.isNull()) return Acad::eUnknownHandle;
+  const auto found = m_stubs.find(handle);
+  if (found == m_stubs.end() && !createIfNotFound) return Acad::eUnknownHandle;
+  id = found == m_stubs.end() ? idOf(handle) : AcDbObjectId(&found->second);
+  if (id.isValid() || createIfNotFound) return Acad::eOk;
+  id.setNull();
+  return Acad::eUnknownHandle;
+}
+
+void AcDbDatabase::setHandseed(AcDbHandle next) {
+  m_nextHandle = std::max<Adesk::UInt64>(m_nextHandle, next);
+}
+
+bool AcDbDatabase::isStubOf(const void* stub, AcDbHandle handle) {
+  if (!stub) return false;
+  for (const AcDbDatabase* database : liveDatabases()) {
+    const auto found = database->m_stubs.find(handle);
+    if (found != database->m_stubs.end() && &found->second == stub) return true;
+  }
+  return false;
+}
+
+std::vector<AcDbObjectId> AcDbDatabase::allObjects() const {
+  std::vector<AcDbStub*> stubs;
+  stubs.reserve(m_stubs.size());
+  for (const auto& [handle, stub] : m_stubs) {
+    if (stub.object) stubs.push_back(const_cast<AcDbStub*>(&stub));
+  }
+  std::sort(stubs.begin(), stubs.end(),
+            [](const AcDbStub* a, const AcDbStub* b) { return a->handle < b->handle; });
+  std::vector<AcDbObjectId> ids;
+  ids.reserve(stubs.size());
+  for (AcDbStub* stub : stubs) ids.emplace_back(stub);
+  return ids;
+}
+
+void AcDbDatabase::reserve(std::size_t objects) { m_stubs.reserve(objects); }
+
+// ---- Symbol tables
+
+AcDbObjectId AcDbDatabase::tableId(const std::string& kind) const {
+  for (const AcDbObjectId id : m_tables) {
+    const AcDbSymbolTable* const table = tableOf(id);
+    if (table && table->kind() == kind) return id;
+  }
+  return {};
+}
+
+AcDbObjectId AcDbDatabase::ensureTable(const std::string& kind) {
+  AcDbObjectId id = tableId(kind);
+  if (!id.isNull()) return id;
+  auto* table = new AcDbSymbolTable;
+  table->setKind(kind);
+  addAcDbObject(id, table);
+  table->close();
+  m_tables.push_back(id);
+  return id;
+}
+
+AcDbObjectId AcDbDatabase::recordOf(const char* kind, const std::wstring& name) {
+  AcDbObjectId id;
+  if (name.empty()) return id;
+  AcDbSymbolTable* const table = tableOf(ensureTable(kind));
+  if (table->getIdAt(name.c_str(), id) == Acad::eOk) return id;
+  AcDbSymbolTableRecord* const record = newRecord(kind);
+  if (!record) return id;
+  // As the file spells it: names of other programs may hold what users may not type.
+  record->assignName(name);
+  addAcDbObject(id, record);
+  record->setOwnerId(table->objectId());
+  if (auto* layer = AcDbLayerTableRecord::cast(record)) layer->setLinetypeObjectId(continuousLinetype());
+  record->close();
+  table->enter(id, name);
+  return id;
+}
+
+Acad::ErrorStatus AcDbDatabase::openTable(AcDbSymbolTable*& table, const char* kind, AcDb::OpenMode mode) {
+  table = nullptr;
+  const AcDbObjectId id = tableId(kind);
+  return id.isNull() ? Acad::eKeyNotFound : acdbOpenObject(table, id, mode);
+}
+
+Acad::ErrorStatus AcDbDatabase::getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode) {
+  return openTable(table, "LAYER", mode);
+}
+Acad::ErrorStatus AcDbDatabase::getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode) {
+  return openTable(table, "BLOCK_RECORD", mode);
+}
+Acad::ErrorStatus AcDbDatabase::getTextStyleTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode) {
+  return openTable(table, "STYLE", mode);
+}
+Acad::ErrorStatus AcDbDatabase::getLinetypeTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode) {
+  return openTable(table, "LTYPE", mode);
+}
+Acad::ErrorStatus AcDbDatabase::getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode) {
+  return openTable(table, "APPID", mode);
+}
+Acad::ErrorStatus AcDbDatabase::getViewportTable(AcDbViewportTable*& table, AcDb::OpenMode mode) {
+  return openTable(table, "VPORT", mode);
+}
+
+AcDbObjectId AcDbDatabase::layerZero() { return recordOf("LAYER", L"0"); }
+AcDbObjectId AcDbDatabase::byLayerLinetype() { return recordOf("LTYPE", L"ByLayer"); }
+AcDbObjectId AcDbDatabase::byBlockLinetype() { return recordOf("LTYPE", L"ByBlock"); }
+AcDbObjectId AcDbDatabase::continuousLinetype() { return recordOf("LTYPE", L"Continuous"); }
+
+AcDbObjectId AcDbDatabase::modelSpaceId() const {
+  AcDbObjectId id;
+  if (const AcDbSymbolTable* const table = tableOf(blockTableId())) table->getIdAt(ACDB_MODEL_SPACE, id);
+  return id;
+}
+
+AcDbObjectId AcDbDatabase::paperSpaceId() const {
+  AcDbObjectId id;
+  if (const AcDbSymbolTable* const table = tableOf(blockTableId())) table->getIdAt(ACDB_PAPER_SPACE, id);
+  return id;
+}
+
+// ---- Dictionaries
+
+AcDbObjectId AcDbDatabase::ensureNamedObjects() {
+  if (m_namedObjects.isLive()) return m_namedObjects;
+  auto* dictionary = new AcDbDictionary;
+  addAcDbObject(m_namedObjects, dictionary);
+  dictionary->close();
+  return m_namedObjects;
+}
+
+Acad::ErrorStatus AcDbDatabase::getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode) {
+  return acdbOpenObject(dictionary, ensureNamedObjects(), mode);
+}
+
+AcDbObjectId AcDbDatabase::groupDictionaryId() const {
+  auto& self = const_cast<AcDbDatabase&>(*this);
+  const AcDbObjectId named = self.ensureNamedObjects();
+  auto* const dictionary = AcDbDictionary::cast(named.stub()->object);
+  AcDbObjectId id;
+  if (!dictionary || dictionary->getAt(L"ACAD_GROUP", id) == Acad::eOk) return id;
+  AcDbObjectPointer<AcDbDictionary> open(named, AcDb::kForWrite);
+  if (open.openStatus() != Acad::eOk) return id;
+  auto* groups = new AcDbDictionary;
+  if (open->setAt(L"ACAD_GROUP", groups, id) == Acad::eOk)
+    groups->close();
+  else
+    delete groups;
+  return id;
+}
+
+// ---- Header variables
+
+std::pair<std::string, DxfTagText>* AcDbDatabase::findHeader(const std::string& name) {
+  for (auto& variable : m_headers) {
+    if (variable.first == name) return &variable;
+  }
+  return nullptr;
+}
+
+bool AcDbDatabase::header(const std::string& name, DxfTagText& value) const {
+  const auto* const found = const_cast<AcDbDatabase*>(this)->findHeader(name);
+  if (found) value = found->second;
+  return found != nullptr;
+}
+
+double AcDbDatabase::headerReal(const std::string& name, double fallback) const {
+  DxfTagText value;
+  DxfTag tag;
+  double real = fallback;
+  if (header(name, value) && value.tags().next(tag)) dxfParseReal(tag.value, real);
+  return real;
+}
+
+std::wstring AcDbDatabase::headerText(const std::string& name, const std::wstring& fallback) const {
+  DxfTagText value;
+  DxfTag tag;
+  return header(name, value) && value.tags().next(tag) ? dxfToWide(tag.value) : fallback;
+}
+
+void AcDbDatabase::setHeader(const std::string& name, DxfTagText value) {
+  std::pair<std::string, DxfTagText>* const found = findHeader(name);
+  if (m_undo.recording()) {
+    // The other state: the text of the variable, or that there was none.
+    auto other =
+        std::make_shared<std::pair<bool, DxfTagText>>(found != nullptr, found ? found->second : DxfTagText());
+    m_undo.noteVariable([this, name, other] {
+      std::pair<std::string, DxfTagText>* const now = findHeader(name);
+      std::pair<bool, DxfTagText> former(now != nullptr, now ? now->second : DxfTagText());
+      if (!other->first)
+        std::erase_if(m_headers, [&](const auto& variable) { return variable.first == name; });
+      else if (now)
+        now->second = other->second;
+      else
+        m_headers.emplace_back(name, other->second);
+      *other = std::move(former);
+      m_modified = true;
+    });
+    m_modified = true;
+  }
+  if (found)
+    found->second = std::move(value);
+  else
+    m_headers.emplace_back(name, std::move(value));
+}
+
+AcDbObjectId AcDbDatabase::clayer() {
+  AcDbObjectId id;
+  const AcDbSymbolTable* const table = tableOf(layerTableId());
+  if (table && table->getIdAt(headerText("CLAYER", L"0").c_str(), id) == Acad::eOk) return id;
+  return layerZero();
+}
+
+Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
+  if (!layer.isLive()) return Acad::eNullObjectId;
+  if (layer.database() != this) return Acad::eWrongDatabase;
+  const auto* const record = AcDbLayerTableRecord::cast(layer.stub()->object);
+  if (!record) return Acad::eWrongObjectType;
+  DxfTagText value;
+  value.append(8, dxfFromWide(record->name()));
+  setHeader("CLAYER", std::move(value));
+  return Acad::eOk;
+}
+
+AcDbObjectId AcDbDatabase::textstyle() {
+  AcDbObjectId id;
+  const AcDbSymbolTable* const table = tableOf(textStyleTableId());
+  if (table && table->getIdAt(headerText("TEXTSTYLE", L"Standard").c_str(), id) == Acad::eOk) return id;
+  return recordOf("STYLE", L"Standard");
+}
+
+Acad::ErrorStatus AcDbDatabase::setTextstyle(AcDbObjectId style) {
+  if (!style.isLive()) return Acad::eNullObjectId;
+  if (style.database() != this) return Acad::eWrongDatabase;
+  const auto* const record = AcDbTextStyleTableRecord::cast(style.stub()->object);
+  if (!record) return Acad::eWrongObjectType;
+  DxfTagText value;
+  value.append(7, dxfFromWide(record->name()));
+  setHeader("TEXTSTYLE", std::move(value));
+  return Acad::eOk;
+}

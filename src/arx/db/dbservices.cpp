@@ -1,0 +1,56 @@
+#include "arx/db/dbmain.h"
+#include "base/text.h"
+
+AcDbHostApplicationServices* acdbHostApplicationServices() {
+  static auto* const services = new AcDbHostApplicationServices;
+  return services;
+}
+
+namespace {
+
+std::filesystem::path pathOf(const std::wstring& name) {
+  const std::string utf8 = veltora::base::toUtf8(name);
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+bool isFile(const std::filesystem::path& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+std::wstring nameOf(const std::filesystem::path& path) {
+  const std::u8string utf8 = path.u8string();
+  return veltora::base::fromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
+}
+
+}  // namespace
+
+std::wstring AcDbHostApplicationServices::findFile(const std::wstring& name) const {
+  if (name.empty()) return {};
+  const std::filesystem::path path = pathOf(name);
+  if (isFile(path)) return nameOf(path);
+  if (path.is_absolute()) return {};
+  if (m_working && !m_working->fileName().empty()) {
+    const std::filesystem::path beside = pathOf(m_working->fileName()).parent_path() / path;
+    if (isFile(beside)) return nameOf(beside);
+  }
+  for (const std::filesystem::path& folder : m_support) {
+    if (isFile(folder / path)) return nameOf(folder / path);
+  }
+  return {};
+}
+
+Acad::ErrorStatus acdbRegApp(const ACHAR* name) {
+  AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
+  if (!database) return Acad::eNoDatabase;
+  AcDbObjectPointer<AcDbRegAppTable> table(database->ensureTable("APPID"), AcDb::kForRead);
+  if (table.openStatus() != Acad::eOk) return table.openStatus();
+  if (table->has(name)) return Acad::eOk;
+  Acad::ErrorStatus status = table->upgradeOpen();
+  if (status != Acad::eOk) return status;
+  auto record = std::make_unique<AcDbRegAppTableRecord>();
+  status = record->setName(name);
+  if (status == Acad::eOk) status = table->add(record.get());
+  if (status == Acad::eOk) record.release()->close();
+  return status;
+}

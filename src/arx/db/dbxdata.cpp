@@ -1,0 +1,144 @@
+// Extended data of objects, kept as file text.
+
+#include "arx/db/dbmain.h"
+#include "arx/db/dbobject_rare.h"
+#include "arx/db/dbtagchain.h"
+
+#include "base/text.h"
+
+namespace {
+
+constexpr std::size_t kMaximalXData = 16383;  // bytes an object, as drawing files allow
+constexpr std::size_t kMaximalBinary = 127;   // bytes an item
+
+/// Size of an item in a drawing: its code and its value.
+std::size_t sizeOf(const DxfTag& tag) {
+  switch (dxfKind(tag.code)) {
+    case DxfKind::kPoint:
+    case DxfKind::kReal:
+      return tag.code >= 1010 && tag.code < 1040 ? 8 + (tag.code < 1020 ? 1 : 0) : 9;
+    case DxfKind::kInt16:
+      return 3;
+    case DxfKind::kInt32:
+      return 5;
+    case DxfKind::kPointer:
+      return 9;
+    case DxfKind::kBinary:
+      return 2 + tag.value.size() / 2;
+    default:
+      return tag.code == 1002 ? 2 : tag.code == 1001 || tag.code == 1003 ? 9 : 4 + tag.value.size();
+  }
+}
+
+bool isXDataCode(int code) {
+  return (code >= 1000 && code <= 1005) || (code >= 1010 && code <= 1013) || (code >= 1040 && code <= 1042) ||
+         code == 1070 || code == 1071;
+}
+
+bool sameName(std::string_view a, std::wstring_view b) {
+  return veltora::base::compareNoCase(dxfToWide(a), b) == 0;
+}
+
+/// The data of one application.
+struct Part {
+  std::wstring application;
+  DxfTagText tags;
+  std::size_t items = 0;
+};
+
+std::vector<Part> partsOf(const DxfTagText& tags) {
+  std::vector<Part> parts;
+  DxfTagText::Cursor cursor = tags.tags();
+  for (DxfTag tag; cursor.next(tag);) {
+    if (tag.code == 1001) parts.push_back({dxfToWide(tag.value), {}, 0});
+    if (parts.empty()) continue;
+    parts.back().tags.append(tag.code, tag.value);
+    ++parts.back().items;
+  }
+  return parts;
+}
+
+/// Braces pair within an application, no item is too long, and all codes are those of extended data.
+bool isSound(const resbuf* chain) {
+  if (!chain || chain->restype != 1001) return false;
+  int depth = 0;
+  for (; chain; chain = chain->rbnext) {
+    if (!isXDataCode(chain->restype)) return false;
+    if (chain->restype == 1001 && (depth != 0 || !chain->resval.rstring || !*chain->resval.rstring))
+      return false;
+    if (chain->restype == 1004 && (chain->resval.rbinary.clen < 0 ||
+                                   static_cast<std::size_t>(chain->resval.rbinary.clen) > kMaximalBinary)) {
+      return false;
+    }
+    if (chain->restype != 1002) continue;
+    const std::wstring_view brace = chain->resval.rstring ? chain->resval.rstring : L"";
+    if (brace != L"{" && brace != L"}") return false;
+    depth += brace == L"{" ? 1 : -1;
+    if (depth < 0) return false;
+  }
+  return depth == 0;
+}
+
+}  // namespace
+
+resbuf* AcDbObject::xData(const ACHAR* application) const {
+  if (!m_rare || m_rare->xData.empty()) return nullptr;
+  if (!application) return chainOfTags(m_rare->xData, nullptr);
+  for (const Part& part : partsOf(m_rare->xData)) {
+    if (veltora::base::compareNoCase(part.application, application) == 0)
+      return chainOfTags(part.tags, nullptr);
+  }
+  return nullptr;
+}
+
+bool AcDbObject::hasXData(const ACHAR* application) const {
+  if (!m_rare) return false;
+  DxfTagText::Cursor cursor = m_rare->xData.tags();
+  for (DxfTag tag; cursor.next(tag);) {
+    if (tag.code == 1001 && (!application || sameName(tag.value, application))) return true;
+  }
+  return false;
+}
+
+Acad::ErrorStatus AcDbObject::setXData(const resbuf* chain) {
+  DxfTagText added;
+  if (!isSound(chain) || !tagsOfChain(chain, added)) return Acad::eInvalidInput;
+  std::vector<Part> parts = partsOf(xDataTags());
+  for (Part& fresh : partsOf(added)) {
+    if (m_stub) {
+      const auto* table = AcDbRegAppTable::cast(
+          database()->regAppTableId().isLive() ? database()->regAppTableId().stub()->object : nullptr);
+      if (!table || !table->has(fresh.application.c_str())) return Acad::eRegappIdNotFound;
+    }
+    auto place = parts.begin();
+    while (place != parts.end() && veltora::base::compareNoCase(place->application, fresh.application) != 0)
+      ++place;
+    if (place == parts.end())
+      parts.push_back(std::move(fresh));
+    else
+      *place = std::move(fresh);
+  }
+  DxfTagText all;
+  std::size_t size = 0;
+  for (const Part& part : parts) {
+    if (part.items < 2) continue;
+    all.appendText(part.tags.text());
+  }
+  DxfTagText::Cursor cursor = all.tags();
+  for (DxfTag tag; cursor.next(tag);) size += sizeOf(tag);
+  if (size > kMaximalXData) return Acad::eInvalidInput;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status == Acad::eOk) setXDataTags(std::move(all));
+  return status;
+}
+
+const DxfTagText& AcDbObject::xDataTags() const {
+  static const DxfTagText none;
+  return m_rare ? m_rare->xData : none;
+}
+
+void AcDbObject::setXDataTags(DxfTagText tags) {
+  if (tags.empty() && !m_rare) return;
+  rare().xData = std::move(tags);
+  rare().xData.shrink();
+}
