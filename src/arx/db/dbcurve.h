@@ -26,7 +26,8 @@ struct AcDbCurvePiece {
   [[nodiscard]] double paramAt(double t) const { return startParam + (endParam - startParam) * t; }
   /// Share of the nearest point; `before` / `after`: the piece goes on beyond its start / end.
   [[nodiscard]] double closest(const AcGePoint3d& point, bool before, bool after) const;
-  void addToExtents(AcDbExtents& extents) const;
+  /// Exact box of what a matrix, not necessarily uniform, makes of the piece.
+  void addToExtents(const AcGeMatrix3d& matrix, AcDbExtents& extents) const;
 };
 
 /// Something that is drawn along a line: parameters, lengths and nearest points. Parameters: of a line the
@@ -64,6 +65,7 @@ public:
   virtual Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const;
 
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
   Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
                                   AcGePoint3dArray& points) const override;
   /// The curve piece by piece, in order; a closing piece included.

@@ -52,8 +52,12 @@ public:
   /// `eNotImplementedYet` for an entity that the host does not model, `eCannotScaleNonUniformly` where the
   /// shape forbids.
   virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
-  /// Box in world coordinates; `eInvalidExtents` when the entity has none.
+  /// Replaces the box by that of the entity in world coordinates; `eInvalidExtents`, box unchanged, when it
+  /// has none.
   virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+  /// Adds the box of the entity as a matrix would place it, for blocks that are shown elsewhere; exact for
+  /// curves and texts, else around the corners of the box. Adds nothing for an entity without extents.
+  virtual void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const;
   /// Appends the points that both have in common; two points closer than 1e-9 of the coordinates' size count
   /// as one, stretches in common give no point. `eNotImplementedYet` unless both are curves.
   virtual Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
@@ -70,12 +74,21 @@ public:
 
 protected:
   void exchangeFields(AcDbEntity& other);
-  /// Takes one group of the class's own sections, its parents' included. @return false for a group of no
-  /// meaning here
+  /// Takes one group of the class's own sections. @return false for a group of no meaning here
   virtual bool takeGroup(AcDbDxfReader& in);
-  /// Reads every section with this marker: each group goes to `takeGroup`, else it is kept. Groups behind the
-  /// start of an embedded object (101) are kept whole. @return false when there is no such section
+  /// Reads the next section with this marker: each group goes to `takeGroup`, else it is kept. In files
+  /// without markers all groups that nobody took so far are offered. @return false when there is no such
+  /// section
   bool readSection(AcDbDxfReader& in, std::string_view marker);
+  /// The same with another taker.
+  template <class Take>
+  static bool readSection(AcDbDxfReader& in, std::string_view marker, Take take) {
+    if (!in.enter(marker)) return false;
+    while (in.next()) {
+      if (!take(in)) in.keep();
+    }
+    return true;
+  }
 
 private:
   bool takeCommonGroup(AcDbDxfReader& in);
@@ -86,6 +99,8 @@ private:
   Adesk::Int16 m_lineWeight = -1;
   bool m_invisible = false;
   bool m_paperSpace = false;
+  bool m_colorGiven = false;  // set by hand: the drawing's current settings do not replace it
+  bool m_linetypeGiven = false;
 };
 
 /// An entity that the host does not model: its common properties are read, the rest is kept and written back.

@@ -3,6 +3,8 @@
 #include "arx/db/dbcurve.h"
 #include "arx/db/dbsubents.h"
 
+struct AcDbPlaneMap;
+
 /// Base of the vertices that are objects of their own.
 class ARX_API AcDbVertex : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbVertex)
@@ -16,6 +18,7 @@ protected:
   bool takeGroup(AcDbDxfReader& in) override;
   void exchangeFields(AcDbVertex& other);
   void readVertex(AcDbDxfReader& in, std::string_view marker);
+  void writeVertex(AcDbDxfWriter& out, std::string_view marker) const;
   AcGePoint3d m_position;
   Adesk::Int16 m_flags = 0;  // 70
 };
@@ -36,8 +39,8 @@ public:
   Acad::ErrorStatus setBulge(double bulge);
   [[nodiscard]] double startWidth() const { return m_startWidth; }
   [[nodiscard]] double endWidth() const { return m_endWidth; }
-  /// Moves with its polyline: the matrix is that of the polyline's own plane, the factor scales the widths.
-  void moveInPlane(const AcGeMatrix3d& matrix, double factor, bool mirrored);
+  /// Moves with its polyline, by what a matrix does to the polyline's plane.
+  Acad::ErrorStatus moveInPlane(const AcDbPlaneMap& plane);
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 

@@ -1,0 +1,146 @@
+// Parallel of a lightweight polyline. Each segment moves to the right of the direction of travel; where two
+// of them met, their parallels meet again. What cannot be had with the same number of vertices is refused: a
+// segment that turns round, an arc whose radius vanishes, neighbours whose parallels do not meet.
+
+#include "arx/db/dbpl.h"
+
+#include <cmath>
+#include <memory>
+#include <optional>
+
+namespace {
+
+constexpr double kTangent = 1e-9;  // sine of the angle between neighbours that pass smoothly into each other
+
+// One segment, moved aside.
+struct Moved {
+  bool isArc = false;
+  AcGePoint2d start;  // of the moved segment, before it is cut
+  AcGePoint2d end;
+  AcGePoint2d center;
+  double radius = 0.0;
+  double bulge = 0.0;
+  AcGeVector2d inDirection;  // unit vectors of travel at the start and at the end
+  AcGeVector2d outDirection;
+};
+
+AcGeVector2d right(const AcGeVector2d& direction) { return -direction.perpVector(); }
+
+std::optional<Moved> moveLine(const AcGeLineSeg2d& segment, double offset) {
+  Moved moved;
+  moved.inDirection = moved.outDirection = segment.direction();
+  moved.start = segment.startPoint() + right(moved.inDirection) * offset;
+  moved.end = segment.endPoint() + right(moved.inDirection) * offset;
+  return moved;
+}
+
+std::optional<Moved> moveArc(const AcGePoint2d& start, const AcGePoint2d& end, const AcGeCircArc2d& arc,
+                             double offset, double bulge) {
+  const double turn = arc.isClockWise() ? -1.0 : 1.0;
+  Moved moved;
+  moved.isArc = true;
+  moved.center = arc.center();
+  moved.radius = arc.radius() + offset * turn;  // the right of a counter-clockwise arc lies outside
+  if (!(moved.radius > 0)) return std::nullopt;
+  moved.bulge = bulge;
+  const AcGeVector2d from = (start - arc.center()).normal();
+  const AcGeVector2d to = (end - arc.center()).normal();
+  moved.start = arc.center() + from * moved.radius;
+  moved.end = arc.center() + to * moved.radius;
+  moved.inDirection = from.perpVector() * turn;
+  moved.outDirection = to.perpVector() * turn;
+  return moved;
+}
+
+// Candidates where the endless line or whole circle of one cuts that of the other; the one nearest to the
+// ends wins.
+std::optional<AcGePoint2d> joint(const Moved& first, const Moved& second, const AcGeTol& tol) {
+  const double sine = std::fabs(first.outDirection.crossProduct(second.inDirection));
+  if (sine <= kTangent && first.outDirection.dotProduct(second.inDirection) > 0) return second.start;
+  AcGePoint2d found[2];
+  int count = 0;
+  const AcGeLine2d firstLine(first.start, first.end);
+  const AcGeLine2d secondLine(second.start, second.end);
+  const AcGeCircArc2d firstCircle(first.center, first.radius);
+  const AcGeCircArc2d secondCircle(second.center, second.radius);
+  if (!first.isArc && !second.isArc) {
+    count = firstLine.intersectWith(secondLine, found[0], tol) ? 1 : 0;
+  } else if (first.isArc && second.isArc) {
+    count = firstCircle.intersectWith(secondCircle, found, tol);
+  } else {
+    count = first.isArc ? firstCircle.intersectWith(secondLine, found, tol)
+                        : secondCircle.intersectWith(firstLine, found, tol);
+  }
+  if (count == 0) return std::nullopt;
+  const auto far = [&](const AcGePoint2d& p) { return p.distanceTo(first.end) + p.distanceTo(second.start); };
+  return count == 2 && far(found[1]) < far(found[0]) ? found[1] : found[0];
+}
+
+// Bulge of a moved segment between its new ends; none when it has turned round or lost its length.
+std::optional<double> bulgeBetween(const Moved& moved, const AcGePoint2d& start, const AcGePoint2d& end) {
+  if (!moved.isArc) {
+    if (!((end - start).dotProduct(moved.inDirection) > 0)) return std::nullopt;
+    return 0.0;
+  }
+  const AcGeCircArc2d circle(moved.center, moved.radius, (start - moved.center).angle(),
+                             (end - moved.center).angle(), moved.bulge < 0);
+  const double before = 4 * std::atan(moved.bulge);
+  // A cut end moves the sweep a little; one that passes the other end makes nearly a whole turn of it.
+  if (std::fabs(circle.sweep() - before) > 3.141592653589793) return std::nullopt;
+  return std::tan(circle.sweep() / 4);
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
+  if (!std::isfinite(offset) || numVerts() < 2) return Acad::eInvalidInput;
+  const unsigned int n = numVerts();
+  std::vector<Moved> moved;
+  std::vector<unsigned int> segmentOf(n,
+                                      0);  // moved segment that starts at a vertex, or follows a doubled one
+  double size = 1;
+  for (unsigned int i = 0; i < n; ++i) {
+    const AcGePoint2d& from = m_vertices[i].point;
+    size = std::max({size, std::fabs(from.x), std::fabs(from.y)});
+    segmentOf[i] = static_cast<unsigned int>(moved.size());
+    const SegType type = segType(i);
+    if (type != kLine && type != kArc) continue;
+    AcGeLineSeg2d line;
+    AcGeCircArc2d arc;
+    const std::optional<Moved> next =
+        type == kLine ? (getLineSegAt(i, line), moveLine(line, offset))
+                      : (getArcSegAt(i, arc),
+                         moveArc(from, m_vertices[(i + 1) % n].point, arc, offset, m_vertices[i].bulge));
+    if (!next) return Acad::eInvalidInput;
+    moved.push_back(*next);
+  }
+  if (moved.empty()) return Acad::eInvalidInput;
+
+  const std::size_t count = moved.size();
+  const AcGeTol tol{1e-9 + size * 8e-15, 1e-12};
+  std::vector<AcGePoint2d> ends(count + 1);  // ends[k]: where moved segment k starts
+  for (std::size_t k = 0; k <= count; ++k) {
+    if (!isClosed() && (k == 0 || k == count)) {
+      ends[k] = k == 0 ? moved.front().start : moved.back().end;
+      continue;
+    }
+    const std::optional<AcGePoint2d> meet = joint(moved[(k + count - 1) % count], moved[k % count], tol);
+    if (!meet) return Acad::eInvalidInput;
+    ends[k] = *meet;
+  }
+  std::vector<double> bulges(count);
+  for (std::size_t k = 0; k < count; ++k) {
+    const std::optional<double> bulge = bulgeBetween(moved[k], ends[k], ends[k + 1]);
+    if (!bulge) return Acad::eInvalidInput;
+    bulges[k] = *bulge;
+  }
+  std::unique_ptr<AcDbPolyline> copy(static_cast<AcDbPolyline*>(cloneAlone()));
+  for (unsigned int i = 0; i < n; ++i) {
+    const unsigned int k = segmentOf[i];
+    copy->m_vertices[i].point = ends[k];
+    const SegType type = segType(i);
+    copy->m_vertices[i].bulge = type == kArc ? bulges[k] : 0.0;
+  }
+  curves.push_back(copy.release());
+  return Acad::eOk;
+}
