@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace veltora {
+
+/// Linearised observations with few unknowns each, all of weight P (diagonal), and their normal equations N x
+/// = b.
+class systemeNormal {
+public:
+  /// One row: (column, coefficient), right-hand side, weight. A column that stands twice counts with the sum.
+  struct Ligne {
+    std::vector<std::pair<int, double>> coefficients;
+    double second = 0.0;
+    double poids = 1.0;
+  };
+  explicit systemeNormal(int inconnues) : m_inconnues(inconnues) {}
+  void ajouter(Ligne ligne) { m_lignes.push_back(std::move(ligne)); }
+  [[nodiscard]] const std::vector<Ligne>& lignes() const { return m_lignes; }
+  [[nodiscard]] int inconnues() const { return m_inconnues; }
+
+  /// Small systems go to the dense Householder QR. Above `kInconnuesDenses` unknowns a sparse factorisation
+  /// solves the same equations, unless a pivot is not clearly positive, when the QR decides after all.
+  /// @return empty when a diagonal of R is exactly 0
+  [[nodiscard]] std::vector<double> resoudre() const;
+  [[nodiscard]] std::vector<double> resoudreDense() const;
+  /// @return empty when a pivot is not clearly positive
+  [[nodiscard]] std::vector<double> resoudreCreux() const;
+  /// v = A x
+  [[nodiscard]] std::vector<double> produit(const std::vector<double>& x) const;
+
+  static constexpr int kInconnuesDenses = 300;  ///< 150 points with X and Y
+
+private:
+  int m_inconnues;
+  std::vector<Ligne> m_lignes;
+};
+
+/// The log's lines of a solution vector, each behind "\r\n".
+void journaliserVecteur(std::wstring& journal, const std::vector<double>& x);
+
+}  // namespace veltora
