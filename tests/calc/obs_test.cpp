@@ -1,4 +1,5 @@
 #include "base/files.h"
+#include "base/format.h"
 #include "base/text.h"
 #include "calc/obs_fermee.h"
 #include "calc/obs_jetons.h"
@@ -47,9 +48,8 @@ TEST(ObsJetons, SplitsLines) {
 
 /// What a file leaves in a traverse, as one line.
 std::string resume(const polygonaleFermeeObs& d) {
-  std::string texte = base::toUtf8(d.nom) + " " + std::to_string(d.x) + " " + std::to_string(d.y) + " " +
-                      std::to_string(d.z) + " " + std::to_string(d.vo) + " a" + std::to_string(d.modeAngle) +
-                      " n" + std::to_string(d.modeNivellement);
+  std::string texte = base::formater("%s %g %g %g %g a%d n%d", base::toUtf8(d.nom), d.x, d.y, d.z, d.vo,
+                                     d.modeAngle, d.modeNivellement);
   for (const ligneObs& l : d.lignes) texte += joindre({l.nom, l.angle, l.distance, l.dz});
   return texte;
 }
@@ -61,33 +61,24 @@ struct CasLecture {
   std::vector<const char*> remarques;
 };
 
-const char* const kVide = " 0.000000 0.000000 0.000000 0.000000 a2 n3";
+const char* const kVide = " 0 0 0 0 a2 n3";
 
 const std::vector<CasLecture> kLectures = {
     {"an empty file keeps the modes only", "", kVide, {}},
-    {"departure in any order and spelling",
-     "gis 5 Z=3 y: 2 xyz=1 nom=\"ST 1\"",
-     "ST 1 1.000000 2.000000 3.000000 5.000000 a2 n3",
-     {}},
-    {"CR LF", "Angles: degres\r\nNivellement: simple\r\n", " 0.000000 0.000000 0.000000 0.000000 a1 n1", {}},
-    {"units by their first letter",
-     "ANGLXYZ Gon\nnivel=dist",
-     " 0.000000 0.000000 0.000000 0.000000 a0 n2",
-     {}},
+    {"departure in any order and spelling", "gis 5 Z=3 y: 2 xyz=1 nom=\"ST 1\"", "ST 1 1 2 3 5 a2 n3", {}},
+    {"CR LF", "Angles: degres\r\nNivellement: simple\r\n", " 0 0 0 0 a1 n1", {}},
+    {"units by their first letter", "ANGLXYZ Gon\nnivel=dist", " 0 0 0 0 a0 n2", {}},
     {"unknown words",
      "Angles: mils\nNivellement: fort",
-     " 0.000000 0.000000 0.000000 0.000000 a0 n0",
+     " 0 0 0 0 a0 n0",
      {"ligne 1 : unité d'angle inconnue « mils », lue comme grades",
       "ligne 2 : mode de nivellement inconnu « fort », lu comme aucun"}},
-    {"the last word counts", "Angles G\nAngles D", " 0.000000 0.000000 0.000000 0.000000 a1 n3", {}},
+    {"the last word counts", "Angles G\nAngles D", " 0 0 0 0 a1 n3", {}},
     {"a row keeps its text",
      "\"B\"\t259.2666670\t\t+285.1\t\t-0.0",
-     " 0.000000 0.000000 0.000000 0.000000 a2 n3[B][259.2666670][+285.1][-0.0]",
+     " 0 0 0 0 a2 n3[B][259.2666670][+285.1][-0.0]",
      {}},
-    {"accents are Windows-1252",
-     "\xC9t\xE9 1 2 3",
-     " 0.000000 0.000000 0.000000 0.000000 a2 n3[Été][1][2][3]",
-     {}},
+    {"accents are Windows-1252", "\xC9t\xE9 1 2 3", " 0 0 0 0 a2 n3[Été][1][2][3]", {}},
     {"lines of other counts",
      "seul\na b c\n a b c d e\n1 2 3 4 5 6 7 8 9 10 11 12",
      kVide,
@@ -96,7 +87,7 @@ const std::vector<CasLecture> kLectures = {
     {"an unknown keyword", "\nFermeture: 12", kVide, {"ligne 2 : ignorée, « Fermeture: 12 »"}},
     {"an unknown key",
      "Nom A X 1 Y 2 Z 3 Ref 4",
-     "A 1.000000 2.000000 3.000000 0.000000 a2 n3",
+     "A 1 2 3 0 a2 n3",
      {"ligne 1 : clé inconnue « Ref », ignorée"}},
     {"an empty departure name leaves nine tokens",
      "Nom=\"\" X= 1 Y= 2 Z= 3 Gis= 4",
@@ -104,7 +95,7 @@ const std::vector<CasLecture> kLectures = {
      {"ligne 1 : ignorée, « Nom=\"\" X= 1 Y= 2 Z= 3 Gis= 4 »"}},
     {"numbers are read as far as they go",
      "Nom=A X= 12,5 Y= abc Z= 1e2 Gis= 0x10\nB 1.5m 2 3",
-     "A 12.000000 0.000000 100.000000 0.000000 a2 n3[B][1.5m][2][3]",
+     "A 12 0 100 0 a2 n3[B][1.5m][2][3]",
      {"ligne 1 : nombre illisible « 12,5 », lu comme 12.0",
       "ligne 1 : nombre illisible « abc », lu comme 0.0", "ligne 1 : nombre illisible « 0x10 », lu comme 0.0",
       "ligne 2 : nombre illisible « 1.5m », lu comme 1.5"}},
