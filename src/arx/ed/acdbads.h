@@ -12,9 +12,10 @@ ARX_API resbuf* acdbEntGet(const ads_name entity);
 /// The same with extended data, behind a -3 item, of the applications in the chain `applications` (RTSTR or
 /// 1001 items, "*" for all).
 ARX_API resbuf* acdbEntGetX(const ads_name entity, const resbuf* applications);
-/// Gives the entity named by the -1 item the groups of the chain: the chain replaces all groups of the file
-/// but type and handle, extended data only of the applications that it names. RTERROR, nothing changed, for a
-/// chain that does not fit; ERRNO tells.
+/// Changes the entity named by the -1 item. A chain with subclass markers (100), as `acdbEntGet` gives it,
+/// replaces all groups; one without them changes the groups that it holds, by code and order. Extended data
+/// behind a -3 item replace those of the applications that it names. Owner, handle and sub-entities stay.
+/// RTERROR, nothing changed, for a chain that does not fit; ERRNO tells.
 ARX_API int acdbEntMod(const resbuf* chain);
 /// Regenerates an entity and those it belongs to; nothing is kept apart here, so it only tests the name.
 ARX_API int acdbEntUpd(const ads_name entity);

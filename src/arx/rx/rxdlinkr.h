@@ -47,7 +47,8 @@ public:
   /// What the
   ///         entry throws passes through.
   AcRx::AppRetCode send(const ACHAR* name, AcRx::AppMsgCode msg);
-  /// Sends a message to all modules in order of loading; one that throws does not keep it from the others.
+  /// Sends a message to all modules in order of loading; one that throws does not keep it from the others,
+  /// and the first thing thrown passes through at the end.
   void broadcast(AcRx::AppMsgCode msg);
   /// Name of the module that is working on a message, empty outside of one.
   [[nodiscard]] std::wstring currentModule() const;

@@ -1,0 +1,230 @@
+#include "arx/ap/acdocman.h"
+
+#include "arx/ed/acutads.h"
+#include "arx/ed/edselect.h"
+#include "arx/ed/edvars.h"
+#include "arx/rx/rxdlinkr.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace base = veltora::base;
+namespace fs = std::filesystem;
+
+ACRX_DEFINE_MEMBERS(AcApDocManagerReactor, AcRxObject, nullptr, nullptr)
+ACRX_DEFINE_MEMBERS(AcApDocManager, AcRxObject, nullptr, nullptr)
+
+namespace {
+
+std::wstring fullPath(const std::wstring& fileName) {
+  std::error_code error;
+  const fs::path given = base::toUtf8(fileName);
+  const fs::path full = fs::weakly_canonical(given, error);
+  return base::fromUtf8((error ? fs::absolute(given, error) : full).string());
+}
+
+std::unique_ptr<AcDbDatabase> readDrawing(const std::wstring& fileName, Acad::ErrorStatus& status,
+                                          std::wstring* message) {
+  auto database = std::make_unique<AcDbDatabase>(false);
+  status = database->readDwgFile(fileName.c_str(), message);
+  if (status != Acad::eOk) return nullptr;
+  database->undoLog().clear();
+  database->setModified(false);
+  return database;
+}
+
+/// A module's trouble with one message must not cost the user the drawing: it is told and passed by.
+void guarded(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& error) {
+    acutPrintf(L"\nErreur dans un module : %s\n", base::fromUtf8(error.what()));
+  }
+}
+
+}  // namespace
+
+AcApDocManager::AcApDocManager() {
+  acrxDynamicLinker->setListeners([this](const std::wstring& module) { moduleLoaded(module); },
+                                  [this](const std::wstring& module) { moduleUnloading(module); });
+}
+
+AcApDocManager::~AcApDocManager() = default;
+
+AcApDocumentIterator* AcApDocManager::newAcApDocumentIterator() const {
+  std::vector<AcApDocument*> open;
+  for (const auto& document : m_documents) open.push_back(document.get());
+  return new AcApDocumentIterator(std::move(open));
+}
+
+AcApDocument* AcApDocManager::document(const AcDbDatabase* database) const {
+  for (const auto& document : m_documents) {
+    if (document->database() == database) return document.get();
+  }
+  return nullptr;
+}
+
+void AcApDocManager::tell(void (AcApDocManagerReactor::*event)(AcApDocument*), AcApDocument* document) {
+  // A reactor may take itself or another off the list.
+  const std::vector<AcApDocManagerReactor*> listeners = m_reactors;
+  for (AcApDocManagerReactor* reactor : listeners) {
+    if (std::find(m_reactors.begin(), m_reactors.end(), reactor) == m_reactors.end()) continue;
+    guarded([&] { (reactor->*event)(document); });
+  }
+}
+
+void AcApDocManager::makeCurrent(AcApDocument* document) {
+  m_current = document;
+  acdbHostApplicationServices()->setWorkingDatabase(document ? document->database() : nullptr);
+  acedSetLispFunctions(document ? &document->lispFunctions() : nullptr);
+  acedSetDocumentName(document ? document->fileName() : L"", document ? document->docTitle() : L"");
+}
+
+/// Works for a moment in a document that need not be the current one, without telling the reactors.
+void AcApDocManager::sendInDocument(AcApDocument* document, const std::function<void()>& work) {
+  struct Back {
+    AcApDocManager& manager;
+    AcApDocument* former;
+    ~Back() { manager.makeCurrent(former); }
+  };
+  const Back back{*this, m_current};
+  makeCurrent(document);
+  guarded(work);
+}
+
+void AcApDocManager::moduleLoaded(const std::wstring& module) {
+  for (const auto& document : m_documents) {
+    sendInDocument(document.get(), [&] { acrxDynamicLinker->send(module.c_str(), AcRx::kLoadDwgMsg); });
+  }
+}
+
+void AcApDocManager::moduleUnloading(const std::wstring& module) {
+  for (const auto& document : m_documents) {
+    sendInDocument(document.get(), [&] { acrxDynamicLinker->send(module.c_str(), AcRx::kUnloadDwgMsg); });
+    document->lispFunctions().undefineAll(module);
+  }
+}
+
+std::wstring AcApDocManager::freshTitle() { return L"Dessin" + std::to_wstring(++m_titles); }
+
+AcApDocument* AcApDocManager::adopt(std::unique_ptr<AcApDocument> document) {
+  AcApDocument* const adopted = m_documents.emplace_back(std::move(document)).get();
+  tell(&AcApDocManagerReactor::documentCreateStarted, adopted);
+  tell(&AcApDocManagerReactor::documentCreated, adopted);
+  activateDocument(adopted);
+  guarded([] { acrxDynamicLinker->broadcast(AcRx::kLoadDwgMsg); });
+  return adopted;
+}
+
+Acad::ErrorStatus AcApDocManager::appContextNewDocument(const ACHAR* templateName, std::wstring* message) {
+  Acad::ErrorStatus status = Acad::eOk;
+  std::unique_ptr<AcDbDatabase> database;
+  if (templateName && *templateName) {
+    database = readDrawing(templateName, status, message);
+    if (!database) return status;
+  } else {
+    database = std::make_unique<AcDbDatabase>(true);
+    database->undoLog().clear();
+    database->setModified(false);
+  }
+  adopt(std::make_unique<AcApDocument>(std::move(database), freshTitle()));
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const ACHAR* fileName, std::wstring* message) {
+  if (!fileName || !*fileName) {
+    if (message) *message = L"Aucun nom de fichier.";
+    return Acad::eInvalidInput;
+  }
+  const std::wstring path = fullPath(fileName);
+  for (const auto& document : m_documents) {
+    if (document->fileName() == path) return activateDocument(document.get());
+  }
+  Acad::ErrorStatus status = Acad::eOk;
+  std::unique_ptr<AcDbDatabase> database = readDrawing(path, status, message);
+  if (!database) return status;
+  auto document = std::make_unique<AcApDocument>(std::move(database), std::wstring());
+  document->setFileName(path);
+  adopt(std::move(document));
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* wanted) {
+  if (!wanted || document(wanted->database()) != wanted) return Acad::eInvalidInput;
+  if (wanted == m_current) return Acad::eOk;
+  if (m_current) tell(&AcApDocManagerReactor::documentToBeDeactivated, m_current);
+  tell(&AcApDocManagerReactor::documentToBeActivated, wanted);
+  makeCurrent(wanted);
+  tell(&AcApDocManagerReactor::documentBecameCurrent, wanted);
+  tell(&AcApDocManagerReactor::documentActivated, wanted);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* closing) {
+  const auto at = std::find_if(m_documents.begin(), m_documents.end(),
+                               [&](const auto& document) { return document.get() == closing; });
+  if (at == m_documents.end()) return Acad::eInvalidInput;
+  sendInDocument(closing, [] { acrxDynamicLinker->broadcast(AcRx::kUnloadDwgMsg); });
+  tell(&AcApDocManagerReactor::documentToBeDestroyed, closing);
+  acedForgetDatabase(closing->database());
+  const bool wasCurrent = m_current == closing;
+  const std::unique_ptr<AcApDocument> gone = std::move(*at);
+  m_documents.erase(at);
+  if (wasCurrent) {
+    makeCurrent(nullptr);
+    if (!m_documents.empty()) activateDocument(m_documents.back().get());
+  }
+  const std::wstring name = gone->fileName();
+  const std::vector<AcApDocManagerReactor*> listeners = m_reactors;
+  for (AcApDocManagerReactor* reactor : listeners) guarded([&] { reactor->documentDestroyed(name.c_str()); });
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR* fileName,
+                                               std::wstring* message) {
+  if (!saved || document(saved->database()) != saved) return Acad::eInvalidInput;
+  if (!fileName || !*fileName) {
+    if (message) *message = L"Aucun nom de fichier.";
+    return Acad::eInvalidInput;
+  }
+  // What the modules put into the drawing is one step, or part of the command that saves.
+  saved->startUndoMark(L"QSAVE");
+  sendInDocument(saved, [] { acrxDynamicLinker->broadcast(AcRx::kSaveMsg); });
+  saved->endUndoMark();
+  const std::wstring path = fullPath(fileName);
+  const Acad::ErrorStatus status = saved->database()->saveAs(path.c_str(), message);
+  if (status != Acad::eOk) return status;
+  saved->setFileName(path);
+  saved->database()->setModified(false);
+  if (saved == m_current) makeCurrent(saved);
+  tell(&AcApDocManagerReactor::documentTitleUpdated, saved);
+  return Acad::eOk;
+}
+
+void AcApDocManager::quit() {
+  guarded([] { acrxDynamicLinker->broadcast(AcRx::kPreQuitMsg); });
+  guarded([] { acrxDynamicLinker->broadcast(AcRx::kQuitMsg); });
+  while (!m_documents.empty()) closeDocument(m_documents.back().get());
+  acrxDynamicLinker->unloadAll();
+}
+
+void AcApDocManager::addReactor(AcApDocManagerReactor* reactor) {
+  if (reactor && std::find(m_reactors.begin(), m_reactors.end(), reactor) == m_reactors.end())
+    m_reactors.push_back(reactor);
+}
+
+void AcApDocManager::removeReactor(AcApDocManagerReactor* reactor) { std::erase(m_reactors, reactor); }
+
+AcApDocManager* acDocManagerPtr() {
+  // Never destroyed: reactors of modules take themselves off while the program ends.
+  static auto* const manager = new AcApDocManager;
+  return manager;
+}
+
+AcApDocument* curDoc() { return acDocManager->curDocument(); }
+
+namespace {
+// Modules may be loaded before anybody asks for the manager, which tells them about documents.
+[[maybe_unused]] const bool g_ready = acDocManagerPtr() != nullptr;
+}  // namespace

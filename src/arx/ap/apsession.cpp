@@ -1,0 +1,159 @@
+#include "arx/ap/apsession.h"
+
+#include "arx/ap/acdocman.h"
+#include "arx/ed/acutads.h"
+#include "arx/ed/edprompt.h"
+#include "arx/ed/edvalue.h"
+#include "base/text.h"
+
+#include <exception>
+
+namespace base = veltora::base;
+
+namespace {
+
+AcApSession*& currentSession() {
+  static AcApSession* session = nullptr;
+  return session;
+}
+
+/// "_.zoom" means ZOOM: underscore and point say that the name is the international one and the host's own.
+std::wstring bareName(const std::wstring& typed) { return base::trimLeft(base::trim(typed), L"_.'"); }
+
+/// One level of a document's undo log around some work; gone when the document is.
+class UndoStep {
+public:
+  explicit UndoStep(const std::wstring& name) : m_document(curDoc()) {
+    if (!m_document) return;
+    m_database = m_document->database();
+    m_depth = m_database->undoLog().depth();
+    m_document->startUndoMark(name.c_str());
+  }
+  void finish() { leave(false); }
+  void fail() { leave(true); }
+
+private:
+  /// Groups that the work left open are closed first.
+  void leave(bool failed) {
+    if (!m_database || acDocManager->document(m_database) != m_document) return;
+    AcDbUndoLog& log = m_database->undoLog();
+    while (log.depth() > m_depth + 1) log.end();
+    if (log.depth() == m_depth) return;
+    if (failed)
+      log.rollBack();
+    else
+      log.end();
+  }
+
+  AcApDocument* m_document;
+  AcDbDatabase* m_database = nullptr;
+  int m_depth = 0;
+};
+
+void tellFailure(const std::wstring& name, const std::wstring& reason) {
+  acutPrintf(L"\nErreur dans %s : %s\nCe que la commande avait changé est annulé.\n", name, reason);
+}
+
+}  // namespace
+
+AcApSession::AcApSession() : m_former(currentSession()) {
+  currentSession() = this;
+  acapRegisterCommands();
+}
+
+AcApSession::~AcApSession() { currentSession() = m_former; }
+
+AcApSession* AcApSession::current() { return currentSession(); }
+
+void AcApSession::run() {
+  if (!curDoc()) acDocManager->appContextNewDocument();
+  while (!m_quit) {
+    const std::optional<std::wstring> line = acedReadLine(L"\nCommande : ");
+    if (!line) return;
+    runLine(*line);
+  }
+}
+
+bool AcApSession::runLine(const std::wstring& typed) {
+  const std::wstring line = base::trim(typed, L" \t\r\n");
+  if (line.starts_with(L';')) return true;
+  if (line.empty() || base::compareNoCase(line, L"*Annuler*") == 0) {
+    const base::LineSource* source = acedPorts().source;
+    const bool repeat = line.empty() && source && source->interactive() && !m_lastCommand.empty();
+    return !repeat || runCommand(m_lastCommand);
+  }
+  if (!line.starts_with(L'(')) return runCommand(line);
+  if (!acedPorts().evaluate) {
+    acedRefuse(L"Les expressions ne sont pas disponibles.");
+    return false;
+  }
+  bool good = false;
+  return inStep(L"LISP", 0,
+                [&] {
+                  const AcEdRbHolder value(acedPorts().evaluate(line));
+                  good = value != nullptr;
+                  const std::wstring text = acedValueText(value.get());
+                  if (!text.empty()) acedPrompt(text + L"\n");
+                }) &&
+         good;
+}
+
+bool AcApSession::runCommand(const std::wstring& typed) {
+  const std::wstring name = bareName(typed);
+  const AcEdLispFunctions* functions = acedLispFunctions();
+  if (const AcEdCommand* command = acedRegCmds->lookupCmd(name.c_str())) {
+    m_lastCommand = name;
+    return execute(*command);
+  }
+  if (functions && !name.empty() && functions->find(L"C:" + name)) {
+    m_lastCommand = name;
+    return executeLisp(L"C:" + name);
+  }
+  acedRefuse(L"Commande inconnue \"" + base::toUpper(name) + L"\".");
+  return false;
+}
+
+bool AcApSession::execute(const AcEdCommand& command) {
+  // The command may remove itself from the stack.
+  const AcRxFunctionPtr function = command.functionAddr();
+  return inStep(command.globalName(), command.commandFlags(), [function] { function(); });
+}
+
+bool AcApSession::executeLisp(const std::wstring& function) {
+  bool good = false;
+  const bool ran = inStep(function.substr(2), 0, [&] {
+    const AcEdRbHolder value(acedLispFunctions()->call(function, nullptr));
+    good = value != nullptr;
+  });
+  if (ran && !good) acutPrintf(L"\nLa fonction %s n'a pas répondu.\n", function);
+  return ran && good;
+}
+
+bool AcApSession::inStep(const std::wstring& name, Adesk::Int32 flags, const std::function<void()>& work) {
+  acedForgetInitGet();
+  if (flags & (ACRX_CMD_SESSION | ACRX_CMD_NO_UNDO_MARKER)) {
+    try {
+      work();
+      return true;
+    } catch (const std::exception& error) {
+      acutPrintf(L"\nErreur dans %s : %s\n", name, base::fromUtf8(error.what()));
+      return false;
+    }
+  }
+  UndoStep step(name);
+  try {
+    work();
+    step.finish();
+    return true;
+  } catch (const std::exception& error) {
+    step.fail();
+    tellFailure(name, base::fromUtf8(error.what()));
+  } catch (const base::ScriptError&) {
+    step.fail();
+    throw;
+  } catch (...) {
+    step.fail();
+    tellFailure(name, L"raison inconnue");
+  }
+  return false;
+}

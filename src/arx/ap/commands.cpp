@@ -1,0 +1,27 @@
+#include "arx/ap/commands.h"
+
+#include "arx/ap/apsession.h"
+
+void acapRegisterCommands() {
+  struct Row {
+    const ACHAR* global;
+    const ACHAR* local;
+    Adesk::Int32 flags;
+    AcRxFunctionPtr function;
+  };
+  static constexpr Row rows[] = {
+      {L"NEW", L"NOUVEAU", ACRX_CMD_SESSION, arx_commands::newDrawing},
+      {L"OPEN", L"OUVRIR", ACRX_CMD_SESSION, arx_commands::openDrawing},
+      {L"QSAVE", L"SAUVERAP", ACRX_CMD_MODAL, arx_commands::saveDrawing},
+      {L"SAVEAS", L"SAUVENOM", ACRX_CMD_MODAL, arx_commands::saveDrawingAs},
+      {L"CLOSE", L"FERMER", ACRX_CMD_SESSION, arx_commands::closeDrawing},
+      {L"QUIT", L"QUITTER", ACRX_CMD_SESSION, arx_commands::quit},
+      {L"U", L"U", ACRX_CMD_NO_UNDO_MARKER, arx_commands::undo},
+      {L"REDO", L"RETABLIR", ACRX_CMD_NO_UNDO_MARKER, arx_commands::redo},
+      {L"ZOOM", L"ZOOM", ACRX_CMD_TRANSPARENT, arx_commands::zoom},
+      {L"LIST", L"LISTE", ACRX_CMD_USEPICKSET, arx_commands::listEntities},
+      {L"ERASE", L"EFFACER", ACRX_CMD_USEPICKSET, arx_commands::eraseEntities},
+  };
+  if (acedRegCmds->lookupCmd(L"QSAVE")) return;
+  for (const Row& row : rows) acedRegCmds->addCommand(L"ARX", row.global, row.local, row.flags, row.function);
+}

@@ -1,0 +1,52 @@
+// ZOOM.
+#include "arx/ap/acdocman.h"
+#include "arx/ap/commands.h"
+#include "arx/ed/edgraphics.h"
+#include "arx/ed/edinput.h"
+
+namespace {
+
+/// The drawing fills this much more than its own size, so that nothing touches the border.
+constexpr double kMargin = 0.02;
+
+void zoomExtents() {
+  AcDbExtents box;
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(curDoc()->database()->modelSpaceId());
+  if (!space || space->getGeomExtents(box) != Acad::eOk || box.isEmpty()) {
+    acedPrompt(L"\nLe dessin est vide.\n");
+    return;
+  }
+  const double dx = (box.maxPoint().x - box.minPoint().x) * kMargin;
+  const double dy = (box.maxPoint().y - box.minPoint().y) * kMargin;
+  acedZoomWindow({box.minPoint().x - dx, box.minPoint().y - dy},
+                 {box.maxPoint().x + dx, box.maxPoint().y + dy});
+}
+
+void zoomCenter() {
+  ads_point center;
+  acedInitGet(RSG_NONULL, nullptr);
+  if (acedGetPoint(nullptr, L"\nCentre : ", center) != RTNORM) return;
+  double height = acedView().height;
+  acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
+  const int status = acedGetReal(L"\nHauteur de la vue <actuelle> : ", &height);
+  if (status == RTNORM || status == RTNONE) acedSetView({center[0], center[1]}, height);
+}
+
+}  // namespace
+
+void arx_commands::zoom() {
+  if (!curDoc()) return;
+  ads_point first;
+  ads_point second;
+  acedInitGet(RSG_NONULL, L"Étendue,É Etendue,E Centre,C");
+  const int status = acedGetPoint(nullptr, L"\nPremier coin, ou [Étendue/Centre] : ", first);
+  if (status == RTKWORD) {
+    std::wstring keyword;
+    acedGetInput(keyword);
+    return keyword == L"Centre" ? zoomCenter() : zoomExtents();
+  }
+  if (status != RTNORM) return;
+  acedInitGet(RSG_NONULL, nullptr);
+  if (acedGetCorner(first, L"\nCoin opposé : ", second) != RTNORM) return;
+  acedZoomWindow({first[0], first[1]}, {second[0], second[1]});
+}

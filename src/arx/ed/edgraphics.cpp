@@ -1,0 +1,112 @@
+#include "arx/ed/edgraphics.h"
+
+#include "arx/db/dbmain.h"
+#include "arx/ed/edprompt.h"
+#include "arx/ed/edselect.h"
+#include "arx/ed/edsets.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+std::vector<AcEdTransientVector>& vectors() {
+  static auto* const drawn = new std::vector<AcEdTransientVector>;
+  return *drawn;
+}
+
+AcDbObjectId activeViewport() {
+  AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
+  if (!database) return {};
+  const AcDbObjectPointer<AcDbViewportTable> table(database->viewportTableId());
+  AcDbObjectId id;
+  if (table) table->getIdAt(L"*Active", id);
+  return id;
+}
+
+AcGePoint3d under(const ads_matrix matrix, const ads_real* p) {
+  if (!matrix) return {p[0], p[1], p[2]};
+  double r[3];
+  for (int i = 0; i < 3; ++i)
+    r[i] = matrix[i][0] * p[0] + matrix[i][1] * p[1] + matrix[i][2] * p[2] + matrix[i][3];
+  return {r[0], r[1], r[2]};
+}
+
+}  // namespace
+
+int acedGrDraw(const ads_point from, const ads_point to, int color, int highlight) {
+  if (!from || !to) return RTERROR;
+  vectors().push_back({{from[0], from[1], from[2]}, {to[0], to[1], to[2]}, color, highlight != 0});
+  return RTNORM;
+}
+
+int acedGrVecs(const resbuf* chain, const ads_matrix matrix) {
+  std::vector<AcEdTransientVector> drawn;
+  int color = 7;
+  const resbuf* open = nullptr;
+  for (const resbuf* item = chain; item; item = item->rbnext) {
+    const RbKind kind = acutRbKind(item->restype);
+    if (kind == RbKind::kShort && !open) {
+      color = item->resval.rint;
+    } else if (kind != RbKind::kPoint) {
+      return RTERROR;
+    } else if (!open) {
+      open = item;
+    } else {
+      // A negative colour highlights.
+      drawn.push_back({under(matrix, open->resval.rpoint), under(matrix, item->resval.rpoint),
+                       std::abs(color), color < 0});
+      open = nullptr;
+    }
+  }
+  if (open || drawn.empty()) return RTERROR;
+  vectors().insert(vectors().end(), drawn.begin(), drawn.end());
+  return RTNORM;
+}
+
+int acedRedraw(const ads_name entity, int) {
+  if (!entity || ads_name_nil(entity)) vectors().clear();
+  return RTNORM;
+}
+
+const std::vector<AcEdTransientVector>& acedTransientGraphics() { return vectors(); }
+
+AcEdView acedView() {
+  AcEdView view;
+  const AcDbObjectPointer<AcDbViewportTableRecord> record(activeViewport());
+  if (!record) return view;
+  view.center = record->centerPoint();
+  if (std::isfinite(record->height()) && record->height() > 0) view.height = record->height();
+  if (std::isfinite(record->aspectRatio()) && record->aspectRatio() > 0) view.aspect = record->aspectRatio();
+  return view;
+}
+
+Acad::ErrorStatus acedSetView(const AcGePoint2d& center, double height) {
+  if (!std::isfinite(center.x) || !std::isfinite(center.y)) return Acad::eInvalidInput;
+  if (!std::isfinite(height) || height <= 0) return Acad::eInvalidInput;
+  AcDbObjectPointer<AcDbViewportTableRecord> record(activeViewport(), AcDb::kForWrite);
+  if (!record) return record.openStatus();
+  record->setCenterPoint(center);
+  return record->setHeight(height);
+}
+
+Acad::ErrorStatus acedZoomWindow(const AcGePoint2d& a, const AcGePoint2d& b) {
+  const AcEdView view = acedView();
+  const double height = std::max(std::abs(b.y - a.y), std::abs(b.x - a.x) / view.aspect);
+  return acedSetView({(a.x + b.x) / 2, (a.y + b.y) / 2}, height > 0 ? height : view.height);
+}
+
+double acedPixelSize() { return acedView().height / 1000.0; }
+
+void acedForgetDatabase(AcDbDatabase* database) {
+  AcEdSelectionSets& all = acedSelectionSets();
+  for (auto& [number, set] : all.sets) set.dropDatabase(database);
+  const auto isGone = [&](AcDbObjectId id) { return id.database() == database; };
+  std::erase_if(all.previous, isGone);
+  std::erase_if(all.pickFirst, isGone);
+  if (acdbHostApplicationServices()->workingDatabase() != database) return;
+  vectors().clear();
+  const ads_point origin = {0, 0, 0};
+  acedSetLastPoint(origin);
+}

@@ -1,0 +1,236 @@
+#include "arx/ed/edinput.h"
+
+#include "arx/ed/edports.h"
+#include "arx/ed/edprompt.h"
+#include "base/text.h"
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace base = veltora::base;
+
+namespace {
+
+constexpr double kTurn = 2.0 * std::numbers::pi;
+
+void storePoint(const AcGePoint3d& point, ads_point result) {
+  result[0] = point.x, result[1] = point.y, result[2] = point.z;
+  acedSetLastPoint(result);
+}
+
+AcGePoint3d referenceOf(const ads_point base_) {
+  return base_ ? AcGePoint3d(base_[0], base_[1], base_[2]) : acedLastPoint();
+}
+
+/// Copies as much as the room allows; false without room for anything.
+bool storeText(const std::wstring& text, ACHAR* result, std::size_t size) {
+  if (!result || size == 0) return false;
+  const std::size_t count = text.copy(result, size - 1);
+  result[count] = L'\0';
+  return true;
+}
+
+AcEdPrompt::Verdict verdictOn(const AcEdPrompt& prompt, double value) {
+  const std::wstring objection = prompt.objection(value);
+  return objection.empty() ? AcEdPrompt::Verdict{} : AcEdPrompt::refused(objection);
+}
+
+int askPoint(const ads_point from, const ACHAR* prompt, ads_point result) {
+  if (!result) return RTERROR;
+  AcEdPrompt asking(prompt);
+  return asking.ask([&](const std::wstring& line) {
+    const std::optional<AcGePoint3d> point = acedReadPoint(line, referenceOf(from));
+    if (!point) return AcEdPrompt::refused(L"Un point est attendu : x,y ou x,y,z.");
+    storePoint(*point, result);
+    return AcEdPrompt::Verdict{};
+  });
+}
+
+/// A number, or what `measure` makes of two points: the base and the answer, or two answers one after the
+/// other.
+class TwoPointPrompt {
+public:
+  using NumberReader = std::optional<double> (*)(const std::wstring& text);
+  using Measure = double (*)(const AcGePoint3d& from, const AcGePoint3d& to, int bits);
+
+  TwoPointPrompt(AcEdPrompt& prompt, const ads_point from, NumberReader number, Measure measure,
+                 bool signedValue)
+      : m_prompt(prompt), m_number(number), m_measure(measure), m_signed(signedValue) {
+    if (from) m_from = AcGePoint3d(from[0], from[1], from[2]);
+  }
+
+  int ask(const wchar_t* expected, double& result) {
+    return m_prompt.ask([&](const std::wstring& line) { return read(line, expected, result); });
+  }
+
+private:
+  AcEdPrompt::Verdict read(const std::wstring& line, const wchar_t* expected, double& result) {
+    if (const std::optional<double> number = m_number(line)) return take(*number, result);
+    const std::optional<AcGePoint3d> point = acedReadPoint(line, m_from ? *m_from : acedLastPoint());
+    if (!point) return AcEdPrompt::refused(expected);
+    ads_point last;
+    storePoint(*point, last);
+    if (m_from) return take(m_measure(*m_from, *point, m_prompt.bits()), result);
+    return second(*point, result);
+  }
+
+  AcEdPrompt::Verdict second(const AcGePoint3d& first, double& result) {
+    ads_point from = {first.x, first.y, first.z};
+    ads_point to;
+    acedInitGet(RSG_NONULL, nullptr);
+    const int status = askPoint(from, L"\nDeuxième point : ", to);
+    if (status != RTNORM) return {true, {}, status};
+    return take(m_measure(first, AcGePoint3d(to[0], to[1], to[2]), m_prompt.bits()), result);
+  }
+
+  AcEdPrompt::Verdict take(double value, double& result) const {
+    AcEdPrompt::Verdict verdict = verdictOn(m_prompt, value);
+    if (!m_signed && verdict.taken && !std::isfinite(value))
+      verdict = AcEdPrompt::refused(L"Valeur démesurée.");
+    if (verdict.taken) result = value;
+    return verdict;
+  }
+
+  AcEdPrompt& m_prompt;
+  NumberReader m_number;
+  Measure m_measure;
+  bool m_signed;
+  std::optional<AcGePoint3d> m_from;
+};
+
+double distanceBetween(const AcGePoint3d& from, const AcGePoint3d& to, int bits) {
+  return std::hypot(to.x - from.x, to.y - from.y, (bits & RSG_2D) ? 0.0 : to.z - from.z);
+}
+
+double directionBetween(const AcGePoint3d& from, const AcGePoint3d& to, int) {
+  return AcGeVector2d{to.x - from.x, to.y - from.y}.angle();
+}
+
+}  // namespace
+
+int acedGetPoint(const ads_point base_, const ACHAR* prompt, ads_point result) {
+  return askPoint(base_, prompt, result);
+}
+
+int acedGetCorner(const ads_point base_, const ACHAR* prompt, ads_point result) {
+  return base_ ? askPoint(base_, prompt, result) : RTERROR;
+}
+
+int acedGetInt(const ACHAR* prompt, int* result) {
+  if (!result) return RTERROR;
+  AcEdPrompt asking(prompt);
+  return asking.ask([&](const std::wstring& line) {
+    const std::optional<double> value = acedReadNumber(line);
+    const bool whole = value && line.find_first_of(L".eE") == std::wstring::npos;
+    if (!whole) return AcEdPrompt::refused(L"Un nombre entier est attendu.");
+    using Limits = std::numeric_limits<int>;
+    if (*value < Limits::min() || *value > Limits::max())
+      return AcEdPrompt::refused(L"Nombre entier trop grand.");
+    const AcEdPrompt::Verdict verdict = verdictOn(asking, *value);
+    if (verdict.taken) *result = static_cast<int>(*value);
+    return verdict;
+  });
+}
+
+int acedGetReal(const ACHAR* prompt, ads_real* result) {
+  if (!result) return RTERROR;
+  AcEdPrompt asking(prompt);
+  return asking.ask([&](const std::wstring& line) {
+    const std::optional<double> value = acedReadNumber(line);
+    if (!value) return AcEdPrompt::refused(L"Un nombre est attendu.");
+    const AcEdPrompt::Verdict verdict = verdictOn(asking, *value);
+    if (verdict.taken) *result = *value;
+    return verdict;
+  });
+}
+
+int acedGetDist(const ads_point base_, const ACHAR* prompt, ads_real* result) {
+  if (!result) return RTERROR;
+  AcEdPrompt asking(prompt);
+  TwoPointPrompt points(asking, base_, acedReadNumber, distanceBetween, false);
+  return points.ask(L"Une distance est attendue : un nombre ou un point.", *result);
+}
+
+int acedGetAngle(const ads_point base_, const ACHAR* prompt, ads_real* result) {
+  if (!result) return RTERROR;
+  AcEdPrompt asking(prompt);
+  asking.setRadians();
+  TwoPointPrompt points(asking, base_, acedReadAngle, directionBetween, true);
+  double angle = 0.0;
+  const int status = points.ask(L"Un angle est attendu : degrés, grades avec « g », ou un point.", angle);
+  if (status != RTNORM) return status;
+  angle = std::fmod(angle, kTurn);
+  *result = angle < 0 ? angle + kTurn : angle;
+  return status;
+}
+
+int acedGetOrient(const ads_point base_, const ACHAR* prompt, ads_real* result) {
+  return acedGetAngle(base_, prompt, result);
+}
+
+int acedGetKword(const ACHAR* prompt, std::wstring& result) {
+  AcEdPrompt asking(prompt);
+  if (asking.keywords().empty() && !(asking.bits() & RSG_OTHER)) return RTERROR;
+  const int status = asking.ask([&](const std::wstring&) {
+    return AcEdPrompt::refused(L"Réponse attendue : " + asking.keywords().text() + L".");
+  });
+  if (status != RTKWORD) return status;
+  acedGetInput(result);
+  return RTNORM;
+}
+
+int acedGetKword(const ACHAR* prompt, ACHAR* result, std::size_t size) {
+  std::wstring text;
+  if (!result || size == 0) return RTERROR;
+  const int status = acedGetKword(prompt, text);
+  if (status == RTNORM) storeText(text, result, size);
+  return status;
+}
+
+int acedGetString(int cronly, const ACHAR* prompt, std::wstring& result) {
+  acedForgetInitGet();
+  AcEdPrompt asking(prompt);
+  const int status = asking.ask([&](const std::wstring& line) {
+    result = cronly ? line : line.substr(0, line.find_first_of(L" \t"));
+    return AcEdPrompt::Verdict{};
+  });
+  if (status != RTNONE) return status;
+  result.clear();
+  return RTNORM;
+}
+
+int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, std::size_t size) {
+  std::wstring text;
+  if (!result || size == 0) return RTERROR;
+  const int status = acedGetString(cronly, prompt, text);
+  if (status == RTNORM) storeText(text, result, size);
+  return status;
+}
+
+int acedGetInput(ACHAR* result, std::size_t size) {
+  std::wstring text;
+  const int status = acedGetInput(text);
+  return status == RTNORM && !storeText(text, result, size) ? RTERROR : status;
+}
+
+int acedUsrBrk() { return acedPorts().userBreak && acedPorts().userBreak() ? 1 : 0; }
+
+int acedGrRead(int, int* type, resbuf* result) {
+  if (!type || !result) return RTERROR;
+  const std::optional<std::wstring> line = acedReadLine(L"");
+  if (!line || base::compareNoCase(*line, L"*Annuler*") == 0) return RTCAN;
+  result->rbnext = nullptr;
+  if (const std::optional<AcGePoint3d> point = acedReadPoint(*line, acedLastPoint())) {
+    *type = 3;
+    result->restype = RT3DPOINT;
+    storePoint(*point, result->resval.rpoint);
+    return RTNORM;
+  }
+  constexpr short kEnter = 13;
+  const bool key = line->size() == 1 && (*line)[0] < 0x7fff;
+  *type = 2;
+  result->restype = RTSHORT;
+  result->resval.rint = key ? static_cast<short>((*line)[0]) : kEnter;
+  return RTNORM;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "arx/db/dbid.h"
+#include "arx/ge/gematrix.h"
+
+#include <optional>
+#include <vector>
+
+class AcDbDatabase;
+class AcDbEntity;
+
+/// What was found at a picked point.
+struct AcEdHit {
+  AcDbObjectId entity;                   ///< of model space
+  AcDbObjectId innermost;                ///< the entity or attribute that is really drawn there
+  std::vector<AcDbObjectId> references;  ///< block references around it, innermost first
+  AcGeMatrix3d toWorld;                  ///< from the innermost entity's coordinates
+  double distance = 0.0;
+};
+
+/// Searches among the entities of model space that can be seen. Distances and windows are those of the plan
+/// view.
+class AcEdPicker {
+public:
+  explicit AcEdPicker(AcDbDatabase& database) : m_database(database) {}
+  /// Nearest entity within `aperture` of a point, of equals the one drawn last.
+  [[nodiscard]] std::optional<AcEdHit> pick(const AcGePoint3d& point, double aperture) const;
+  /// Entities that lie wholly in a rectangle, or, crossing, at least partly.
+  [[nodiscard]] std::vector<AcDbObjectId> window(const AcGePoint3d& a, const AcGePoint3d& b,
+                                                 bool crossing) const;
+  /// Visible entities in order of drawing. @param unlocked without those on locked layers
+  [[nodiscard]] std::vector<AcDbObjectId> visible(bool unlocked = false) const;
+  /// All living entities of all layouts, seen or not.
+  [[nodiscard]] std::vector<AcDbObjectId> all() const;
+
+private:
+  AcDbDatabase& m_database;
+};
+
+/// Radius in which a pick finds: a hundredth of the view's height.
+double acedPickAperture();

@@ -1,0 +1,51 @@
+#include "arx/ed/edports.h"
+
+#include "arx/ed/acutads.h"
+#include "base/text.h"
+
+namespace base = veltora::base;
+
+AcEdPorts& acedPorts() {
+  static auto* const ports = new AcEdPorts;
+  return *ports;
+}
+
+int acedPrompt(const std::wstring& text) {
+  if (acedPorts().sink) acedPorts().sink->print(base::toUtf8(text));
+  return RTNORM;
+}
+
+int acedPrompt(const ACHAR* text) { return text ? acedPrompt(std::wstring(text)) : RTERROR; }
+
+AcEdAnswer acedMessageBox(const std::wstring& text, const std::wstring& title, AcEdButtons buttons) {
+  if (acedPorts().messageBox) return acedPorts().messageBox(text, title, buttons);
+  acedPrompt(L"\n" + text + L"\n");
+  return buttons == AcEdButtons::kOk ? AcEdAnswer::kOk : AcEdAnswer::kCancel;
+}
+
+int acedAlert(const ACHAR* text) {
+  acedMessageBox(text ? text : L"", L"", AcEdButtons::kOk);
+  return RTNORM;
+}
+
+std::optional<std::wstring> acedReadLine(const std::wstring& prompt) {
+  base::LineSource* const source = acedPorts().source;
+  if (!source) return std::nullopt;
+  const std::size_t head = prompt.rfind(L'\n') + 1;  // 0 without a line end
+  const std::wstring tail = prompt.substr(head);
+  if (head > 0) acedPrompt(prompt.substr(0, head));
+  for (;;) {
+    const std::optional<std::string> read = source->readLine(base::toUtf8(tail));
+    const std::wstring line = read ? base::trim(base::fromUtf8(*read), L" \t\r\n") : std::wstring();
+    if (read && line.starts_with(L';')) continue;
+    if (!source->interactive()) acedPrompt(tail + line + L"\n");
+    if (!read) return std::nullopt;
+    return line;
+  }
+}
+
+void acedRefuse(const std::wstring& message) {
+  base::LineSource* const source = acedPorts().source;
+  if (source && !source->interactive()) throw base::ScriptError{base::toUtf8(message)};
+  acedPrompt(message + L"\n");
+}
