@@ -14,7 +14,10 @@ struct AcDbAttributeFields {
 
   void startReading() { version = lock = -1, tagSeen = flagsSeen = false; }
   bool take(AcDbDxfReader& in);
-  void write(AcDbDxfWriter& out) const;
+  void writeHead(AcDbDxfWriter& out) const;
+  void writeTag(AcDbDxfWriter& out) const;
+  void writeTail(AcDbDxfWriter& out) const;
+  void swap(AcDbAttributeFields& other) noexcept;
   [[nodiscard]] bool flag(int bit) const { return (flags & bit) != 0; }
   void setFlag(int bit, bool on) { flags = static_cast<Adesk::Int16>(on ? flags | bit : flags & ~bit); }
 };

@@ -47,7 +47,7 @@ public:
   [[nodiscard]] bool inPaperSpace() const { return m_paperSpace; }
   void setInPaperSpace(bool paper) { m_paperSpace = paper; }
   /// Fills what was not set, from a database: for entities being appended.
-  void setDatabaseDefaults(AcDbDatabase* database);
+  virtual void setDatabaseDefaults(AcDbDatabase* database);
 
   /// `eNotImplementedYet` for an entity that the host does not model, `eCannotScaleNonUniformly` where the
   /// shape forbids.

@@ -47,6 +47,7 @@ public:
   [[nodiscard]] double actualWidth() const;
   [[nodiscard]] double actualHeight() const;
 
+  void setDatabaseDefaults(AcDbDatabase* database) override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;

@@ -76,6 +76,7 @@ public:
   /// Size at rotation 0.
   [[nodiscard]] AcDbTextSize measure() const;
 
+  void setDatabaseDefaults(AcDbDatabase* database) override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
@@ -91,10 +92,16 @@ protected:
   void writeTextSection(AcDbDxfWriter& out) const;
   void writeVerticalMode(AcDbDxfWriter& out, int code) const;
   void exchangeFields(AcDbText& other);
+  /// Everything but what entities have in common.
+  void copyLook(const AcDbText& other);
+  /// As `transformBy`, also under a map that would skew the text: then the base line and the upward direction
+  /// are mapped and the skew is left out.
+  Acad::ErrorStatus placeBy(const AcGeMatrix3d& matrix);
 
 private:
   [[nodiscard]] AcGePoint3d basePoint() const;  // start of the base line, own plane
   Acad::ErrorStatus setModes(int horizontal, int vertical);
+  Acad::ErrorStatus moveBy(const AcGeMatrix3d& matrix, bool dropSkew);
   AcGePoint3d m_position;  // own plane, likewise the next
   AcGePoint3d m_alignment;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;

@@ -1,0 +1,360 @@
+#include "arx/db/dbtext.h"
+
+#include "arx/db/dbmain.h"
+#include "arx/db/dbplanemap.h"
+
+#include <cmath>
+
+ACDB_DEFINE_MEMBERS(AcDbText, AcDbEntity, "TEXT")
+
+namespace {
+
+constexpr double kRightAngle = 1e-9;  // relative: a map that skews a text more is refused
+
+template <class Value>
+Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
+  const Acad::ErrorStatus status = object.assertWriteEnabled();
+  if (status == Acad::eOk) field = value;
+  return status;
+}
+
+AcGeVector2d direction(double degrees) {
+  // Exact for the four axes, which most texts are drawn along.
+  if (degrees == 0) return {1, 0};
+  if (degrees == 90) return {0, 1};
+  if (degrees == 180) return {-1, 0};
+  if (degrees == 270) return {0, -1};
+  return {std::cos(acdbRadians(degrees)), std::sin(acdbRadians(degrees))};
+}
+
+}  // namespace
+
+AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style, double height,
+                   double rotation)
+    : m_position(position),
+      m_height(height > 0 && std::isfinite(height) ? height : 0.0),
+      m_rotation(std::isfinite(rotation) ? acdbDegrees(rotation) : 0.0),
+      m_style(style),
+      m_text(text ? text : L"") {}
+
+AcGePoint3d AcDbText::position() const { return acdbToWorld(m_position, m_normal); }
+AcGePoint3d AcDbText::alignmentPoint() const { return acdbToWorld(m_alignment, m_normal); }
+
+Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& position) {
+  return change(*this, m_position, acdbToPlane(position, m_normal));
+}
+
+Acad::ErrorStatus AcDbText::setAlignmentPoint(const AcGePoint3d& point) {
+  const Acad::ErrorStatus status = change(*this, m_alignment, acdbToPlane(point, m_normal));
+  if (status != Acad::eOk) return status;
+  m_hasAlignment = true;
+  if (!isDefaultAlignment()) adjustAlignment();
+  return status;
+}
+
+Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& normal) {
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  const AcGeVector3d unit = acdbUnitNormal(normal);
+  m_position = acdbToPlane(position(), unit);
+  m_alignment = acdbToPlane(alignmentPoint(), unit);
+  m_normal = unit;
+  return status;
+}
+
+Acad::ErrorStatus AcDbText::setThickness(double thickness) { return change(*this, m_thickness, thickness); }
+
+double AcDbText::oblique() const { return acdbRadians(m_oblique); }
+Acad::ErrorStatus AcDbText::setOblique(double radians) {
+  return std::isfinite(radians) ? change(*this, m_oblique, acdbDegrees(radians)) : Acad::eInvalidInput;
+}
+
+double AcDbText::rotation() const { return acdbRadians(m_rotation); }
+Acad::ErrorStatus AcDbText::setRotation(double radians) {
+  return std::isfinite(radians) ? change(*this, m_rotation, acdbDegrees(radians)) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbText::setHeight(double height) {
+  return height > 0 && std::isfinite(height) ? change(*this, m_height, height) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbText::setWidthFactor(double factor) {
+  return factor != 0 && std::isfinite(factor) ? change(*this, m_widthFactor, factor) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
+  if (!text) return Acad::eInvalidInput;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status == Acad::eOk) m_text.assign(text);
+  return status;
+}
+
+Acad::ErrorStatus AcDbText::setTextString(const AcString& text) { return setTextString(text.c_str()); }
+
+Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) {
+  if (database() && style.database() != database()) return Acad::eWrongDatabase;
+  return change(*this, m_style, style);
+}
+
+Acad::ErrorStatus AcDbText::mirrorInX(bool mirrored) {
+  return change(*this, m_generation,
+                static_cast<Adesk::Int16>(mirrored ? m_generation | 2 : m_generation & ~2));
+}
+
+Acad::ErrorStatus AcDbText::mirrorInY(bool mirrored) {
+  return change(*this, m_generation,
+                static_cast<Adesk::Int16>(mirrored ? m_generation | 4 : m_generation & ~4));
+}
+
+Acad::ErrorStatus AcDbText::setModes(int horizontal, int vertical) {
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  m_horizontal = static_cast<Adesk::Int8>(horizontal);
+  m_vertical = static_cast<Adesk::Int8>(vertical);
+  if (!isDefaultAlignment() && !m_hasAlignment) {
+    m_alignment = m_position;
+    m_hasAlignment = true;
+  }
+  return status;
+}
+
+Acad::ErrorStatus AcDbText::setHorizontalMode(AcDb::TextHorzMode mode) {
+  const bool known = mode >= AcDb::kTextLeft && mode <= AcDb::kTextFit;
+  return known ? setModes(mode, m_vertical) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
+  const bool known = mode >= AcDb::kTextBase && mode <= AcDb::kTextTop;
+  return known ? setModes(m_horizontal, mode) : Acad::eInvalidInput;
+}
+
+void AcDbText::setDatabaseDefaults(AcDbDatabase* database) {
+  AcDbEntity::setDatabaseDefaults(database);
+  if (database && m_style.isNull()) m_style = database->textstyle();
+}
+
+AcDbTextSize AcDbText::measure() const {
+  return acdbTextExtents(m_text.view(), m_style, m_height, m_widthFactor);
+}
+
+// Where the base line starts. Aligned and fitted texts run from the position; the others hang on the
+// alignment point.
+AcGePoint3d AcDbText::basePoint() const {
+  const bool runs = m_horizontal == AcDb::kTextAlign || m_horizontal == AcDb::kTextFit;
+  if (isDefaultAlignment() || runs || !m_hasAlignment) return m_position;
+  const AcDbTextSize size = measure();
+  double right = 0;
+  double up = 0;
+  if (m_horizontal == AcDb::kTextCenter || m_horizontal == AcDb::kTextMid) right = size.width / 2;
+  if (m_horizontal == AcDb::kTextRight) right = size.width;
+  if (m_horizontal == AcDb::kTextMid) up = (size.height - size.descent) / 2;
+  if (m_vertical == AcDb::kTextBottom) up = -size.descent;
+  if (m_vertical == AcDb::kTextVertMid) up = size.height / 2;
+  if (m_vertical == AcDb::kTextTop) up = size.height;
+  if (isMirroredInX()) right = -right;
+  if (isMirroredInY()) up = -up;
+  const AcGeVector2d along = direction(m_rotation);
+  const AcGeVector2d upwards = along.perpVector();
+  return {m_alignment.x - along.x * right - upwards.x * up, m_alignment.y - along.y * right - upwards.y * up,
+          m_alignment.z};
+}
+
+Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
+  if (isDefaultAlignment()) return Acad::eNotApplicable;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  if (m_horizontal != AcDb::kTextAlign && m_horizontal != AcDb::kTextFit) {
+    m_position = basePoint();
+    return status;
+  }
+  const AcGeVector2d along(m_alignment.x - m_position.x, m_alignment.y - m_position.y);
+  const AcDbTextSize size = measure();
+  if (!(along.length() > 0) || !(size.width > 0)) return Acad::eDegenerateGeometry;
+  m_rotation = acdbDegrees(along.angle());
+  const double grow = along.length() / size.width;
+  (m_horizontal == AcDb::kTextAlign ? m_height : m_widthFactor) *= grow;
+  return status;
+}
+
+void AcDbText::copyLook(const AcDbText& other) {
+  m_position = other.m_position;
+  m_alignment = other.m_alignment;
+  m_normal = other.m_normal;
+  m_height = other.m_height;
+  m_rotation = other.m_rotation;
+  m_widthFactor = other.m_widthFactor;
+  m_oblique = other.m_oblique;
+  m_thickness = other.m_thickness;
+  m_style = other.m_style;
+  m_text = other.m_text;
+  m_generation = other.m_generation;
+  m_horizontal = other.m_horizontal;
+  m_vertical = other.m_vertical;
+  m_hasAlignment = other.m_hasAlignment;
+}
+
+Acad::ErrorStatus AcDbText::transformBy(const AcGeMatrix3d& matrix) { return moveBy(matrix, false); }
+Acad::ErrorStatus AcDbText::placeBy(const AcGeMatrix3d& matrix) { return moveBy(matrix, true); }
+
+Acad::ErrorStatus AcDbText::moveBy(const AcGeMatrix3d& matrix, bool dropSkew) {
+  const AcDbPlaneMap plane(matrix, m_normal);
+  if (!plane.valid) return Acad::eCannotScaleNonUniformly;
+  const AcGeVector2d along = direction(m_rotation);
+  const AcGeVector3d x = plane.map * AcGeVector3d(along.x, along.y, 0);
+  const AcGeVector3d y = plane.map * AcGeVector3d(-along.y, along.x, 0);
+  const double lx = std::hypot(x.x, x.y);
+  const double ly = std::fabs(x.x * y.y - x.y * y.x) / lx;  // across the base line
+  const bool square = std::fabs(x.x * y.x + x.y * y.y) <= kRightAngle * lx * ly;
+  if (!square && !dropSkew) return Acad::eCannotScaleNonUniformly;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  m_position = plane.map * m_position;
+  m_alignment = plane.map * m_alignment;
+  m_normal = plane.normal;
+  m_thickness *= plane.depth;
+  m_height *= plane.conformal ? plane.factor : ly;
+  if (!plane.conformal) m_widthFactor *= lx / ly;
+  double turned = plane.turned(m_rotation);
+  if (!plane.conformal) turned = acdbDegrees(AcGeVector2d(x.x, x.y).angle());
+  if (plane.mirrored) {
+    // Upside down along the mapped base line, or backward along its opposite: what turns the text less.
+    const bool keepsWay = x.x * along.x + x.y * along.y >= 0;
+    m_generation = static_cast<Adesk::Int16>(m_generation ^ (keepsWay ? 4 : 2));
+    if (!keepsWay) turned = turned >= 180 ? turned - 180 : turned + 180;
+  }
+  m_rotation = turned;
+  return status;
+}
+
+Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {
+  AcDbExtents own;
+  addExtentsUnder(AcGeMatrix3d(), own);
+  if (own.isEmpty()) return Acad::eInvalidExtents;
+  extents = own;
+  return Acad::eOk;
+}
+
+void AcDbText::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+  const AcDbTextSize size = measure();
+  const AcGePoint3d base = basePoint();
+  const AcGeVector2d along = direction(m_rotation) * (isMirroredInX() ? -1.0 : 1.0);
+  const AcGeVector2d up = direction(m_rotation).perpVector() * (isMirroredInY() ? -1.0 : 1.0);
+  const double slant = std::tan(acdbRadians(std::fmod(m_oblique, 180)));
+  const double lean = std::fabs(slant) < 12 ? slant : 0.0;  // beyond 85 degrees no program draws
+  const AcGeMatrix3d place = m_normal == AcGeVector3d::kZAxis
+                                 ? matrix
+                                 : matrix * AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal));
+  for (const double v : {-size.descent, size.height}) {
+    for (const double u : {0.0, size.width}) {
+      const double right = u + v * lean;
+      extents.addPoint(place * AcGePoint3d(base.x + along.x * right + up.x * v,
+                                           base.y + along.y * right + up.y * v, base.z));
+    }
+  }
+}
+
+bool AcDbText::takeTextGroup(AcDbDxfReader& in) {
+  switch (in.code()) {
+    case 1:
+      m_text.assign(in.wide());
+      return true;
+    case 7:
+      m_style = in.textStyle();
+      return true;
+    case 39:
+      m_thickness = in.real();
+      return true;
+    case 40:
+      m_height = in.real();
+      return true;
+    case 41:
+      m_widthFactor = in.real();
+      return true;
+    case 50:
+      m_rotation = in.real();
+      return true;
+    case 51:
+      m_oblique = in.real();
+      return true;
+    case 71:
+      m_generation = static_cast<Adesk::Int16>(in.integer());
+      return true;
+    case 72:
+      m_horizontal = static_cast<Adesk::Int8>(in.integer());
+      return true;
+    case 11:
+      m_hasAlignment = true;
+      return in.coordinate(11, m_alignment);
+    default:
+      return in.coordinate(10, m_position) || in.coordinate(11, m_alignment) || in.coordinate(210, m_normal);
+  }
+}
+
+bool AcDbText::takeVerticalMode(AcDbDxfReader& in) {
+  m_vertical = static_cast<Adesk::Int8>(in.integer());
+  return true;
+}
+
+bool AcDbText::takeGroup(AcDbDxfReader& in) {
+  return in.code() == 73 ? takeVerticalMode(in) : takeTextGroup(in);
+}
+
+void AcDbText::dxfInFields(AcDbDxfReader& in) {
+  AcDbEntity::dxfInFields(in);
+  readSection(in, "AcDbText");
+  readSection(in, "AcDbText");  // texts have two, the vertical mode stands in the second
+}
+
+void AcDbText::writeTextSection(AcDbDxfWriter& out) const {
+  AcDbEntity::dxfOutFields(out);
+  out.subclass("AcDbText");
+  if (m_thickness != 0.0) out.real(39, m_thickness);
+  out.point(10, m_position);
+  out.real(40, m_height);
+  out.wide(1, m_text.view());
+  if (m_rotation != 0.0) out.real(50, m_rotation);
+  if (m_widthFactor != 1.0) out.real(41, m_widthFactor);
+  if (m_oblique != 0.0) out.real(51, m_oblique);
+  if (const auto* style =
+          m_style.isValid() ? AcDbTextStyleTableRecord::cast(m_style.stub()->object) : nullptr) {
+    if (style->name() != L"Standard") out.wide(7, style->name());
+  }
+  if (m_generation != 0) out.integer(71, m_generation);
+  if (m_horizontal != 0) out.integer(72, m_horizontal);
+  if (m_hasAlignment) out.point(11, m_alignment);
+  out.normal(m_normal);
+}
+
+void AcDbText::writeVerticalMode(AcDbDxfWriter& out, int code) const {
+  if (m_vertical != 0) out.integer(code, m_vertical);
+}
+
+void AcDbText::dxfOutFields(AcDbDxfWriter& out) const {
+  writeTextSection(out);
+  out.subclass("AcDbText");
+  writeVerticalMode(out, 73);
+  writeExtras(out, "AcDbText");
+}
+
+void AcDbText::visitReferences(const std::function<void(AcDbObjectId&)>& visit) {
+  AcDbEntity::visitReferences(visit);
+  if (!m_style.isNull()) visit(m_style);
+}
+
+void AcDbText::exchangeFields(AcDbText& other) {
+  std::swap(m_position, other.m_position);
+  std::swap(m_alignment, other.m_alignment);
+  std::swap(m_normal, other.m_normal);
+  std::swap(m_height, other.m_height);
+  std::swap(m_rotation, other.m_rotation);
+  std::swap(m_widthFactor, other.m_widthFactor);
+  std::swap(m_oblique, other.m_oblique);
+  std::swap(m_thickness, other.m_thickness);
+  std::swap(m_style, other.m_style);
+  m_text.swap(other.m_text);
+  std::swap(m_generation, other.m_generation);
+  std::swap(m_horizontal, other.m_horizontal);
+  std::swap(m_vertical, other.m_vertical);
+  std::swap(m_hasAlignment, other.m_hasAlignment);
+  AcDbEntity::exchangeFields(other);
+}
