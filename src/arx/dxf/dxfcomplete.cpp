@@ -81,9 +81,8 @@ std::vector<Completion::Item> Completion::itemsOf(std::string_view section) cons
 
 void Completion::place(std::unique_ptr<AcDbObject> object, const Item& item) {
   AcDbObjectId id;
-  const AcDbHandle handle = m_db.handseed();
-  m_db.setHandseed(handle + 1);
-  if (m_db.addWithHandle(id, object.get(), handle) != Acad::eOk) throw DxfError{0, "handles épuisés"};
+  m_db.addAcDbObject(id, object.get());
+  object->close();
   m_ids[handleIn(item.tags)] = id;
   m_made.emplace_back(object.release(), &item);
 }
@@ -135,6 +134,7 @@ void Completion::tables() {
       continue;
     }
     std::unique_ptr<AcDbObject> record = dxfNewRecord(item.type, {});
+    static_cast<AcDbSymbolTableRecord&>(*record).assignName(wide);
     place(std::move(record), item);
     m_made.back().first->setOwnerId(table->objectId());
     table->enter(m_made.back().first->objectId(), wide);
@@ -209,9 +209,8 @@ AcDbObjectId newMarker(AcDbDatabase& database, AcDbObjectId record) {
   marker->setLayer(database.layerZero());
   marker->setOwnerId(record);
   AcDbObjectId id;
-  const AcDbHandle handle = database.handseed();
-  database.setHandseed(handle + 1);
-  if (database.addWithHandle(id, marker.get(), handle) == Acad::eOk) marker.release();
+  database.addAcDbObject(id, marker.get());
+  marker.release()->close();
   return id;
 }
 

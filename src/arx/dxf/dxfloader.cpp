@@ -128,13 +128,6 @@ void DxfLoader::prepareTables() {
   dxfCompleteTables(m_db);
 }
 
-AcDbHandle DxfLoader::freshHandle() {
-  if (!m_seedKnown) throw DxfSeedNeeded{};
-  const AcDbHandle handle = m_db.handseed();
-  m_db.setHandseed(handle + 1);
-  return handle;
-}
-
 Adesk::UInt64 DxfLoader::itemHandle() {
   const int wanted = m_scan.type() == "DIMSTYLE" ? 105 : 5;
   for (const DxfTag& tag : m_scan.tags()) {
@@ -161,8 +154,9 @@ AcDbObjectId DxfLoader::place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 
             std::string(dxfFirst(m_scan.tags(), m_scan.type() == "DIMSTYLE" ? 105 : 5)) +
             " déjà pris, remplacé");
   }
-  if (m_db.addWithHandle(id, object.get(), freshHandle()) != Acad::eOk) throw DxfSeedNeeded{};
-  object.release();
+  if (!m_seedKnown) throw DxfSeedNeeded{};
+  m_db.addAcDbObject(id, object.get());
+  object.release()->close();
   return id;
 }
 

@@ -56,7 +56,6 @@ private:
   AcDbObjectId place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 handle);
   /// The handle that the present item gives, 0 when it gives none.
   [[nodiscard]] Adesk::UInt64 itemHandle();
-  AcDbHandle freshHandle();
   void prepareTables();
   void finding(const std::string& text);
 

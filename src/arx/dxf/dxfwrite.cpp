@@ -12,6 +12,8 @@
 namespace {
 
 /// Sections that the host models, in the order in which they are written.
+constexpr int kHasAttributes = 2;  // bit of a block's flags
+
 constexpr std::array<const char*, 5> kModelled = {"HEADER", "TABLES", "BLOCKS", "ENTITIES", "OBJECTS"};
 
 class DxfDrawingWriter {
@@ -46,6 +48,12 @@ T* resident(AcDbObjectId id) {
 
 bool isModelled(const std::string& name) {
   return std::find(kModelled.begin(), kModelled.end(), name) != kModelled.end();
+}
+
+/// Belongs to the objects section.
+bool isPlainObject(const AcDbObject& object) {
+  return !object.isKindOf(AcDbEntity::desc()) && !object.isKindOf(AcDbSymbolTableRecord::desc()) &&
+         !object.isKindOf(AcDbSymbolTable::desc());
 }
 
 /// Order of the file, modelled sections once and in their proper order; those that are missing follow their
@@ -157,6 +165,7 @@ void DxfDrawingWriter::block(AcDbBlockTableRecord& record) {
   begin->name = record.name();
   begin->origin = record.origin();
   begin->comments = record.comments();
+  if (!record.isLayout() && record.hasAttributeDefinitions()) begin->flags |= kHasAttributes;
   begin->dxfOut(m_out);
   const AcDbObjectId id = record.objectId();
   if (id != m_db.modelSpaceId() && id != m_db.paperSpaceId()) entitiesOf(id);
@@ -198,6 +207,12 @@ void DxfDrawingWriter::object(AcDbObjectId id) {
 void DxfDrawingWriter::objects() {
   object(m_db.namedObjectsDictionaryId());
   for (const AcDbObjectId id : m_db.objectOrder()) object(id);
+  // What was made since; it keeps its place from now on.
+  for (const AcDbObjectId id : m_db.allObjects()) {
+    if (!id.isLive() || m_written.contains(id.stub()) || !isPlainObject(*id.stub()->object)) continue;
+    m_db.objectOrder().push_back(id);
+    object(id);
+  }
 }
 
 }  // namespace
