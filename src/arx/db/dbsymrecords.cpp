@@ -19,7 +19,6 @@ constexpr const char* kTextStyle = "AcDbTextStyleTableRecord";
 constexpr const char* kLinetype = "AcDbLinetypeTableRecord";
 constexpr const char* kRegApp = "AcDbRegAppTableRecord";
 constexpr const char* kViewport = "AcDbViewportTableRecord";
-constexpr double kDegree = 3.14159265358979323846 / 180.0;
 
 }  // namespace
 
@@ -148,7 +147,7 @@ void AcDbTextStyleTableRecord::dxfInFields(AcDbDxfReader& in) {
         m_xScale = in.real();
         break;
       case 50:
-        m_oblique = in.real() * kDegree;
+        m_oblique = in.real();
         break;
       case 71:
         m_generation = in.integer();
@@ -174,7 +173,7 @@ void AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfWriter& out) const {
   dxfOutNameAndFlags(out);
   out.real(40, m_textSize);
   out.real(41, m_xScale);
-  out.real(50, m_oblique / kDegree);
+  out.real(50, m_oblique);
   out.integer(71, m_generation);
   out.real(42, m_lastHeight);
   out.wide(3, m_fileName);

@@ -129,7 +129,9 @@ class ARX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
 public:
   [[nodiscard]] double textSize() const { return m_textSize; }
   [[nodiscard]] double xScale() const { return m_xScale; }
-  [[nodiscard]] double obliquingAngle() const { return m_oblique; }
+  [[nodiscard]] double obliquingAngle() const {
+    return m_oblique * (3.14159265358979323846 / 180.0);
+  }  ///< radians
   [[nodiscard]] const AcString& fileName() const { return m_fileName; }
   Acad::ErrorStatus setTextSize(double size);
   Acad::ErrorStatus setXScale(double scale);
@@ -143,7 +145,7 @@ protected:
 private:
   double m_textSize = 0.0;
   double m_xScale = 1.0;
-  double m_oblique = 0.0;
+  double m_oblique = 0.0;  // degrees, as in the file: not to lose the last digit
   double m_lastHeight = 2.5;
   int m_generation = 0;
   AcString m_fileName = L"txt";
