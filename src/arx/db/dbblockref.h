@@ -68,6 +68,7 @@ protected:
 
 private:
   Grid& ownGrid();
+  void addGridExtents(const AcGeMatrix3d& matrix, AcDbExtents& extents) const;
   AcGePoint3d m_position;  // own plane
   AcGeScale3d m_scale;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;

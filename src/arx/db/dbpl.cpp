@@ -256,7 +256,6 @@ Acad::ErrorStatus AcDbPolyline::transformBy(const AcGeMatrix3d& matrix) {
 }
 
 bool AcDbPolyline::takeGroup(AcDbDxfReader& in) {
-  const bool ofVertex = !m_vertices.empty();
   switch (in.code()) {
     case 90:
       m_vertices.reserve(static_cast<std::size_t>(std::clamp(in.integer(), 0, int{kMaxReserve})));
@@ -276,23 +275,33 @@ bool AcDbPolyline::takeGroup(AcDbDxfReader& in) {
     case 10:
       m_vertices.emplace_back().point.x = in.real();
       return true;
-    case 20:
-      if (ofVertex) m_vertices.back().point.y = in.real();
-      return ofVertex;
-    case 40:
-      if (ofVertex) m_vertices.back().startWidth = in.real();
-      return ofVertex;
-    case 41:
-      if (ofVertex) m_vertices.back().endWidth = in.real();
-      return ofVertex;
-    case 42:
-      if (ofVertex) m_vertices.back().bulge = in.real();
-      return ofVertex;
-    case 91:
-      if (ofVertex) m_vertices.back().identifier = in.integer();
-      return ofVertex;
     default:
-      return in.coordinate(210, m_normal);
+      return takeVertexGroup(in) || in.coordinate(210, m_normal);
+  }
+}
+
+// What belongs to the vertex begun last; in front of the first one it has no meaning and is dropped.
+bool AcDbPolyline::takeVertexGroup(AcDbDxfReader& in) {
+  Vertex none;
+  Vertex& vertex = m_vertices.empty() ? none : m_vertices.back();
+  switch (in.code()) {
+    case 20:
+      vertex.point.y = in.real();
+      return true;
+    case 40:
+      vertex.startWidth = in.real();
+      return true;
+    case 41:
+      vertex.endWidth = in.real();
+      return true;
+    case 42:
+      vertex.bulge = in.real();
+      return true;
+    case 91:
+      vertex.identifier = in.integer();
+      return true;
+    default:
+      return false;
   }
 }
 

@@ -78,6 +78,7 @@ private:
     double endWidth = 0.0;
     Adesk::Int32 identifier = 0;  // 91
   };
+  bool takeVertexGroup(AcDbDxfReader& in);
   [[nodiscard]] bool hasSegment(unsigned int index) const;
   std::vector<Vertex> m_vertices;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "arx/db/dballents.h"
+#include "arx/db/dbentityfactory.h"
+#include "arx/db/dbmain.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+// Entities from literal groups ("8 0|100 AcDbLine|10 1.5") and back.
+namespace ent_test {
+
+inline std::vector<DxfTag> tagsOf(std::string_view brief) {
+  std::vector<DxfTag> tags;
+  while (!brief.empty()) {
+    const std::size_t end = std::min(brief.find('|'), brief.size());
+    const std::string_view item = brief.substr(0, end);
+    const std::size_t blank = std::min(item.find(' '), item.size());
+    DxfTag tag;
+    tag.code = std::stoi(std::string(item.substr(0, blank)));
+    tag.line = static_cast<Adesk::UInt32>(tags.size() + 1) * 2;
+    tag.value = blank < item.size() ? item.substr(blank + 1) : std::string_view();
+    tags.push_back(tag);
+    brief.remove_prefix(std::min(end + 1, brief.size()));
+  }
+  return tags;
+}
+
+inline std::unique_ptr<AcDbEntity> read(AcDbDatabase& db, std::string_view type, std::string_view brief) {
+  const std::vector<DxfTag> tags = tagsOf(brief);
+  std::unique_ptr<AcDbEntity> entity(acdbNewEntity(type, tags));
+  entity->dxfIn(tags, db);
+  return entity;
+}
+
+/// Groups behind the type, in the form of the literals.
+inline std::string written(const AcDbObject& object) {
+  std::string text;
+  AcDbDxfWriter out([&](std::string_view piece) { text += piece; });
+  object.dxfOut(out);
+  out.flush();
+  DxfTagText::Cursor cursor{text};
+  std::string brief;
+  DxfTag tag;
+  cursor.next(tag);
+  while (cursor.next(tag)) {
+    if (!brief.empty()) brief += '|';
+    brief += std::to_string(tag.code) + ' ' + std::string(tag.value);
+  }
+  return brief;
+}
+
+/// Appends to the model space and leaves the entity closed.
+template <class T>
+T* place(AcDbDatabase& db, std::unique_ptr<T> entity) {
+  AcDbObjectPointer<AcDbBlockTableRecord> space(db.modelSpaceId(), AcDb::kForWrite);
+  T* const raw = entity.get();
+  if (space.openStatus() != Acad::eOk || space->appendAcDbEntity(raw) != Acad::eOk) return nullptr;
+  entity.release();
+  raw->close();
+  return raw;
+}
+
+/// A named, empty block.
+inline AcDbObjectId block(AcDbDatabase& db, const ACHAR* name, const AcGePoint3d& origin = {}) {
+  AcDbObjectPointer<AcDbBlockTable> table(db.blockTableId(), AcDb::kForWrite);
+  auto* record = new AcDbBlockTableRecord;
+  record->setName(name);
+  record->setOrigin(origin);
+  AcDbObjectId id;
+  table->add(id, record);
+  record->close();
+  return id;
+}
+
+inline AcDbObjectId addTo(AcDbObjectId blockId, AcDbEntity* entity) {
+  AcDbObjectPointer<AcDbBlockTableRecord> record(blockId, AcDb::kForWrite);
+  AcDbObjectId id;
+  record->appendAcDbEntity(id, entity);
+  entity->close();
+  return id;
+}
+
+inline const AcGePoint3d kFar{650000, 6860000, 0};  // national coordinates, where cancellation shows
+
+}  // namespace ent_test
+
+inline void PrintTo(const AcGePoint3d& p, std::ostream* out) {
+  *out << '(' << p.x << ' ' << p.y << ' ' << p.z << ')';
+}
+
+#define EXPECT_POINT(expected, actual, tolerance) \
+  EXPECT_LE((expected).distanceTo(actual), tolerance) << ::testing::PrintToString(actual)
