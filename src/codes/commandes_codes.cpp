@@ -4,6 +4,8 @@
 #include "base/text.h"
 #include "codes/table_codification.h"
 
+#include <utility>
+
 namespace veltora {
 namespace {
 

@@ -1,5 +1,5 @@
 // Where the installation directory is, what it receives, and how paths are written.
-#include "config_dossier.h"
+#include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>
 

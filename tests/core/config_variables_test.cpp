@@ -1,5 +1,5 @@
 // "config.ini" and the variables that live in it.
-#include "config_dossier.h"
+#include "support/dossier_essai.h"
 #include "core/config_store.h"
 #include "core/config_variable.h"
 

@@ -1,0 +1,263 @@
+// The code file: its layout, what is read of files that others wrote, and the fields that it is made of.
+#include "base/text.h"
+#include "codes/table_codification.h"
+#include "codes/xml_champs.h"
+#include "support/dossier_essai.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+using namespace veltora;
+using namespace std::string_literals;
+
+/// A table from bytes, in an installation directory of its own.
+struct Lecture {
+  explicit Lecture(const std::string& octets) {
+    dossier.ecrire("essai", octets);
+    table.viderTable();
+    table.nomFichier = cheminInstallation(L"essai");
+    resultat = table.chargerXML();
+  }
+  DossierEssai dossier;
+  tableCodification table;
+  int resultat;
+};
+
+std::string enregistrement(const std::string& champs) {
+  return "<codifPoints><TBdata><codifPoint>" + champs + "</codifPoint></TBdata></codifPoints>";
+}
+
+/// "code|libelle|taille|decimales|layerCode|coulLayerBlock" of each row.
+std::string resume(const tableCodification& table) {
+  std::string texte;
+  for (const codifPoint& l : table.codes) {
+    texte += (texte.empty() ? "" : " ; ") + std::to_string(l.code) + "|" + base::toUtf8(l.libelle) + "|" +
+             std::to_string(l.tailleBlock) + "|" + std::to_string(l.precisionAltitudes) + "|" +
+             base::toUtf8(l.layers[layerCode]) + "|" + std::to_string(l.coulLayers[layerBlock]);
+  }
+  return texte;
+}
+
+TEST(FichierDesCodes, IsLaidOutByteForByte) {
+  const DossierEssai dossier;
+  tableCodification table;
+  table.viderTable();
+  codifPoint ligne;
+  ligne.code = 9999;
+  ligne.libelle = L"Arbre é <&\"'> €";
+  ligne.chemin = L"C:\\blocs\\arbre.dwg";
+  ligne.tailleBlock = 0.1234567;
+  ligne.precisionAltitudes = 3;
+  ligne.layers = {L"0", L"A1", L"N 2", L"", L"C4"};
+  ligne.coulLayers = {1, 2, 3, 256, 0};
+  table.codes.Add(ligne);
+  EXPECT_EQ(table.sauverXML(cheminInstallation(L"sortie")), 1);
+  EXPECT_EQ(dossier.lire("sortie"), R"(<codifPoints>
+    <TBdata>
+        <codifPoint>
+            <code>9999</code>
+            <libelle mode="utf8">Arbre é &lt;&amp;&quot;&apos;&gt; €</libelle>
+            <chemin mode="utf8">C:\blocs\arbre.dwg</chemin>
+            <tailleBlock>0.123457</tailleBlock>
+            <precisionAltitudes>3</precisionAltitudes>
+            <layerBlock mode="utf8">0</layerBlock>
+            <layerAltitudes mode="utf8">A1</layerAltitudes>
+            <layerNumero mode="utf8">N 2</layerNumero>
+            <layerObs mode="utf8"></layerObs>
+            <layerCode mode="utf8">C4</layerCode>
+            <coulLayerBlock>1</coulLayerBlock>
+            <coulLayerAltitudes>2</coulLayerAltitudes>
+            <coulLayerNumero>3</coulLayerNumero>
+            <coulLayerObs>256</coulLayerObs>
+            <coulLayerCode>0</coulLayerCode>
+        </codifPoint>
+    </TBdata>
+</codifPoints>
+)");
+}
+
+TEST(FichierDesCodes, HasTheBytesOfTheLibrarysOwnSaving) {
+  const DossierEssai dossier;
+  tableCodification table;
+  table.getOuCreerCode(7).libelle = L"a \x01 ]]> é";
+  table.getOuCreerCode(8).libelle.clear();
+  for (const bool vide : {false, true}) {
+    if (vide) table.viderTable();
+    TiXmlDocument document;
+    table.ecrireXML(document);
+    ASSERT_TRUE(document.SaveFile((dossier.chemin / "temoin").string()));
+    EXPECT_EQ(texteXML(document), dossier.lire("temoin"));
+  }
+}
+
+TEST(FichierDesCodes, ReadsBackWhatItWrote) {
+  const DossierEssai dossier;
+  tableCodification table;
+  const std::vector<std::wstring> libelles{L"Arbre",  L"é€",         L"a & <b> \"c\" 'd'",
+                                           L"&#x41;", L"&#x <coupe", L""};
+  for (std::size_t i = 0; i < libelles.size(); ++i)
+    table.getOuCreerCode(200 + static_cast<int>(i)).libelle = libelles[i];
+  table.sauverXML();
+  const tableCodification relue;
+  ASSERT_EQ(relue.codes.size(), table.codes.size());
+  for (std::size_t i = 0; i < libelles.size(); ++i) EXPECT_EQ(relue.codes[i + 2].libelle, libelles[i]);
+  EXPECT_EQ(relue.codes[0].chemin, table.codes[0].chemin);
+  EXPECT_EQ(relue.codes[0].layers, table.codes[0].layers);
+}
+
+struct CasLecture {
+  const char* nom;
+  std::string octets;
+  const char* attendu;
+};
+
+TEST(FichierDesCodes, ReadsFilesOfOthers) {
+  const std::vector<CasLecture> cas{
+      {"one line", enregistrement("<code>5</code><libelle>Arbre</libelle>"),
+       "5|Arbre|1.000000|2|_ Codes Points|7"},
+      {"nothing in it", enregistrement(""), "1|Point Topo|1.000000|2|_ Codes Points|7"},
+      {"two records, one empty element",
+       "<codifPoints><TBdata><codifPoint><code>2</code></codifPoint><codifPoint/></TBdata></codifPoints>",
+       "2|Point Topo|1.000000|2|_ Codes Points|7 ; 1|Point Topo|1.000000|2|_ Codes Points|7"},
+      {"CRLF, tabs, comments, declaration",
+       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<!-- < > "
+       "-->\r\n<codifPoints>\r\n\t<TBdata>\r\n\t\t<codifPoint>"
+       "\r\n<code>\r\n 12 \r\n</code><!-- x --></codifPoint></TBdata>\r\n</codifPoints>\r\n\r\n ",
+       "12|Point Topo|1.000000|2|_ Codes Points|7"},
+      {"byte order mark", "\xEF\xBB\xBF" + enregistrement("<libelle mode='utf8'>\xC3\xA9</libelle>"),
+       "1|é|1.000000|2|_ Codes Points|7"},
+      {"code page", enregistrement("<libelle>\xE9\x80</libelle><layerCode mode='ASC'>\xC9</layerCode>"),
+       "1|é€|1.000000|2|É|7"},
+      {"declared Latin 1, utf8 in it",
+       "<?xml version='1.0' encoding='ISO-8859-1'?>" +
+           enregistrement("<libelle mode='autre'>\xC3\xA9</libelle>"),
+       "1|é|1.000000|2|_ Codes Points|7"},
+      {"blanks in texts are the library's", enregistrement("<libelle>  a \n  b </libelle>"),
+       "1|a b|1.000000|2|_ Codes Points|7"},
+      {"texts without text, numbers without text",
+       enregistrement("<libelle/><layerCode></layerCode><code/><tailleBlock></tailleBlock>"),
+       "1||1.000000|2||7"},
+      {"junk numbers",
+       enregistrement(
+           "<code>abc</code><tailleBlock>x</tailleBlock><precisionAltitudes>2x</precisionAltitudes>"
+           "<coulLayerBlock>99999999999</coulLayerBlock>"),
+       "0|Point Topo|0.000000|2|_ Codes Points|2147483647"},
+      {"the first of two fields", enregistrement("<code>3</code><code>4</code>"),
+       "3|Point Topo|1.000000|2|_ Codes Points|7"},
+      {"other elements around",
+       "<codifPoints><x/><TBdata><x><code>9</code></x><codifPoint><y/><code>6</code>"
+       "</codifPoint>text</TBdata></codifPoints>",
+       "6|Point Topo|1.000000|2|_ Codes Points|7"},
+  };
+  for (const auto& [nom, octets, attendu] : cas) {
+    const Lecture lecture(octets);
+    EXPECT_EQ(lecture.resultat, 1) << nom;
+    EXPECT_EQ(resume(lecture.table), attendu) << nom;
+  }
+}
+
+TEST(FichierDesCodes, lireXML_bornes_TakesValuesAsTheyStand) {
+  for (const int code : {0, -5, 10000}) {
+    const Lecture lecture(enregistrement("<code>" + std::to_string(code) +
+                                         "</code><precisionAltitudes>12"
+                                         "</precisionAltitudes><tailleBlock>-3</tailleBlock>"
+                                         "<coulLayerBlock>257</coulLayerBlock>"));
+    ASSERT_EQ(lecture.table.codes.size(), 1u);
+    EXPECT_EQ(resume(lecture.table), std::to_string(code) + "|Point Topo|-3.000000|12|_ Codes Points|257");
+    EXPECT_EQ(texteAltitude(1.5, lecture.table.codes[0].precisionAltitudes), L"1.500000000000");
+  }
+}
+
+TEST(FichierDesCodes, WhatIsNoCodeFileReadsAsEmpty) {
+  const std::string bon = enregistrement("<code>5</code>");
+  std::string profond;
+  for (int i = 0; i < 200000; ++i) profond += "<a>";
+  std::string profondFerme = profond;
+  for (int i = 0; i < 200000; ++i) profondFerme += "</a>";
+  const std::vector<CasLecture> cas{
+      {"empty", "", ""},
+      {"blanks", " \r\n", ""},
+      {"text", "Code {", ""},
+      {"cut in the middle", bon.substr(0, bon.size() - 20), ""},
+      {"last bracket missing", bon.substr(0, bon.size() - 1), ""},
+      {"a record before the fault", "<codifPoints><TBdata><codifPoint/></TBdata></codifPoints", ""},
+      {"crossed tags", "<codifPoints><TBdata><codifPoint></TBdata></codifPoint></codifPoints>", ""},
+      {"text behind the root", bon + "x", ""},
+      {"two roots", bon + bon, ""},
+      {"attribute without quotes", "<codifPoints a=1><TBdata><codifPoint/></TBdata></codifPoints>", ""},
+      {"open comment", bon + "<!-- ", ""},
+      {"open declaration", "<?xml " + bon, ""},
+      {"declaration cut by blanks", "<?xml \n", ""},
+      {"zero byte", bon.substr(0, 20) + '\0' + bon.substr(20), ""},
+      {"deep, never closed", profond, ""},
+      {"deep, closed", profondFerme, ""},
+      {"16-bit text", "\xFF\xFE<\0c\0>\0"s, ""},
+      {"root of another case", "<CODIFPOINTS><TBdata><codifPoint/></TBdata></CODIFPOINTS>", ""},
+      {"TBdata of another case", "<codifPoints><tbdata><codifPoint/></tbdata></codifPoints>", ""},
+      {"records of another case", "<codifPoints><TBdata><CodifPoint/></TBdata></codifPoints>", ""},
+      {"TBdata too deep", "<codifPoints><x><TBdata><codifPoint/></TBdata></x></codifPoints>", ""},
+      {"no records", "<codifPoints><TBdata/></codifPoints>", ""},
+  };
+  for (const auto& [nom, octets, attendu] : cas) {
+    const Lecture lecture(octets);
+    EXPECT_EQ(lecture.resultat, 0) << nom;
+    EXPECT_EQ(resume(lecture.table), attendu) << nom;
+  }
+}
+
+TEST(FichierDesCodes, ARecordReadAloneLooksAtItsNameOnly) {
+  const DossierEssai dossier;
+  TiXmlDocument document;
+  ASSERT_TRUE(analyserXML(document, "<CODIFPOINT><code>4</code></CODIFPOINT>"));
+  codifPoint ligne;
+  EXPECT_EQ(ligne.lireXML(*document.RootElement()), 1);
+  EXPECT_EQ(ligne.code, 4);
+  ASSERT_TRUE(analyserXML(document, "<point><code>5</code></point>"));
+  EXPECT_EQ(ligne.lireXML(*document.RootElement()), 0);
+  EXPECT_EQ(ligne.code, 4);
+}
+
+TEST(ChampsXml, MissingFieldsLeaveTheirTarget) {
+  TiXmlDocument document;
+  ASSERT_TRUE(analyserXML(document, "<a><n/><t/><n>3</n><N>4</N></a>"));
+  const TiXmlElement& a = *document.RootElement();
+  int entier = 7;
+  double reel = 7.5;
+  std::wstring texte = L"x";
+  EXPECT_EQ(lireElementEntier(a, "absent", entier) + lireElementEntier(a, "n", entier), 0);
+  EXPECT_EQ(lireElementDouble(a, "absent", reel) + lireElementDouble(a, "n", reel), 0);
+  EXPECT_EQ(lireElementTexte(a, "absent", texte), 0);
+  EXPECT_EQ(entier, 7);
+  EXPECT_EQ(reel, 7.5);
+  EXPECT_EQ(texte, L"x");
+  EXPECT_EQ(lireElementTexte(a, "t", texte), 1);
+  EXPECT_EQ(texte, L"");
+  EXPECT_EQ(compterElements(a, "n"), 2);
+}
+
+TEST(Utf8DuSysteme, utf8_substituts_AreTwoSequencesOfThreeBytes) {
+  EXPECT_EQ(utf8DepuisTexte(L"a\u00E9\u20AC"), "a\xC3\xA9\xE2\x82\xAC");
+  EXPECT_EQ(utf8DepuisTexte(L"\U0001F600"), "\xED\xA0\xBD\xED\xB8\x80");
+  EXPECT_EQ(texteDepuisUtf8("\xED\xA0\xBD\xED\xB8\x80"), L"\U0001F600") << "the two units meet again";
+  EXPECT_EQ(utf8DepuisTexte(std::wstring(1, static_cast<wchar_t>(0x110000))), "?");
+}
+
+TEST(Utf8DuSysteme, utf8_plan0_GivesAQuestionMarkAbove65535) {
+  EXPECT_EQ(texteDepuisUtf8("\xF0\x9F\x98\x80z"), L"?z");
+  EXPECT_EQ(texteDepuisUtf8("\xF8\x88\x80\x80\x80z"), L"?z") << "five bytes";
+  EXPECT_EQ(texteDepuisUtf8("\xFD\xBF\xBF\xBF\xBF\xBFz"), L"?z") << "six bytes";
+  EXPECT_EQ(texteDepuisUtf8("\xEF\xBF\xBF"), L"\uFFFF");
+  EXPECT_EQ(texteDepuisUtf8("\xFC\x80\x80\x80\x81\x81"), L"A") << "six bytes for a small value";
+}
+
+TEST(Utf8DuSysteme, utf8_troncature_KeepsWhatWasDecoded) {
+  EXPECT_EQ(texteDepuisUtf8("ab\xC3"), L"ab");
+  EXPECT_EQ(texteDepuisUtf8("ab\xE2\x82z"), L"ab") << "malformed: the rest is lost";
+  EXPECT_EQ(texteDepuisUtf8("a\x80\xFF\xFE\xBFz"), L"az") << "no lead bytes: skipped";
+  EXPECT_EQ(texteDepuisUtf8(""), L"");
+}
+
+}  // namespace
