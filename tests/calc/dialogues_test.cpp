@@ -5,36 +5,23 @@
 #include "calc/mise_en_place_dlg.h"
 #include "calc/resultats_dlg.h"
 #include "support/dialog_script.h"
+#include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace veltora {
 namespace {
 
-namespace fs = std::filesystem;
-
 class DialoguesPolygonale : public ::testing::Test {
 protected:
-  void SetUp() override {
-    m_dossier = fs::temp_directory_path() / ("veltora_Polygonale_" + std::to_string(::getpid()));
-    fs::create_directories(m_dossier / "temporaire");
-    base::setDossierTemporaire(m_dossier / "temporaire");
-  }
-  void TearDown() override {
-    base::setDossierTemporaire({});
-    fs::remove_all(m_dossier);
-  }
-  [[nodiscard]] std::string chemin(const std::string& nom) const { return (m_dossier / nom).string(); }
-  [[nodiscard]] std::string lu(const std::string& nom) const {
-    return base::lireFichier(m_dossier / nom).value_or("absent");
-  }
-  fs::path m_dossier;
+  void SetUp() override { base::setDossierTemporaire(m_dossier.chemin); }
+  void TearDown() override { base::setDossierTemporaire({}); }
+  [[nodiscard]] std::string chemin(const std::string& nom) const { return (m_dossier.chemin / nom).string(); }
+  [[nodiscard]] std::string lu(const std::string& nom) const { return m_dossier.lire(nom); }
+  DossierEssai m_dossier;
 };
 
 const std::vector<std::string> kCarre = {"Station de départ/Numéro = A",

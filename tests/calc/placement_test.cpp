@@ -1,28 +1,21 @@
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
-#include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/executer_fermee.h"
 #include "calc/fermee_dlg.h"
 #include "codes/table_codification.h"
-#include "core/installation.h"
 #include "points/projets_topo.h"
 #include "support/dialog_script.h"
+#include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace veltora {
 namespace {
-
-namespace fs = std::filesystem;
 
 const std::string kExemple = std::string(VELTORA_SOURCE_DIR) + "/examples/polygonale_fermee.obs";
 
@@ -30,20 +23,16 @@ const std::string kExemple = std::string(VELTORA_SOURCE_DIR) + "/examples/polygo
 class Placement : public ::testing::Test {
 protected:
   void SetUp() override {
-    m_dossier = fs::temp_directory_path() / ("veltora_placement_" + std::to_string(::getpid()));
-    fs::create_directories(m_dossier);
-    setDossierInstallation(m_dossier);
     acdbHostApplicationServices()->setWorkingDatabase(&m_dessin);
     setSrcInfosTopo(&m_dessin, &m_projets, 0, 0);
   }
   void TearDown() override {
     setSrcInfosTopo(&m_dessin, nullptr, 0, 0);
     acdbHostApplicationServices()->setWorkingDatabase(nullptr);
-    fs::remove_all(m_dossier);
   }
   [[nodiscard]] std::string fichier(const std::string& nom, const std::string& octets) const {
-    EXPECT_TRUE(base::remplacerFichier(m_dossier / nom, octets));
-    return (m_dossier / nom).string();
+    m_dossier.ecrire(nom, octets);
+    return (m_dossier.chemin / nom).string();
   }
   /// Colour, closure and vertices of each polyline of the model space.
   std::vector<std::string> polylignes() {
@@ -64,7 +53,7 @@ protected:
     return textes;
   }
 
-  fs::path m_dossier;
+  DossierEssai m_dossier;
   AcDbDatabase m_dessin;
   projetsTopo m_projets;
 };
@@ -78,7 +67,7 @@ std::string nomsDe(const listePointsDuDessin& table) {
 TEST_F(Placement, OneCallComputesReportsAndPlaces) {
   demandePolygonaleFermee demande;
   demande.fichier = kExemple;
-  demande.rapport = m_dossier / "rapport.DOC";
+  demande.rapport = m_dossier.chemin / "rapport.DOC";
   demande.code = 1234;
   demande.altitudes = true;
   resultatPolygonaleFermee resultat;
@@ -97,7 +86,7 @@ TEST_F(Placement, OneCallComputesReportsAndPlaces) {
     EXPECT_EQ(point.getZ(), station.z);
   }
   EXPECT_GE(getTableCodification().chercherCode(1234), 0);
-  EXPECT_NE(base::lireFichier(demande.rapport).value_or("").find("<w:View>"), std::string::npos);
+  EXPECT_NE(m_dossier.lire("rapport.DOC").find("<w:View>"), std::string::npos);
   demande.altitudes = false;
   ASSERT_TRUE(executerPolygonaleFermee(demande, resultat));
   EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), Z_ABSENT);
@@ -114,8 +103,8 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
   const std::string debut = "Nom=A X=1 Y=2 Z=3 Gis=0\n";
   const std::string rangees = "B 300 10 0\nC 300 10 0\nD 300 10 0\nA 300 10 0\n";
   const std::vector<Cas> cas = {
-      {"missing", (m_dossier / "absent.obs").string(), 100, "fichier introuvable ou illisible", {}},
-      {"a folder", m_dossier.string(), 100, "fichier introuvable ou illisible", {}},
+      {"missing", (m_dossier.chemin / "absent.obs").string(), 100, "fichier introuvable ou illisible", {}},
+      {"a folder", m_dossier.chemin.string(), 100, "fichier introuvable ou illisible", {}},
       {"one row",
        fichier("a.obs", debut + "\nx y z\nA 1 2 3"),
        100,
@@ -151,7 +140,7 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
     demande.fichier = c.fichier;
     demande.code = c.code;
     demande.dessinerBrute = true;
-    if (std::string(c.nom) == "report") demande.rapport = m_dossier / "absent/r.html";
+    if (std::string(c.nom) == "report") demande.rapport = m_dossier.chemin / "absent/r.html";
     resultatPolygonaleFermee resultat;
     m_projets.reset();
     const std::size_t avant = polylignes().size();
@@ -167,7 +156,8 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
   }
 }
 
-const std::string kRectangle = "Nom=A X=0 Y=0 Z=0 Gis=0\nB 296 10 0\nC 300 10 0\nD 300 10 0\nA 300 12 0\n";
+const std::string kRectangle =
+    "Nom=A X=100 Y=100 Z=0 Gis=0\nB 296 10 0\nC 300 10 0\nD 300 10 0\nA 300 12 0\n";
 
 TEST_F(Placement, PremierSommetDouble) {
   demandePolygonaleFermee demande;
@@ -177,14 +167,14 @@ TEST_F(Placement, PremierSommetDouble) {
   ASSERT_TRUE(executerPolygonaleFermee(demande, resultat));
   const std::vector<std::string> traces = polylignes();
   ASSERT_EQ(traces.size(), 2U);
-  EXPECT_EQ(traces[0], "1 open 0.0,0.0 0.0,10.0 10.0,10.0 10.0,0.0 -2.0,0.0");
-  EXPECT_EQ(traces[1].substr(0, 25), "3 closed 0.0,0.0 0.0,0.0 ") << traces[1];
+  EXPECT_EQ(traces[0], "1 open 100.0,100.0 100.0,110.0 110.0,110.0 110.0,100.0 98.0,100.0");
+  EXPECT_EQ(traces[1].substr(0, 45), "3 closed 100.0,100.0 100.0,100.0 100.5,109.9 ") << traces[1];
 }
 
 TEST_F(Placement, TheDialogPlacesAfterShowingTheCode) {
   corrPolygoDLG dialogue;
   DialogScript script({"[Charger]", fichier("r.obs", kRectangle), "[Placer !!!]", "Code des stations = 55",
-                       "Ne pas placer les altitudes = oui", "Dessiner la polygonale compensée = oui", "[OK]",
+                       "[Ne pas placer les altitudes]", "Dessiner la polygonale compensée = oui", "[OK]",
                        "[OK]", "[Fermer]"});
   dialogue.doModal();
   EXPECT_TRUE(script.finished()) << script.transcript;
