@@ -202,13 +202,13 @@ TEST_F(TablePoints, joinsAnotherTableAndEvenItself) {
 TEST_F(TablePoints, worksOn200000Points) {
   constexpr int kNombre = 200000;
   const auto debut = std::chrono::steady_clock::now();
-  for (int i = 0; i < kNombre; ++i)
-    table().Ajouter(unPoint(std::to_wstring(i).c_str(), i % 100000, i % 7, 1));
+  for (int i = 0; i < kNombre; ++i) table().Ajouter(unPoint(std::to_wstring(i).c_str(), i % (kNombre / 2), 0));
   for (int i = 0; i < kNombre; ++i) ASSERT_EQ(indexDe(table(), std::to_wstring(i).c_str()), i);
   table().delDups();
-  for (int i = 0; i < 50000; ++i) table().supprimerPoint(std::to_wstring(i).c_str());
-  EXPECT_LT(table().nbPoint(), kNombre - 40000);
-  EXPECT_LT(std::chrono::steady_clock::now() - debut, std::chrono::seconds(20));
+  EXPECT_EQ(table().nbPoint(), kNombre / 2);
+  for (int i = 0; i < kNombre / 4; ++i) table().supprimerPoint(std::to_wstring(i).c_str());
+  EXPECT_EQ(table().nbPoint(), kNombre / 4);
+  EXPECT_LT(std::chrono::steady_clock::now() - debut, std::chrono::seconds(30));
 }
 
 // Deliberate: removeTablePoints_courante moves the index down when the current table itself goes.

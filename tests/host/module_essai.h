@@ -1,0 +1,122 @@
+#pragma once
+
+#include "arx/ap/acdocman.h"
+#include "arx/ed/accmd.h"
+#include "arx/ed/acedads.h"
+#include "arx/ed/edports.h"
+#include "arx/rx/rxdlinkr.h"
+#include "base/format.h"
+#include "points/atelier.h"
+
+#include <deque>
+#include <string>
+
+extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId);
+
+namespace veltora {
+
+/// A chain as LISP would show it: texts in quotes, <Entity> and <Set> for names; "void" for no value.
+inline std::string enTexte(const resbuf* chaine) {
+  std::string texte;
+  for (; chaine; chaine = chaine->rbnext) {
+    if (!texte.empty() && texte.back() != '(' && chaine->restype != RTLE) texte += " ";
+    const auto& v = chaine->resval;
+    switch (chaine->restype) {
+      case RTVOID:
+        texte += "void";
+        break;
+      case RTNIL:
+        texte += "nil";
+        break;
+      case RTT:
+        texte += "T";
+        break;
+      case RTLB:
+        texte += "(";
+        break;
+      case RTLE:
+        texte += ")";
+        break;
+      case RTDOTE:
+        texte += ".";
+        break;
+      case RTSTR:
+        texte += '"' + base::toUtf8(v.rstring) + '"';
+        break;
+      case RTSHORT:
+        texte += std::to_string(v.rint);
+        break;
+      case RTLONG:
+        texte += std::to_string(v.rlong);
+        break;
+      case RTREAL:
+        texte += base::formater("%g", v.rreal);
+        break;
+      case RTPOINT:
+      case RT3DPOINT:
+        texte += base::formater("(%g %g %g)", v.rpoint[0], v.rpoint[1], v.rpoint[2]);
+        break;
+      case RTENAME:
+        texte += "<Entity>";
+        break;
+      case RTPICKS:
+        texte += "<Set>";
+        break;
+      default:
+        texte += "?" + std::to_string(chaine->restype);
+    }
+  }
+  return texte;
+}
+
+/// The module, loaded as the host loads one, with a document and a project. Prompts take the lines in
+/// `reponses`.
+class ModuleEssai : public ::testing::Test, public base::OutputSink, public base::LineSource {
+protected:
+  ModuleEssai() {
+    installationEssai();
+    getTableCodification().resetDefauts();
+    acedPorts().sink = this;
+    acedPorts().source = this;
+    acrxDynamicLinker->registerModule(L"veltora", acrxEntryPoint);
+    acDocManager->appContextNewDocument();
+    setSrcInfosTopo(nullptr, &projet, 1, 0);
+    dessin = acDocManager->curDocument()->database();
+    imprime.clear();
+  }
+  ~ModuleEssai() override {
+    setSrcInfosTopo(nullptr, nullptr, 0, 0);
+    while (acDocManager->curDocument()) acDocManager->closeDocument(acDocManager->curDocument());
+    acrxDynamicLinker->unloadModule(L"veltora");
+    acedPorts() = {};
+  }
+  void print(const std::string& texte) override { imprime += texte; }
+  std::optional<std::string> readLine(const std::string& /*prompt*/) override {
+    if (reponses.empty()) return std::nullopt;
+    std::string ligne = reponses.front();
+    reponses.pop_front();
+    return ligne;
+  }
+
+  /// Calls a function of LISP; takes the arguments over. @return its value, "échec" when there is no such
+  /// function
+  std::string appeler(const wchar_t* nom, resbuf* arguments = nullptr) {
+    const AcEdRbHolder donnes(arguments);
+    resultat.reset(acedLispFunctions()->call(nom, arguments));
+    return resultat ? enTexte(resultat.get()) : "échec";
+  }
+  /// Number of entities in the selection set returned last; -1 for another value.
+  [[nodiscard]] int choisis() const {
+    if (!resultat || resultat->restype != RTPICKS) return -1;
+    return static_cast<int>(acedSSEntities(resultat->resval.rlname).size());
+  }
+  listePointsDuDessin& table() { return *projet.currTable(); }
+
+  projetsTopo projet;
+  AcDbDatabase* dessin = nullptr;
+  std::string imprime;
+  std::deque<std::string> reponses;
+  AcEdRbHolder resultat;
+};
+
+}  // namespace veltora

@@ -1,0 +1,146 @@
+// The module's entry: commands, LISP functions, document state.
+
+#include "arx/ap/apsession.h"
+#include "arx/db/dbdict.h"
+#include "host/donnees_document.h"
+#include "host/table_lisp.h"
+#include "module_essai.h"
+
+namespace {
+
+using namespace veltora;
+
+class Repartition : public ModuleEssai {};
+
+TEST_F(Repartition, registersTheCommandsInOrderWithTheirFlags) {
+  std::string liste;
+  for (const AcEdCommand* c : acedCommandStack()->commands())
+    if (std::wstring_view(c->groupName()) == L"VELTORA4") {
+      EXPECT_STREQ(c->globalName(), c->localName());
+      liste += base::toUtf8(c->globalName()) + " " + std::to_string(c->commandFlags()) + "\n";
+    }
+  EXPECT_EQ(liste,
+            "CARROYAGE 2\nVCODIFICATION 1\nCOORDSXYZ 0\nCORRPOLFERMEE 0\nCORRPOLOUVERTE 0\nCORRMCARRES 0\n"
+            "IMPORTGSI 0\nRECT3PT 3\nIMPORTPOINTS 2\nEXPORTPOINTS 2\nTABLEXYZ 2\nMAJPOINTS 2\nPTSEN3D 0\n");
+  EXPECT_TRUE(acrxDynamicLinker->isAppMDIAware(L"veltora"));
+  EXPECT_FALSE(acrxDynamicLinker->isApplicationLocked(L"veltora"));
+  acrxDynamicLinker->unloadModule(L"veltora");
+  EXPECT_EQ(acedCommandStack()->lookupCmd(L"CARROYAGE"), nullptr);
+  EXPECT_EQ(acedLispFunctions()->find(L"maxnum"), nullptr);
+}
+
+TEST_F(Repartition, bindsEachNameToItsPlaceInEveryDocument) {
+  const char* const noms[kNombreFonctionsLisp] = {"calctailleblock",
+                                                  "add_pt",
+                                                  "analyse",
+                                                  "attrvisibility",
+                                                  "c:projpoly",
+                                                  "c:vcode",
+                                                  "ename_pt",
+                                                  "getsegtype",
+                                                  nullptr,
+                                                  "k_getpt",
+                                                  "maxnum",
+                                                  "modif-attrib",
+                                                  "reg_pts",
+                                                  "select_all",
+                                                  "seloncode",
+                                                  "selonnum",
+                                                  "vndelfile",
+                                                  "superpos",
+                                                  "sxd",
+                                                  "wait_user",
+                                                  "tpcdaddpt",
+                                                  "loadcodept",
+                                                  "addcodept",
+                                                  "resetcodespts",
+                                                  "choixpoint",
+                                                  "chgreppts",
+                                                  "updarxttxt",
+                                                  "c:decrireblock",
+                                                  "c:tablegendes",
+                                                  "c:gererLeves",
+                                                  "C:pointsParDecalage",
+                                                  "C:ZoomLeve",
+                                                  "selectionnerCode",
+                                                  "c:TopJndre",
+                                                  "VARNTEXT",
+                                                  "c:DISSOCBLOCK",
+                                                  "c:IMPLANT2",
+                                                  "c:VNDEPORTPNTS",
+                                                  "c:VNAJUSTERZ",
+                                                  "c:HELMERT",
+                                                  "c:CREERPLANCHE",
+                                                  "C:POL3DTOPOL2D"};
+  acDocManager->appContextNewDocument();
+  for (std::size_t code = 0; code < kNombreFonctionsLisp; ++code) {
+    if (!noms[code]) continue;
+    const auto* fonction = acedLispFunctions()->find(base::fromUtf8(noms[code]));
+    ASSERT_NE(fonction, nullptr) << noms[code];
+    EXPECT_EQ(fonction->code, static_cast<int>(code));
+    EXPECT_EQ(base::toUtf8(fonction->name), noms[code]);
+  }
+  EXPECT_EQ(acedLispFunctions()->functions().size(), 41U);
+}
+
+TEST_F(Repartition, codesOutsideTheTableDoNothing) {
+  for (const int code : {42, 1000, -1, 8}) {
+    acedLispFunctions()->define(L"essai", L"veltora", code);
+    EXPECT_EQ(appeler(L"essai"), "void") << code;
+  }
+  EXPECT_EQ(acrxEntryPoint(AcRx::kInvkSubrMsg, nullptr), 0) << "outside a call";
+  for (const auto msg : {AcRx::kCfgMsg, AcRx::kEndMsg, AcRx::kQuitMsg, AcRx::kNullMsg})
+    EXPECT_EQ(acrxEntryPoint(msg, nullptr), 0);
+  EXPECT_EQ(imprime, "");
+}
+
+TEST_F(Repartition, whatIsMissingSaysSoInFrench) {
+  EXPECT_EQ(appeler(L"C:VNAJUSTERZ"), "nil");
+  acedCommandStack()->lookupCmd(L"IMPORTGSI")->functionAddr()();
+  EXPECT_EQ(imprime,
+            "\nLa fonction c:VNAJUSTERZ n'est pas encore disponible dans cette version."
+            "\nLa commande IMPORTGSI n'est pas encore disponible dans cette version.");
+}
+
+TEST_F(Repartition, savingADocumentStoresTheProject) {
+  table().Ajouter(unPoint(L"12", 1, 2, 3));
+  const std::wstring fichier = base::fromUtf8((installationEssai() / "enregistre.dxf").string());
+  ASSERT_EQ(acDocManager->saveDocument(acDocManager->curDocument(), fichier.c_str()), Acad::eOk);
+  AcDbDatabase relu(false);
+  ASSERT_EQ(relu.readDwgFile(fichier.c_str()), Acad::eOk);
+  projetsTopo lu;
+  setSrcInfosTopo(&relu, &lu, 0, 1);
+  EXPECT_EQ(noms(*lu.currTable()), "12");
+}
+
+TEST_F(Repartition, functionsAnswerNilWithoutAProject) {
+  setSrcInfosTopo(nullptr, nullptr, 0, 0);
+  for (const wchar_t* nom :
+       {L"maxnum", L"reg_pts", L"select_all", L"seloncode", L"ename_pt", L"add_pt", L"c:vcode"})
+    EXPECT_EQ(appeler(nom, acutBuildList(RTSHORT, 1, RTNONE)), "nil") << base::toUtf8(nom);
+  appeler(L"C:ZoomLeve");
+  acedCommandStack()->lookupCmd(L"PTSEN3D")->functionAddr()();
+  EXPECT_EQ(imprime, "\nPas de points dans cette table");
+}
+
+TEST_F(Repartition, ptsEn3DDrawsThePointsThatHaveAnAltitude) {
+  for (const double z : {-1e8, 12.5, 1e8, Z_ABSENT, -1.1e8, std::numeric_limits<double>::quiet_NaN()})
+    table().Ajouter(unPoint(L"p", 650000, 6860000, z));
+  AcApSession session;
+  session.runCommand(L"ptsen3d");
+  std::string cotes;
+  const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin->modelSpaceId());
+  for (const AcDbObjectId& id : espace->entities())
+    cotes += base::ecrireReel(AcDbObjectPointer<AcDbPoint>(id)->position().z) + " ";
+  EXPECT_EQ(cotes, "-100000000.0 12.5 ");
+  EXPECT_NE(imprime.find("\n6 points"), std::string::npos) << imprime;
+}
+
+TEST_F(Repartition, documentDataGoWithTheirDocumentOrWereNeverThere) {
+  AsdkDataManager<CDocData> donnees;
+  acDocManager->appContextNewDocument();
+  acDocManager->closeDocument(acDocManager->curDocument());
+  EXPECT_EQ(acDocManager->documentCount(), 1);
+}
+
+}  // namespace
