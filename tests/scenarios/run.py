@@ -10,6 +10,7 @@ A scenario is a text file. Lines that begin with ";" are its directives, the oth
   ;run ARGUMENTS       starts the program with the lines that follow as its script (none: no script)
   ;= TEXT              stands in the output of that run, behind what was found before
   ;! TEXT              stands nowhere in the output of that run
+  ;~ TOL NAME N N...   a line of the output begins with NAME and these numbers, each nearer than TOL
   ;status N            exit status of that run, 0 unless told
   ;file NAME           exists afterwards;  ;nofile NAME  does not
   ;audit NAME          an independent reader finds no fault in this drawing
@@ -60,7 +61,7 @@ def parse():
         if word == ";run":
             run = Run(number, shlex.split(rest))
             steps.append((number, "run", run))
-        elif word in (";=", ";!"):
+        elif word in (";=", ";!", ";~"):
             run.checks.append((number, word, rest))
         elif word == ";status":
             run.status = int(rest)
@@ -73,6 +74,15 @@ def parse():
         elif text.strip():
             fail(number, "a line in front of the first ;run")
     return steps
+
+
+def near(words, wanted):
+    tolerance, name, values = float(wanted[0]), wanted[1], wanted[2:]
+    try:
+        return words[:1] == [name] and len(words) > len(values) and all(
+            abs(float(word) - float(value)) < tolerance for word, value in zip(words[1:], values))
+    except ValueError:
+        return False
 
 
 def execute(run, folder, environment):
@@ -90,6 +100,10 @@ def execute(run, folder, environment):
         if kind == ";!":
             if text in output:
                 fail(number, f"the output holds: {text}", output)
+            continue
+        if kind == ";~":
+            if not any(near(line.split(), text.split()) for line in output.splitlines()):
+                fail(number, f"no line of the output is near: {text}", output)
             continue
         found = output.find(text, at)
         if found < 0:
