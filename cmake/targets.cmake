@@ -30,7 +30,10 @@ function(veltora_unit_tests name)
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} GTest::gtest)
   add_test(NAME unit.${name} COMMAND test_${name} --gtest_brief=1)
   add_test(NAME unit.${name}.fr COMMAND test_${name} --gtest_brief=1)
-  set_tests_properties(unit.${name}.fr PROPERTIES ENVIRONMENT "LC_ALL=fr_FR.UTF-8;TZ=Pacific/Noumea")
+  # A program that holds configuration variables writes them when it starts: not to the user's own folder.
+  set(installation "VELTORA_INSTALLATION=${CMAKE_BINARY_DIR}/installation")
+  set_tests_properties(unit.${name} PROPERTIES ENVIRONMENT "${installation}")
+  set_tests_properties(unit.${name}.fr PROPERTIES ENVIRONMENT "LC_ALL=fr_FR.UTF-8;TZ=Pacific/Noumea;${installation}")
 endfunction()
 
 # A benchmark: bench/<name>.cpp, a program that prints one table.

@@ -1,4 +1,5 @@
 // The code file: its layout, what is read of files that others wrote, and the fields that it is made of.
+#include "base/numbers.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "codes/xml_champs.h"
@@ -35,7 +36,7 @@ std::string resume(const tableCodification& table) {
   std::string texte;
   for (const codifPoint& l : table.codes) {
     texte += (texte.empty() ? "" : " ; ") + std::to_string(l.code) + "|" + base::toUtf8(l.libelle) + "|" +
-             std::to_string(l.tailleBlock) + "|" + std::to_string(l.precisionAltitudes) + "|" +
+             base::ecrireReel(l.tailleBlock) + "|" + std::to_string(l.precisionAltitudes) + "|" +
              base::toUtf8(l.layers[layerCode]) + "|" + std::to_string(l.coulLayers[layerBlock]);
   }
   return texte;
@@ -117,40 +118,39 @@ struct CasLecture {
 TEST(FichierDesCodes, ReadsFilesOfOthers) {
   const std::vector<CasLecture> cas{
       {"one line", enregistrement("<code>5</code><libelle>Arbre</libelle>"),
-       "5|Arbre|1.000000|2|_ Codes Points|7"},
-      {"nothing in it", enregistrement(""), "1|Point Topo|1.000000|2|_ Codes Points|7"},
+       "5|Arbre|1.0|2|_ Codes Points|7"},
+      {"nothing in it", enregistrement(""), "1|Point Topo|1.0|2|_ Codes Points|7"},
       {"two records, one empty element",
        "<codifPoints><TBdata><codifPoint><code>2</code></codifPoint><codifPoint/></TBdata></codifPoints>",
-       "2|Point Topo|1.000000|2|_ Codes Points|7 ; 1|Point Topo|1.000000|2|_ Codes Points|7"},
+       "2|Point Topo|1.0|2|_ Codes Points|7 ; 1|Point Topo|1.0|2|_ Codes Points|7"},
       {"CRLF, tabs, comments, declaration",
        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<!-- < > "
        "-->\r\n<codifPoints>\r\n\t<TBdata>\r\n\t\t<codifPoint>"
        "\r\n<code>\r\n 12 \r\n</code><!-- x --></codifPoint></TBdata>\r\n</codifPoints>\r\n\r\n ",
-       "12|Point Topo|1.000000|2|_ Codes Points|7"},
+       "12|Point Topo|1.0|2|_ Codes Points|7"},
       {"byte order mark", "\xEF\xBB\xBF" + enregistrement("<libelle mode='utf8'>\xC3\xA9</libelle>"),
-       "1|é|1.000000|2|_ Codes Points|7"},
+       "1|é|1.0|2|_ Codes Points|7"},
       {"code page", enregistrement("<libelle>\xE9\x80</libelle><layerCode mode='ASC'>\xC9</layerCode>"),
-       "1|é€|1.000000|2|É|7"},
+       "1|é€|1.0|2|É|7"},
       {"declared Latin 1, utf8 in it",
        "<?xml version='1.0' encoding='ISO-8859-1'?>" +
            enregistrement("<libelle mode='autre'>\xC3\xA9</libelle>"),
-       "1|é|1.000000|2|_ Codes Points|7"},
+       "1|é|1.0|2|_ Codes Points|7"},
       {"blanks in texts are the library's", enregistrement("<libelle>  a \n  b </libelle>"),
-       "1|a b|1.000000|2|_ Codes Points|7"},
+       "1|a b|1.0|2|_ Codes Points|7"},
       {"texts without text, numbers without text",
-       enregistrement("<libelle/><layerCode></layerCode><code/><tailleBlock></tailleBlock>"),
-       "1||1.000000|2||7"},
+       enregistrement("<libelle/><layerCode></layerCode><code/><tailleBlock></tailleBlock>"), "1||1.0|2||7"},
       {"junk numbers",
        enregistrement(
            "<code>abc</code><tailleBlock>x</tailleBlock><precisionAltitudes>2x</precisionAltitudes>"
            "<coulLayerBlock>99999999999</coulLayerBlock>"),
-       "0|Point Topo|0.000000|2|_ Codes Points|2147483647"},
+       "0|Point Topo|0.0|2|_ Codes Points|2147483647"},
       {"the first of two fields", enregistrement("<code>3</code><code>4</code>"),
-       "3|Point Topo|1.000000|2|_ Codes Points|7"},
+       "3|Point Topo|1.0|2|_ Codes Points|7"},
       {"other elements around",
        "<codifPoints><x/><TBdata><x><code>9</code></x><codifPoint><y/><code>6</code>"
        "</codifPoint>text</TBdata></codifPoints>",
-       "6|Point Topo|1.000000|2|_ Codes Points|7"},
+       "6|Point Topo|1.0|2|_ Codes Points|7"},
   };
   for (const auto& [nom, octets, attendu] : cas) {
     const Lecture lecture(octets);
@@ -166,7 +166,7 @@ TEST(FichierDesCodes, lireXML_bornes_TakesValuesAsTheyStand) {
                                          "</precisionAltitudes><tailleBlock>-3</tailleBlock>"
                                          "<coulLayerBlock>257</coulLayerBlock>"));
     ASSERT_EQ(lecture.table.codes.size(), 1u);
-    EXPECT_EQ(resume(lecture.table), std::to_string(code) + "|Point Topo|-3.000000|12|_ Codes Points|257");
+    EXPECT_EQ(resume(lecture.table), std::to_string(code) + "|Point Topo|-3.0|12|_ Codes Points|257");
     EXPECT_EQ(texteAltitude(1.5, lecture.table.codes[0].precisionAltitudes), L"1.500000000000");
   }
 }
