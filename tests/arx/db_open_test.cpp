@@ -129,6 +129,17 @@ TEST_F(OpenTest, HandlesGivenByFilesAreNotGivenAgain) {
   EXPECT_GT(db.handseed(), fresh.handle());
 }
 
+TEST_F(OpenTest, TheHighestHandleOfAFileDoesNotEndTheCount) {
+  AcDbObjectId id;
+  ASSERT_EQ(db.addWithHandle(id, new AcDbXrecord, 0xFFFFFFFFFFFFFFFE), Acad::eOk);
+  for (int i = 0; i < 3; ++i) {
+    auto* record = new AcDbXrecord;
+    ASSERT_EQ(db.addAcDbObject(id, record), Acad::eOk) << i;
+    record->close();
+  }
+  EXPECT_LT(id.handle(), 100u);
+}
+
 TEST(DatabaseSize, SixHundredThousandObjectsAreAllFound) {
   AcDbDatabase db(false);
   db.reserve(600000);

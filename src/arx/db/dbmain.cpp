@@ -52,7 +52,8 @@ AcDbDatabase::~AcDbDatabase() {
 // ---- Objects
 
 Adesk::UInt64 AcDbDatabase::takeHandle() {
-  while (m_stubs.contains(m_nextHandle)) ++m_nextHandle;
+  // A file may hold the highest handle there is: then the count starts again at the lowest free one.
+  while (m_nextHandle == 0 || m_stubs.contains(m_nextHandle)) ++m_nextHandle;
   return m_nextHandle++;
 }
 
