@@ -169,7 +169,7 @@ def add_unknown(text, doc):
                        for code, value in tags)
 
     text = text.replace('$HANDSEED\n  5\n%X\n' % seed, '$HANDSEED\n  5\n%X\n' % (seed + 2))
-    at = text.index('  0\nENDSEC', text.index('  2\nENTITIES\n'))
+    at = text.index('  2\nENTITIES\n') + len('  2\nENTITIES\n')
     text = text[:at] + lines(UNKNOWN_ENTITY) + text[at:]
     at = text.index('  0\nENDSEC', text.index('  2\nOBJECTS\n'))
     text = text[:at] + lines(UNKNOWN_OBJECT) + text[at:]

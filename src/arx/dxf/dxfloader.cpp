@@ -62,7 +62,7 @@ void DxfLoader::readSection() {
   readRaw(name);
 }
 
-bool DxfLoader::nextInSection(const std::string& section) {
+bool DxfLoader::nextInSection(const std::string& section, bool keepComments) {
   if (!m_scan.next()) {
     throw DxfError{m_scan.lastLine(), "fichier tronqué : la section " + section + " n'est pas fermée"};
   }
@@ -70,10 +70,12 @@ bool DxfLoader::nextInSection(const std::string& section) {
   if (m_scan.type() == "SECTION" || m_scan.type() == "EOF") {
     throw DxfError{m_scan.line(), "la section " + section + " n'est pas fermée"};
   }
+  if (!keepComments) m_scan.dropComments();
   return true;
 }
 
 void DxfLoader::readHeader() {
+  m_scan.dropComments();
   std::string name;
   DxfTagText value;
   const auto store = [&] {
@@ -114,7 +116,7 @@ void DxfLoader::readRaw(const std::string& name) {
       section.tags.append(tag.code, tag.value);
     }
   }
-  while (nextInSection(name)) {
+  while (nextInSection(name, true)) {
     section.tags.append(0, m_scan.type());
     for (const DxfTag& tag : m_scan.tags()) section.tags.append(tag.code, tag.value);
   }

@@ -37,7 +37,7 @@ private:
   void readEntities();
   void readObjects();
   void readRaw(const std::string& name);
-  bool nextInSection(const std::string& section);
+  bool nextInSection(const std::string& section, bool keepComments = false);
   void checkVersion();
 
   void beginTable();

@@ -66,7 +66,8 @@ void DxfLoader::tableRecord() {
   std::unique_ptr<AcDbObject> record = dxfNewRecord(type, markerOf(m_scan.tags()));
   Deferred deferred{record.get(), {}, m_scan.line()};
   for (const DxfTag& tag : m_scan.tags()) deferred.tags.append(tag.code, tag.value);
-  static_cast<AcDbSymbolTableRecord&>(*record).assignName(name);  // is found by others before its fields are read
+  static_cast<AcDbSymbolTableRecord&>(*record).assignName(
+      name);  // is found by others before its fields are read
   const AcDbObjectId id = place(std::move(record), itemHandle());
   m_table->enter(id, name);
   deferred.object->setOwnerId(m_table->objectId());

@@ -184,6 +184,7 @@ DxfScanner::Status DxfScanner::group(DxfTag& tag) {
 
 DxfScanner::Status DxfScanner::readItem() {
   m_tags.clear();
+  m_commented = false;
   Status status = group(m_type);
   if (status != Status::kGroup) return status;
   if (m_type.code != 0) return Status::kGroup;
@@ -199,8 +200,13 @@ DxfScanner::Status DxfScanner::readItem() {
       m_tags.pop_back();
       return Status::kGroup;
     }
-    if (tag.code == 999) m_tags.pop_back();
+    if (tag.code == 999) m_commented = true;
   }
+}
+
+void DxfScanner::dropComments() {
+  if (m_commented) std::erase_if(m_tags, [](const DxfTag& tag) { return tag.code == 999; });
+  m_commented = false;
 }
 
 bool DxfScanner::next() {

@@ -22,8 +22,10 @@ public:
   bool next();
   [[nodiscard]] std::string_view type() const { return m_type.value; }  ///< without outer blanks
   [[nodiscard]] Adesk::UInt32 line() const { return m_type.line; }
-  /// Groups behind the type, comments left out.
+  /// Groups behind the type.
   [[nodiscard]] std::span<const DxfTag> tags() const { return m_tags; }
+  /// Takes comments (999) out of the present item.
+  void dropComments();
   /// Comments in front of the first item.
   [[nodiscard]] const DxfTagText& comments() const { return m_comments; }
   [[nodiscard]] Adesk::UInt32 lastLine() const { return m_line; }
@@ -55,6 +57,7 @@ private:
   bool m_started = false;
   bool m_legacy = false;  // not UTF-8
   bool m_repaired = false;
+  bool m_commented = false;  // the present item holds comments
   Adesk::UInt32 m_itemLine = 0;
   Adesk::UInt32 m_line = 0;
   DxfTag m_type;

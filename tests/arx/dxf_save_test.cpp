@@ -1,0 +1,138 @@
+// Files on the disk: names, replacement of old ones, and what is left of erased objects.
+#include "arx/db/dballents.h"
+#include "arx/dxf_text.h"
+#include "base/files.h"
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+using veltora::base::lireFichier;
+using veltora::base::remplacerFichier;
+
+namespace {
+
+class DxfFiles : public testing::Test {
+protected:
+  void SetUp() override {
+    std::string pattern = (veltora::base::dossierTemporaire() / "veltora-dxf-XXXXXX").string();
+    folder = ::mkdtemp(pattern.data());
+    ASSERT_FALSE(folder.empty());
+  }
+  void TearDown() override { fs::remove_all(folder); }
+  std::wstring name(const char* file) const { return (folder / file).wstring(); }
+  fs::path folder;
+  std::wstring message;
+};
+
+AcDbObjectId addPoint(AcDbDatabase& database, double x) {
+  AcDbObjectPointer<AcDbBlockTableRecord> model(database.modelSpaceId(), AcDb::kForWrite);
+  auto* point = new AcDbPoint(AcGePoint3d{x, 2, 3});
+  AcDbObjectId id;
+  EXPECT_EQ(model->appendAcDbEntity(id, point), Acad::eOk);
+  point->close();
+  return id;
+}
+
+TEST_F(DxfFiles, aNewDrawingIsReadBackAsItWasSaved) {
+  AcDbDatabase drawing;
+  addPoint(drawing, 650000.123456789);
+  ASSERT_EQ(drawing.saveAs(name("a.dxf").c_str(), &message), Acad::eOk);
+  AcDbDatabase again(false);
+  ASSERT_EQ(again.readDwgFile(name("a.dxf").c_str(), &message), Acad::eOk);
+  EXPECT_EQ(*lireFichier(folder / "a.dxf"), dxfWriteText(again));
+  EXPECT_EQ(again.headerReal("INSUNITS", 0), 6);
+  EXPECT_EQ(again.headerReal("MEASUREMENT", 0), 1);
+  EXPECT_FALSE(again.isModified());
+  EXPECT_EQ(again.fileName(), name("a.dxf"));
+}
+
+TEST_F(DxfFiles, aDwgNameIsServedByTextUnderThatNameElseByTheDxfBeside) {
+  AcDbDatabase drawing;
+  ASSERT_EQ(drawing.saveAs(name("a.dwg").c_str()), Acad::eOk);
+  EXPECT_TRUE(fs::exists(folder / "a.dxf"));
+  EXPECT_FALSE(fs::exists(folder / "a.dwg"));
+  AcDbDatabase beside(false);
+  EXPECT_EQ(beside.readDwgFile(name("a.dwg").c_str()), Acad::eOk);
+
+  fs::rename(folder / "a.dxf", folder / "b.dwg");
+  AcDbDatabase text(false);
+  EXPECT_EQ(text.readDwgFile(name("b.dwg").c_str()), Acad::eOk);
+  EXPECT_EQ(text.saveAs(name("b.dwg").c_str()), Acad::eOk);
+  EXPECT_FALSE(fs::exists(folder / "b.dxf"));
+
+  const std::string binary("AC1032\0\0\0\0", 10);
+  remplacerFichier(folder / "c.dwg", binary);
+  AcDbDatabase refused(false);
+  EXPECT_EQ(refused.readDwgFile(name("c.dwg").c_str(), &message), Acad::eFilerError);
+  EXPECT_NE(message.find(L"dessin binaire"), std::wstring::npos);
+  EXPECT_EQ(drawing.saveAs(name("c.dwg").c_str()), Acad::eOk);
+  EXPECT_EQ(lireFichier(folder / "c.dwg"), binary) << "another program's drawing stays whole";
+  EXPECT_TRUE(fs::exists(folder / "c.dxf"));
+}
+
+TEST_F(DxfFiles, aFailedSaveLeavesTheOldFileAndSaysWhy) {
+  AcDbDatabase drawing;
+  fs::create_directory(folder / "dossier.dxf");
+  EXPECT_EQ(drawing.saveAs(name("dossier.dxf").c_str(), &message), Acad::eFileAccessErr);
+  EXPECT_NE(message.find(L"Impossible d'écrire"), std::wstring::npos);
+  EXPECT_EQ(drawing.saveAs(name("absent/a.dxf").c_str(), &message), Acad::eFileAccessErr);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1)
+      << "nothing is left beside";
+  AcDbDatabase empty(false);
+  EXPECT_EQ(empty.readDwgFile(name("absent.dxf").c_str(), &message), Acad::eFileNotFound);
+  EXPECT_NE(message.find(L"absent.dxf"), std::wstring::npos);
+}
+
+TEST(DxfSave, whatIsErasedIsNeitherWrittenNorReferredTo) {
+  AcDbDatabase drawing;
+  const AcDbObjectId first = addPoint(drawing, 1);
+  const AcDbObjectId second = addPoint(drawing, 2);
+  AcDbObjectId groupId;
+  {
+    AcDbObjectPointer<AcDbDictionary> groups(drawing.groupDictionaryId(), AcDb::kForWrite);
+    auto* group = new AcDbGroup(L"essai");
+    ASSERT_EQ(groups->setAt(L"LOT", group, groupId), Acad::eOk);
+    group->append(first);
+    group->append(second);
+    group->close();
+    AcDbObjectPointer<AcDbPoint> point(first, AcDb::kForWrite);
+    ASSERT_EQ(point->createExtensionDictionary(), Acad::eOk);
+  }
+  const std::string before = dxfWriteText(drawing);
+  AcDbObjectPointer<AcDbPoint>(first, AcDb::kForWrite)->erase();
+  const std::string after = dxfWriteText(drawing);
+  DxfTagText handle;
+  handle.appendHandle(340, first.handle());
+  EXPECT_NE(before.find(handle.text()), std::string::npos) << "the group's reference";
+  EXPECT_EQ(after.find(handle.text()), std::string::npos);
+  DxfTagText owner;
+  owner.appendHandle(330, first.handle());
+  EXPECT_NE(before.find(owner.text()), std::string::npos) << "the dictionary's owner";
+  EXPECT_EQ(after.find(owner.text()), std::string::npos);
+  EXPECT_EQ(DxfLoaded(after).saved(), after);
+}
+
+TEST(DxfSave, blocksMadeHereGetTheirMarkersAndAHandleBelowTheSeed) {
+  AcDbDatabase drawing;
+  {
+    AcDbBlockTable* table = nullptr;
+    ASSERT_EQ(drawing.getBlockTable(table, AcDb::kForWrite), Acad::eOk);
+    auto* block = new AcDbBlockTableRecord;
+    ASSERT_EQ(block->setName(L"Borne"), Acad::eOk);
+    ASSERT_EQ(table->add(block), Acad::eOk);
+    auto* definition = new AcDbAttributeDefinition;
+    ASSERT_EQ(block->appendAcDbEntity(definition), Acad::eOk);
+    definition->close();
+    block->close();
+    table->close();
+  }
+  const std::string text = dxfWriteText(drawing);
+  EXPECT_NE(text.find("100\nAcDbBlockBegin\n  2\nBorne\n 70\n2\n"), std::string::npos)
+      << "says that it has attributes";
+  EXPECT_EQ(dxfWriteText(drawing), text) << "saving again makes nothing new";
+  DxfLoaded again(text);
+  EXPECT_TRUE(again.findings.empty()) << testing::PrintToString(again.findings);
+  EXPECT_EQ(again.saved(), text);
+}
+
+}  // namespace
