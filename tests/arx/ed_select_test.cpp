@@ -1,0 +1,386 @@
+#include "arx/ed/edselect.h"
+
+#include "ed_support.h"
+
+#include <functional>
+
+namespace {
+
+using Ids = std::vector<AcDbObjectId>;
+
+class SelectTest : public DrawingTest {
+protected:
+  /// What a call selects; the set is freed.
+  Ids selected(const wchar_t* mode, const resbuf* filter = nullptr, const ads_real* a = nullptr,
+               const ads_real* b = nullptr) {
+    ads_name set;
+    status = acedSSGet(mode, a, b, filter, set);
+    const Ids ids = acedSSEntities(set);
+    if (status == RTNORM) {
+      EXPECT_EQ(acedSSFree(set), RTNORM);
+    } else {
+      EXPECT_TRUE(ads_name_nil(set)) << "no set without success";
+    }
+    return ids;
+  }
+  int status = 0;
+};
+
+TEST_F(SelectTest, Filters) {
+  AcDbObjectPointer<AcDbEntity> marked;
+  const AcDbObjectId l = line(0, 0, 10, 0, L"Mur");
+  const AcDbObjectId p = point(5, 5, 7.5, L"PTS_1");
+  const AcDbObjectId t = text(1, 2, L"Borne 12");
+  acdbRegApp(L"VARNPLUS");
+  marked.open(p, AcDb::kForWrite);
+  const AcEdRbHolder xdata(acutBuildList(1001, L"VARNPLUS", 1070, 1));
+  ASSERT_EQ(marked->setXData(xdata.get()), Acad::eOk);
+  marked->setColorIndex(3);
+  marked.close();
+
+  struct Row {
+    const char* name;
+    resbuf* filter;
+    Ids expected;
+  };
+  const double five[] = {5, 0, 7};
+  const Row rows[] = {
+      {"none", nullptr, {l, p, t}},
+      {"type", acutBuildList(0, L"LINE"), {l}},
+      {"types", acutBuildList(0, L"line,TEXT"), {l, t}},
+      {"layer", acutBuildList(8, L"mur"), {l}},
+      {"layer pattern", acutBuildList(8, L"PTS_#"), {p}},
+      {"both", acutBuildList(0, L"LINE", 8, L"0"), {}},
+      {"text", acutBuildList(1, L"Borne*"), {t}},
+      {"text in another case", acutBuildList(1, L"borne*"), {}},
+      {"class", acutBuildList(100, L"AcDbLine"), {l}},
+      {"class of a base", acutBuildList(100, L"AcDbCurve"), {l}},
+      {"colour", acutBuildList(62, 3), {p}},
+      {"colour ByLayer", acutBuildList(62, 256), {l, t}},
+      {"model space", acutBuildList(67, 0), {l, p, t}},
+      {"paper space", acutBuildList(410, L"Layout*"), {}},
+      {"line type", acutBuildList(6, L"BYLAYER"), {l, p, t}},
+      {"xdata", acutBuildList(1001, L"VARNPLUS"), {p}},
+      {"xdata in a list", acutBuildList(-3, RTLB, RTLB, 1001, L"VARNPLUS", RTLE, RTLE), {p}},
+      {"xdata by name", acutBuildList(-3, RTLB, RTSTR, L"varn*", RTLE, 0, L"POINT"), {p}},
+      {"xdata of another", acutBuildList(-3, 1001, L"AUTRE"), {}},
+      {"or", acutBuildList(-4, L"<OR", 100, L"AcDbPoint", 100, L"AcDbText", -4, L"OR>"), {p, t}},
+      {"not", acutBuildList(-4, L"<not", 0, L"LINE", -4, L"not>"), {p, t}},
+      {"xor", acutBuildList(-4, L"<XOR", 62, 3, 0, L"POINT", -4, L"XOR>"), {}},
+      {"nested",
+       acutBuildList(-4, L"<OR", -4, L"<AND", 0, L"LINE", 8, L"Mur", -4, L"AND>", -4, L"<NOT", -4, L"<OR", 0,
+                     L"LINE", 0, L"POINT", -4, L"OR>", -4, L"NOT>", -4, L"OR>"),
+       {l, t}},
+      {"less", acutBuildList(0, L"TEXT", -4, L"<", 40, 2.5), {t}},
+      {"not less than itself", acutBuildList(-4, L"<", 40, 2.0), {}},
+      {"at least itself", acutBuildList(-4, L">=", 40, 2.0), {t}},
+      {"different", acutBuildList(-4, L"<>", 62, 3), {l, t}},
+      {"bits", acutBuildList(-4, L"&", 62, 1, -4, L"&=", 62, 3), {p}},
+      {"point", acutBuildList(-4, L">,*,>=", 10, five, 0, L"POINT"), {}},
+      {"point by coordinates", acutBuildList(-4, L">=,*,>=", 10, five), {p}},
+      {"point, one sign", acutBuildList(-4, L">=", 10, five), {p}},
+  };
+  for (const Row& row : rows) {
+    const AcEdRbHolder filter(row.filter);
+    EXPECT_TRUE(acedIsFilter(filter.get())) << row.name;
+    EXPECT_EQ(selected(L"X", filter.get()), row.expected) << row.name;
+    EXPECT_EQ(status, row.expected.empty() ? RTERROR : RTNORM) << row.name;
+  }
+}
+
+TEST_F(SelectTest, FiltersThatAreNotWellFormedSelectNothing) {
+  point(1, 1);
+  struct Row {
+    const char* name;
+    resbuf* filter;
+  };
+  const Row rows[] = {
+      {"not closed", acutBuildList(-4, L"<OR", 0, L"POINT")},
+      {"not opened", acutBuildList(0, L"POINT", -4, L"OR>")},
+      {"crossed", acutBuildList(-4, L"<OR", -4, L"<AND", 0, L"POINT", -4, L"OR>", -4, L"AND>")},
+      {"empty brackets", acutBuildList(-4, L"<OR", -4, L"OR>")},
+      {"not of two", acutBuildList(-4, L"<NOT", 0, L"POINT", 8, L"0", -4, L"NOT>")},
+      {"xor of one", acutBuildList(-4, L"<XOR", 0, L"POINT", -4, L"XOR>")},
+      {"unknown sign", acutBuildList(-4, L"=>", 62, 3)},
+      {"sign without value", acutBuildList(0, L"POINT", -4, L"<")},
+      {"sign in front of a bracket", acutBuildList(-4, L"<", -4, L"<OR", 62, 3, -4, L"OR>")},
+      {"text compared", acutBuildList(-4, L"<", 8, L"0")},
+  };
+  for (const Row& row : rows) {
+    const AcEdRbHolder filter(row.filter);
+    ASSERT_NE(filter, nullptr) << row.name;
+    EXPECT_FALSE(acedIsFilter(filter.get())) << row.name;
+    EXPECT_TRUE(selected(L"X", filter.get()).empty()) << row.name;
+  }
+  AcEdRbHolder deep;
+  for (int i = 0; i < 100000; ++i) {
+    resbuf* item = acutBuildList(-4, L"<NOT");
+    item->rbnext = deep.release();
+    deep.reset(item);
+  }
+  EXPECT_FALSE(acedIsFilter(deep.get())) << "however deep";
+}
+
+TEST_F(SelectTest, ModesThatAskNothing) {
+  const AcDbObjectId a = line(0, 0, 10, 0);
+  const AcDbObjectId b = line(20, 0, 30, 10);
+  const AcDbObjectId off = point(5, 5, 0, L"Masque");
+  const AcDbObjectId locked = point(6, 6, 0, L"Bloque");
+  AcDbObjectPointer<AcDbLayerTableRecord>(db->recordOf("LAYER", L"Masque"), AcDb::kForWrite)->setIsOff(true);
+  {
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(db->recordOf("LAYER", L"Bloque"), AcDb::kForWrite);
+    // Flag 4 of the record says that the layer is locked.
+    layer->setIsLocked(true);
+  }
+  const double low[] = {-1, -1, 0};
+  const double mid[] = {22, 11, 0};
+  const double on[] = {3, 0, 0};
+  struct Row {
+    const char* name;
+    const wchar_t* mode;
+    const double* from;
+    const double* to;
+    Ids expected;
+  };
+  const Row rows[] = {
+      {"all", L"X", nullptr, nullptr, {a, b, off, locked}},
+      {"all, international", L"_x", nullptr, nullptr, {a, b, off, locked}},
+      {"accessible", L"A", nullptr, nullptr, {a, b}},
+      {"window", L"W", low, mid, {a, locked}},
+      {"window, corners exchanged", L"W", mid, low, {a, locked}},
+      {"crossing", L"C", low, mid, {a, b, locked}},
+      {"last", L"L", nullptr, nullptr, {locked}},
+      {"previous", L"P", nullptr, nullptr, {locked}},
+      {"at a point", L"", on, nullptr, {a}},
+      {"pick-first, none", L"I", nullptr, nullptr, {}},
+      {"window without points", L"W", nullptr, nullptr, {}},
+      {"unknown", L"Q", nullptr, nullptr, {}},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(selected(row.mode, nullptr, row.from, row.to), row.expected) << row.name;
+  const double below[] = {24, 0, 0};
+  const double above[] = {29, 2, 0};
+  EXPECT_TRUE(selected(L"C", nullptr, below, above).empty()) << "the box of a line is not the line";
+}
+
+TEST_F(SelectTest, SelectionLines) {
+  const AcDbObjectId a = line(0, 0, 10, 0);
+  const AcDbObjectId b = line(650000, 6860000, 650010, 6860000);
+  const AcDbObjectId c = point(5, 50);
+  struct Row {
+    const char* name;
+    std::vector<const char*> lines;
+    int status;
+    Ids expected;
+  };
+  const Row rows[] = {
+      {"all", {"tout", ""}, RTNORM, {a, b, c}},
+      {"last", {"DERNIER", ""}, RTNORM, {c}},
+      {"pick", {"3,0.5", ""}, RTNORM, {a}},
+      {"pick at national coordinates", {"650005,6860000", ""}, RTNORM, {b}},
+      {"beside", {"3,20", ""}, RTERROR, {}},
+      {"window", {"F -1,-1 11,60", ""}, RTNORM, {a, c}},
+      {"crossing", {"c 4,-1 @2,2", ""}, RTNORM, {a}},
+      {"one after the other, each once", {"5,50", "tout", "5,50", ""}, RTNORM, {c, a, b}},
+      {"nothing", {""}, RTERROR, {}},
+      {"end of the input", {"tout"}, RTCAN, {}},
+      {"cancelled", {"tout", "*Annuler*"}, RTCAN, {}},
+  };
+  for (const Row& row : rows) {
+    source.lines.assign(row.lines.begin(), row.lines.end());
+    EXPECT_EQ(selected(nullptr), row.expected) << row.name;
+    EXPECT_EQ(status, row.status) << row.name;
+  }
+  for (const char* wrong : {"F 1,1", "F 1,1 2,2 3,3", "F", "abc", "12"}) {
+    answer({wrong, ""});
+    EXPECT_THROW(selected(nullptr), veltora::base::ScriptError) << wrong;
+  }
+  answer({"tout", ""});
+  const AcEdRbHolder filter(acutBuildList(0, L"POINT"));
+  EXPECT_EQ(selected(nullptr, filter.get()), Ids{c}) << "the filter holds for each line";
+  EXPECT_TRUE(transcript.has("1 trouvé(s), 1 au total"));
+  answer({"tout"});
+  EXPECT_EQ(selected(L":S").size(), 3u) << "one line is all";
+}
+
+TEST_F(SelectTest, LifeOfASet) {
+  const AcDbObjectId a = point(0, 0);
+  const AcDbObjectId b = point(1, 0);
+  ads_name nameA = {0, 0};
+  ads_name nameB = {0, 0};
+  acdbGetAdsName(nameA, a);
+  acdbGetAdsName(nameB, b);
+  const ads_name none = {0, 0};
+  ads_name set;
+  ads_name other;
+  Adesk::Int32 length = -1;
+  ASSERT_EQ(acedSSAdd(none, none, set), RTNORM);
+  EXPECT_EQ(acedSSLength(set, &length), RTNORM);
+  EXPECT_EQ(length, 0);
+  EXPECT_EQ(acedSSAdd(nameA, set, other), RTNORM);
+  EXPECT_TRUE(ads_name_equal(set, other));
+  EXPECT_EQ(acedSSAdd(nameA, set, other), RTNORM);
+  EXPECT_EQ(acedSSAdd(nameB, set, other), RTNORM);
+  acedSSLength(set, &length);
+  EXPECT_EQ(length, 2) << "an entity stands in a set once";
+  EXPECT_EQ(acedSSMemb(nameA, set), RTNORM);
+  EXPECT_EQ(acedSSDel(nameA, set), RTNORM);
+  EXPECT_EQ(acedSSDel(nameA, set), RTERROR);
+  ads_name first;
+  EXPECT_EQ(acedSSName(set, 0, first), RTNORM);
+  EXPECT_TRUE(ads_name_equal(first, nameB));
+  EXPECT_EQ(acedSSName(set, 1, first), RTERROR);
+  EXPECT_EQ(acedSSName(set, -1, first), RTERROR);
+  EXPECT_EQ(acedSSAdd(set, none, other), RTERROR) << "a set is no entity";
+
+  AcDbObjectPointer<AcDbEntity>(b, AcDb::kForWrite)->erase();
+  acedSSLength(set, &length);
+  EXPECT_EQ(length, 1) << "an erased entity stays in its set";
+  acedForgetDatabase(db.get());
+  acedSSLength(set, &length);
+  EXPECT_EQ(length, 0) << "those of a closed drawing do not";
+  EXPECT_EQ(acedSSFree(set), RTNORM);
+  EXPECT_EQ(acedSSFree(set), RTERROR);
+  EXPECT_EQ(acedSSLength(set, &length), RTERROR);
+  EXPECT_EQ(acedSSLength(nameA, &length), RTERROR) << "an entity is no set";
+  EXPECT_EQ(acedSSLength(none, &length), RTERROR);
+}
+
+TEST_F(SelectTest, PickFirstSet) {
+  const AcDbObjectId a = point(0, 0);
+  ads_name set;
+  acedSSFromEntities({a}, set);
+  EXPECT_EQ(acedSSSetFirst(nullptr, set), RTNORM);
+  EXPECT_EQ(selected(L"I"), Ids{a});
+  EXPECT_EQ(acedSSSetFirst(nullptr, nullptr), RTNORM);
+  EXPECT_TRUE(selected(L"I").empty());
+  acedSSFree(set);
+}
+
+class EntSelTest : public SelectTest {
+protected:
+  /// A block "SIGNE" with a line from (0, 0) to (2, 0), shown at (100, 100) twice as large with an attribute.
+  AcDbObjectId block() {
+    auto* record = new AcDbBlockTableRecord;
+    record->setName(L"SIGNE");
+    AcDbObjectId recordId;
+    AcDbObjectPointer<AcDbBlockTable>(db->blockTableId(), AcDb::kForWrite)->add(recordId, record);
+    auto* inner = new AcDbLine({0, 0, 0}, {2, 0, 0});
+    record->appendAcDbEntity(innerLine, inner);
+    inner->close();
+    record->close();
+    auto* reference = new AcDbBlockReference({100, 100, 0}, recordId);
+    reference->setScaleFactors(AcGeScale3d(2.0));
+    const AcDbObjectId id = append(*db, reference);
+    AcDbObjectPointer<AcDbBlockReference> open(id, AcDb::kForWrite);
+    auto* made = new AcDbAttribute({100, 110, 0}, L"12", L"NUMPT");
+    made->setHeight(2.0);
+    open->appendAttribute(attribute, made);
+    made->close();
+    return id;
+  }
+  AcDbObjectId innerLine;
+  AcDbObjectId attribute;
+};
+
+TEST_F(EntSelTest, TheNearestEntityWithinTheAperture) {
+  const AcDbObjectId under = line(0, 0, 10, 0);
+  const AcDbObjectId over = line(0, 0, 10, 0);
+  auto* ring = new AcDbCircle({300, 300, 0}, AcGeVector3d::kZAxis, 50);
+  const AcDbObjectId circle = append(*db, ring);
+  ads_name name;
+  ads_point at;
+  struct Row {
+    const char* line;
+    int status;
+    AcDbObjectId expected;
+  };
+  const double aperture = acedView().height / 100;
+  EXPECT_GT(aperture, 1.0);
+  for (const Row& row :
+       {Row{"5,1", RTNORM, over}, Row{"350,300", RTNORM, circle}, Row{"300,300", RTERROR, {}},
+        Row{"265,335", RTNORM, circle}, Row{"", RTNONE, {}}, Row{"DERNIER", RTNORM, circle}}) {
+    answer({row.line});
+    acedSetErrno(0);
+    ASSERT_EQ(acedEntSel(L"\nObjet : ", name, at), row.status) << row.line;
+    AcDbObjectId id;
+    if (row.status == RTNORM) acdbGetObjectId(id, name);
+    EXPECT_EQ(id, row.expected) << row.line;
+    resbuf number = {};
+    acedGetVar(L"errno", &number);
+    EXPECT_EQ(number.resval.rint, row.status == RTERROR ? 7 : row.status == RTNONE ? 52 : 0) << row.line;
+  }
+  AcDbObjectPointer<AcDbEntity>(over, AcDb::kForWrite)->setVisibility(AcDb::kInvisible);
+  answer({"5,1"});
+  acedEntSel(nullptr, name, at);
+  AcDbObjectId id;
+  acdbGetObjectId(id, name);
+  EXPECT_EQ(id, under) << "what is not seen is not picked";
+  EXPECT_EQ(at[1], 1.0);
+}
+
+TEST_F(EntSelTest, BlocksArePickedByWhatTheyShow) {
+  const AcDbObjectId reference = block();
+  ads_name name;
+  ads_point at;
+  ads_matrix matrix;
+  resbuf* references = nullptr;
+  struct Row {
+    const char* name;
+    const char* line;
+    AcDbObjectId innermost;
+    bool nested;
+  };
+  for (const Row& row :
+       {Row{"line", "103.5,100", innerLine, true}, Row{"attribute", "101,111", attribute, false}}) {
+    answer({row.line, row.line});
+    ASSERT_EQ(acedEntSel(L"", name, at), RTNORM) << row.name;
+    AcDbObjectId id;
+    acdbGetObjectId(id, name);
+    EXPECT_EQ(id, reference) << row.name;
+    ASSERT_EQ(acedNEntSelP(L"", name, at, 0, matrix, &references), RTNORM) << row.name;
+    acdbGetObjectId(id, name);
+    EXPECT_EQ(id, row.innermost) << row.name;
+    EXPECT_EQ(references != nullptr, row.nested) << row.name;
+    EXPECT_EQ(matrix[0][3], row.nested ? 100.0 : 0.0) << row.name;
+    acutRelRb(references);
+  }
+  at[0] = 200, at[1] = 200, at[2] = 0;
+  EXPECT_EQ(acedNEntSelP(nullptr, name, at, 1, matrix, &references), RTERROR) << "at a given point";
+}
+
+TEST_F(EntSelTest, ABlockThatShowsItselfEndsSomewhere) {
+  block();
+  AcDbObjectId record;
+  AcDbObjectPointer<AcDbBlockTable>(db->blockTableId())->getIdAt(L"SIGNE", record);
+  {
+    AcDbObjectPointer<AcDbBlockTableRecord> open(record, AcDb::kForWrite);
+    auto* self = new AcDbBlockReference({0, 0, 0}, record);
+    open->appendAcDbEntity(self);
+    self->close();
+  }
+  answer({"103.5,100"});
+  ads_name name;
+  ads_point at;
+  EXPECT_EQ(acedEntSel(L"", name, at), RTNORM);
+}
+
+TEST_F(EntSelTest, AnExpressionGivesANameAndAPoint) {
+  const AcDbObjectId p = point(3, 4);
+  ads_name name = {0, 0};
+  ads_point at = {0, 0, 0};
+  acdbGetAdsName(name, p);
+  const double picked[] = {3, 4, 0};
+  acedPorts().evaluate = [&](const std::wstring&) {
+    return acutBuildList(RTLB, RTENAME, name, RT3DPOINT, picked, RTLE);
+  };
+  answer({"(entsel)"});
+  ads_name found;
+  EXPECT_EQ(acedEntSel(L"", found, at), RTNORM);
+  EXPECT_TRUE(ads_name_equal(name, found));
+  EXPECT_EQ(at[1], 4.0);
+  answer({"(entlast)", ""});
+  EXPECT_EQ(selected(nullptr), Ids{p});
+}
+
+}  // namespace
