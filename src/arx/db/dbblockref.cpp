@@ -11,6 +11,7 @@ ACDB_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, "INSERT")
 
 namespace {
 
+constexpr std::size_t kDeepest = 200;       // blocks within blocks; what is deeper is not measured
 constexpr std::size_t kFewEntities = 1000;  // of a nested block that is measured exactly each time
 constexpr double kRightAngle = 1e-9;        // relative: axes of a block that are farther from it are refused
 
@@ -32,7 +33,8 @@ const AcDbBlockTableRecord* recordOf(AcDbObjectId block) {
 // stands in as a box after that, so that deep nesting costs no more than its blocks have entities.
 class BlockVisit {
 public:
-  explicit BlockVisit(const AcDbBlockTableRecord* block) : m_isNew(block && !contains(block)) {
+  explicit BlockVisit(const AcDbBlockTableRecord* block)
+      : m_isNew(block && depth() < kDeepest && !contains(block)) {
     if (m_isNew) state().open.push_back(block);
   }
   ~BlockVisit() {

@@ -13,8 +13,6 @@ ACDB_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, "POLYLINE")
 
 namespace {
 
-constexpr double kFlatBulge = 1e-8;  // see the lightweight polyline
-
 template <class Value>
 Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
   const Acad::ErrorStatus status = object.assertWriteEnabled();
@@ -60,7 +58,7 @@ AcDbCurvePiece bulged(const AcGePoint3d& from, const AcGePoint3d& to, double bul
   piece.end = acdbToWorld(to, normal);
   const AcGePoint2d start(from.x, from.y);
   const AcGePoint2d end(to.x, to.y);
-  if (!(std::fabs(bulge) >= kFlatBulge) || !std::isfinite(bulge) || start == end) return piece;
+  if (!acdbIsCurved(bulge) || start == end) return piece;
   const AcGeCircArc2d arc(start, end, bulge);
   const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(acdbUnitNormal(normal));
   piece.isArc = true;

@@ -82,7 +82,10 @@ private:
     const AcGeVector3d w = m_second.piece.start - m_first.piece.start;
     const AcGeVector3d cross = u.crossProduct(v);
     const double square = cross.lengthSqrd();
-    if (!(square > kParallel * kParallel * u.lengthSqrd() * v.lengthSqrd())) return;
+    // Directions that differ by less than the tolerance over the shorter piece are those of parallel lines.
+    const double shorter = std::min(u.length(), v.length());
+    const double sine = std::max(kParallel, m_tol / shorter);
+    if (!(shorter > 0) || !(square > sine * sine * u.lengthSqrd() * v.lengthSqrd())) return;
     offer(m_first.piece.start + u * (w.crossProduct(v).dotProduct(cross) / square));
   }
 

@@ -9,11 +9,8 @@ ACDB_DEFINE_MEMBERS(AcDbPolyline, AcDbCurve, "LWPOLYLINE")
 
 namespace {
 
-// An arc flatter than this has a sagitta below the rounding of its own radius: it is drawn as a line.
-constexpr double kFlatBulge = 1e-8;
 constexpr unsigned int kMaxReserve = 1U << 20;  // a count in a file is no reason to ask for more memory
 
-bool isCurved(double bulge) { return std::fabs(bulge) >= kFlatBulge && std::isfinite(bulge); }
 bool isFinite(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 AcDbCurvePiece pieceOf(const AcGePoint2d& from, const AcGePoint2d& to, double bulge, double elevation,
@@ -21,7 +18,7 @@ AcDbCurvePiece pieceOf(const AcGePoint2d& from, const AcGePoint2d& to, double bu
   AcDbCurvePiece piece;
   piece.start = acdbToWorld({from.x, from.y, elevation}, normal);
   piece.end = acdbToWorld({to.x, to.y, elevation}, normal);
-  if (!isCurved(bulge) || from == to) return piece;
+  if (!acdbIsCurved(bulge) || from == to) return piece;
   const AcGeCircArc2d arc(from, to, bulge);
   const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(acdbUnitNormal(normal));
   piece.isArc = true;
@@ -183,7 +180,7 @@ AcDbPolyline::SegType AcDbPolyline::segType(unsigned int index) const {
   if (!hasSegment(index)) return kPoint;
   const Vertex& from = m_vertices[index];
   if (from.point == m_vertices[(index + 1) % numVerts()].point) return kCoincident;
-  return isCurved(from.bulge) ? kArc : kLine;
+  return acdbIsCurved(from.bulge) ? kArc : kLine;
 }
 
 Acad::ErrorStatus AcDbPolyline::getLineSegAt(unsigned int index, AcGeLineSeg2d& segment) const {

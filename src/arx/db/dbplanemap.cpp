@@ -19,6 +19,11 @@ double snapped(double factor) { return std::fabs(factor - 1) <= kUnitSnap ? 1.0 
 double acdbRadians(double degrees) { return degrees / 180 * kPi; }
 double acdbDegrees(double radians) { return radians / kPi * 180; }
 
+bool acdbIsCurved(double bulge) {
+  constexpr double kFlat = 1e-8;
+  return std::fabs(bulge) >= kFlat && std::fabs(bulge) <= 1 / kFlat;
+}
+
 AcGeVector3d acdbUnitNormal(const AcGeVector3d& normal) {
   if (normal == AcGeVector3d::kZAxis || !isFinite(normal)) return AcGeVector3d::kZAxis;
   const AcGeVector3d unit = normal.normal();

@@ -28,3 +28,7 @@ struct AcDbPlaneMap {
 /// From the coordinates of the plane to the world and back; without any rounding for the normal +Z.
 [[nodiscard]] AcGePoint3d acdbToWorld(const AcGePoint3d& point, const AcGeVector3d& normal);
 [[nodiscard]] AcGePoint3d acdbToPlane(const AcGePoint3d& point, const AcGeVector3d& normal);
+
+/// Whether a bulge is drawn as an arc: not when it is so flat that its sagitta is below the rounding of its
+/// radius, nor so round that the circle outgrows its chord a hundred million times.
+[[nodiscard]] bool acdbIsCurved(double bulge);

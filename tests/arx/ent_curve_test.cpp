@@ -1,0 +1,370 @@
+#include "arx/ent_support.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <ostream>
+
+namespace {
+
+using namespace ent_test;
+
+constexpr double kPi = 3.141592653589793;
+
+std::unique_ptr<AcDbPolyline> polyline(std::initializer_list<std::array<double, 3>> vertices,
+                                       bool closed = false) {
+  auto result = std::make_unique<AcDbPolyline>();
+  for (const auto& v : vertices) result->addVertexAt(99, {v[0], v[1]}, v[2]);
+  result->setClosed(closed);
+  return result;
+}
+
+using Maker = std::function<std::unique_ptr<AcDbCurve>()>;
+template <class T, class... Args>
+Maker of(Args... args) {
+  return [=] { return std::make_unique<T>(args...); };
+}
+
+struct CurveRow {
+  const char* name;
+  Maker make;
+  double startParam, endParam, length, area;
+  bool closed;
+};
+std::ostream& operator<<(std::ostream& out, const CurveRow& row) { return out << row.name; }
+
+const CurveRow kCurves[] = {
+    {"line", of<AcDbLine>(AcGePoint3d(1, 2, 3), AcGePoint3d(4, 6, 15)), 0, 13, 13, 0, false},
+    {"circle", of<AcDbCircle>(AcGePoint3d(3, 4, 5), AcGeVector3d(0, 0, 1), 2.0), 0, 2 * kPi, 4 * kPi, 4 * kPi,
+     true},
+    {"tilted circle", of<AcDbCircle>(AcGePoint3d(3, 4, 5), AcGeVector3d(0.6, 0, 0.8), 2.0), 0, 2 * kPi,
+     4 * kPi, 4 * kPi, true},
+    {"quarter", of<AcDbArc>(AcGePoint3d(1, 1, 0), 2.0, 0.0, kPi / 2), 0, kPi / 2, kPi, kPi - 2, false},
+    {"arc through +X", of<AcDbArc>(AcGePoint3d(1, 1, 0), 2.0, 1.5 * kPi, kPi / 2), 1.5 * kPi, 2.5 * kPi,
+     2 * kPi, 2 * kPi, false},
+    {"square",
+     [] {
+       return polyline({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true);
+     },
+     0, 4, 16, 16, true},
+    {"two half circles",
+     [] {
+       return polyline({{0, 0, 1}, {4, 0, 1}}, true);
+     },
+     0, 2, 4 * kPi, 4 * kPi, true},
+    {"bay",
+     [] {
+       return polyline({{0, 0, 0}, {4, 0, -1}, {8, 0, 0}});
+     },
+     0, 2, 4 + 2 * kPi, 2 * kPi, false},
+    {"doubled vertex",
+     [] {
+       return polyline({{0, 0, 0}, {3, 4, 0}, {3, 4, 0.7}, {3, 10, 0}});
+     },
+     0, 3, 5 + 6 * (1 + 0.49) / 2.8 * 4 * std::atan(0.7), -1, false},
+};
+
+class Curve : public ::testing::TestWithParam<CurveRow> {};
+
+// The same facts where the curve was drawn, in national coordinates, turned and mirrored.
+TEST_P(Curve, ParametersLengthsAndPointsAgree) {
+  const CurveRow& row = GetParam();
+  const AcGeMatrix3d moves[] = {
+      AcGeMatrix3d(), AcGeMatrix3d::translation(kFar.asVector()),
+      AcGeMatrix3d::rotation(0.7, {0, 0, 1}, {5, -3, 0}), AcGeMatrix3d::scaling(AcGeScale3d(-1, 1, 1)),
+      AcGeMatrix3d::translation(kFar.asVector()) * AcGeMatrix3d::rotation(2.1, {0.6, 0, 0.8})};
+  for (std::size_t i = 0; i < std::size(moves); ++i) {
+    SCOPED_TRACE(i);
+    const std::unique_ptr<AcDbCurve> curve = row.make();
+    ASSERT_EQ(curve->transformBy(moves[i]), Acad::eOk);
+    EXPECT_EQ(curve->isClosed(), row.closed);
+    double first = 0, last = 0, length = 0, area = 0;
+    ASSERT_EQ(curve->getStartParam(first), Acad::eOk);
+    ASSERT_EQ(curve->getEndParam(last), Acad::eOk);
+    EXPECT_NEAR(last - first, row.endParam - row.startParam, 1e-9);
+    ASSERT_EQ(curve->getDistAtParam(last, length), Acad::eOk);
+    EXPECT_NEAR(length, row.length, 2e-9);
+    ASSERT_EQ(curve->getArea(area), Acad::eOk);
+    if (row.area >= 0) {
+      EXPECT_NEAR(area, row.area, 1e-8);
+    }
+    AcGePoint3d start, end, at;
+    ASSERT_EQ(curve->getStartPoint(start), Acad::eOk);
+    ASSERT_EQ(curve->getEndPoint(end), Acad::eOk);
+    EXPECT_LE(start.distanceTo(end), row.closed ? 1e-9 : 1e9);
+    for (double share = 0.053; share < 1; share += 0.09) {
+      const double dist = share * length;
+      double param = 0, back = 0;
+      ASSERT_EQ(curve->getParamAtDist(dist, param), Acad::eOk);
+      ASSERT_EQ(curve->getDistAtParam(param, back), Acad::eOk);
+      EXPECT_NEAR(back, dist, 1e-9);
+      ASSERT_EQ(curve->getPointAtParam(param, at), Acad::eOk);
+      ASSERT_EQ(curve->getDistAtPoint(at, back), Acad::eOk);
+      EXPECT_NEAR(back, dist, 1e-7);
+      AcGeVector3d along;
+      ASSERT_EQ(curve->getFirstDeriv(param, along), Acad::eOk);
+      AcGePoint3d ahead;
+      if (curve->getPointAtParam(param + 1e-5, ahead) != Acad::eOk) continue;
+      EXPECT_LE(((ahead - at) * 1e5 - along).length(), 2e-3 + 1e-4 * along.length());
+    }
+  }
+}
+
+// Nearest means: no sampled point is nearer, and a point pushed off the curve comes back.
+TEST_P(Curve, ClosestPointIsTheNearest) {
+  for (const AcGeVector3d& offset : {AcGeVector3d(0, 0, 0), kFar.asVector()}) {
+    const std::unique_ptr<AcDbCurve> curve = GetParam().make();
+    curve->transformBy(AcGeMatrix3d::translation(offset));
+    double first = 0, last = 0;
+    curve->getStartParam(first);
+    curve->getEndParam(last);
+    for (const AcGeVector3d& probe : {AcGeVector3d(1, 1, 0), AcGeVector3d(-5, 7, 2), AcGeVector3d(9, -1, -3),
+                                      AcGeVector3d(3.9, 3.9, 5), AcGeVector3d(0.5, 4.1, 0)}) {
+      const AcGePoint3d given = AcGePoint3d::kOrigin + offset + probe;
+      AcGePoint3d nearest, sample;
+      ASSERT_EQ(curve->getClosestPointTo(given, nearest), Acad::eOk);
+      double param = 0;
+      EXPECT_EQ(curve->getParamAtPoint(nearest, param), Acad::eOk);
+      for (int i = 0; i <= 400; ++i) {
+        ASSERT_EQ(curve->getPointAtParam(first + (last - first) * i / 400, sample), Acad::eOk);
+        ASSERT_LE(nearest.distanceTo(given), sample.distanceTo(given) + 1e-8);
+      }
+    }
+    double param = 0;
+    EXPECT_EQ(curve->getParamAtPoint(AcGePoint3d(99, 99, 99), param), Acad::eInvalidInput);
+    EXPECT_EQ(curve->getPointAtParam(last + 0.5, *std::make_unique<AcGePoint3d>()), Acad::eOutOfRange);
+  }
+}
+
+TEST_P(Curve, ExtentsHoldTheCurveTightly) {
+  for (const AcGeMatrix3d& move :
+       {AcGeMatrix3d(), AcGeMatrix3d::translation(kFar.asVector()),
+        AcGeMatrix3d::rotation(0.4, {0.6, 0.8, 0}), AcGeMatrix3d::scaling(AcGeScale3d(3, 0.5, 1))}) {
+    const std::unique_ptr<AcDbCurve> curve = GetParam().make();
+    AcDbExtents box, sampled;
+    curve->addExtentsUnder(move, box);
+    double first = 0, last = 0;
+    curve->getStartParam(first);
+    curve->getEndParam(last);
+    AcGePoint3d point;
+    for (int i = 0; i <= 6000; ++i) {
+      curve->getPointAtParam(first + (last - first) * i / 6000, point);
+      sampled.addPoint(move * point);
+    }
+    EXPECT_POINT(sampled.minPoint(), box.minPoint(), 1e-4);
+    EXPECT_POINT(sampled.maxPoint(), box.maxPoint(), 1e-4);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, Curve, ::testing::ValuesIn(kCurves));
+
+TEST(CurveExtended, GoesOnBeyondItsEnds) {
+  const AcDbLine line({0, 0, 0}, {10, 0, 0});
+  AcGePoint3d found;
+  EXPECT_EQ(line.getClosestPointTo({-4, 3, 0}, found), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(0, 0, 0), found, 0);
+  EXPECT_EQ(line.getClosestPointTo({-4, 3, 0}, found, true), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(-4, 0, 0), found, 1e-12);
+  const AcDbArc arc({0, 0, 0}, 5, 0, kPi / 2);
+  EXPECT_EQ(arc.getClosestPointTo({-9, 0, 0}, found, true), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(-5, 0, 0), found, 1e-12);
+  const auto open = polyline({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});
+  EXPECT_EQ(open->getClosestPointTo({12, 25, 0}, found, true), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(10, 25, 0), found, 1e-12);
+  AcDbRay ray;
+  ray.setBasePoint({1, 1, 0});
+  ray.setUnitDir({3, 4, 0});
+  EXPECT_EQ(ray.getClosestPointTo({301, 401, 0}, found), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(301, 401, 0), found, 1e-9);
+  EXPECT_EQ(ray.getPointAtDist(500, found), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(301, 401, 0), found, 1e-9);
+  EXPECT_EQ(ray.getClosestPointTo({-9, 0, 0}, found), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(1, 1, 0), found, 1e-12);
+  AcDbExtents box;
+  EXPECT_EQ(ray.getGeomExtents(box), Acad::eInvalidExtents);
+  EXPECT_EQ(ray.getEndPoint(found), Acad::eNotApplicable);
+}
+
+// Every curve without extent answers each question with a status or a finite value.
+TEST(CurveDegenerate, AnswersWithoutNonsense) {
+  AcDbRay still;
+  AcDbDatabase db;
+  std::unique_ptr<AcDbEntity> flatRay =
+      read(db, "RAY", "100 AcDbEntity|8 0|100 AcDbRay|10 1.0|20 1.0|30 0.0|11 0.0|21 0.0|31 0.0");
+  const Maker makers[] = {
+      of<AcDbLine>(AcGePoint3d(1, 2, 3), AcGePoint3d(1, 2, 3)),
+      of<AcDbCircle>(AcGePoint3d(1, 2, 3), AcGeVector3d(0, 0, 0), 0.0),
+      of<AcDbArc>(AcGePoint3d(1, 2, 3), 0.0, 1.0, 1.0),
+      [] { return polyline({}); },
+      [] { return polyline({}, true); },
+      [] {
+        return polyline({{1, 2, 0.5}}, true);
+      },
+      [] {
+        return polyline({{1, 2, 0.5}, {1, 2, 0.5}}, true);
+      },
+      [] {
+        return polyline({{0, 0, 1e300}, {1, 0, 1e-300}, {2, 0, 0}}, true);
+      },
+      [&] { return std::unique_ptr<AcDbCurve>(AcDbCurve::cast(flatRay.release())); },
+      [] { return std::make_unique<AcDb2dPolyline>(); },
+      [] { return std::make_unique<AcDb3dPolyline>(); },
+  };
+  int index = 0;
+  for (const Maker& make : makers) {
+    SCOPED_TRACE(index++);
+    const std::unique_ptr<AcDbCurve> curve = make();
+    AcGePoint3d point(7, 7, 7);
+    double value = 7;
+    const AcDbLine through({-10, 2, 3}, {10, 2, 3});
+    AcGePoint3dArray points;
+    for (const Acad::ErrorStatus status :
+         {curve->getClosestPointTo({5, 5, 5}, point), curve->getClosestPointTo({5, 5, 5}, point, true),
+          curve->getStartPoint(point), curve->getEndPoint(point), curve->getPointAtParam(0, point),
+          curve->getDistAtParam(0, value), curve->getParamAtDist(0, value), curve->getArea(value),
+          curve->getParamAtPoint({1, 2, 3}, value),
+          curve->intersectWith(&through, AcDb::kExtendBoth, points)}) {
+      EXPECT_TRUE(status == Acad::eOk || status == Acad::eDegenerateGeometry ||
+                  status == Acad::eNotApplicable || status == Acad::eInvalidInput ||
+                  status == Acad::eOutOfRange);
+      EXPECT_TRUE(std::isfinite(point.x + point.y + point.z) && std::isfinite(value));
+    }
+    AcGePoint3d nan(std::nan(""), 0, 0);
+    EXPECT_NE(curve->getParamAtPoint(nan, value), Acad::eOk);
+    EXPECT_NE(curve->getPointAtParam(std::nan(""), point), Acad::eOk);
+    std::vector<AcDbCurve*> offsets;
+    if (curve->getOffsetCurves(std::nan(""), offsets) == Acad::eOk) ADD_FAILURE() << "offset by no number";
+  }
+}
+
+struct MeetRow {
+  const char* name;
+  Maker first, second;
+  AcDb::Intersect type;
+  std::vector<AcGePoint3d> points;
+};
+std::ostream& operator<<(std::ostream& out, const MeetRow& row) { return out << row.name; }
+
+const MeetRow kMeetings[] = {
+    {"lines",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 4, 0)),
+     of<AcDbLine>(AcGePoint3d(0, 4, 0), AcGePoint3d(4, 0, 0)),
+     AcDb::kOnBothOperands,
+     {{2, 2, 0}}},
+    {"lines above each other",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 4, 0)),
+     of<AcDbLine>(AcGePoint3d(0, 4, 1), AcGePoint3d(4, 0, 1)),
+     AcDb::kOnBothOperands,
+     {}},
+    {"end on line",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 0, 0)),
+     of<AcDbLine>(AcGePoint3d(2, 0, 0), AcGePoint3d(2, 9, 0)),
+     AcDb::kOnBothOperands,
+     {{2, 0, 0}}},
+    {"too short",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
+     of<AcDbLine>(AcGePoint3d(3, -1, 0), AcGePoint3d(3, 1, 0)),
+     AcDb::kOnBothOperands,
+     {}},
+    {"the first goes on",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
+     of<AcDbLine>(AcGePoint3d(3, -1, 0), AcGePoint3d(3, 1, 0)),
+     AcDb::kExtendThis,
+     {{3, 0, 0}}},
+    {"the wrong one goes on",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
+     of<AcDbLine>(AcGePoint3d(3, -1, 0), AcGePoint3d(3, 1, 0)),
+     AcDb::kExtendArg,
+     {}},
+    {"parallel",
+     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 0, 0)),
+     of<AcDbLine>(AcGePoint3d(2, 0, 0), AcGePoint3d(9, 0, 0)),
+     AcDb::kExtendBoth,
+     {}},
+    {"line through circle",
+     of<AcDbLine>(AcGePoint3d(-9, 3, 0), AcGePoint3d(9, 3, 0)),
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
+     AcDb::kOnBothOperands,
+     {{-4, 3, 0}, {4, 3, 0}}},
+    {"line touches circle",
+     of<AcDbLine>(AcGePoint3d(-9, 5, 0), AcGePoint3d(9, 5, 0)),
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
+     AcDb::kOnBothOperands,
+     {{0, 5, 0}}},
+    {"line pierces an upright circle",
+     of<AcDbLine>(AcGePoint3d(3, -9, 4), AcGePoint3d(3, 9, 4)),
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 1, 0), 5.0),
+     AcDb::kOnBothOperands,
+     {{3, 0, 4}}},
+    {"line and half circle",
+     of<AcDbLine>(AcGePoint3d(3, -9, 0), AcGePoint3d(3, 9, 0)),
+     of<AcDbArc>(AcGePoint3d(0, 0, 0), 5.0, 0.0, kPi),
+     AcDb::kOnBothOperands,
+     {{3, 4, 0}}},
+    {"circles",
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
+     of<AcDbCircle>(AcGePoint3d(6, 0, 0), AcGeVector3d(0, 0, -1), 5.0),
+     AcDb::kOnBothOperands,
+     {{3, -4, 0}, {3, 4, 0}}},
+    {"circles that touch",
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
+     of<AcDbCircle>(AcGePoint3d(2, 0, 0), AcGeVector3d(0, 0, 1), 3.0),
+     AcDb::kOnBothOperands,
+     {{5, 0, 0}}},
+    {"circles of two planes",
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
+     of<AcDbCircle>(AcGePoint3d(5, 0, 0), AcGeVector3d(0, 1, 0), 2.0),
+     AcDb::kOnBothOperands,
+     {}},
+    {"circles of two planes that meet",
+     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
+     of<AcDbCircle>(AcGePoint3d(7, 0, 0), AcGeVector3d(0, 1, 0), 2.0),
+     AcDb::kOnBothOperands,
+     {{5, 0, 0}}},
+    {"a corner counts once",
+     [] { return polyline({{0, 0, 0}, {5, 5, 0}, {10, 0, 0}}); },
+     of<AcDbLine>(AcGePoint3d(5, -9, 0), AcGePoint3d(5, 9, 0)),
+     AcDb::kOnBothOperands,
+     {{5, 5, 0}}},
+    {"line through a bay",
+     [] { return polyline({{0, 0, 0}, {4, 0, -1}, {8, 0, 0}}); },
+     of<AcDbLine>(AcGePoint3d(6, -9, 0), AcGePoint3d(6, 9, 0)),
+     AcDb::kOnBothOperands,
+     {{6, 2, 0}}},
+};
+
+class Meeting : public ::testing::TestWithParam<MeetRow> {};
+
+TEST_P(Meeting, GivesThePointsInCommon) {
+  const MeetRow& row = GetParam();
+  for (const AcGeMatrix3d& move :
+       {AcGeMatrix3d(), AcGeMatrix3d::translation(kFar.asVector()),
+        AcGeMatrix3d::scaling(AcGeScale3d(1, -1, 1)),
+        AcGeMatrix3d::translation(kFar.asVector()) * AcGeMatrix3d::rotation(1.1, {0, 0, 1})}) {
+    for (const bool swapped : {false, true}) {
+      const std::unique_ptr<AcDbCurve> first = row.first();
+      const std::unique_ptr<AcDbCurve> second = row.second();
+      first->transformBy(move);
+      second->transformBy(move);
+      AcGePoint3dArray points;
+      AcDb::Intersect type = row.type;
+      if (swapped && (type == AcDb::kExtendThis || type == AcDb::kExtendArg)) {
+        type = type == AcDb::kExtendThis ? AcDb::kExtendArg : AcDb::kExtendThis;
+      }
+      ASSERT_EQ(swapped ? second->intersectWith(first.get(), type, points)
+                        : first->intersectWith(second.get(), type, points),
+                Acad::eOk);
+      ASSERT_EQ(points.size(), row.points.size()) << swapped;
+      for (const AcGePoint3d& expected : row.points) {
+        double least = 1e9;
+        for (const AcGePoint3d& p : points) least = std::min(least, p.distanceTo(move * expected));
+        EXPECT_LE(least, 1e-7);
+      }
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, Meeting, ::testing::ValuesIn(kMeetings));
+
+}  // namespace
