@@ -47,9 +47,14 @@ Acad::ErrorStatus AcDbPoint::transformBy(const AcGeMatrix3d& matrix) {
 }
 
 Acad::ErrorStatus AcDbPoint::getGeomExtents(AcDbExtents& extents) const {
-  extents = AcDbExtents(m_position, m_position);
-  extents.addPoint(m_position + m_normal * m_thickness);
+  extents = AcDbExtents();
+  addExtentsUnder(AcGeMatrix3d(), extents);
   return Acad::eOk;
+}
+
+void AcDbPoint::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+  extents.addPoint(matrix * m_position);
+  extents.addPoint(matrix * (m_position + m_normal * m_thickness));
 }
 
 bool AcDbPoint::takeGroup(AcDbDxfReader& in) {
@@ -237,8 +242,12 @@ Acad::ErrorStatus AcDbFace::transformBy(const AcGeMatrix3d& matrix) {
 
 Acad::ErrorStatus AcDbFace::getGeomExtents(AcDbExtents& extents) const {
   extents = AcDbExtents();
-  for (const AcGePoint3d& corner : m_corners) extents.addPoint(corner);
+  addExtentsUnder(AcGeMatrix3d(), extents);
   return Acad::eOk;
+}
+
+void AcDbFace::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+  for (const AcGePoint3d& corner : m_corners) extents.addPoint(matrix * corner);
 }
 
 bool AcDbFace::takeGroup(AcDbDxfReader& in) {

@@ -18,6 +18,7 @@ public:
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
@@ -107,6 +108,7 @@ public:
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 

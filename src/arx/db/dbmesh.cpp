@@ -93,14 +93,18 @@ Acad::ErrorStatus AcDbMeshBase::transformBy(const AcGeMatrix3d& matrix) {
 
 Acad::ErrorStatus AcDbMeshBase::getGeomExtents(AcDbExtents& extents) const {
   AcDbExtents all;
-  for (const AcDbObjectId& id : subEntityIds()) {
-    const AcDbVertex* vertex = id.isLive() ? AcDbVertex::cast(id.stub()->object) : nullptr;
-    AcDbExtents own;
-    if (vertex && vertex->getGeomExtents(own) == Acad::eOk) all.addExt(own);
-  }
+  addExtentsUnder(AcGeMatrix3d(), all);
   if (all.isEmpty()) return Acad::eInvalidExtents;
   extents = all;
   return Acad::eOk;
+}
+
+void AcDbMeshBase::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+  for (const AcDbObjectId& id : subEntityIds()) {
+    const AcDbVertex* vertex = id.isLive() ? AcDbVertex::cast(id.stub()->object) : nullptr;
+    AcDbExtents own;
+    if (vertex && vertex->getGeomExtents(own) == Acad::eOk) extents.addPoint(matrix * own.minPoint());
+  }
 }
 
 bool AcDbMeshBase::takeGroup(AcDbDxfReader& in) {

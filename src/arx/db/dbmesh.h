@@ -69,6 +69,7 @@ public:
   [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(false); }
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
 
 protected:

@@ -1,0 +1,186 @@
+#include "arx/ent_support.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ostream>
+
+namespace {
+
+using namespace ent_test;
+
+constexpr double kPi = 3.141592653589793;
+
+struct Row {
+  const char* name;
+  const char* type;
+  const char* groups;
+};
+std::ostream& operator<<(std::ostream& out, const Row& row) { return out << row.name; }
+
+// One of each kind, with digits that a detour through cosines would not keep.
+constexpr Row kRows[] = {
+    {"point", "POINT", "100 AcDbPoint|10 1.5|20 2.5|30 3.5|39 0.7"},
+    {"line", "LINE", "100 AcDbLine|39 0.3|10 0.5|20 0.25|30 0.125|11 4.0|21 5.0|31 6.0"},
+    {"ray", "RAY", "100 AcDbRay|10 1.0|20 2.0|30 3.0|11 0.6|21 0.8|31 0.0"},
+    {"circle", "CIRCLE", "100 AcDbCircle|39 0.3|10 1.5|20 2.5|30 3.5|40 4.3"},
+    {"arc", "ARC", "100 AcDbCircle|10 1.5|20 2.5|30 0.0|40 5.1|100 AcDbArc|50 33.3|51 359.9"},
+    {"face", "3DFACE",
+     "100 AcDbFace|10 1.0|20 2.0|30 3.0|11 4.0|21 5.0|31 6.0|12 7.0|22 8.0|32 9.0|13 1.5|23 2.5|33 3.5"},
+    {"polyline", "LWPOLYLINE",
+     "100 AcDbPolyline|90 2|70 1|43 0.3|38 12.5|39 3.1|10 1.0|20 2.0|42 0.7|10 3.0|20 4.0"},
+    {"text", "TEXT",
+     "100 AcDbText|10 1.5|20 2.5|30 3.5|40 2.3|1 gap|50 33.3|41 0.8|51 15.1|72 1|11 5.5|21 6.5|31 3.5|100 "
+     "AcDbText|73 2"},
+    {"attribute", "ATTRIB",
+     "100 AcDbText|10 1.5|20 2.5|30 0.0|40 2.3|1 A12|50 33.3|100 AcDbAttribute|280 0|2 Z|70 0|280 0"},
+    {"text of several lines", "MTEXT",
+     "100 AcDbMText|10 1.0|20 2.0|30 3.0|40 2.3|41 40.1|71 5|72 1|1 a\\Pbc|50 33.3|73 1|44 1.0"},
+    {"block reference", "INSERT",
+     "100 AcDbBlockReference|2 BLK|10 1.5|20 2.5|30 3.5|41 2.3|42 0.7|43 0.9|50 33.3"},
+};
+
+class Transform : public ::testing::TestWithParam<Row> {
+protected:
+  Transform() {
+    const AcDbObjectId id = block(db, L"BLK");
+    addTo(id, new AcDbLine({0, 0, 0}, {1, 2, 3}));
+    addTo(id, new AcDbText({1, 1, 0}, L"gap", {}, 0.5, 0.3));
+  }
+  std::unique_ptr<AcDbEntity> made(const char* plane = "") {
+    const Row& row = GetParam();
+    return read(db, row.type, std::string("100 AcDbEntity|8 0|") + row.groups + plane);
+  }
+  AcDbDatabase db;
+};
+
+// A box of the mapped entity must be the box that the map predicts: the two ways share no code.
+TEST_P(Transform, MovesWhatIsSeen) {
+  const AcGeMatrix3d maps[] = {
+      AcGeMatrix3d::translation(kFar.asVector()),
+      AcGeMatrix3d::rotation(0.7, {0, 0, 1}, {5, -3, 0}),
+      AcGeMatrix3d::rotation(kPi, {0, 0, 1}),
+      AcGeMatrix3d::scaling(2.5, {1, 1, 1}),
+      AcGeMatrix3d::rotation(1.2, {0.6, 0, 0.8}),
+      AcGeMatrix3d::translation(kFar.asVector()) * AcGeMatrix3d::rotation(-2.1, {0, 0.6, -0.8}),
+      AcGeMatrix3d::scaling(AcGeScale3d(-1, 1, 1)),
+      AcGeMatrix3d::scaling(AcGeScale3d(1, -1, 1)),
+      AcGeMatrix3d::rotation(0.4, {0, 0, 1}) * AcGeMatrix3d::scaling(AcGeScale3d(3, -3, 3)),
+  };
+  const char* const planes[] = {"", "|210 0.0|220 0.0|230 -1.0", "|210 0.6|220 0.0|230 0.8"};
+  for (const char* plane : planes) {
+    const bool hasPlane = std::string_view("RAY 3DFACE").find(GetParam().type) == std::string_view::npos;
+    const bool lastGroups =
+        std::string_view("ARC TEXT ATTRIB").find(GetParam().type) == std::string_view::npos;
+    if (*plane && (!hasPlane || !lastGroups)) continue;
+    for (std::size_t i = 0; i < std::size(maps); ++i) {
+      SCOPED_TRACE(std::string(plane) + " map " + std::to_string(i));
+      const bool mirrors = maps[i].det() < 0;
+      if (mirrors && std::string_view(GetParam().type) == "MTEXT") continue;  // stays readable
+      const std::unique_ptr<AcDbEntity> entity = made(plane);
+      AcDbExtents predicted, seen;
+      entity->addExtentsUnder(maps[i], predicted);
+      ASSERT_EQ(entity->transformBy(maps[i]), Acad::eOk);
+      if (entity->getGeomExtents(seen) == Acad::eInvalidExtents) {
+        EXPECT_TRUE(predicted.isEmpty());
+        continue;
+      }
+      EXPECT_POINT(predicted.minPoint(), seen.minPoint(), 2e-8);
+      EXPECT_POINT(predicted.maxPoint(), seen.maxPoint(), 2e-8);
+    }
+  }
+}
+
+// Groups other than coordinates keep every digit when an entity is moved, and all of them when nothing
+// happens.
+TEST_P(Transform, KeepsDigitsThatDoNotChange) {
+  const std::unique_ptr<AcDbEntity> entity = made();
+  const std::string before = written(*entity);
+  ASSERT_EQ(entity->transformBy(AcGeMatrix3d()), Acad::eOk);
+  EXPECT_EQ(written(*entity), before);
+  const AcGeMatrix3d there = AcGeMatrix3d::translation({1024, -2048, 0.5});
+  const AcGeMatrix3d back = AcGeMatrix3d::translation({-1024, 2048, -0.5});
+  ASSERT_EQ(entity->transformBy(there), Acad::eOk);
+  EXPECT_NE(written(*entity), before);
+  ASSERT_EQ(entity->transformBy(back), Acad::eOk);
+  EXPECT_EQ(written(*entity), before);
+  // Heights, radii and widths survive turns, whose matrices are not exactly of unit length.
+  const auto sizes = [](const std::string& text) {
+    std::string kept;
+    for (const DxfTag& tag : tagsOf(text)) {
+      if (tag.code >= 40 && tag.code < 44) kept += std::string(tag.value) + ' ';
+    }
+    return kept;
+  };
+  for (int i = 1; i < 9; ++i) entity->transformBy(AcGeMatrix3d::rotation(0.3 * i, {0, 0, 1}, {7, 7, 0}));
+  EXPECT_EQ(sizes(written(*entity)), sizes(before));
+}
+
+TEST_P(Transform, RefusesACollapse) {
+  const std::unique_ptr<AcDbEntity> entity = made();
+  const std::string type = GetParam().type;
+  const std::string before = written(*entity);
+  const Acad::ErrorStatus status = entity->transformBy(AcGeMatrix3d::scaling(AcGeScale3d(1, 0, 1)));
+  if (type == "POINT" || type == "LINE" || type == "3DFACE" || type == "RAY")
+    return;  // these may lose a dimension
+  EXPECT_NE(status, Acad::eOk);
+  EXPECT_EQ(written(*entity), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, Transform, ::testing::ValuesIn(kRows));
+
+TEST(TransformSkew, IsRefusedWhereTheShapeForbids) {
+  AcGeMatrix3d skew;
+  skew.entry[0][1] = 0.5;
+  const AcGeMatrix3d stretch = AcGeMatrix3d::scaling(AcGeScale3d(2, 1, 1));
+  AcDbDatabase db;
+  const auto entity = [&](const char* type, const char* groups) {
+    return read(db, type, std::string("100 AcDbEntity|8 0|") + groups);
+  };
+  const struct {
+    const char *type, *groups;
+    Acad::ErrorStatus skewed, stretched;
+  } rows[] = {
+      {"LINE", "100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.0|21 1.0|31 0.0", Acad::eOk, Acad::eOk},
+      {"CIRCLE", "100 AcDbCircle|10 0.0|20 0.0|30 0.0|40 1.0", Acad::eCannotScaleNonUniformly,
+       Acad::eCannotScaleNonUniformly},
+      {"LWPOLYLINE", "100 AcDbPolyline|90 2|70 0|10 0.0|20 0.0|10 1.0|20 1.0", Acad::eOk, Acad::eOk},
+      {"LWPOLYLINE", "100 AcDbPolyline|90 2|70 0|10 0.0|20 0.0|42 0.5|10 1.0|20 1.0",
+       Acad::eCannotScaleNonUniformly, Acad::eCannotScaleNonUniformly},
+      {"TEXT", "100 AcDbText|10 0.0|20 0.0|30 0.0|40 1.0|1 a", Acad::eCannotScaleNonUniformly, Acad::eOk},
+      {"TEXT", "100 AcDbText|10 0.0|20 0.0|30 0.0|40 1.0|1 a|50 30.0", Acad::eCannotScaleNonUniformly,
+       Acad::eCannotScaleNonUniformly},
+      {"INSERT", "100 AcDbBlockReference|2 B|10 0.0|20 0.0|30 0.0", Acad::eCannotScaleNonUniformly,
+       Acad::eOk},
+      {"INSERT", "100 AcDbBlockReference|2 B|10 0.0|20 0.0|30 0.0|50 30.0", Acad::eCannotScaleNonUniformly,
+       Acad::eCannotScaleNonUniformly},
+      {"MTEXT", "100 AcDbMText|10 0.0|20 0.0|30 0.0|40 1.0|1 a", Acad::eCannotScaleNonUniformly,
+       Acad::eCannotScaleNonUniformly},
+      {"HATCH", "100 AcDbHatch|2 SOLID", Acad::eNotImplementedYet, Acad::eNotImplementedYet},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(entity(row.type, row.groups)->transformBy(skew), row.skewed) << row.groups;
+    EXPECT_EQ(entity(row.type, row.groups)->transformBy(stretch), row.stretched) << row.groups;
+  }
+}
+
+// Points of an entity in a turned plane come out in the world, and go in from there.
+TEST(OwnPlane, IsSeenFromTheWorld) {
+  AcDbDatabase db;
+  const auto entity = read(
+      db, "TEXT", "100 AcDbEntity|8 0|100 AcDbText|10 5.0|20 7.0|30 2.0|40 1.0|1 a|210 0.0|220 0.0|230 -1.0");
+  AcDbText* text = AcDbText::cast(entity.get());
+  EXPECT_POINT(AcGePoint3d(-5, 7, -2), text->position(), 0);
+  ASSERT_EQ(text->setPosition({-6, 8, -3}), Acad::eOk);
+  EXPECT_NE(written(*text).find("10 6.0|20 8.0|30 3.0"), std::string::npos);
+  ASSERT_EQ(text->setNormal({0, 0, 9}), Acad::eOk);
+  EXPECT_POINT(AcGePoint3d(-6, 8, -3), text->position(), 0);
+  EXPECT_NE(written(*text).find("10 -6.0|20 8.0|30 -3.0"), std::string::npos);
+  AcDbCircle circle({1, 2, 3}, {0.6, 0, 0.8}, 1);
+  EXPECT_POINT(AcGePoint3d(1, 2, 3), circle.center(), 1e-12);
+  circle.setNormal({0, 0, 0});  // no direction: +Z
+  EXPECT_POINT(AcGePoint3d(1, 2, 3), circle.center(), 1e-12);
+  EXPECT_EQ(circle.normal(), AcGeVector3d::kZAxis);
+}
+
+}  // namespace
