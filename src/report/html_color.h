@@ -22,8 +22,8 @@ public:
   /// "rgb(r,g,b)", decimal.
   [[nodiscard]] std::string css() const;
 
-  friend bool operator==(const htmlColor& a, const htmlColor& b) {
-    return a.r == b.r && a.g == b.g && a.b == b.b;
+  friend bool operator==(const htmlColor& une, const htmlColor& autre) {
+    return une.r == autre.r && une.g == autre.g && une.b == autre.b;
   }
 
   std::uint8_t r = 0;
