@@ -219,19 +219,7 @@ void AcDbDxfWriter::code(int value) {
 void AcDbDxfWriter::text(int groupCode, std::string_view value) {
   room(value.size() + 24);
   code(groupCode);
-  if (value.find_first_of("\r\n") == std::string_view::npos) {
-    m_buffer += value;
-  } else {
-    for (const char c : value) {
-      if (c == '\n')
-        m_buffer += "^J";
-      else if (c == '\r')
-        m_buffer += "^M";
-      else
-        m_buffer += c;
-    }
-  }
-  m_buffer += '\n';
+  dxfAppendValue(m_buffer, value);
 }
 
 void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) { text(groupCode, dxfFromWide(value)); }

@@ -3,6 +3,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -155,6 +156,19 @@ std::string dxfFromWide(std::wstring_view text) {
   return result;
 }
 
+void dxfAppendValue(std::string& text, std::string_view value) {
+  const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
+  if (std::none_of(value.begin(), value.end(), isLineEnd)) {
+    text += value;
+  } else {
+    for (const char c : value) {
+      if (isLineEnd(c)) text += '^';
+      text += isLineEnd(c) ? static_cast<char>(c + '@') : c;
+    }
+  }
+  text += '\n';
+}
+
 std::size_t dxfFormatReal(char* buffer, double value) {
   if (!std::isfinite(value)) value = 0.0;
   char* end = std::to_chars(buffer, buffer + 32, value).ptr;
@@ -231,20 +245,7 @@ void DxfTagText::append(int code, std::string_view value) {
   if (width < 3) m_text.append(3 - width, ' ');
   m_text.append(buffer, width);
   m_text += '\n';
-  if (value.find_first_of("\r\n") == std::string_view::npos) {
-    m_text += value;
-  } else {
-    // A line end inside a value would break the sequence of groups.
-    for (const char c : value) {
-      if (c == '\n')
-        m_text += "^J";
-      else if (c == '\r')
-        m_text += "^M";
-      else
-        m_text += c;
-    }
-  }
-  m_text += '\n';
+  dxfAppendValue(m_text, value);
 }
 
 void DxfTagText::appendInteger(int code, Adesk::Int64 value) {

@@ -74,6 +74,9 @@ ARX_API std::string dxfFromWide(std::wstring_view text);
 /// finite.
 /// @param buffer at least 40 bytes  @return the number of bytes written
 ARX_API std::size_t dxfFormatReal(char* buffer, double value);
+/// Appends a value and its line end; a line end inside the value, which would break the sequence of groups,
+/// takes its caret form.
+ARX_API void dxfAppendValue(std::string& text, std::string_view value);
 /// Numbers of files, blanks around them allowed. A real that is integral passes for an integer; unsigned
 /// 32-bit values too. @return false, `value` unchanged, when the text is none
 ARX_API bool dxfParseReal(std::string_view text, double& value);
