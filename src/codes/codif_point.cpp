@@ -22,7 +22,7 @@ codifPoint::codifPoint() : chemin(cheminInstallation(L"biblio\\varnblk1.dwg")) {
 
 int codifPoint::lireXML(const TiXmlElement& element) {
   if (base::compareNoCaseAnsi(element.Value(), "codifPoint") != 0) return 0;
-  // Deliberate (lireXML-bornes): no range is checked; a code of 0 or 12 decimals are taken as they stand.
+  // Deliberate (lirexml-bornes): no range is checked; a code of 0 or 12 decimals are taken as they stand.
   lireElementEntier(element, "code", code);
   lireElementTexte(element, "libelle", libelle);
   lireElementTexte(element, "chemin", chemin);

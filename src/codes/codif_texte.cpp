@@ -85,7 +85,7 @@ void prendre(codifPoint& ligne, const MotCle& cle, const std::wstring& reste) {
   }
 }
 
-/// Deliberate (ecrireTexte-coupe): key and value of a text line come out as their first characters, so that
+/// Deliberate (ecriretexte-coupe): key and value of a text line come out as their first characters, so that
 /// the record does not read back whole. Nothing reads what this writer makes.
 void ecrireChampTexte(fluxTexte& flux, std::wstring_view cle, std::wstring_view valeur) {
   flux.WriteString(L"\n\t" + std::wstring(cle.substr(0, 1)) + L' ' + std::wstring(valeur.substr(0, 1)));

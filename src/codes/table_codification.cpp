@@ -69,7 +69,7 @@ tableCodification::tableCodification(const std::wstring& fichier) {
   }
   nomFichier = cheminInstallation(L"defcodif");
   if (chargerXML()) return;
-  // Deliberate (defcodif-premierDemarrage): a file that gives no rows, even one that is broken, is
+  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, is
   // overwritten.
   ajouterDefauts();
   sauverXML();
@@ -82,7 +82,7 @@ int tableCodification::chargerXML() {
     if (nom.empty() || !chargerFichierXML(document, cheminPlateforme(nom))) return 0;
     return lireXML(document);
   } catch (...) {
-    // Deliberate (chargerXML-null): the file is named by an argument that no caller gives.
+    // The file is named by an argument that no caller gives.
     acutPrintf(L"\nechec lecture de donnees a partir de [%s] datasize=%d", L"(null)", codes.GetSize());
     codes.RemoveAll();
     return 0;
@@ -106,7 +106,7 @@ int tableCodification::lireXML(const TiXmlDocument& document) {
 int tableCodification::sauverXML(const std::wstring& fichier) const {
   TiXmlDocument document;
   ecrireXML(document);
-  // Deliberate (sauverXML-resultat): the result is 1 even when nothing could be written.
+  // Deliberate (sauverxml-resultat): the result is 1 even when nothing could be written.
   sauverFichierXML(document, cheminPlateforme(fichier.empty() ? nomFichier : fichier));
   return 1;
 }
@@ -140,7 +140,7 @@ codifPoint& tableCodification::getOuCreerCode(int code) {
 std::wstring tableCodification::getLibelleCode(int code) {
   int index = chercherCode(code);
   if (index < 0) {
-    // Deliberate (getLibelleCode-format): not the label that `getOuCreerCode` gives; whoever comes first
+    // Deliberate (getlibellecode-format): not the label that `getOuCreerCode` gives; whoever comes first
     // decides.
     codes.Add(ligneDefaut(code, base::formater(std::wstring(L"Code N° %d"), code), L"biblio\\varnblk1.dwg"));
     index = codes.GetSize() - 1;
@@ -161,7 +161,7 @@ void tableCodification::resetDefauts() {
 }
 
 void tableCodification::ajouterDefauts() {
-  // Deliberate (libelle-pointTopo): a small t here, a capital one in the label of a new record.
+  // Deliberate (libelle-point-topo): a small t here, a capital one in the label of a new record.
   codes.Add(ligneDefaut(1, L"Point topo", L"biblio\\varnblk1.dwg"));
   codes.Add(ligneDefaut(100, L"Station", L"biblio\\varnblk3.dwg"));
 }
@@ -205,7 +205,7 @@ void tableCodification::creerLayers(codifPoint& ligne, AcDbLayerTable* calques) 
     std::wstring& nom = ligne.layers[i];
     nom = base::trim(nom, kBords);
     if (nom.empty()) nom = L"0";
-    // Deliberate (creerLayers-couleur): a layer that exists keeps its colour, whatever the code says.
+    // Deliberate (creerlayers-couleur): a layer that exists keeps its colour, whatever the code says.
     ligne.idLayers[i] = trouverOuCreerLayer(*calques, nom, ligne.coulLayers[i]);
   }
 }

@@ -105,7 +105,9 @@ bool analyserXML(TiXmlDocument& document, std::string_view octets) {
 }
 
 bool chargerFichierXML(TiXmlDocument& document, const std::filesystem::path& chemin) {
-  const auto octets = base::lireFichier(chemin);
+  std::error_code erreur;
+  const bool raisonnable = std::filesystem::file_size(chemin, erreur) <= kTailleMax && !erreur;
+  const auto octets = raisonnable ? base::lireFichier(chemin) : std::nullopt;
   if (octets) return analyserXML(document, *octets);
   document.Clear();
   return false;

@@ -25,7 +25,7 @@ constexpr std::array<Etat, 10> kEtats{{
     {{7, kEchec, kEchec, kEchec, kEchec}, false},  // 6 sign of the exponent
     {{7, kEchec, kEchec, kEchec, kEchec}, true},   // 7 digits of the exponent
     {{2, kEchec, 3, kEchec, kEchec}, true},        // 8 integer without sign
-    // Deliberate (validerNombre-pointInitial): no digit behind a leading point makes it a number.
+    // Deliberate (validernombre-point-initial): no digit behind a leading point makes it a number.
     {{9, kEchec, kEchec, kEchec, kEchec}, false},  // 9 leading point
 }};
 
@@ -34,7 +34,7 @@ Classe classeDe(Char c) {
   if (c >= Char('0') && c <= Char('9')) return kChiffre;
   if (c == Char('+') || c == Char('-')) return kSigne;
   if (c == Char('.')) return kPoint;
-  // Deliberate (validerNombre-exposant): only the capital letter, and only behind a point.
+  // Deliberate (validernombre-exposant): only the capital letter, and only behind a point.
   return c == Char('E') ? kExposant : kAutre;
 }
 

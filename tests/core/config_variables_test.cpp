@@ -1,7 +1,7 @@
 // "config.ini" and the variables that live in it.
-#include "support/dossier_essai.h"
 #include "core/config_store.h"
 #include "core/config_variable.h"
+#include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>
 
