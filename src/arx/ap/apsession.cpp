@@ -105,6 +105,10 @@ bool AcApSession::runCommand(const std::wstring& typed) {
     m_lastCommand = name;
     return execute(*command);
   }
+  if (acedPorts().isLispCommand && !name.empty() && acedPorts().isLispCommand(name)) {
+    m_lastCommand = name;
+    return runLine(L"(C:" + name + L")");
+  }
   if (functions && !name.empty() && functions->find(L"C:" + name)) {
     m_lastCommand = name;
     return executeLisp(L"C:" + name);

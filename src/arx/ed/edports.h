@@ -32,6 +32,8 @@ struct ARX_API AcEdPorts {
   /// expression is open. @return its value as a chain owned by the caller (RTNIL for nil); null after a
   /// failure, whose message it has printed. A script's failure is thrown as `base::ScriptError`.
   std::function<resbuf*(const std::wstring& expression)> evaluate;
+  /// True when a routine defined the LISP function "C:name", so that the name works as a command.
+  std::function<bool(const std::wstring& name)> isLispCommand;
   /// True when the user asked to stop a long job.
   std::function<bool()> userBreak;
 };

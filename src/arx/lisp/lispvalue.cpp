@@ -1,0 +1,91 @@
+#include "arx/lisp/lispvalue.h"
+
+#include <vector>
+
+namespace aclisp {
+
+namespace {
+
+/// Moves a dying object's parts out: what they hold alone is destroyed by the loop, not by recursion.
+void takeApart(Object* object, std::vector<Value>& parts) {
+  const auto keep = [&](Value& part) {
+    if (part.is(Kind::kCons) || part.is(Kind::kFunction)) parts.push_back(std::move(part));
+  };
+  if (object->kind == static_cast<std::uint32_t>(Kind::kCons)) {
+    keep(static_cast<Cons*>(object)->car);
+    keep(static_cast<Cons*>(object)->cdr);
+  } else if (object->kind == static_cast<std::uint32_t>(Kind::kFunction)) {
+    keep(static_cast<Function*>(object)->body);
+  }
+}
+
+void freeObject(Object* object) {
+  --Object::alive;
+  switch (static_cast<Kind>(object->kind)) {
+    case Kind::kString:
+      delete static_cast<Text*>(object);
+      break;
+    case Kind::kCons:
+      delete static_cast<Cons*>(object);
+      break;
+    case Kind::kFunction:
+      delete static_cast<Function*>(object);
+      break;
+    case Kind::kEntity:
+    case Kind::kSelection:
+      delete static_cast<Name*>(object);
+      break;
+    case Kind::kFile:
+      delete static_cast<FileHandle*>(object);
+      break;
+    case Kind::kError:
+      delete static_cast<CaughtError*>(object);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+void Value::destroy(Object* object) {
+  std::vector<Value> parts;
+  takeApart(object, parts);
+  freeObject(object);
+  while (!parts.empty()) {
+    Value part = std::move(parts.back());
+    parts.pop_back();
+    Object* const next = part.m_data.object;
+    if (next->references == 1) takeApart(next, parts);
+  }
+}
+
+bool Value::sameAs(const Value& other) const {
+  if (m_kind != other.m_kind) return false;
+  switch (m_kind) {
+    case Kind::kNil:
+      return true;
+    case Kind::kInteger:
+      return m_data.integer == other.m_data.integer;
+    case Kind::kReal:
+      return m_data.real == other.m_data.real;
+    case Kind::kString:
+      return asText() == other.asText();
+    case Kind::kEntity:
+    case Kind::kSelection: {
+      const auto* a = static_cast<const Name*>(m_data.object);
+      const auto* b = static_cast<const Name*>(other.m_data.object);
+      return a->name[0] == b->name[0] && a->name[1] == b->name[1];
+    }
+    default:
+      return m_data.object == other.m_data.object;
+  }
+}
+
+std::size_t listLength(const Value& list) {
+  std::size_t count = 0;
+  for (const Value* at = &list; at->is(Kind::kCons); at = &at->cdr()) ++count;
+  return count;
+}
+
+}  // namespace aclisp
