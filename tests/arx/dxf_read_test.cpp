@@ -46,7 +46,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "ligne 13 : fichier tronqué : la valeur du groupe 2 manque"},
         Refusal{"bad group code", kHead + "0\nSECTION\n2\nENTITIES\n0\nLINE\nabc\n1\n",
                 "ligne 17 : le code de groupe \"abc\" n'est pas un nombre"},
-        Refusal{"bad real", dxfWithEntities("LINE|100 AcDbEntity|8 0|100 AcDbLine|10 x1"), "ligne 28 : valeur « x1 » du groupe 10"},
+        Refusal{"bad real", dxfWithEntities("LINE|100 AcDbEntity|8 0|100 AcDbLine|10 x1"),
+                "ligne 28 : valeur « x1 » du groupe 10"},
         Refusal{"loose table record", kHead + dxfText("SECTION|2 TABLES|LAYER|2 A|ENDSEC|EOF"),
                 "hors d'une table"},
         Refusal{"record in another table",
@@ -54,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "dans la table STYLE"},
         Refusal{"entity outside blocks", kHead + dxfText("SECTION|2 BLOCKS|LINE|8 0|ENDSEC|EOF"),
                 "hors d'un bloc"},
-        Refusal{"old version", dxfWithEntities("", "AC1014"), "version de dessin \"AC1014\""}));
+        Refusal{"strange version", dxfWithEntities("", "AC2.22"), "version de dessin \"AC2.22\" inconnue"}));
 
 struct Reading {
   const char* name;
@@ -136,29 +137,35 @@ INSTANTIATE_TEST_SUITE_P(
         Reading{"no end of the vertices",
                 dxfWithEntities("POLYLINE|5 30|100 AcDbEntity|8 0|100 AcDb3dPolyline|66 1|70 8|VERTEX|5 "
                                 "31|100 AcDbEntity|8 0|100 "
-                                "AcDbVertex|100 AcDb3dPolylineVertex|10 1|20 2|30 3|70 32|POINT|5 33|8 0"),
+                                "AcDbVertex|100 AcDb3dPolylineVertex|10 1|20 2|30 3|70 32|POINT|5 33|8 "
+                                "0"),
                 "SEQEND", "SEQEND"},
-        Reading{
-            "unknown block",
-            dxfWithEntities("INSERT|5 30|100 AcDbEntity|8 0|100 AcDbBlockReference|2 Absent|10 0|20 0|30 0"),
-            "", "  2\nAbsent\n"},
-        Reading{
-            "unknown things",
-            dxfWithEntities("CHOSE|5 30|100 AcDbEntity|8 0|100 Inconnu|40 1.50|340 ABC|1001 APPLI|1000 x"),
-            "", "100\nInconnu\n 40\n1.50\n340\nABC\n1001\nAPPLI\n1000\nx\n"},
+        Reading{"unknown block",
+                dxfWithEntities("INSERT|5 30|100 AcDbEntity|8 0|100 AcDbBlockReference|2 "
+                                "Absent|10 0|20 0|30 0"),
+                "", "  2\nAbsent\n"},
+        Reading{"unknown things",
+                dxfWithEntities("CHOSE|5 30|100 AcDbEntity|8 0|100 Inconnu|40 1.50|340 "
+                                "ABC|1001 APPLI|1000 x"),
+                "", "100\nInconnu\n 40\n1.50\n340\nABC\n1001\nAPPLI\n1000\nx\n"},
         Reading{"sections twice",
-                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 0|5 20|ENDSEC|SECTION|2 ENTITIES|POINT|8 0|5 "
+                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 0|5 20|ENDSEC|SECTION|2 "
+                                "ENTITIES|POINT|8 0|5 "
                                 "21|ENDSEC|SECTION|2 X|1 "
                                 "a|ENDSEC|SECTION|2 X|1 b|0 Y|5 FF|999 c|ENDSEC|EOF"),
-                "", "  2\nX\n  1\na\n  0\nENDSEC\n  0\nSECTION\n  2\nX\n  1\nb\n  0\nY\n  5\nFF\n999\nc\n"},
-        Reading{
-            "tables behind entities",
-            kHead + dxfText("SECTION|2 ENTITIES|POINT|8 A|5 20|ENDSEC|SECTION|2 TABLES|TABLE|2 LAYER|5 "
-                            "2|LAYER|5 10|2 A|70 0|62 "
-                            "3|6 CONTINUOUS|ENDTAB|TABLE|2 LAYER|5 3|LAYER|5 11|2 B|70 0|ENDTAB|ENDSEC|EOF"),
-            "", "POINT"},
+                "",
+                "  2\nX\n  1\na\n  0\nENDSEC\n  0\nSECTION\n  2\nX\n  1\nb\n  0\nY\n  "
+                "5\nFF\n999\nc\n"},
+        Reading{"tables behind entities",
+                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 A|5 20|ENDSEC|SECTION|2 "
+                                "TABLES|TABLE|2 LAYER|5 "
+                                "2|LAYER|5 10|2 A|70 0|62 "
+                                "3|6 CONTINUOUS|ENDTAB|TABLE|2 LAYER|5 3|LAYER|5 11|2 "
+                                "B|70 0|ENDTAB|ENDSEC|EOF"),
+                "", "POINT"},
         Reading{"block that shows itself",
-                kHead + dxfText("SECTION|2 BLOCKS|BLOCK|5 20|8 0|2 A|10 0|20 0|30 0|INSERT|5 21|8 0|2 "
+                kHead + dxfText("SECTION|2 BLOCKS|BLOCK|5 20|8 0|2 A|10 0|20 0|30 "
+                                "0|INSERT|5 21|8 0|2 "
                                 "A|ENDBLK|5 22|BLOCK|5 23|2 "
                                 "A|POINT|5 24|8 0|ENDBLK|5 25|ENDSEC|EOF"),
                 "donné deux fois", "INSERT"},
@@ -167,8 +174,33 @@ INSTANTIATE_TEST_SUITE_P(
                                 "D|DICTIONARY|5 D|330 D|100 "
                                 "AcDbDictionary|3 B|350 D|ENDSEC|EOF"),
                 "", "  3\nB\n350\nD\n"},
+        Reading{"no version, no handles", dxfText("SECTION|2 ENTITIES|CIRCLE|8 A|10 1|20 2|40 5|ENDSEC|EOF"),
+                "", "100\nAcDbCircle\n 10\n1.0\n 20\n2.0\n 30\n0.0\n 40\n5.0\n"},
+        Reading{"no version, UTF-8", dxfText("SECTION|2 ENTITIES|POINT|8 é|10 1|20 2|ENDSEC|EOF"), "",
+                "  8\né\n"},
+        Reading{"old dimension",
+                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1009|ENDSEC|SECTION|2 "
+                        "TABLES|TABLE|2 DIMSTYLE|70 "
+                        "1|DIMSTYLE|2 D|70 0|5 "
+                        "FLECHE|6 |40 1|ENDTAB|ENDSEC|SECTION|2 BLOCKS|BLOCK|8 0|2 "
+                        "$MODEL_SPACE|10 0|20 "
+                        "0|ENDBLK|ENDSEC|SECTION|2 "
+                        "ENTITIES|DIMENSION|13 1|23 2|52 3|8 A|2 *D1|10 4|20 5|70 0|1001 "
+                        "X|1000 y|ENDSEC|EOF"),
+                "",
+                "100\nAcDbDimension\n  2\n*D1\n 10\n4\n 20\n5\n "
+                "70\n0\n100\nAcDbAlignedDimension\n 13\n1\n "
+                "23\n2\n"
+                "100\nAcDbRotatedDimension\n 52\n3\n1001\nX\n"},
+        Reading{"old polyline",
+                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1006|ENDSEC|SECTION|2 "
+                        "ENTITIES|POLYLINE|8 0|66 1|70 "
+                        "8|VERTEX|8 0|10 1|20 "
+                        "2|30 3|70 32|SEQEND|8 0|SOLID|8 0|10 1|20 2|ENDSEC|EOF"),
+                "", "100\nAcDb3dPolylineVertex\n 10\n1.0\n"},
         Reading{"no root",
-                kHead + dxfText("SECTION|2 OBJECTS|XRECORD|5 D|330 C|100 AcDbXrecord|280 1|1 x|ENDSEC|EOF"),
+                kHead + dxfText("SECTION|2 OBJECTS|XRECORD|5 D|330 C|100 AcDbXrecord|280 "
+                                "1|1 x|ENDSEC|EOF"),
                 "", "XRECORD"}));
 
 }  // namespace

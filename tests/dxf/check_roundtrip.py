@@ -5,6 +5,7 @@ What may differ, and nothing else:
 - a value and its default: groups that say what their absence says (see DEFAULTS);
 - the case of a line type's name, which is spelled as in its table;
 - the number of records at the head of a table;
+- the owner of attributes, vertices and sequence ends: the entity to which they belong, not its block;
 - $ACADVER and $HANDSEED."""
 import os
 import subprocess
@@ -17,7 +18,7 @@ import drawings
 import tagfile
 
 # Groups that a program may leave out or write: entity -> {code: default}.
-DEFAULTS = {'LWPOLYLINE': {43: 0.0}, 'MTEXT': {41: 0.0, 44: 1.0, 72: 5, 73: 1}}
+DEFAULTS = {'BLOCK_RECORD': {70: 0, 280: 1, 281: 0}, 'LWPOLYLINE': {40: 0.0, 41: 0.0, 43: 0.0}, 'MTEXT': {41: 0.0, 44: 1.0, 72: 5, 73: 1}, 'VERTEX': {70: 0}}
 
 
 def allowed(item, missing, added):
@@ -28,10 +29,10 @@ def allowed(item, missing, added):
         twin = next((tag for tag in added if code == 6 == tag[0] and tag[1].lower() == name.lower()), None)
         if twin:
             del missing[code, name], added[twin]
-    if item.kind == 'TABLE':
-        for counter in (missing, added):
-            for tag in [t for t in counter if t[0] == 70]:
-                del counter[tag]
+    afresh = {'TABLE': 70, 'VERTEX': 330, 'ATTRIB': 330, 'SEQEND': 330}.get(item.kind)
+    for counter in (missing, added):
+        for tag in [t for t in counter if t[0] == afresh]:
+            del counter[tag]
 
 
 def copy(tool, source, target):

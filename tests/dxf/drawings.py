@@ -142,6 +142,7 @@ def make(version):
     doc = ezdxf.new(version, setup=True)
     doc.layers.add('Réseau', color=1, linetype='DASHED')
     doc.layers.add('Points', color=2).off()
+    doc.layers.add('VIEWPORTS')  # viewports name it; a reader makes it when it is missing
     doc.styles.add('Etroit', font='arial.ttf').dxf.width = 0.8
     doc.styles.add_shx('formes.shx')
     doc.appids.add('VELTORA_TEST')

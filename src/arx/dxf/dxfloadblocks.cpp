@@ -9,6 +9,7 @@ using veltora::base::toUtf8;
 AcDbBlockTableRecord* DxfLoader::beginBlock() {
   auto begin = std::make_unique<AcDbBlockBegin>();
   begin->dxfIn(m_scan.tags(), m_db);
+  if (m_old) begin->name = dxfPresentBlockName(begin->name);
   AcDbObjectId id = begin->ownerId();
   if (!id.isValid() || !id.stub()->object->isKindOf(AcDbBlockTableRecord::desc())) {
     id = m_db.recordOf("BLOCK_RECORD", begin->name);
@@ -67,8 +68,9 @@ void DxfLoader::readEntities() {
 
 void DxfLoader::entity(AcDbBlockTableRecord* block) {
   if (m_scan.type() == "SEQEND") return sequenceEnd();
-  std::unique_ptr<AcDbEntity> entity(acdbNewEntity(m_scan.type(), m_scan.tags()));
-  entity->dxfIn(m_scan.tags(), m_db);
+  const std::span<const DxfTag> tags = m_old ? m_upgrade.entity(m_scan.type(), m_scan.tags()) : m_scan.tags();
+  std::unique_ptr<AcDbEntity> entity(acdbNewEntity(m_scan.type(), tags));
+  entity->dxfIn(tags, m_db);
   const Adesk::UInt64 handle = itemHandle();
   AcDbSubEntityOwner* const parent = m_parent ? m_parent->subEntityOwner() : nullptr;
   if (parent && entity->isKindOf(parent->subEntityClass())) {

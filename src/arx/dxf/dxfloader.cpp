@@ -42,10 +42,12 @@ void DxfLoader::run() {
 }
 
 void DxfLoader::checkVersion() {
-  const std::string& version = m_scan.version();
-  const bool known = version.size() == 6 && version.rfind("AC1", 0) == 0 && version >= "AC1015";
-  if (!known)
-    throw DxfError{0, "version de dessin \"" + version + "\" trop ancienne : AC1015 (2000) au moins"};
+  // A file without any version is of the oldest kind.
+  const std::string version = m_scan.version().empty() ? "AC1009" : m_scan.version();
+  if (version.size() != 6 || version.rfind("AC1", 0) != 0) {
+    throw DxfError{0, "version de dessin \"" + version + "\" inconnue"};
+  }
+  m_old = version < "AC1015";
   m_db.fileVersion() = std::max(version, std::string(kDxfOldestWritten));
 }
 

@@ -3,6 +3,7 @@
 #include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
 #include "arx/dxf/dxffile.h"
+#include "arx/dxf/dxfold.h"
 #include "arx/dxf/dxfscanner.h"
 
 #include <memory>
@@ -66,6 +67,8 @@ private:
   bool m_seedKnown;
   bool m_seedForced;
   bool m_tablesReady = false;
+  bool m_old = false;  // from before subclass markers
+  DxfOldItems m_upgrade;
   std::vector<Deferred> m_deferred;
   AcDbSymbolTable* m_table = nullptr;
   std::set<const AcDbObject*> m_begunBlocks;

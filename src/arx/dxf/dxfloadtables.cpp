@@ -85,7 +85,8 @@ void DxfLoader::finishRecords() {
       tags.push_back(tag);
     }
     const AcDbObjectId table = record.object->ownerId();
-    record.object->dxfIn(tags, m_db);
+    const bool arrows = m_old && record.object->dxfName() == "DIMSTYLE";
+    record.object->dxfIn(arrows ? m_upgrade.dimensionStyle(tags, m_db) : tags, m_db);
     record.object->setOwnerId(table);
   }
   m_deferred.clear();

@@ -76,7 +76,8 @@ std::string DxfScanner::converted(std::string_view bytes) const {
 void DxfScanner::decode(std::size_t from, std::size_t to) {
   const std::string_view part(m_buffer.get() + from, to - from);
   const bool ascii = std::none_of(part.begin(), part.end(), [](char c) { return (c & 0x80) != 0; });
-  const bool plain = ascii || (!m_legacy && veltora::base::isUtf8(part));
+  const bool named = m_legacy && !m_codePage.empty();
+  const bool plain = ascii || (!named && veltora::base::isUtf8(part));
   if (plain && !hasLoneReturn(part)) return;
   if (!plain && !m_legacy) m_repaired = true;
   const std::string text = converted(part);
