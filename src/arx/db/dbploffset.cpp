@@ -4,8 +4,8 @@
 
 #include "arx/db/dbpl.h"
 
+#include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
 
 namespace {
@@ -90,57 +90,67 @@ std::optional<double> bulgeBetween(const Moved& moved, const AcGePoint2d& start,
   return std::tan(circle.sweep() / 4);
 }
 
-}  // namespace
-
-Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
-  if (!std::isfinite(offset) || numVerts() < 2) return Acad::eInvalidInput;
-  const unsigned int n = numVerts();
-  std::vector<Moved> moved;
-  std::vector<unsigned int> segmentOf(n,
-                                      0);  // moved segment that starts at a vertex, or follows a doubled one
-  double size = 1;
-  for (unsigned int i = 0; i < n; ++i) {
-    const AcGePoint2d& from = m_vertices[i].point;
-    size = std::max({size, std::fabs(from.x), std::fabs(from.y)});
-    segmentOf[i] = static_cast<unsigned int>(moved.size());
-    const SegType type = segType(i);
-    if (type != kLine && type != kArc) continue;
-    AcGeLineSeg2d line;
-    AcGeCircArc2d arc;
-    const std::optional<Moved> next =
-        type == kLine ? (getLineSegAt(i, line), moveLine(line, offset))
-                      : (getArcSegAt(i, arc),
-                         moveArc(from, m_vertices[(i + 1) % n].point, arc, offset, m_vertices[i].bulge));
-    if (!next) return Acad::eInvalidInput;
-    moved.push_back(*next);
-  }
-  if (moved.empty()) return Acad::eInvalidInput;
-
+// Where each moved segment starts, and the last one ends; nothing when two neighbours do not meet.
+std::vector<AcGePoint2d> endsOf(const std::vector<Moved>& moved, bool closed, const AcGeTol& tol) {
   const std::size_t count = moved.size();
-  const AcGeTol tol{1e-9 + size * 8e-15, 1e-12};
-  std::vector<AcGePoint2d> ends(count + 1);  // ends[k]: where moved segment k starts
+  std::vector<AcGePoint2d> ends(count + 1);
   for (std::size_t k = 0; k <= count; ++k) {
-    if (!isClosed() && (k == 0 || k == count)) {
+    if (!closed && (k == 0 || k == count)) {
       ends[k] = k == 0 ? moved.front().start : moved.back().end;
       continue;
     }
     const std::optional<AcGePoint2d> meet = joint(moved[(k + count - 1) % count], moved[k % count], tol);
-    if (!meet) return Acad::eInvalidInput;
+    if (!meet) return {};
     ends[k] = *meet;
   }
-  std::vector<double> bulges(count);
-  for (std::size_t k = 0; k < count; ++k) {
+  return ends;
+}
+
+// The segment behind a vertex, moved; none when it vanishes.
+std::optional<Moved> moveSegment(const AcDbPolyline& polyline, unsigned int index, double offset) {
+  AcGeLineSeg2d line;
+  if (polyline.getLineSegAt(index, line) == Acad::eOk) return moveLine(line, offset);
+  AcGeCircArc2d arc;
+  AcGePoint2d start;
+  AcGePoint2d end;
+  double bulge = 0;
+  polyline.getArcSegAt(index, arc);
+  polyline.getPointAt(index, start);
+  polyline.getPointAt((index + 1) % polyline.numVerts(), end);
+  polyline.getBulgeAt(index, bulge);
+  return moveArc(start, end, arc, offset, bulge);
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
+  if (!std::isfinite(offset) || numVerts() < 2) return Acad::eInvalidInput;
+  std::vector<Moved> moved;
+  std::vector<std::size_t> segmentOf;  // moved segment that starts at a vertex, or follows a doubled one
+  double size = 1;
+  for (unsigned int i = 0; i < numVerts(); ++i) {
+    const AcGePoint2d& from = m_vertices[i].point;
+    size = std::max({size, std::fabs(from.x), std::fabs(from.y)});
+    segmentOf.push_back(moved.size());
+    if (segType(i) != kLine && segType(i) != kArc) continue;
+    const std::optional<Moved> next = moveSegment(*this, i, offset);
+    if (!next) return Acad::eInvalidInput;
+    moved.push_back(*next);
+  }
+  if (moved.empty()) return Acad::eInvalidInput;
+  const std::vector<AcGePoint2d> ends = endsOf(moved, isClosed(), {1e-9 + size * 8e-15, 1e-12});
+  if (ends.empty()) return Acad::eInvalidInput;
+  for (std::size_t k = 0; k < moved.size(); ++k) {
     const std::optional<double> bulge = bulgeBetween(moved[k], ends[k], ends[k + 1]);
     if (!bulge) return Acad::eInvalidInput;
-    bulges[k] = *bulge;
+    moved[k].bulge = *bulge;
   }
-  std::unique_ptr<AcDbPolyline> copy(static_cast<AcDbPolyline*>(cloneAlone()));
-  for (unsigned int i = 0; i < n; ++i) {
-    const unsigned int k = segmentOf[i];
+  auto* copy = static_cast<AcDbPolyline*>(cloneAlone());
+  for (unsigned int i = 0; i < numVerts(); ++i) {
+    const std::size_t k = segmentOf[i];
     copy->m_vertices[i].point = ends[k];
-    const SegType type = segType(i);
-    copy->m_vertices[i].bulge = type == kArc ? bulges[k] : 0.0;
+    copy->m_vertices[i].bulge = segType(i) == kArc ? moved[k].bulge : 0.0;
   }
-  curves.push_back(copy.release());
+  curves.push_back(copy);
   return Acad::eOk;
 }
