@@ -152,7 +152,7 @@ int lispSelOnNum() {
   if (!table || !Args::estTexte(args.element(0)) || !premier || premier->restype != RTSHORT || !dernier ||
       dernier->restype != RTSHORT)
     return acedRetNil();
-  const auto [debut, fin] = std::minmax<int>(premier->resval.rint, dernier->resval.rint);
+  const auto [debut, fin] = std::minmax<int>({premier->resval.rint, dernier->resval.rint});
   const std::wstring prefixe = args.element(0)->resval.rstring;
   std::vector<AcDbObjectId> blocs;
   for (int numero = debut; numero <= fin; ++numero) {

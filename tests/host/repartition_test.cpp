@@ -132,7 +132,7 @@ TEST_F(Repartition, ptsEn3DDrawsThePointsThatHaveAnAltitude) {
   const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin->modelSpaceId());
   for (const AcDbObjectId& id : espace->entities())
     cotes += base::ecrireReel(AcDbObjectPointer<AcDbPoint>(id)->position().z) + " ";
-  EXPECT_EQ(cotes, "-100000000.0 12.5 ");
+  EXPECT_EQ(cotes, "-1e+08 12.5 ");
   EXPECT_NE(imprime.find("\n6 points"), std::string::npos) << imprime;
 }
 

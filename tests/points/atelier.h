@@ -53,7 +53,7 @@ inline const std::filesystem::path& installationEssai() {
         espace->appendAcDbEntity(croix);
         croix->close();
       }
-      for (const char* nom : {"biblio/varnblk1.dxf", "biblio/autre.dxf"})
+      for (const char* nom : {"biblio/varnblk1.dxf", "biblio/varnblk3.dxf", "biblio/autre.dxf"})
         bloc.saveAs(base::fromUtf8((chemin / nom).string()).c_str());
     }
     ~Dossier() { std::filesystem::remove_all(chemin); }

@@ -19,6 +19,11 @@ protected:
     table().Ajouter(point);
     return *table().getData(table().nbPoint() - 1);
   }
+  AcDbObjectId calque(const wchar_t* nom) {
+    AcDbObjectId id;
+    AcDbObjectPointer<AcDbLayerTable>(dessin.layerTableId())->getIdAt(nom, id);
+    return id;
+  }
 };
 
 TEST_F(BlocsPoints, drawsThePointAsTold) {
@@ -173,7 +178,7 @@ TEST_F(BlocsPoints, blockFilesAreFoundAndNamed) {
   struct {
     const wchar_t* chemin;
     const wchar_t* bloc;
-  } const cas[] = {{L" biblio\\autre.dwg.;", L"autre"},   {L"biblio\\Autre", L"Autre"}, {L" ,;", L"varnblk1"},
+  } const cas[] = {{L" biblio\\autre.dwg.;", L"autre"},   {L"biblio\\autre", L"autre"}, {L" ,;", L"varnblk1"},
                    {L"biblio/varnblk1.DWG", L"varnblk1"}, {L"biblio\\absent.dwg", L""}, {L"biblio\\", L""}};
   for (const auto& c : cas) {
     AcDbDatabase vierge;
@@ -202,13 +207,10 @@ TEST_F(BlocsPoints, layersAreMadeOnRequestAndNeverTakenFromAnotherDrawing) {
   pointDuDessin point = unPoint(L"1", 0, 0, 1, 6);
   point.creer(false, nullptr);
   EXPECT_TRUE(point.id.isLive());
-  const AcDbObjectPointer<AcDbLayerTable> calques(dessin.layerTableId());
-  EXPECT_FALSE(calques->has(L"Alti"));
+  EXPECT_FALSE(calque(L"Alti").isLive());
   point.creer(true, nullptr);
-  EXPECT_TRUE(calques->has(L"Alti"));
-  AcDbObjectId numero;
-  ASSERT_EQ(calques->getIdAt(L"Num", numero), Acad::eOk);
-  EXPECT_EQ(AcDbObjectPointer<AcDbLayerTableRecord>(numero)->color().colorIndex(), 3);
+  EXPECT_TRUE(calque(L"Alti").isLive());
+  EXPECT_EQ(AcDbObjectPointer<AcDbLayerTableRecord>(calque(L"Num"))->color().colorIndex(), 3);
 }
 
 TEST_F(BlocsPoints, ajouterPointDessineDrawsAndEnters) {

@@ -202,7 +202,8 @@ TEST_F(TablePoints, joinsAnotherTableAndEvenItself) {
 TEST_F(TablePoints, worksOn200000Points) {
   constexpr int kNombre = 200000;
   const auto debut = std::chrono::steady_clock::now();
-  for (int i = 0; i < kNombre; ++i) table().Ajouter(unPoint(std::to_wstring(i).c_str(), i % (kNombre / 2), 0));
+  for (int i = 0; i < kNombre; ++i)
+    table().Ajouter(unPoint(std::to_wstring(i).c_str(), i % (kNombre / 2), 0));
   for (int i = 0; i < kNombre; ++i) ASSERT_EQ(indexDe(table(), std::to_wstring(i).c_str()), i);
   table().delDups();
   EXPECT_EQ(table().nbPoint(), kNombre / 2);
