@@ -49,8 +49,24 @@ bool hasItems(Interpreter& in, const Value& value) {
   return true;
 }
 
+/// Points in the plane as lists of two numbers, which show no z.
+void spreadPlanePoints(resbuf* chain) {
+  for (resbuf* item = chain; item; item = item->rbnext) {
+    if (item->restype != RTPOINT) continue;
+    resbuf* const rest = item->rbnext;
+    item->restype = RTLB;
+    item->rbnext = acutBuildList(RTREAL, item->resval.rpoint[0], RTREAL, item->resval.rpoint[1], RTLE);
+    while (item->rbnext) item = item->rbnext;
+    item->rbnext = rest;
+  }
+}
+
 resbuf* resultChain(Interpreter& in, Value value) {
-  if (hasItems(in, value)) return argumentChain(in, std::span<Value>(&value, 1));
+  if (hasItems(in, value)) {
+    resbuf* const chain = argumentChain(in, std::span<Value>(&value, 1));
+    spreadPlanePoints(chain);
+    return chain;
+  }
   in.print(printed(value, true) + L"\n");
   return acutNewRb(RTVOID);
 }

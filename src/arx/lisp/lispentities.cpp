@@ -83,8 +83,10 @@ Value textBox(Args& a) {
 Value regApp(Args& a) {
   AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
   if (!database) return {};
-  const AcDbObjectPointer<AcDbSymbolTable> table(database->regAppTableId());
-  if (table && table->has(a.text(0).c_str())) return {};
+  {
+    const AcDbObjectPointer<AcDbSymbolTable> table(database->regAppTableId());
+    if (table && table->has(a.text(0).c_str())) return {};
+  }
   if (acdbRegApp(a.text(0).c_str()) != Acad::eOk) a.in.fail(L"nom d'application refusé : " + a.text(0));
   return a[0];
 }

@@ -155,8 +155,8 @@ Value nentSelP(Args& a) { return nestedPick(a, true); }
 /// nil for a variable that does not exist.
 Value getVariable(Args& a) {
   std::wstring name = a[0].is(Kind::kSymbol) ? a[0].asSymbol()->name : a.text(0);
-  if (veltora::base::compareNoCase(name, L"CMDACTIVE") == 0 && commandIsPending(a.in))
-    return Value::integer(1);
+  if (veltora::base::compareNoCase(name, L"CMDACTIVE") == 0)
+    return Value::integer(commandIsPending(a.in) ? 1 : 0);
   auto* const value = acutNewRb(RTNONE);
   const ChainHolder holder(value);
   return acedGetVar(name.c_str(), value) == RTNORM ? valueOfChain(a.in, value) : Value();

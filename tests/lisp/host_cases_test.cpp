@@ -1,0 +1,31 @@
+// Runs the case files that need a drawing: each group on a new one.
+#include "lisp/case_file.h"
+#include "lisp/host_support.h"
+
+namespace {
+
+class HostCases : public LispHost {};
+
+TEST_F(HostCases, evaluateAsWritten) {
+  std::string group;
+  for (const char* file : {"entities.txt", "selection.txt", "tables.txt"}) {
+    const std::vector<LispCase> cases = lireCas(file);
+    ASSERT_GT(cases.size(), 5U);
+    for (const LispCase& one : cases) {
+      if (one.group != group) {
+        acDocManager->appContextNewDocument();
+        aclispInstall();
+      }
+      group = one.group;
+      const std::string got = outcome(one.expression);
+      const std::string place = std::string(file) + ":" + std::to_string(one.line) + ": " + one.expression;
+      if (!one.failure)
+        EXPECT_EQ(got, one.expected) << place;
+      else
+        EXPECT_TRUE(got.rfind("!! ", 0) == 0 && got.find(one.expected) != std::string::npos)
+            << place << "\n  gives " << got << "\n  expected failure: " << one.expected;
+    }
+  }
+}
+
+}  // namespace
