@@ -53,7 +53,7 @@ int ResbufSerializer::peekMark() {
   return element ? element->resval.rlong : -1;
 }
 
-// Deliberate (testMark-curseur): a mark that matches is not consumed, other than in a file.
+// Deliberate (testmark-curseur): a mark that matches is not consumed, other than in a file.
 int ResbufSerializer::testMark(int mark) {
   const resbuf* element = suivant(kEntier);
   return element && element->resval.rlong == mark ? 1 : 0;

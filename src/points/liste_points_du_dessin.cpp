@@ -14,7 +14,7 @@ constexpr std::size_t kPasTable = 10000;
 /// `getAt` takes points less than this away in x and in y, strictly; drawing units.
 constexpr double kMemePosition = 1e-6;
 
-// Deliberate (cleNomPoint-tabulation): entering and finding trim blanks only, the other paths tabs too: a
+// Deliberate (clenompoint-tabulation): entering and finding trim blanks only, the other paths tabs too: a
 // name with a tab at its edge stands under a key that those do not reach.
 constexpr std::wstring_view kBlanc = L" ";
 constexpr std::wstring_view kBlancTabulation = L" \t";
@@ -34,7 +34,7 @@ void listePointsDuDessin::Ajouter(const pointDuDessin& point) {
 }
 
 void listePointsDuDessin::CreerPoint(const AcGePoint3d& pt, int code, const wchar_t* nom) {
-  // Deliberate (CreerPoint-zero): an altitude of exactly 0 is that of a vertex without any.
+  // Deliberate (creerpoint-zero): an altitude of exactly 0 is that of a vertex without any.
   if (pt.z == 0.0) return;
   pointDuDessin point;
   point.setParams(nom ? nom : L"*", pt, code);

@@ -74,7 +74,7 @@ void listePointsDuDessin::delDups() {
   std::size_t doublons = 0;
   const std::vector<bool> garder = marquerSurvivants(tries, doublons);
   indexNoms.clear();
-  // Deliberate (delDups-index): without duplicates the dictionary stays empty; names are found again after a
+  // Deliberate (deldups-index): without duplicates the dictionary stays empty; names are found again after a
   // full renumbering or a reload.
   if (doublons == 0) return;
   pointsTable.setPas(tries.size() - doublons);

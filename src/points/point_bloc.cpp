@@ -50,7 +50,7 @@ void pointDuDessin::updateDrawing() {
   if (!bloc) return;
   CString altitude;
   getZAsString(altitude);
-  // Deliberate (updateDrawing-code): the first pair bears the tag of the number, so the second overwrites it
+  // Deliberate (updatedrawing-code): the first pair bears the tag of the number, so the second overwrites it
   // and the attribute CODE stays as it was.
   const valeurAttribut valeurs[] = {{etiquettesPoints.numero, base::formater(L"%d", code)},
                                     {etiquettesPoints.numero, base::widen(nomPoint)},

@@ -39,7 +39,7 @@ struct VELTORA_API pointDuDessin {
   void setY(double valeur) { y = valeur; }
   void setZ(double valeur) { z = valeur; }
   void getXY(double& px, double& py) const { px = x, py = y; }
-  // Deliberate (setXY-altitude): sets the altitude too, in spite of its name.
+  // Deliberate (setxy-altitude): sets the altitude too, in spite of its name.
   void setXY(double px, double py, double pz) { x = px, y = py, z = pz; }
   [[nodiscard]] AcGePoint3d getAs3dPnt() const {
     return {x, y, z};

@@ -41,7 +41,7 @@ void projetsTopo::supprimer(int i) {
 
 void projetsTopo::removeTablePoints(int i) {
   if (tablesListe.GetSize() == 1 || i < 0 || i >= tablesListe.GetSize()) return;
-  // Deliberate (removeTablePoints-courante): removing the current table moves the index down too.
+  // Deliberate (removetablepoints-courante): removing the current table moves the index down too.
   if (tableCourante >= i) --tableCourante;
   supprimer(i);
   if (tableCourante < 0) tableCourante = 0;
