@@ -3,6 +3,7 @@
 #include "arx/db/dbblockref.h"
 #include "arx/dxf/dxfdefault.h"
 #include "arx/dxf/dxfloader.h"
+#include "base/text.h"
 
 #include <deque>
 #include <unordered_map>
@@ -23,17 +24,18 @@ private:
     std::string type;
     DxfTagText tags;
   };
+  struct Place {
+    AcDbDictionary* dictionary;
+    std::wstring key;
+  };
   std::vector<Item> itemsOf(std::string_view section) const;
   void place(std::unique_ptr<AcDbObject> object, const Item& item);
   void readFields();
   void root(const Item& item);
   void entriesOf(const Item& item, bool onlyVital);
   void nameLayouts();
+  AcDbObjectId enterAt(const Place& place, AcDbObject& object);
 
-  struct Place {
-    AcDbDictionary* dictionary;
-    std::wstring key;
-  };
   AcDbDatabase& m_db;
   std::unordered_map<Adesk::UInt64, AcDbObjectId> m_ids;  // by handle in the empty drawing's text
   std::unordered_map<Adesk::UInt64, Place> m_wanted;      // entries to be made, by the same handles
@@ -174,6 +176,19 @@ void Completion::root(const Item& item) {
   entriesOf(item, known);
 }
 
+/// Gives an object to a dictionary, under the handle that an entry without object names already, if any.
+AcDbObjectId Completion::enterAt(const Place& place, AcDbObject& object) {
+  AcDbObjectId id;
+  for (const AcDbDictionary::Entry& entry : place.dictionary->entries()) {
+    const bool open = !entry.id.isNull() && !entry.id.isValid() && entry.id.handle() < kDxfHandleLimit;
+    if (!open || veltora::base::compareNoCase(entry.key, place.key) != 0) continue;
+    if (m_db.addWithHandle(id, &object, entry.id.handle()) == Acad::eOk) return id;
+  }
+  place.dictionary->setAt(place.key.c_str(), &object, id);
+  object.close();
+  return id;
+}
+
 void Completion::objects() {
   tables();  // all there: learns their handles
   const std::vector<Item> items = itemsOf("OBJECTS");
@@ -181,9 +196,10 @@ void Completion::objects() {
   for (const Item& item : items) {
     const auto wanted = m_wanted.find(handleIn(item.tags));
     if (wanted == m_wanted.end()) continue;
-    place(dxfNewObject(item.type), item);
-    const AcDbObjectId id = m_made.back().first->objectId();
-    wanted->second.dictionary->enter(wanted->second.key, id);
+    std::unique_ptr<AcDbObject> object = dxfNewObject(item.type);
+    const AcDbObjectId id = enterAt(wanted->second, *object);
+    m_ids[handleIn(item.tags)] = id;
+    m_made.emplace_back(object.release(), &item);
     m_db.objectOrder().push_back(id);
     entriesOf(item, false);
   }

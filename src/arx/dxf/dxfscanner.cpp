@@ -89,7 +89,7 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
     std::memcpy(larger.get(), m_buffer.get(), from);
   }
   char* target = larger ? larger.get() : m_buffer.get();
-  std::memmove(target + from + text.size(), m_buffer.get() + to, tail);
+  if (tail) std::memmove(target + from + text.size(), m_buffer.get() + to, tail);
   std::memcpy(target + from, text.data(), text.size());
   if (larger) m_buffer = std::move(larger);
   m_limit = from + text.size();
@@ -98,7 +98,7 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
 
 void DxfScanner::fill() {
   const bool first = m_fill == 0;
-  std::memmove(m_buffer.get(), m_buffer.get() + m_item, m_fill - m_item);
+  if (m_item > 0) std::memmove(m_buffer.get(), m_buffer.get() + m_item, m_fill - m_item);
   m_at -= m_item;
   m_limit -= m_item;
   m_fill -= m_item;
