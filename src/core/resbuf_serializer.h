@@ -50,6 +50,7 @@ public:
   int readByte(unsigned char& value) override;
   int readChar(char& value) override;
   int readDouble(double& value) override;
+  /// Chunks that do not add up to the length fail; `bytes` may then be filled in part.
   int readBytes(void* bytes, int length) override;
   int readInt(int& value) override;
   int readString(CString& text) override;
