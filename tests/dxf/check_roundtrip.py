@@ -71,6 +71,26 @@ def check_new(tool, folder):
     return check(tool, source, 'utf8', folder)
 
 
+def check_old(tool, folder):
+    """A drawing without handles and markers is raised: the same entities, nothing for an auditor to mend."""
+    source, target, again = (os.path.join(folder, n) for n in ('old.dxf', 'raised.dxf', 'again.dxf'))
+    old = drawings.make_old()
+    old.saveas(source)
+    wrong = ['mended: ' + line for line in copy(tool, source, target)]
+    copy(tool, target, again)
+    if open(target, 'rb').read() != open(again, 'rb').read():
+        wrong.append('a second copy differs from the first one')
+    raised = ezdxf.readfile(target)
+    if [e.dxftype() for e in raised.modelspace()] != [e.dxftype() for e in old.modelspace()]:
+        wrong.append('entities %s' % [str(e) for e in raised.modelspace()])
+    dimension, former = (d.modelspace().query('DIMENSION')[0].dxf for d in (raised, old))
+    for name in ('geometry', 'defpoint', 'defpoint2', 'defpoint3', 'angle'):
+        if dimension.get(name) != former.get(name):
+            wrong.append('dimension: %s %s became %s' % (name, former.get(name), dimension.get(name)))
+    audit = raised.audit()
+    return wrong + ['audit: ' + e.message for e in audit.errors + audit.fixes]
+
+
 def report(name, wrong):
     print('%s: %s' % (name, 'ok' if not wrong else '%d differences' % len(wrong)))
     for text in wrong[:40]:
@@ -81,6 +101,7 @@ def report(name, wrong):
 def main(tool):
     with tempfile.TemporaryDirectory() as folder:
         status = report('new drawing', check_new(tool, folder))
+        status |= report('R12', check_old(tool, folder))
         for version in drawings.VERSIONS:
             source = os.path.join(folder, version + '.dxf')
             drawings.save(version, source)

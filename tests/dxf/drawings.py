@@ -179,6 +179,25 @@ def add_unknown(text, doc):
     return '999\nfait pour les essais\n' + text
 
 
+def make_old():
+    """A drawing of the version before subclass markers."""
+    doc = ezdxf.new('R12', setup=True)
+    space = doc.modelspace()
+    space.add_line((0, 0), (1, 1))
+    space.add_text('été', dxfattribs={'height': 2})
+    space.add_polyline3d([(0, 0, 0), (1, 1, 1)])
+    space.add_polyline2d([(0, 0), (1, 1)])
+    space.add_polyface().append_face([(0, 0, 0), (1, 0, 0), (1, 1, 0)])
+    space.add_linear_dim(base=(3, 2), p1=(0, 0), p2=(6, 0), angle=10).render()
+    block = doc.blocks.new('B')
+    block.add_circle((0, 0), 1)
+    block.add_attdef('T', (0, 0))
+    space.add_blockref('B', (1, 1)).add_attrib('T', 'x', (1, 1))
+    space.add_solid([(0, 0), (1, 0), (0, 1)])
+    space.add_3dface([(0, 0), (1, 0), (0, 1)])
+    return doc
+
+
 def encoding(version):
     return 'cp1252' if version in ('R2000', 'R2004') else 'utf8'
 

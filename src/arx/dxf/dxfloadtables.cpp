@@ -85,8 +85,7 @@ void DxfLoader::finishRecords() {
       tags.push_back(tag);
     }
     const AcDbObjectId table = record.object->ownerId();
-    const bool arrows = m_old && record.object->dxfName() == "DIMSTYLE";
-    record.object->dxfIn(arrows ? m_upgrade.dimensionStyle(tags, m_db) : tags, m_db);
+    record.object->dxfIn(m_old ? m_upgrade.record(record.object->dxfName(), tags, m_db) : tags, m_db);
     record.object->setOwnerId(table);
   }
   m_deferred.clear();

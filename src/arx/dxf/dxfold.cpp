@@ -26,6 +26,15 @@ struct Plain {
 constexpr std::array<Plain, 4> kPlain = {
     {{"SOLID", "AcDbTrace"}, {"TRACE", "AcDbTrace"}, {"SHAPE", "AcDbShape"}, {"VIEWPORT", "AcDbViewport"}}};
 
+constexpr std::array<Plain, 8> kRecords = {{{"LAYER", "AcDbLayerTableRecord"},
+                                            {"STYLE", "AcDbTextStyleTableRecord"},
+                                            {"LTYPE", "AcDbLinetypeTableRecord"},
+                                            {"APPID", "AcDbRegAppTableRecord"},
+                                            {"VPORT", "AcDbViewportTableRecord"},
+                                            {"VIEW", "AcDbViewTableRecord"},
+                                            {"UCS", "AcDbUCSTableRecord"},
+                                            {"DIMSTYLE", "AcDbDimStyleTableRecord"}}};
+
 /// In front of every section: handle, owner, groups in braces.
 bool isFront(int code) { return code == 5 || code == 102 || code == 330 || code == 360; }
 
@@ -87,23 +96,38 @@ std::span<const DxfTag> DxfOldItems::entity(std::string_view type, std::span<con
   return m_result;
 }
 
-std::span<const DxfTag> DxfOldItems::dimensionStyle(std::span<const DxfTag> tags, AcDbDatabase& database) {
-  if (isMarked(tags)) return tags;
+void DxfOldItems::arrowByHandle(DxfTag tag, AcDbDatabase& database) {
+  const AcDbObjectId block = database.recordOf("BLOCK_RECORD", dxfToWide(tag.value));
+  if (block.isNull()) return;
+  constexpr int kFirstName = 5;
+  constexpr int kFirstHandle = 342;
+  DxfTagText text;
+  text.appendHandle(tag.code - kFirstName + kFirstHandle, block.handle());
+  DxfTagText::Cursor cursor = text.tags();
+  cursor.next(tag);
+  tag.value = m_texts.emplace_back(tag.value);
+  m_result.push_back(tag);
+}
+
+std::span<const DxfTag> DxfOldItems::record(std::string_view type, std::span<const DxfTag> tags,
+                                            AcDbDatabase& database) {
+  const auto known =
+      std::find_if(kRecords.begin(), kRecords.end(), [&](const Plain& row) { return row.type == type; });
+  if (known == kRecords.end() || isMarked(tags)) return tags;
+  const bool style = type == "DIMSTYLE";
   m_result.clear();
   m_texts.clear();
-  for (DxfTag tag : tags) {
-    if (tag.code >= 5 && tag.code <= 7) {
-      const AcDbObjectId block = database.recordOf("BLOCK_RECORD", dxfToWide(tag.value));
-      if (block.isNull()) continue;
-      DxfTagText text;
-      text.appendHandle(tag.code - 5 + 342, block.handle());
-      DxfTagText::Cursor cursor = text.tags();
-      DxfTag written;
-      cursor.next(written);
-      tag.code = written.code;
-      tag.value = m_texts.emplace_back(written.value);
+  for (const DxfTag& tag : tags) {
+    if (isFront(tag.code) && !style) m_result.push_back(tag);
+  }
+  m_result.push_back({100, 0, "AcDbSymbolTableRecord"});
+  m_result.push_back({100, 0, known->marker});
+  for (const DxfTag& tag : tags) {
+    if (style && tag.code >= 5 && tag.code <= 7) {
+      arrowByHandle(tag, database);
+    } else if (style || !isFront(tag.code)) {
+      m_result.push_back(tag);
     }
-    m_result.push_back(tag);
   }
   return m_result;
 }

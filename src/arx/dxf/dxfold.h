@@ -16,13 +16,14 @@ public:
   /// Groups with markers; the same groups when they hold some already or the type needs none. Valid until the
   /// next call.
   std::span<const DxfTag> entity(std::string_view type, std::span<const DxfTag> tags);
-  /// A dimension style: arrows are named by handle instead of by name.
-  std::span<const DxfTag> dimensionStyle(std::span<const DxfTag> tags, AcDbDatabase& database);
+  /// A table record; a dimension style names its arrows by handle instead of by name.
+  std::span<const DxfTag> record(std::string_view type, std::span<const DxfTag> tags, AcDbDatabase& database);
 
 private:
   void section(std::string_view marker, std::span<const int> codes);
   void rest(std::string_view marker);
   void dimension(int kind);
+  void arrowByHandle(DxfTag tag, AcDbDatabase& database);
   std::vector<DxfTag> m_source;
   std::vector<bool> m_taken;
   std::vector<DxfTag> m_result;

@@ -26,6 +26,8 @@ private:
 
 void load(AcDbDatabase& database, DxfSource& source, DxfFindings& findings) {
   const RecordingPause pause(database.undoLog());
+  constexpr std::size_t kBytesPerObject = 250;  // of usual drawings
+  database.reserve(source.size() / kBytesPerObject);
   try {
     DxfLoader(database, source, findings, 0).run();
   } catch (const DxfSeedNeeded&) {

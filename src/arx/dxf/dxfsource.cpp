@@ -65,6 +65,11 @@ std::size_t DxfFileSource::read(char* to, std::size_t room) {
   }
 }
 
+std::size_t DxfFileSource::size() const {
+  struct stat info {};
+  return ::fstat(m_descriptor, &info) == 0 && info.st_size > 0 ? static_cast<std::size_t>(info.st_size) : 0;
+}
+
 void DxfFileSource::restart() {
   if (::lseek(m_descriptor, 0, SEEK_SET) != 0) throw DxfError{0, "le fichier ne peut pas être relu"};
 }

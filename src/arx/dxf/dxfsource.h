@@ -14,6 +14,8 @@ public:
   /// Raises DxfError when the file cannot be read.
   virtual std::size_t read(char* to, std::size_t room) = 0;
   virtual void restart() = 0;
+  /// Number of bytes, 0 when it is not known.
+  [[nodiscard]] virtual std::size_t size() const { return 0; }
 };
 
 /// A text in memory, which must outlive the source.
@@ -38,6 +40,7 @@ public:
   [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
   std::size_t read(char* to, std::size_t room) override;
   void restart() override;
+  [[nodiscard]] std::size_t size() const override;
 
 private:
   int m_descriptor = -1;
