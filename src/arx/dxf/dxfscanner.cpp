@@ -96,6 +96,23 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
   m_fill = m_limit + tail;
 }
 
+/// What the first bytes tell: binary content, version, encoding.
+void DxfScanner::inspectHead() {
+  const std::string_view text(m_buffer.get(), m_fill);
+  const std::string_view head = text.substr(0, 4096);
+  if (head.rfind("AC10", 0) == 0 && head.find('\n') > 6) {
+    throw DxfError{0, "dessin binaire : seuls les dessins texte (DXF ASCII) sont lus"};
+  }
+  if (head.find('\0') != std::string_view::npos) {
+    throw DxfError{0, "fichier binaire : seuls les dessins texte (DXF ASCII) sont lus"};
+  }
+  m_version = rawVariable(text, "$ACADVER");
+  m_codePage = rawVariable(text, "$DWGCODEPAGE");
+  const bool marked = text.rfind(kByteOrderMark, 0) == 0;
+  m_legacy = !marked && m_version < "AC1021";
+  if (marked) m_item = m_at = m_limit = kByteOrderMark.size();
+}
+
 void DxfScanner::fill() {
   const bool first = m_fill == 0;
   if (m_item > 0) std::memmove(m_buffer.get(), m_buffer.get() + m_item, m_fill - m_item);
@@ -123,21 +140,7 @@ void DxfScanner::fill() {
       if (m_buffer[i - 1] == '\n') lineEnd = i;
     }
   }
-  if (first && m_fill > 0) {
-    const std::string_view text(m_buffer.get(), m_fill);
-    const std::string_view head = text.substr(0, 4096);
-    if (head.rfind("AC10", 0) == 0 && head.find('\n') > 6) {
-      throw DxfError{0, "dessin binaire : seuls les dessins texte (DXF ASCII) sont lus"};
-    }
-    if (head.find('\0') != std::string_view::npos) {
-      throw DxfError{0, "fichier binaire : seuls les dessins texte (DXF ASCII) sont lus"};
-    }
-    m_version = rawVariable(text, "$ACADVER");
-    m_codePage = rawVariable(text, "$DWGCODEPAGE");
-    const bool marked = text.rfind(kByteOrderMark, 0) == 0;
-    m_legacy = !marked && m_version < "AC1021";
-    if (marked) m_item = m_at = m_limit = kByteOrderMark.size();
-  }
+  if (first && m_fill > 0) inspectHead();
   const std::size_t from = m_limit;
   m_limit = std::max(lineEnd, m_limit);
   decode(from, m_limit);

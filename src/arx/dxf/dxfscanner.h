@@ -43,6 +43,7 @@ private:
   bool readCode(const char*& at, int& code) const;
   void fill();
   void start();
+  void inspectHead();
   void decode(std::size_t from, std::size_t to);
   [[nodiscard]] std::string converted(std::string_view bytes) const;
 
