@@ -2,6 +2,7 @@
 
 #include "arx/ap/apsession.h"
 #include "arx/ed/edports.h"
+#include "arx/lisp/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/text.h"
 
@@ -83,6 +84,7 @@ void Programme::brancher() {
     return reponseHote(m_driver.messageBox(text, title, boutons(buttons)));
   };
   ports.userBreak = [this] { return m_driver.wantsToStop(); };
+  aclispInstall();
 }
 
 bool Programme::charger() {

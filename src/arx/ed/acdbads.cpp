@@ -236,18 +236,6 @@ int acdbEntMake(const resbuf* chain) {
 
 namespace {
 
-/// Living entities of model space in order, each with its living parts behind it.
-std::vector<AcDbObjectId> modelEntities() {
-  std::vector<AcDbObjectId> all;
-  AcDbDatabase* const database = workingDatabase();
-  const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
-  if (!space) return all;
-  for (const AcDbObjectId id : space->entities()) {
-    if (id.isLive()) all.push_back(id);
-  }
-  return all;
-}
-
 /// Part behind `part`, or the first for the null id; null at the end.
 AcDbObjectId nextPart(AcDbObjectId owner, AcDbObjectId part) {
   const AcDbObjectPointer<AcDbObject> object(owner);
@@ -291,8 +279,12 @@ int nameFound(AcDbObjectId id, ads_name entity) {
 
 int acdbEntLast(ads_name entity) {
   if (!entity) return RTERROR;
-  const std::vector<AcDbObjectId> all = modelEntities();
-  return nameFound(all.empty() ? AcDbObjectId() : all.back(), entity);
+  AcDbDatabase* const database = workingDatabase();
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
+  if (!space) return RTERROR;
+  const std::vector<AcDbObjectId>& all = space->entities();
+  const auto last = std::find_if(all.rbegin(), all.rend(), [](AcDbObjectId id) { return id.isLive(); });
+  return nameFound(last == all.rend() ? AcDbObjectId() : *last, entity);
 }
 
 int acdbEntNext(const ads_name after, ads_name entity) {

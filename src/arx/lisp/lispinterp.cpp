@@ -141,36 +141,58 @@ Value Interpreter::eval(const Value& form) {
   return form;
 }
 
-Value Interpreter::evalCall(const Value& form) {
-  const Frame frame(*this, form);
+void Interpreter::enter(const Frame& frame) {
   const char* const here = reinterpret_cast<const char*>(&frame);
   if (m_depth == 1) m_stackEnd = stackEnd();
-  if (m_depth > m_limits.depth || (m_stackEnd && here < m_stackEnd)) fail(L"récursion trop profonde");
+  if (m_depth > m_limits.depth || (m_stackEnd && here < m_stackEnd)) failDeep();
   tick();
+}
+
+Value Interpreter::evalCall(const Value& form) {
+  const Frame frame(*this, form);
+  enter(frame);
   const Value& head = form.car();
-  Value function;
-  if (head.is(Kind::kSymbol))
-    function = head.asSymbol()->value;
-  else if (head.is(Kind::kCons))
-    function =
-        head.car().is(Kind::kSymbol) && head.car().asSymbol() == m_lambda ? callable(head) : eval(head);
-  else
-    function = head;
-  if (function.is(Kind::kSubr)) return callSubr(*function.asSubr(), form);
-  if (function.is(Kind::kCons)) function = callable(function);
-  if (!function.is(Kind::kFunction)) return callUnknown(form);
-  ArgumentBuffer arguments;
-  for (const Value& argument : Elements(form.cdr())) arguments.add(eval(argument));
-  return callFunction(function, arguments.span());
+  if (head.is(Kind::kSymbol)) {
+    const Value& value = head.asSymbol()->value;
+    if (value.is(Kind::kSubr)) {
+      const Subr& subr = *value.asSubr();
+      return subr.special ? subr.special(*this, form.cdr()) : callSubr(subr, form);
+    }
+    // A copy: the function may replace itself while it runs.
+    if (value.is(Kind::kFunction)) return callWithArguments(Value(value), form);
+  }
+  return callOther(form);
 }
 
 Value Interpreter::callSubr(const Subr& subr, const Value& form) {
-  if (subr.special) return subr.special(*this, form.cdr());
   ArgumentBuffer buffer;
   for (const Value& argument : Elements(form.cdr())) buffer.add(eval(argument));
   Args arguments(*this, buffer.span());
   checkCount(subr, arguments.size());
   return subr.call(arguments);
+}
+
+Value Interpreter::callWithArguments(const Value& function, const Value& form) {
+  ArgumentBuffer arguments;
+  for (const Value& argument : Elements(form.cdr())) arguments.add(eval(argument));
+  return callFunction(function, arguments.span());
+}
+
+/// A head that is no name of a function: an expression that gives one, or a name that only a module knows.
+Value Interpreter::callOther(const Value& form) {
+  const Value& head = form.car();
+  Value function = head.is(Kind::kSymbol) ? head.asSymbol()->value : head;
+  if (head.is(Kind::kCons) && !isLambda(head)) function = eval(head);
+  if (function.is(Kind::kSubr)) {
+    const Subr& subr = *function.asSubr();
+    return subr.special ? subr.special(*this, form.cdr()) : callSubr(subr, form);
+  }
+  if (function.is(Kind::kCons)) function = callable(function);
+  return function.is(Kind::kFunction) ? callWithArguments(function, form) : callUnknown(form);
+}
+
+bool Interpreter::isLambda(const Value& list) const {
+  return list.car().is(Kind::kSymbol) && list.car().asSymbol() == m_lambda;
 }
 
 /// A head without a function: it may be one of a module.
@@ -215,8 +237,8 @@ Value Interpreter::callFunction(const Value& function, std::span<Value> argument
 }
 
 Value Interpreter::apply(const Value& function, std::span<Value> arguments) {
-  tick();
   if (function.is(Kind::kSubr)) {
+    tick();
     const Subr& subr = *function.asSubr();
     if (!subr.call) fail(L"fonction incorrecte : " + std::wstring(subr.name));
     Args list(*this, arguments);
@@ -225,9 +247,7 @@ Value Interpreter::apply(const Value& function, std::span<Value> arguments) {
   }
   if (function.is(Kind::kFunction)) {
     const Frame frame(*this, kNilValue);
-    if (m_depth == 1) m_stackEnd = stackEnd();
-    const char* const here = reinterpret_cast<const char*>(&frame);
-    if (m_depth > m_limits.depth || (m_stackEnd && here < m_stackEnd)) fail(L"récursion trop profonde");
+    enter(frame);
     return callFunction(function, arguments);
   }
   if (function.is(Kind::kSymbol) && !function.asSymbol()->value)
@@ -313,6 +333,8 @@ LispError Interpreter::located(std::wstring message) const {
 }
 
 void Interpreter::fail(std::wstring message) const { throw located(std::move(message)); }
+
+void Interpreter::failDeep() const { fail(L"récursion trop profonde"); }
 
 void Interpreter::failType(const wchar_t* expected, const Value& got) const {
   fail(std::wstring(L"type d'argument incorrect : ") + expected + L" " +

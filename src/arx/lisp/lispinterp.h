@@ -12,6 +12,8 @@
 
 namespace aclisp {
 
+#define ACLISP_APART __attribute__((noinline))
+
 class Interpreter;
 
 /// What the interpreter needs of the program around it. Everything may be absent.
@@ -30,7 +32,7 @@ struct Host {
 
 /// Ceilings that keep a runaway routine from harming the program.
 struct Limits {
-  int depth = 20000;                         ///< nested calls; the native stack may end them earlier
+  int depth = 100000;                        ///< nested calls; the native stack may end them earlier
   std::size_t objects = 60'000'000;          ///< about 3 GB of lists
   std::size_t textLength = 64'000'000;       ///< characters in one text
   static constexpr int kReaderDepth = 2000;  ///< nested brackets in a text
@@ -129,7 +131,7 @@ public:
   void bind(Symbol* symbol, Value value);
   void unwind(std::size_t mark);
 
-  [[noreturn]] void fail(std::wstring message) const;
+  [[noreturn]] ACLISP_APART void fail(std::wstring message) const;
   /// "type d'argument incorrect : numberp: nil".
   [[noreturn]] void failType(const wchar_t* expected, const Value& got) const;
   [[noreturn]] void cancel() const;
@@ -165,10 +167,17 @@ private:
   friend struct Frame;
   static constexpr int kTicks = 2048;
   Value evalCall(const Value& form);
-  Value callSubr(const Subr& subr, const Value& form);
+  // Apart from `evalCall` and from each other, so that a level of recursion takes no more of the native stack
+  // than it needs.
+  ACLISP_APART Value callSubr(const Subr& subr, const Value& form);
+  ACLISP_APART Value callWithArguments(const Value& function, const Value& form);
+  ACLISP_APART Value callOther(const Value& form);
+  ACLISP_APART void enter(const struct Frame& frame);
+  [[noreturn]] ACLISP_APART void failDeep() const;
+  [[nodiscard]] bool isLambda(const Value& list) const;
   Value callFunction(const Value& function, std::span<Value> arguments);
   Value callModule(Symbol* name, std::span<Value> arguments);
-  Value callUnknown(const Value& form);
+  ACLISP_APART Value callUnknown(const Value& form);
   void checkCount(const Subr& subr, std::size_t count) const;
   void checkRun();
   LispError located(std::wstring message) const;
