@@ -74,9 +74,12 @@ std::optional<wchar_t> OpenFile::readCharacter() {
   return m_text[m_at++];
 }
 
-void OpenFile::write(const std::wstring& text) {
+bool OpenFile::write(const std::wstring& text) {
+  constexpr std::size_t kMost = 1'000'000'000;
+  if (m_bytes.size() + text.size() > kMost) return false;
   m_bytes += m_encoding == Encoding::kAnsi ? base::narrow(text) : base::toUtf8(text);
   m_changed = true;
+  return true;
 }
 
 bool OpenFile::flush() {

@@ -27,7 +27,8 @@ public:
   std::optional<std::wstring> readLine();
   /// The next character; a line end is one "\n".
   std::optional<wchar_t> readCharacter();
-  void write(const std::wstring& text);
+  /// @return false when the file would pass 1 GB
+  [[nodiscard]] bool write(const std::wstring& text);
   /// @return false, the text kept, when the disk does not take it
   bool flush();
   bool close();

@@ -69,7 +69,7 @@ void output(Args& a, std::size_t i, const std::wstring& text) {
   }
   OpenFile& file = fileOf(a, i);
   if (file.reading()) a.in.fail(L"fichier ouvert en lecture");
-  file.write(text);
+  if (!file.write(text)) a.in.fail(L"fichier trop gros");
 }
 
 Value princFunction(Args& a) {

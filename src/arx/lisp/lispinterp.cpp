@@ -78,6 +78,7 @@ constexpr std::size_t kShownExpression = 160;
 }  // namespace
 
 Interpreter::Interpreter(Host host, Limits limits) : m_host(std::move(host)), m_limits(limits) {
+  Object::ceiling = m_limits.objects;
   m_sources.emplace_back();
   m_nothing = intern(L"");
   m_nothing->value = Value::symbol(m_nothing);
@@ -143,7 +144,10 @@ Value Interpreter::eval(const Value& form) {
 
 void Interpreter::enter(const Frame& frame) {
   const char* const here = reinterpret_cast<const char*>(&frame);
-  if (m_depth == 1) m_stackEnd = stackEnd();
+  if (m_depth == 1 && m_stackThread != std::this_thread::get_id()) {
+    m_stackEnd = stackEnd();
+    m_stackThread = std::this_thread::get_id();
+  }
   if (m_depth > m_limits.depth || (m_stackEnd && here < m_stackEnd)) failDeep();
   tick();
 }
@@ -355,9 +359,15 @@ void Interpreter::quit() const {
 
 void Interpreter::checkRun() {
   m_ticks = 0;
-  if (Object::alive > m_limits.objects) fail(L"mémoire insuffisante : trop d'éléments de liste");
   if (m_host.userBreak && m_host.userBreak()) cancel();
 }
+
+bool Interpreter::stackIsShort() const {
+  const char here = 0;
+  return m_stackEnd && &here < m_stackEnd - kStackReserve / 2;
+}
+
+void refuseMoreObjects() { throw LispError{LispError::kError, L"mémoire insuffisante", {}, {}}; }
 
 void Interpreter::checkText(std::size_t length) const {
   if (length > m_limits.textLength) fail(L"chaîne trop longue");

@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -33,8 +34,8 @@ struct Host {
 /// Ceilings that keep a runaway routine from harming the program.
 struct Limits {
   int depth = 100000;                        ///< nested calls; the native stack may end them earlier
-  std::size_t objects = 60'000'000;          ///< about 3 GB of lists
-  std::size_t textLength = 64'000'000;       ///< characters in one text
+  std::size_t objects = 20'000'000;          ///< list cells, about 1 GB
+  std::size_t textLength = 16'000'000;       ///< characters in one text
   static constexpr int kReaderDepth = 2000;  ///< nested brackets in a text
 };
 
@@ -136,11 +137,13 @@ public:
   [[noreturn]] void failType(const wchar_t* expected, const Value& got) const;
   [[noreturn]] void cancel() const;
   [[noreturn]] void quit() const;
-  /// To be called by loops: fails when the user asked to stop, or when there are too many objects.
+  /// To be called by loops: fails when the user asked to stop.
   void tick() {
     if (++m_ticks >= kTicks) checkRun();
   }
   void checkText(std::size_t length) const;
+  /// True when recursion of another kind than evaluation (the reader) must stop.
+  [[nodiscard]] bool stackIsShort() const;
 
   [[nodiscard]] Value truth(bool value) const { return value ? m_t : Value(); }
   /// The value that prints as nothing: (princ).
@@ -194,6 +197,7 @@ private:
   std::vector<std::weak_ptr<OpenFile>> m_files;
   struct Frame* m_frame = nullptr;
   const char* m_stackEnd = nullptr;
+  std::thread::id m_stackThread;  ///< to which `m_stackEnd` belongs
   int m_depth = 0;
   int m_ticks = 0;
   Value m_t;

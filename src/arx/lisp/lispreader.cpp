@@ -121,7 +121,8 @@ Value Reader::form() {
   const wchar_t c = m_text[m_at];
   if (c == L'"') return string();
   if (c != L'(' && c != L'\'') return atom();
-  if (m_open.size() >= Limits::kReaderDepth) fail(L"parenthèses trop profondes", m_line);
+  if (m_open.size() >= Limits::kReaderDepth || m_in.stackIsShort())
+    fail(L"parenthèses trop profondes", m_line);
   if (c == L'(') return list();
   ++m_at;
   m_open.push_back(m_line);

@@ -20,7 +20,8 @@ void takeApart(Object* object, std::vector<Value>& parts) {
 }
 
 void freeObject(Object* object) {
-  --Object::alive;
+  const bool text = object->kind == static_cast<std::uint32_t>(Kind::kString);
+  Object::alive -= text ? static_cast<const Text*>(object)->weight() : 1;
   switch (static_cast<Kind>(object->kind)) {
     case Kind::kString:
       delete static_cast<Text*>(object);

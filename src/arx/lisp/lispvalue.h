@@ -13,6 +13,7 @@
 namespace aclisp {
 
 class Value;
+[[noreturn]] void refuseMoreObjects();
 struct Symbol;
 struct Subr;
 class OpenFile;
@@ -40,8 +41,11 @@ struct Object {
   std::uint32_t file : 9;
   std::uint32_t line : 19;
   explicit Object(Kind k) : kind(static_cast<std::uint32_t>(k) & 0xF), file(0), line(0) {}
-  /// Objects alive in the process; the interpreter refuses to make more than its limit.
+  /// Room that the living objects of the process take, in units of a list cell; long texts count more than
+  /// one.
   static inline std::size_t alive = 0;
+  /// Where making more is refused with a `LispError`; set by the interpreter.
+  static inline std::size_t ceiling = SIZE_MAX;
 };
 
 class ARX_API Value {
@@ -73,8 +77,8 @@ public:
   static Value subr(const Subr* subr);
   static Value text(std::wstring text);
   static Value cons(Value car, Value cdr);
-  /// Takes over an object just made.
-  static Value adopt(Object* object);
+  /// Takes over an object just made. @param weight its room as in `Object::alive`
+  static Value adopt(Object* object, std::size_t weight = 1);
 
   [[nodiscard]] Kind kind() const { return m_kind; }
   [[nodiscard]] bool is(Kind kind) const { return m_kind == kind; }
@@ -131,6 +135,7 @@ struct Cons : Object {
 struct Text : Object {
   std::wstring text;
   explicit Text(std::wstring t) : Object(Kind::kString), text(std::move(t)) {}
+  [[nodiscard]] std::size_t weight() const { return 1 + text.size() / 12; }
 };
 /// What `defun` and `lambda` make: (parameters / locals) and a body.
 struct Function : Object {
@@ -182,15 +187,22 @@ inline Value Value::subr(const Subr* subr) {
   v.m_data.subr = subr;
   return v;
 }
-inline Value Value::adopt(Object* object) {
-  ++Object::alive;
+inline Value Value::adopt(Object* object, std::size_t weight) {
+  Object::alive += weight;
   Value v;
   v.m_kind = static_cast<Kind>(object->kind);
   v.m_data.object = object;
   return v;
 }
-inline Value Value::text(std::wstring text) { return adopt(new Text(std::move(text))); }
-inline Value Value::cons(Value car, Value cdr) { return adopt(new Cons(std::move(car), std::move(cdr))); }
+inline Value Value::text(std::wstring text) {
+  if (Object::alive >= Object::ceiling) refuseMoreObjects();
+  auto* const made = new Text(std::move(text));
+  return adopt(made, made->weight());
+}
+inline Value Value::cons(Value car, Value cdr) {
+  if (Object::alive >= Object::ceiling) refuseMoreObjects();
+  return adopt(new Cons(std::move(car), std::move(cdr)));
+}
 inline const std::wstring& Value::asText() const { return static_cast<const Text*>(m_data.object)->text; }
 inline const Value& Value::car() const {
   return is(Kind::kCons) ? static_cast<const Cons*>(m_data.object)->car : kNilValue;
