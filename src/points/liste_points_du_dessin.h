@@ -60,6 +60,14 @@ public:
   /// Moves the first point that is shown by `id`. @param masque  1 takes x, 2 y, 4 z
   void notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d& pt, int masque);
 
+  /// Lets the user select entities of the drawing and turns them into points; see points/import_dessin.h.
+  /// @param masque  sum of `drapeauSource`; without any nothing happens
+  /// @param etiquetteNumero, etiquetteAltitude, etiquetteCode  attributes of the blocks of other tags, the
+  /// code's
+  ///        may be empty
+  /// @param decalage  from the position of a one-line text to its point, drawing units
+  void importFromDrawing(int masque, CString& etiquetteNumero, CString& etiquetteAltitude,
+                         CString& etiquetteCode, AcGeVector2d& decalage);
   /// Rewrites every block from the table, with progress; can be interrupted.
   void updateDrawing();
   /// Rebuilds the table from all point blocks of the drawing, from whatever table they came.
