@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/uncopyable.h"
+#include "points/point_xyz.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veltora {
+
+/// What `tableObsXYZ` met in a file.
+struct remarqueXYZ {
+  enum class Genre {
+    tropCourte,         ///< dropped: less than name, X and Y
+    nombreIllisible,    ///< dropped: X or Y is no number
+    colonneZVide,       ///< kept: the column Z is blank, so that the word behind it counts as the altitude
+    altitudeIllisible,  ///< kept: the altitude is no number; its digits count, or 0
+    ligneCoupee         ///< kept as far as `kLongueurLigne` goes
+  };
+  int ligne = 0;  ///< counted from 1
+  Genre genre = Genre::tropCourte;
+};
+/// What a remark says, French ("ligne 3 : ...").
+VELTORA_API std::wstring texteRemarque(const remarqueXYZ& remarque);
+
+/// Lines of coordinates in memory, read from and written to `.xyz` files; bytes in the ANSI code page. Each
+/// line has a running number of its own within the process (`pointXYZ::numeroInterne`).
+class VELTORA_API tableObsXYZ : private Uncopyable {
+public:
+  static constexpr std::size_t kLongueurLigne = 1024;
+
+  /// Appends the lines of a file. A line: name, X, Y, then Z (none: absent), code (none or 0: 1), the rest is
+  /// the observation; words are parted by blanks and tabs. A line that does not give name, X and Y is passed
+  /// over.
+  /// @param fichier  null for `nomFichier`; trimmed of blanks, tabs and ",;."
+  /// @param vider  drops the former lines first
+  /// @return 1; 0, nothing changed, when the name is empty or the file cannot be read
+  int charger(const wchar_t* fichier = nullptr, bool vider = true);
+  /// The same from bytes in memory.
+  void lire(std::string_view octets, bool vider = true);
+  /// Writes all lines; the old file stays whole when that fails. A name that does not end in ".xyz", whatever
+  /// its case, gets that ending. An absent altitude is written in full, as 1e38, and is absent again when
+  /// read.
+  /// @param fichier  as for `charger`
+  /// @return 1; 0 when the name is empty or the file cannot be written
+  int sauver(const wchar_t* fichier = nullptr) const;
+  [[nodiscard]] std::string contenu() const;
+
+  /// Line i gets the name made of prefix, start + i, suffix.
+  void renumeroter(const AcString& prefixe, int depart, const AcString& suffixe);
+
+  /// The line with this running number, null for none.
+  [[nodiscard]] const pointXYZ* chercher(long long numeroInterne) const;
+  /// A comparison of two lines, given by their running numbers: by column 0 name, 1 X, 2 Y, 3 Z, 4 code, 5
+  /// running number. 0 when a line is missing. Valid until the lines change.
+  [[nodiscard]] std::function<int(long long, long long)> comparateur(int colonne) const;
+
+  std::vector<pointXYZ> lignes;
+  std::wstring nomFichier;
+  std::vector<remarqueXYZ> remarques;  ///< of the last reading
+};
+
+}  // namespace veltora
