@@ -82,13 +82,16 @@ bool AcApSession::runLine(const std::wstring& typed) {
     const bool repeat = line.empty() && source && source->interactive() && !m_lastCommand.empty();
     return !repeat || runCommand(m_lastCommand);
   }
-  if (!line.starts_with(L'(')) return runCommand(line);
+  return line.starts_with(L'(') ? evaluateLine(line, L"LISP") : runCommand(line);
+}
+
+bool AcApSession::evaluateLine(const std::wstring& line, const std::wstring& step) {
   if (!acedPorts().evaluate) {
     acedRefuse(L"Les expressions ne sont pas disponibles.");
     return false;
   }
   bool good = false;
-  return inStep(L"LISP", 0,
+  return inStep(step, 0,
                 [&] {
                   const AcEdRbHolder value(acedPorts().evaluate(line));
                   good = value != nullptr;
@@ -107,7 +110,7 @@ bool AcApSession::runCommand(const std::wstring& typed) {
   }
   if (acedPorts().isLispCommand && !name.empty() && acedPorts().isLispCommand(name)) {
     m_lastCommand = name;
-    return runLine(L"(C:" + name + L")");
+    return evaluateLine(L"(C:" + name + L")", base::toUpper(name));
   }
   if (functions && !name.empty() && functions->find(L"C:" + name)) {
     m_lastCommand = name;

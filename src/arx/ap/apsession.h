@@ -37,6 +37,7 @@ public:
 private:
   bool execute(const AcEdCommand& command);
   bool executeLisp(const std::wstring& function);
+  bool evaluateLine(const std::wstring& line, const std::wstring& step);
   bool inStep(const std::wstring& name, Adesk::Int32 flags, const std::function<void()>& work);
 
   AcApSession* m_former;
