@@ -7,6 +7,8 @@
 #include "arx/rx/rxdict.h"
 #include "calc/fermee_dlg.h"
 #include "codes/commandes_codes.h"
+#include "drafting/formulaire_xyz.h"
+#include "drafting/points_dlg.h"
 #include "points/projets_topo.h"
 
 #include <array>
@@ -24,6 +26,11 @@ struct commande {
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
+
+template <DlgPntsDuDessin::Mode Mode>
+void pointsDuDessin() {
+  montrerPointsDuDessin(Mode);
+}
 
 /// Adds a host point for each point of the current table that has an altitude.
 void ptsEn3D() {
@@ -47,16 +54,16 @@ void nonDisponible();
 constexpr std::array<commande, 13> kCommandes{{
     {L"CARROYAGE", ACRX_CMD_USEPICKSET, nonDisponible<0>},
     {L"VCODIFICATION", ACRX_CMD_TRANSPARENT, vcodification},
-    {L"COORDSXYZ", ACRX_CMD_MODAL, nonDisponible<2>},
+    {L"COORDSXYZ", ACRX_CMD_MODAL, coordsXYZ},
     {L"CORRPOLFERMEE", ACRX_CMD_MODAL, corrPolFermee},
     {L"CORRPOLOUVERTE", ACRX_CMD_MODAL, nonDisponible<4>},
     {L"CORRMCARRES", ACRX_CMD_MODAL, nonDisponible<5>},
     {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
     {L"RECT3PT", ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET, nonDisponible<7>},
-    {L"IMPORTPOINTS", ACRX_CMD_USEPICKSET, nonDisponible<8>},
-    {L"EXPORTPOINTS", ACRX_CMD_USEPICKSET, nonDisponible<9>},
-    {L"TABLEXYZ", ACRX_CMD_USEPICKSET, nonDisponible<10>},
-    {L"MAJPOINTS", ACRX_CMD_USEPICKSET, nonDisponible<11>},
+    {L"IMPORTPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kImportPoints>},
+    {L"EXPORTPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kExportPoints>},
+    {L"TABLEXYZ", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kTableXYZ>},
+    {L"MAJPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kMajPoints>},
     {L"PTSEN3D", ACRX_CMD_MODAL, ptsEn3D},
 }};
 

@@ -24,6 +24,10 @@ int lispChgRepPts();
 int lispVCode();
 int lispZoomLeve();
 
+// The point tables and the picker.
+int lispChoixPoint();
+int lispGererLeves();
+
 // The code table.
 int lispLoadCodePt();
 int lispAddCodePt();

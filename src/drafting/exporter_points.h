@@ -1,0 +1,25 @@
+#pragma once
+
+#include "points/point_du_dessin.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veltora {
+
+/// What the name of a coordinate file asks for: ".htm", ".html" and ".doc" a report, any other text.
+enum class formeExport { kTexte, kRapport };
+VELTORA_API formeExport formeDuFichier(std::wstring_view chemin);
+
+/// Called once a point; false stops the work, and no file is written.
+using avancement = std::function<bool()>;
+
+/// Writes points, in their order, to a file of the form that its name asks for; the old file stays whole when
+/// that fails or is stopped. Reports have the Word form whatever the extension.
+/// @param raison  why it failed, French; empty when it was stopped
+VELTORA_API bool exporterPoints(const std::vector<pointDuDessin>& points, const std::wstring& chemin,
+                                const avancement& avance, std::wstring& raison);
+
+}  // namespace veltora
