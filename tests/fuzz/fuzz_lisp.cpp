@@ -1,5 +1,9 @@
-// Reads and evaluates any bytes without a drawing: no text may crash the evaluator, hang it or leave values
-// behind.
+// Reads and evaluates any bytes: no text may crash the evaluator, hang it or leave values behind. A text that
+// begins with "*" works on an empty drawing, with the host's functions.
+#include "arx/db/dbmain.h"
+#include "arx/ed/edports.h"
+#include "arx/ed/edselect.h"
+#include "arx/lisp/aclisp.h"
 #include "arx/lisp/lispinterp.h"
 #include "arx/lisp/lispprinter.h"
 #include "base/text.h"
@@ -11,9 +15,29 @@
 
 using namespace aclisp;
 
+namespace {
+
+void onDrawing(const std::wstring& text) {
+  AcDbDatabase drawing;
+  acdbHostApplicationServices()->setWorkingDatabase(&drawing);
+  int asked = 0;
+  acedPorts().userBreak = [&asked] { return ++asked > 10; };
+  aclispInstall();
+  // Nothing that leaves the process.
+  acutRelRb(acedPorts().evaluate(L"(setq open nil load nil vl-file-delete nil getenv nil vl-file-size nil)"));
+  acutRelRb(acedPorts().evaluate(text));
+  acedPorts() = {};
+  acedForgetDatabase(&drawing);
+  acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::size_t before = Object::alive;
-  {
+  if (size > 0 && data[0] == '*') {
+    onDrawing(veltora::base::fromUtf8({reinterpret_cast<const char*>(data) + 1, size - 1}));
+  } else {
     int asked = 0;
     Host host;
     host.userBreak = [&asked] { return ++asked > 20; };

@@ -196,48 +196,60 @@ resbuf* argumentChain(Interpreter& in, std::span<Value> arguments) {
   return chain.take();
 }
 
-Value valueOfChain(Interpreter& in, const resbuf* chain) {
+namespace {
+
+/// Lists under construction, one within the other; the first holds the values of the chain itself.
+class OpenLists {
+public:
+  void open() { m_levels.emplace_back(); }
+  void dot() { m_levels.back().dotted = true; }
+  void add(Value value) {
+    Level& level = m_levels.back();
+    if (level.dotted && !level.list.empty())
+      level.list.dot(std::move(value));
+    else
+      level.list.add(std::move(value));
+    level.dotted = false;
+    if (m_levels.size() == 1) ++m_count;
+  }
+  /// A bracket without its opening one is passed over.
+  void close() {
+    if (m_levels.size() == 1) return;
+    Value value = m_levels.back().list.take();
+    m_levels.pop_back();
+    add(std::move(value));
+  }
+  /// Brackets that never close are closed here.
+  Value take() {
+    while (m_levels.size() > 1) close();
+    Value all = m_levels.front().list.take();
+    return m_count == 1 ? all.car() : all;
+  }
+
+private:
   struct Level {
     ListBuilder list;
     bool dotted = false;
   };
-  std::vector<Level> levels(1);
-  std::size_t count = 0;
+  std::vector<Level> m_levels = std::vector<Level>(1);
+  std::size_t m_count = 0;
+};
+
+}  // namespace
+
+Value valueOfChain(Interpreter& in, const resbuf* chain) {
+  OpenLists lists;
   for (const resbuf* item = chain; item; item = item->rbnext) {
-    Level& level = levels.back();
-    if (item->restype == RTLB) {
-      levels.emplace_back();
-      continue;
-    }
-    if (item->restype == RTDOTE) {
-      level.dotted = true;
-      continue;
-    }
-    if (item->restype == RTLE && levels.size() == 1) continue;
-    Value value;
-    if (item->restype == RTLE) {
-      value = level.list.take();
-      levels.pop_back();
-    } else {
-      value = markerOrItem(in, *item);
-    }
-    Level& outer = levels.back();
-    if (outer.dotted && !outer.list.empty())
-      outer.list.dot(std::move(value));
+    if (item->restype == RTLB)
+      lists.open();
+    else if (item->restype == RTLE)
+      lists.close();
+    else if (item->restype == RTDOTE)
+      lists.dot();
     else
-      outer.list.add(std::move(value));
-    outer.dotted = false;
-    if (levels.size() == 1) ++count;
+      lists.add(markerOrItem(in, *item));
   }
-  // Brackets that never close are closed at the end.
-  while (levels.size() > 1) {
-    Value value = levels.back().list.take();
-    levels.pop_back();
-    levels.back().list.add(std::move(value));
-    if (levels.size() == 1) ++count;
-  }
-  Value all = levels.front().list.take();
-  return count == 1 ? all.car() : all;
+  return lists.take();
 }
 
 Value groupList(const resbuf* chain, bool planar) {

@@ -58,45 +58,12 @@ Value symbolName(Args& a) { return Value::text(a.symbol(0)->name); }
 Value symbolValue(Args& a) { return a.symbol(0)->value; }
 
 Value typeFunction(Args& a) {
-  const wchar_t* name = nullptr;
-  switch (a[0].kind()) {
-    case Kind::kNil:
-      return {};
-    case Kind::kInteger:
-      name = L"INT";
-      break;
-    case Kind::kReal:
-      name = L"REAL";
-      break;
-    case Kind::kSymbol:
-      name = L"SYM";
-      break;
-    case Kind::kSubr:
-      name = L"SUBR";
-      break;
-    case Kind::kString:
-      name = L"STR";
-      break;
-    case Kind::kCons:
-      name = L"LIST";
-      break;
-    case Kind::kFunction:
-      name = L"USUBR";
-      break;
-    case Kind::kEntity:
-      name = L"ENAME";
-      break;
-    case Kind::kSelection:
-      name = L"PICKSET";
-      break;
-    case Kind::kFile:
-      name = L"FILE";
-      break;
-    case Kind::kError:
-      name = L"VL-CATCH-ALL-APPLY-ERROR";
-      break;
-  }
-  return Value::symbol(a.in.intern(name));
+  // In the order of `Kind`.
+  static constexpr const wchar_t* kNames[] = {L"",      L"INT",     L"REAL", L"SYM",
+                                              L"SUBR",  L"STR",     L"LIST", L"USUBR",
+                                              L"ENAME", L"PICKSET", L"FILE", L"VL-CATCH-ALL-APPLY-ERROR"};
+  if (!a[0]) return {};
+  return Value::symbol(a.in.intern(kNames[static_cast<std::size_t>(a[0].kind())]));
 }
 
 bool same(const Value& x, const Value& y) {

@@ -1,0 +1,1 @@
+*(setq e (entmakex (quote ((0 . "LWPOLYLINE") (90 . 2) (70 . 1) (10 0 0) (42 . 1.0) (10 1 1))))) (entmod (subst (quote (70 . 0)) (quote (70 . 1)) (entget e))) (ssget "X" (quote ((-4 . "<NOT") (0 . "L*") (-4 . "NOT>"))))
