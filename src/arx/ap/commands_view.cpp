@@ -6,20 +6,8 @@
 
 namespace {
 
-/// The drawing fills this much more than its own size, so that nothing touches the border.
-constexpr double kMargin = 0.02;
-
 void zoomExtents() {
-  AcDbExtents box;
-  const AcDbObjectPointer<AcDbBlockTableRecord> space(curDoc()->database()->modelSpaceId());
-  if (!space || space->getGeomExtents(box) != Acad::eOk || box.isEmpty()) {
-    acedPrompt(L"\nLe dessin est vide.\n");
-    return;
-  }
-  const double dx = (box.maxPoint().x - box.minPoint().x) * kMargin;
-  const double dy = (box.maxPoint().y - box.minPoint().y) * kMargin;
-  acedZoomWindow({box.minPoint().x - dx, box.minPoint().y - dy},
-                 {box.maxPoint().x + dx, box.maxPoint().y + dy});
+  if (acedZoomExtents() != Acad::eOk) acedPrompt(L"\nLe dessin est vide.\n");
 }
 
 void zoomCenter() {

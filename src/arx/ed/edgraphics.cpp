@@ -97,6 +97,20 @@ Acad::ErrorStatus acedZoomWindow(const AcGePoint2d& a, const AcGePoint2d& b) {
   return acedSetView({(a.x + b.x) / 2, (a.y + b.y) / 2}, height > 0 ? height : view.height);
 }
 
+Acad::ErrorStatus acedZoomExtents() {
+  // The drawing fills this much more than its own size, so that nothing touches the border.
+  constexpr double kMargin = 0.02;
+  AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
+  if (!database) return Acad::eNoDatabase;
+  AcDbExtents box;
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(database->modelSpaceId());
+  if (!space || space->getGeomExtents(box) != Acad::eOk || box.isEmpty()) return Acad::eInvalidExtents;
+  const double dx = (box.maxPoint().x - box.minPoint().x) * kMargin;
+  const double dy = (box.maxPoint().y - box.minPoint().y) * kMargin;
+  return acedZoomWindow({box.minPoint().x - dx, box.minPoint().y - dy},
+                        {box.maxPoint().x + dx, box.maxPoint().y + dy});
+}
+
 double acedPixelSize() { return acedView().height / 1000.0; }
 
 void acedForgetDatabase(AcDbDatabase* database) {

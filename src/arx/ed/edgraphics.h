@@ -34,5 +34,7 @@ ARX_API AcEdView acedView();
 ARX_API Acad::ErrorStatus acedSetView(const AcGePoint2d& center, double height);
 /// Shows a rectangle as a whole, in the middle; a degenerate one only moves the view.
 ARX_API Acad::ErrorStatus acedZoomWindow(const AcGePoint2d& a, const AcGePoint2d& b);
+/// Shows all of model space with a small margin. `eInvalidExtents` when nothing there has a size.
+ARX_API Acad::ErrorStatus acedZoomExtents();
 /// Size of a screen pixel in drawing units, as if the view were 1000 pixels high.
 ARX_API double acedPixelSize();
