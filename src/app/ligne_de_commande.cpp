@@ -1,5 +1,6 @@
 #include "app/ligne_de_commande.h"
 
+#include "app/arguments_points.h"
 #include "app/programme.h"
 
 #include <CLI/CLI.hpp>
@@ -70,13 +71,6 @@ CLI::App* declarerPolygonale(CLI::App& app, Demande& demande) {
   return sub;
 }
 
-CLI::App* declarerPoints(CLI::App& app, Demande& demande) {
-  CLI::App* sub = app.add_subcommand("points", "Affiche les tables de points enregistrées dans un dessin");
-  sub->add_option("dessin", demande.dessin, "Dessin DXF")->type_name("DESSIN")->required();
-  sub->add_flag("--csv", demande.csv, "Sépare les colonnes par des points-virgules");
-  return sub;
-}
-
 }  // namespace
 
 bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
@@ -93,6 +87,8 @@ bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
   app.add_option("--sortie", demande.sortie, "Enregistre le dessin à la fin")->type_name("DESSIN");
   const CLI::App* polygonale = declarerPolygonale(app, demande);
   const CLI::App* points = declarerPoints(app, demande);
+  const CLI::App* importer = declarerImporter(app, demande);
+  const CLI::App* exporter = declarerExporter(app, demande);
   for (CLI::App* sub : app.get_subcommands({})) {
     sub->group("Travaux");
     franciser(*sub);
@@ -109,6 +105,8 @@ bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
   }
   if (*polygonale) demande.travail = Demande::Travail::kPolygonale;
   if (*points) demande.travail = Demande::Travail::kPoints;
+  if (*importer) demande.travail = Demande::Travail::kImporter;
+  if (*exporter) demande.travail = Demande::Travail::kExporter;
   return true;
 }
 

@@ -7,7 +7,7 @@ namespace veltora::app {
 
 /// What the program was asked to do.
 struct Demande {
-  enum class Travail { kSession, kPolygonale, kPoints } travail = Travail::kSession;
+  enum class Travail { kSession, kPolygonale, kPoints, kImporter, kExporter } travail = Travail::kSession;
 
   // A session.
   std::string dessin;
@@ -25,6 +25,13 @@ struct Demande {
 
   // points
   bool csv = false;
+
+  // importer, exporter
+  std::string listePoints;
+  std::string fichierPoints;
+  std::string table;
+  std::string tri;
+  int codePoints = 0;
 };
 
 /// Reads the arguments. Help and version are printed on standard output, errors in French on standard error.

@@ -14,6 +14,10 @@ int main(int argc, char** argv) {
         return travailPolygonale(demande);
       case Demande::Travail::kPoints:
         return travailPoints(demande);
+      case Demande::Travail::kImporter:
+        return travailImporter(demande);
+      case Demande::Travail::kExporter:
+        return travailExporter(demande);
       default:
         return travailSession(demande);
     }

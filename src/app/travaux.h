@@ -8,5 +8,7 @@ namespace veltora::app {
 int travailSession(const Demande& demande);
 int travailPolygonale(const Demande& demande);
 int travailPoints(const Demande& demande);
+int travailImporter(const Demande& demande);
+int travailExporter(const Demande& demande);
 
 }  // namespace veltora::app

@@ -119,6 +119,7 @@ bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
   const std::wstring fichier = nomAffiche(demande.fichier);
   if (!tablesPoints) return echec(resultat, kSansProjet);
   tableObsXYZ liste;
+  liste.colonneZCompte = true;
   if (!liste.charger(fichier.c_str()))
     return echec(resultat, L"« " + fichier + L" » : fichier introuvable ou illisible");
   remarquerLignes(liste, fichier, resultat);

@@ -28,7 +28,8 @@ struct resultatPoints {
   std::wstring erreur;                  ///< French, why nothing was done; empty on success
 };
 
-/// Places the points of a list as blocks, with their observations, and enters them in the table. A point of
+/// Places the points of a list as blocks, with their observations, and enters them in the table; a blank
+/// column Z between tabs means no altitude. A point of
 /// the table that bears a name of the list is replaced; within the list the same name may stand twice.
 /// @return false with `erreur` set, nothing changed: no project, the file cannot be read or holds no point
 VELTORA_API bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat);

@@ -1,6 +1,5 @@
 #include "points/table_obs_xyz.h"
 
-#include "base/numbers.h"
 #include "base/files.h"
 #include "base/format.h"
 #include "base/numbers.h"
@@ -67,7 +66,8 @@ bool colonneZVide(std::string_view ligne) {
 
 /// Reads one trimmed line; tells what is wrong with it.
 /// @return false for a line that is dropped
-bool lireLigne(std::string_view ligne, pointXYZ& point, std::vector<remarqueXYZ::Genre>& genres) {
+bool lireLigne(std::string_view ligne, bool colonneZCompte, pointXYZ& point,
+               std::vector<remarqueXYZ::Genre>& genres) {
   using Genre = remarqueXYZ::Genre;
   std::string_view reste = ligne;
   const std::string_view nom = prendreMot(reste);
@@ -77,9 +77,10 @@ bool lireLigne(std::string_view ligne, pointXYZ& point, std::vector<remarqueXYZ:
   if (!lireCoordonnee(x, point.x) || !lireCoordonnee(y, point.y))
     return genres.push_back(Genre::nombreIllisible), false;
   point.nom = base::widen(nom);
-  const std::string_view z = prendreMot(reste);
+  const bool vide = colonneZVide(ligne);
+  const std::string_view z = vide && colonneZCompte ? std::string_view() : prendreMot(reste);
   if (!z.empty() && !validerNombre(z)) genres.push_back(Genre::altitudeIllisible);
-  if (colonneZVide(ligne)) genres.push_back(Genre::colonneZVide);
+  if (vide && !colonneZCompte) genres.push_back(Genre::colonneZVide);
   point.z = lireAltitude(z);
   point.code = base::lireEntier(prendreMot(reste));
   if (point.code == 0) point.code = 1;
@@ -171,7 +172,7 @@ void tableObsXYZ::lire(std::string_view octets, bool vider) {
     }
     if (ligne.find_first_not_of(kBlancs) == std::string_view::npos) continue;
     pointXYZ point;
-    if (lireLigne(ligne, point, genres)) lignes.push_back(std::move(point));
+    if (lireLigne(ligne, colonneZCompte, point, genres)) lignes.push_back(std::move(point));
     for (const remarqueXYZ::Genre genre : genres) remarques.push_back({numero, genre});
   }
 }

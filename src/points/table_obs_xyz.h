@@ -57,6 +57,9 @@ public:
   /// running number. 0 when a line is missing. Valid until the lines change.
   [[nodiscard]] std::function<int(long long, long long)> comparateur(int colonne) const;
 
+  /// True: a blank column Z in a line that is parted by tabs, as `texteDuPoint` writes it, means no altitude.
+  /// False: only words count, and the code behind it is read as the altitude, with a remark.
+  bool colonneZCompte = false;
   std::vector<pointXYZ> lignes;
   std::wstring nomFichier;
   std::vector<remarqueXYZ> remarques;  ///< of the last reading

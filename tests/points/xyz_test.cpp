@@ -152,6 +152,9 @@ TEST(TexteDuPoint, TexteZBlanc) {
   table.lire(ligne);
   EXPECT_EQ(texteDe(table), "P1 1 2 7 1|!1");
   EXPECT_EQ(table.remarques[0].genre, remarqueXYZ::Genre::colonneZVide);
+  table.colonneZCompte = true;
+  table.lire(ligne);
+  EXPECT_EQ(texteDe(table), "P1 1 2 - 7|") << "what one call does";
 }
 
 }  // namespace
