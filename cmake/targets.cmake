@@ -4,6 +4,14 @@
 set(VELTORA_EMPTY_SOURCE ${CMAKE_BINARY_DIR}/empty.cpp)
 file(CONFIGURE OUTPUT ${VELTORA_EMPTY_SOURCE} CONTENT "// empty\n")
 
+# Compiles the library headers that nearly every source includes only once a target, where no compiler cache does better.
+function(veltora_precompile target)
+  if(NOT CCACHE)
+    target_precompile_headers(${target} PRIVATE <algorithm> <cmath> <filesystem> <functional> <map> <memory> <string>
+                              <unordered_map> <vector> <fmt/printf.h> <fmt/xchar.h> ${ARGN})
+  endif()
+endfunction()
+
 # A layer of the module: every source of src/<name>, linked into the module and into the unit tests.
 #   veltora_layer(<name> [LINK <libraries>...])
 function(veltora_layer name)
@@ -13,6 +21,7 @@ function(veltora_layer name)
   set_target_properties(veltora_${name} PROPERTIES LINKER_LANGUAGE CXX CXX_VISIBILITY_PRESET hidden
                         VISIBILITY_INLINES_HIDDEN ON)
   target_link_libraries(veltora_${name} PUBLIC ${ARG_LINK})
+  veltora_precompile(veltora_${name})
 endfunction()
 
 # Unit tests of one folder: every *_test.cpp of tests/<name>, one program, run alone with `ctest -R unit.<name>`.
@@ -28,6 +37,7 @@ function(veltora_unit_tests name)
   target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_compile_definitions(test_${name} PRIVATE VELTORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} GTest::gtest)
+  veltora_precompile(test_${name} <gtest/gtest.h>)
   add_test(NAME unit.${name} COMMAND test_${name} --gtest_brief=1)
   add_test(NAME unit.${name}.fr COMMAND test_${name} --gtest_brief=1)
   # A program that holds configuration variables writes them when it starts: not to the user's own folder.
