@@ -34,6 +34,8 @@ function(veltora_unit_tests name)
     return()
   endif()
   add_executable(test_${name} ${sources} ${CMAKE_SOURCE_DIR}/tests/support/main.cpp)
+  # Not beside the program: the shipped data stands there.
+  set_target_properties(test_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/bin)
   target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_compile_definitions(test_${name} PRIVATE VELTORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} GTest::gtest)

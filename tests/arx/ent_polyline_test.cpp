@@ -1,5 +1,7 @@
 #include "arx/ent_support.h"
 
+#include "base/format.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -27,9 +29,7 @@ std::string described(const AcDbPolyline& polyline) {
     polyline.getPointAt(i, p);
     polyline.getBulgeAt(i, bulge);
     polyline.getWidthsAt(i, start, end);
-    char line[160];
-    std::snprintf(line, sizeof line, "%g,%g b%g w%g:%g; ", p.x, p.y, bulge, start, end);
-    text += line;
+    text += veltora::base::formater("%g,%g b%g w%g:%g; ", p.x, p.y, bulge, start, end);
   }
   return text;
 }

@@ -1,3 +1,4 @@
+#include "base/format.h"
 #include "calc/angles.h"
 #include "calc/fichier_mc.h"
 #include "calc/lieux.h"
@@ -135,10 +136,8 @@ Treillis treillis(int cote, unsigned graine, double origineX, double origineY) {
     t.vrais.emplace_back(origineX + (i % cote) * 100.0 + ecart(alea),
                          origineY + (i / cote) * 100.0 + ecart(alea));
   }
-  char ligne[200];
   const auto ajouter = [&](const char* format, auto... valeurs) {
-    std::snprintf(ligne, sizeof ligne, format, valeurs...);
-    t.texte += ligne;
+    t.texte += base::formater(format, valeurs...);
   };
   for (const int fixe : {0, 1})
     ajouter("P%d %.17g %.17g\n", fixe, t.vrais[static_cast<std::size_t>(fixe)].x,

@@ -2,7 +2,8 @@
 
 #include "arx/adesk.h"
 
-/// Colour of an entity or a layer: an index (0 ByBlock, 1 to 255, 256 ByLayer), and a true colour when one was given.
+/// Colour of an entity or a layer: an index (0 ByBlock, 1 to 255, 256 ByLayer), and a true colour when one
+/// was given.
 class AcCmColor {
 public:
   constexpr AcCmColor() = default;

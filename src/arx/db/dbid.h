@@ -21,8 +21,8 @@ private:
   Adesk::UInt64 m_value = 0;
 };
 
-/// What an id points at: one stub for each handle that a drawing owns or refers to. Stubs live as long as their
-/// database and never move. A stub without an object is a reference to something that does not exist.
+/// What an id points at: one stub for each handle that a drawing owns or refers to. Stubs live as long as
+/// their database and never move. A stub without an object is a reference to something that does not exist.
 struct AcDbStub {
   AcDbObject* object = nullptr;
   AcDbDatabase* database = nullptr;
@@ -72,7 +72,14 @@ struct std::hash<AcDbObjectId> {
 namespace AcDb {
 enum OpenMode { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 enum Visibility { kInvisible = 1, kVisible = 0 };
-enum TextHorzMode { kTextLeft = 0, kTextCenter = 1, kTextRight = 2, kTextAlign = 3, kTextMid = 4, kTextFit = 5 };
+enum TextHorzMode {
+  kTextLeft = 0,
+  kTextCenter = 1,
+  kTextRight = 2,
+  kTextAlign = 3,
+  kTextMid = 4,
+  kTextFit = 5
+};
 enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
 enum Poly2dType { k2dSimplePoly = 0, k2dFitCurvePoly = 1, k2dQuadSplinePoly = 2, k2dCubicSplinePoly = 3 };
 enum Poly3dType { k3dSimplePoly = 0, k3dQuadSplinePoly = 1, k3dCubicSplinePoly = 2 };

@@ -10,10 +10,12 @@ public:
   AcGeMatrix3d();
   static AcGeMatrix3d translation(const AcGeVector3d& vector);
   /// @param angle radians, counter-clockwise seen from the tip of `axis`
-  static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis, const AcGePoint3d& center = AcGePoint3d::kOrigin);
+  static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis,
+                               const AcGePoint3d& center = AcGePoint3d::kOrigin);
   static AcGeMatrix3d scaling(double factor, const AcGePoint3d& center = AcGePoint3d::kOrigin);
   static AcGeMatrix3d scaling(const AcGeScale3d& factors, const AcGePoint3d& center = AcGePoint3d::kOrigin);
-  /// World from the object coordinate system of an entity with this normal (arbitrary axis rule of drawing files).
+  /// World from the object coordinate system of an entity with this normal (arbitrary axis rule of drawing
+  /// files).
   static AcGeMatrix3d planeToWorld(const AcGeVector3d& normal);
   static AcGeMatrix3d worldToPlane(const AcGeVector3d& normal);
 

@@ -4,8 +4,8 @@
 
 // Points, vectors and scales of the host. Plain values; coordinates in drawing units.
 
-/// Tolerances of comparisons: two points closer than `equalPoint` are equal, two unit vectors that differ by less
-/// than `equalVector` are parallel.
+/// Tolerances of comparisons: two points closer than `equalPoint` are equal, two unit vectors that differ by
+/// less than `equalVector` are parallel.
 struct AcGeTol {
   double equalPointTol = 1e-10;
   double equalVectorTol = 1e-10;
@@ -67,7 +67,9 @@ struct AcGeVector3d {
   static const AcGeVector3d kZAxis;
   [[nodiscard]] double length() const { return std::hypot(x, y, z); }
   [[nodiscard]] constexpr double lengthSqrd() const { return x * x + y * y + z * z; }
-  [[nodiscard]] constexpr double dotProduct(const AcGeVector3d& v) const { return x * v.x + y * v.y + z * v.z; }
+  [[nodiscard]] constexpr double dotProduct(const AcGeVector3d& v) const {
+    return x * v.x + y * v.y + z * v.z;
+  }
   [[nodiscard]] constexpr AcGeVector3d crossProduct(const AcGeVector3d& v) const {
     return {y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x};
   }
@@ -92,7 +94,9 @@ struct AcGePoint3d {
   constexpr AcGePoint3d() = default;
   constexpr AcGePoint3d(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
   static const AcGePoint3d kOrigin;
-  [[nodiscard]] double distanceTo(const AcGePoint3d& p) const { return std::hypot(p.x - x, p.y - y, p.z - z); }
+  [[nodiscard]] double distanceTo(const AcGePoint3d& p) const {
+    return std::hypot(p.x - x, p.y - y, p.z - z);
+  }
   constexpr AcGeVector3d operator-(const AcGePoint3d& p) const { return {x - p.x, y - p.y, z - p.z}; }
   constexpr AcGePoint3d operator+(const AcGeVector3d& v) const { return {x + v.x, y + v.y, z + v.z}; }
   constexpr AcGePoint3d operator-(const AcGeVector3d& v) const { return {x - v.x, y - v.y, z - v.z}; }
