@@ -82,14 +82,49 @@ struct Setting {
 };
 std::map<std::wstring, Setting>& settings() {
   static auto* const all = new std::map<std::wstring, Setting>{
-      {L"ATTDIA", {0, 0, 1}},    {L"ATTREQ", {1, 0, 1}},   {L"BLIPMODE", {0, 0, 1}},
-      {L"CMDDIA", {1, 0, 1}},    {L"CMDECHO", {1, 0, 1}},  {L"EXPERT", {0, 0, 5}},
-      {L"FILEDIA", {1, 0, 1}},   {L"GRIPS", {1, 0, 2}},    {L"HIGHLIGHT", {1, 0, 1}},
-      {L"MENUECHO", {0, 0, 15}}, {L"NOMUTT", {0, 0, 1}},   {L"OSMODE", {0, 0, 32767}},
-      {L"PICKADD", {1, 0, 2}},   {L"PICKBOX", {3, 0, 50}}, {L"PICKFIRST", {1, 0, 1}},
-      {L"SNAPMODE", {0, 0, 1}},
+      {L"ATTDIA", {0, 0, 1}},    {L"ATTREQ", {1, 0, 1}},      {L"BLIPMODE", {0, 0, 1}},
+      {L"CMDDIA", {1, 0, 1}},    {L"CMDECHO", {1, 0, 1}},     {L"EXPERT", {0, 0, 5}},
+      {L"FILEDIA", {1, 0, 1}},   {L"GRIPS", {1, 0, 2}},       {L"HIGHLIGHT", {1, 0, 1}},
+      {L"MENUECHO", {0, 0, 15}}, {L"NOMUTT", {0, 0, 1}},      {L"OSMODE", {0, 0, 32767}},
+      {L"PICKADD", {1, 0, 2}},   {L"PICKBOX", {3, 0, 50}},    {L"PICKFIRST", {1, 0, 1}},
+      {L"SNAPMODE", {0, 0, 1}},  {L"AUTOSNAP", {63, 0, 127}}, {L"COORDS", {1, 0, 3}},
+      {L"DELOBJ", {1, -3, 3}},   {L"DRAGMODE", {2, 0, 2}},    {L"QAFLAGS", {0, 0, 32767}},
+      {L"TEXTEVAL", {0, 0, 1}},  {L"UCSICON", {3, 0, 3}},
   };
   return *all;
+}
+
+/// Header variables that routines rely on, with the value of a drawing whose file does not have them.
+struct HeaderDefault {
+  const char* name;
+  int code;
+  double value;
+};
+constexpr HeaderDefault kHeaderDefaults[] = {
+    {"ANGBASE", 50, 0},    {"ANGDIR", 70, 0},    {"ATTMODE", 70, 1},   {"AUNITS", 70, 0},
+    {"AUPREC", 70, 0},     {"CECOLOR", 62, 256}, {"CELTSCALE", 40, 1}, {"DIMSCALE", 40, 1},
+    {"DIMZIN", 70, 0},     {"ELEVATION", 40, 0}, {"FILLETRAD", 40, 0}, {"FILLMODE", 70, 1},
+    {"INSUNITS", 70, 6},   {"LTSCALE", 40, 1},   {"LUNITS", 70, 2},    {"LUPREC", 70, 4},
+    {"MIRRTEXT", 70, 0},   {"ORTHOMODE", 70, 0}, {"PDMODE", 70, 0},    {"PDSIZE", 40, 0},
+    {"PLINEGEN", 70, 0},   {"PLINEWID", 40, 0},  {"REGENMODE", 70, 1}, {"SPLINESEGS", 70, 8},
+    {"TEXTSIZE", 40, 2.5}, {"THICKNESS", 40, 0}, {"TRACEWID", 40, 1},  {"USERI1", 70, 0},
+    {"USERI2", 70, 0},     {"USERI3", 70, 0},    {"USERI4", 70, 0},    {"USERI5", 70, 0},
+    {"USERR1", 40, 0},     {"USERR2", 40, 0},    {"USERR3", 40, 0},    {"USERR4", 40, 0},
+    {"USERR5", 40, 0},
+};
+
+/// @return false when the drawing does not have the variable and there is no value for it
+bool headerOf(const AcDbDatabase& database, const std::string& name, DxfTagText& tags) {
+  if (database.header(name, tags)) return true;
+  for (const HeaderDefault& row : kHeaderDefaults) {
+    if (name != row.name) continue;
+    if (acutRbKind(row.code) == RbKind::kReal)
+      tags.appendReal(row.code, row.value);
+    else
+      tags.appendInteger(row.code, static_cast<Adesk::Int64>(row.value));
+    return true;
+  }
+  return false;
 }
 
 std::wstring recordName(AcDbObjectId id) {
@@ -279,7 +314,7 @@ int acedGetVar(const ACHAR* name, resbuf* result) {
     return putShort(*result, setting->second.value), RTNORM;
   DxfTagText tags;
   AcDbDatabase* const database = workingDatabase();
-  if (!database || !database->header(base::toUtf8(key), tags)) return RTERROR;
+  if (!database || !headerOf(*database, base::toUtf8(key), tags)) return RTERROR;
   return readHeader(tags, *result) ? RTNORM : RTERROR;
 }
 
@@ -299,7 +334,7 @@ int acedSetVar(const ACHAR* name, const resbuf* value) {
   AcDbDatabase* const database = workingDatabase();
   const std::string plain = base::toUtf8(key);
   // The handle seed and the file's version are the database's own.
-  if (!database || plain == "HANDSEED" || plain == "ACADVER" || !database->header(plain, tags))
+  if (!database || plain == "HANDSEED" || plain == "ACADVER" || !headerOf(*database, plain, tags))
     return RTERROR;
   if (!writeHeader(plain, tags, *value, made)) return RTERROR;
   database->setHeader(plain, made);

@@ -93,8 +93,11 @@ Value regApp(Args& a) {
 
 /// Room that extended data take in an entity, in bytes as the file format counts.
 Value xdSize(Args& a) {
-  const Value pair =
-      Value::cons(Value::integer(-3), a.list(0).car().car().is(Kind::kString) ? a[0] : a[0].car());
+  // ((-3 ("APP" ...))), (-3 ("APP" ...)) or (("APP" ...))
+  Value data = a.list(0);
+  if (data.car().car().is(Kind::kInteger)) data = Value(data.car());
+  const Value applications = data.car().is(Kind::kInteger) ? data.cdr() : data;
+  const Value pair = Value::cons(Value::integer(-3), applications);
   const ChainHolder chain(groupChain(a.in, Value::cons(pair, {})));
   std::int32_t size = 0;
   for (const resbuf* item = chain ? chain->rbnext : nullptr; item; item = item->rbnext) {
