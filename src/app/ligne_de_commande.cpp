@@ -16,7 +16,8 @@ constexpr const char* kDescription =
 void franciser(CLI::App& app) {
   const auto formatter = app.get_formatter();
   formatter->label("Usage", "Utilisation");
-  formatter->label("OPTIONS", "[OPTIONS]");
+  formatter->label("OPTIONS", "OPTIONS");
+  formatter->label("Needs", "avec");
   formatter->label("SUBCOMMAND", "TRAVAIL");
   formatter->label("SUBCOMMANDS", "TRAVAIL");
   formatter->label("Positionals", "Arguments");
@@ -45,8 +46,8 @@ std::string enFrancais(const CLI::ParseError& error) {
 }
 
 CLI::App* declarerPolygonale(CLI::App& app, Demande& demande) {
-  CLI::App* sub = app.add_subcommand("polygonale",
-                                     "Calcule une polygonale fermée (fichier .obs), affiche les coordonnées");
+  CLI::App* sub = app.add_subcommand(
+      "polygonale", "Calcule une polygonale, fermée ou ouverte (fichier .obs), affiche les coordonnées");
   sub->add_option("fichier", demande.fichierObs, "Fichier d'observations .obs")
       ->type_name("FICHIER")
       ->required();

@@ -2,10 +2,11 @@
 
 #include "app/programme.h"
 #include "arx/db/dbmain.h"
+#include "arx/ed/edgraphics.h"
 #include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "calc/executer_fermee.h"
+#include "calc/executer_polygonale.h"
 #include "points/export_tables.h"
 
 #include <cmath>
@@ -42,11 +43,12 @@ std::string colonne(const std::wstring& texte, std::size_t largeur) {
   return base::toUtf8(texte.size() < largeur ? texte + std::wstring(largeur - texte.size(), L' ') : texte);
 }
 
-void afficherResultat(const resultatPolygonaleFermee& resultat) {
+void afficherResultat(const resultatPolygonale& resultat) {
   const fermeturesPolygonale& f = resultat.fermetures;
   std::size_t largeur = 8;
   for (const stationCalculee& station : resultat.stations)
     largeur = std::max(largeur, station.nom.size() + 2);
+  ecrire(resultat.ouverte ? "Polygonale ouverte\n" : "Polygonale fermée\n");
   ecrire(base::formater("Fermeture angulaire : %.5f %s\n", f.E, nomUnite(resultat.modeAngle)));
   ecrire(base::formater("Fermeture en X, Y   : %.4f  %.4f\n", f.Ex, f.Ey));
   ecrire(base::formater("Fermeture en Z      : %.4f\n", f.H));
@@ -76,7 +78,7 @@ int travailPolygonale(const Demande& demande) {
   const bool dessiner = !demande.sortie.empty();
   if (!programme.charger() || (dessiner && !programme.ouvrir(demande.dessin))) return kEchec;
 
-  demandePolygonaleFermee travail;
+  demandePolygonale travail;
   travail.fichier = demande.fichierObs;
   travail.rapport = demande.rapport;
   travail.code = demande.code;
@@ -84,14 +86,16 @@ int travailPolygonale(const Demande& demande) {
   travail.placer = dessiner;
   travail.dessinerBrute = dessiner && demande.tracerBrute;
   travail.dessinerCompensee = dessiner && demande.tracerCompensee;
-  resultatPolygonaleFermee resultat;
-  const bool good = executerPolygonaleFermee(travail, resultat);
+  resultatPolygonale resultat;
+  const bool good = executerPolygonale(travail, resultat);
   for (const std::wstring& remarque : resultat.remarques) direErreur(remarque);
   if (!good) {
     direErreur(resultat.erreur);
     return kEchec;
   }
   afficherResultat(resultat);
+  // A new drawing opens elsewhere on its contents.
+  if (dessiner && demande.dessin.empty()) acedZoomExtents();
   if (dessiner && !programme.enregistrer(demande.sortie)) return kEchec;
   if (!demande.rapport.empty()) ecrire("\nRapport : " + demande.rapport + "\n");
   if (dessiner) ecrire("Dessin  : " + demande.sortie + "\n");

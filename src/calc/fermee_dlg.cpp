@@ -1,8 +1,6 @@
 #include "calc/fermee_dlg.h"
 
-#include "calc/angles.h"
 #include "calc/mise_en_place_dlg.h"
-#include "calc/nivellement.h"
 #include "calc/outils_dlg.h"
 #include "calc/placer_stations.h"
 #include "calc/polygonale_fermee.h"
@@ -11,10 +9,7 @@
 namespace veltora {
 
 corrPolygoDLG::corrPolygoDLG() : Dialog(L"Correction de polygonale fermée") {
-  for (const uniteAngle& unite : kUnitesAngle) angles.addItem(std::wstring(unite.motCle));
-  for (const std::wstring_view mot : kModesNivellement) nivellement.addItem(std::wstring(mot));
-  angles.setIndex(0);
-  nivellement.setIndex(0);
+  preparerModes(angles, nivellement);
   preparerListe(liste);
 }
 
@@ -39,8 +34,7 @@ void corrPolygoDLG::montrer(const polygonaleFermeeObs& obs) {
   nord.setValue(obs.vo);
   angles.setIndex(obs.modeAngle);
   nivellement.setIndex(obs.modeNivellement);
-  liste.clear();
-  for (const ligneObs& ligne : obs.lignes) ajouterLigne(liste, ligne);
+  montrerLignes(liste, obs.lignes);
 }
 
 void corrPolygoDLG::ajouterSaisie() {

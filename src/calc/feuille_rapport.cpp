@@ -28,7 +28,11 @@ void feuilleRapport::texte(std::wstring_view texte, std::string_view attributs) 
   m_table.ajouterCellule(base::narrow(texte), attributs);
 }
 
-void feuilleRapport::nombre(double valeur) { m_table.ajouterCelluleDouble(valeur, 4, attributs::kNombre); }
+void feuilleRapport::nombre(double valeur) { nombre(valeur, attributs::kNombre); }
+
+void feuilleRapport::nombre(double valeur, std::string_view attributs) {
+  m_table.ajouterCelluleDouble(valeur, 4, attributs);
+}
 
 void feuilleRapport::nombres(std::initializer_list<double> valeurs) {
   for (const double valeur : valeurs) nombre(valeur);

@@ -27,7 +27,8 @@ public:
   void octets(std::string_view texte, std::string_view attributs) {
     m_table.ajouterCellule(texte, attributs);
   }
-  void nombre(double valeur);
+  void nombre(double valeur);  ///< with the attributes of a number
+  void nombre(double valeur, std::string_view attributs);
   void nombres(std::initializer_list<double> valeurs);
   /// Empty cells without attributes.
   void vides(int combien);

@@ -66,10 +66,4 @@ std::string ecrireObsFermee(const polygonaleFermeeObs& donnees) {
   return sortie;
 }
 
-lignesPolygonale lireLignes(const std::vector<ligneObs>& lignes) {
-  lignesPolygonale resultat;
-  for (const ligneObs& ligne : lignes) resultat.Add(lireLigne(ligne));
-  return resultat;
-}
-
 }  // namespace veltora

@@ -25,7 +25,5 @@ VELTORA_API std::vector<remarqueObs> lireObsFermee(std::string_view octets, poly
 /// The bytes of a file, Windows-1252 with LF ends; what the code page lacks becomes "?". Cells are written as
 /// they stand; names are quoted, so that one with blanks survives (one with a double quote does not).
 VELTORA_API std::string ecrireObsFermee(const polygonaleFermeeObs& donnees);
-/// The rows of the text cells.
-VELTORA_API lignesPolygonale lireLignes(const std::vector<ligneObs>& lignes);
 
 }  // namespace veltora

@@ -34,4 +34,10 @@ ligneObs formaterLigne(std::wstring_view nom, double angle, double distance, dou
   return {std::wstring(nom), nombre(angle), nombre(distance), nombre(dz)};
 }
 
+lignesPolygonale lireLignes(const std::vector<ligneObs>& lignes) {
+  lignesPolygonale resultat;
+  for (const ligneObs& ligne : lignes) resultat.Add(lireLigne(ligne));
+  return resultat;
+}
+
 }  // namespace veltora

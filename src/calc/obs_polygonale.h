@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veltora {
 
@@ -40,5 +41,8 @@ VELTORA_API obsPolygonale lireLigne(const ligneObs& ligne);
 VELTORA_API ligneObs formaterLigne(std::wstring_view nom, double angle, double distance, double dz);
 
 using lignesPolygonale = base::CArray<obsPolygonale>;
+
+/// The rows of the text cells.
+VELTORA_API lignesPolygonale lireLignes(const std::vector<ligneObs>& lignes);
 
 }  // namespace veltora

@@ -2,6 +2,8 @@
 
 #include "base/files.h"
 #include "base/text.h"
+#include "calc/angles.h"
+#include "calc/nivellement.h"
 #include "calc/obs_nom_fichier.h"
 #include "ui/driver.h"
 
@@ -21,6 +23,13 @@ std::optional<base::FileAnswer> choisir(bool enregistrer) {
 
 }  // namespace
 
+void preparerModes(ui::ComboBox& angles, ui::ComboBox& nivellement) {
+  for (const uniteAngle& unite : kUnitesAngle) angles.addItem(std::wstring(unite.motCle));
+  for (const std::wstring_view mot : kModesNivellement) nivellement.addItem(std::wstring(mot));
+  angles.setIndex(0);
+  nivellement.setIndex(0);
+}
+
 void preparerListe(ui::List& liste) {
   liste.addColumn(L"St Observée", 25.0);
   liste.addColumn(L"Angle", 25.0, ui::Align::Right);
@@ -30,6 +39,11 @@ void preparerListe(ui::List& liste) {
 
 void ajouterLigne(ui::List& liste, const ligneObs& ligne) {
   liste.addRow({ligne.nom, ligne.angle, ligne.distance, ligne.dz});
+}
+
+void montrerLignes(ui::List& liste, const std::vector<ligneObs>& lignes) {
+  liste.clear();
+  for (const ligneObs& ligne : lignes) ajouterLigne(liste, ligne);
 }
 
 void enleverLigne(ui::List& liste) {

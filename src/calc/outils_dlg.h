@@ -12,9 +12,13 @@
 /// What the two traverse dialogs share.
 namespace veltora {
 
+/// The words of units and levelling modes, the first of each in force.
+void preparerModes(ui::ComboBox& angles, ui::ComboBox& nivellement);
 /// The four columns of a traverse list.
 void preparerListe(ui::List& liste);
 void ajouterLigne(ui::List& liste, const ligneObs& ligne);
+/// In place of the rows that stand there.
+void montrerLignes(ui::List& liste, const std::vector<ligneObs>& lignes);
 /// Removes the selected row, else the last one; nothing is selected afterwards.
 void enleverLigne(ui::List& liste);
 [[nodiscard]] std::vector<ligneObs> lignesDe(const ui::List& liste);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/export.h"
-#include "calc/polygonale_fermee.h"
+#include "calc/polygonale.h"
 
 #include <vector>
 

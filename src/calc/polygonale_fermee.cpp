@@ -1,8 +1,12 @@
 // Closed traverse. Symbols, with N rows and indices modulo N:
-//   tour, demi   full and half circle in the unit in force    f       factor to radians
-//   angInt       interior angle                               S, E    sum of the interior angles, angular
-//   misclosure gis          bearing of leg i                             dx, dy  leg i as measured D, Ex, Ey
-//   sums of the lengths, of dx and of dy         X, Y    adjusted station after i legs
+//   tour, demi   full and half circle in the unit in force
+//   f            factor to radians
+//   angInt       interior angle
+//   S, E         sum of the interior angles, angular misclosure
+//   gis          bearing of leg i
+//   dx, dy       leg i as measured
+//   D, Ex, Ey    sums of the lengths, of dx and of dy
+//   X, Y         adjusted station after i legs
 #include "calc/polygonale_fermee.h"
 
 #include "base/text.h"
@@ -18,28 +22,6 @@
 
 namespace veltora {
 namespace {
-
-/// Raw angles, nothing corrected, not closed.
-void dessinerTraceBrut(double Xdep, double Ydep, double Vo, const uniteAngle& unite,
-                       const lignesPolygonale& lignes) {
-  std::vector<sommetPolygonale> sommets{{Xdep, Ydep}};
-  double g = Vo;
-  for (std::size_t i = 0; i < lignes.size(); ++i) {
-    const sommetPolygonale dernier = sommets.back();
-    sommets.push_back({dernier.x + std::sin(g * unite.versRadians) * lignes[i].distance,
-                       dernier.y + std::cos(g * unite.versRadians) * lignes[i].distance});
-    if (i + 1 < lignes.size()) g = reduireAngle(g + lignes[i + 1].angle - unite.demi(), unite.tour);
-  }
-  dessinerPolyligne(sommets, kCouleurBrute, false);
-}
-
-void dessinerTraceCompense(double Xdep, double Ydep, const base::CArray<double>& X,
-                           const base::CArray<double>& Y) {
-  // Deliberate (premier-sommet-double): the departure stands twice at the start of the closed polyline.
-  std::vector<sommetPolygonale> sommets{{Xdep, Ydep}};
-  for (std::size_t i = 0; i < X.size(); ++i) sommets.push_back({X[i], Y[i]});
-  dessinerPolyligne(sommets, kCouleurCompensee, true);
-}
 
 void compenserAngles(double Vo, const uniteAngle& unite, const lignesPolygonale& lignes, etapesFermee& e) {
   const std::size_t n = lignes.size();
@@ -115,7 +97,7 @@ int calculerPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double 
   if (rapport) feuille.emplace(*rapport, lignes);
 
   if (feuille) feuille->donnees(nomDepart, Xdep, Ydep, Zdep, Vo);
-  if (dessinerBrute) dessinerTraceBrut(Xdep, Ydep, Vo, unite, lignes);
+  if (dessinerBrute) dessinerTraceBrut({Xdep, Ydep}, Vo, unite, lignes);
   etapesFermee e;
   compenserAngles(Vo, unite, lignes, e);
   if (feuille) feuille->angles(e);
@@ -132,7 +114,8 @@ int calculerPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double 
     if (feuille) feuille->sansAltitudes();
   }
   if (feuille) feuille->coordonnees(X, Y, Z);
-  if (dessinerCompensee) dessinerTraceCompense(Xdep, Ydep, X, Y);
+  // Deliberate (premier-sommet-double): X and Y begin with the departure, so it stands twice at the start.
+  if (dessinerCompensee) dessinerTraceCompense({Xdep, Ydep}, X, Y, true);
   if (fermetures) *fermetures = e.f;
   return 1;
 }

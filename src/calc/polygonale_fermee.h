@@ -3,6 +3,7 @@
 #include "base/export.h"
 #include "base/growable_array.h"
 #include "calc/obs_polygonale.h"
+#include "calc/polygonale.h"
 
 #include <functional>
 #include <string>
@@ -11,24 +12,6 @@
 namespace veltora {
 
 class htmlDocument;
-
-/// Misclosures of a closed traverse, in the units of its data.
-struct fermeturesPolygonale {
-  double S = 0.0;   ///< sum of the interior angles
-  double E = 0.0;   ///< angular misclosure
-  double D = 0.0;   ///< length
-  double Ex = 0.0;  ///< misclosure in X
-  double Ey = 0.0;  ///< misclosure in Y
-  double H = 0.0;   ///< misclosure in height; the sum of the differences, whatever the mode
-};
-
-/// A station with its final coordinates.
-struct stationCalculee {
-  std::wstring nom;
-  double x = 0.0;
-  double y = 0.0;
-  double z = 0.0;
-};
 
 /// The stations of a closed traverse, departure first, from its rows and its three results.
 VELTORA_API std::vector<stationCalculee> stationsFermee(const lignesPolygonale& lignes,

@@ -6,6 +6,7 @@
 #include "arx/ed/acutads.h"
 #include "arx/rx/rxdict.h"
 #include "calc/fermee_dlg.h"
+#include "calc/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
 #include "drafting/formulaire_xyz.h"
 #include "drafting/points_dlg.h"
@@ -26,6 +27,7 @@ struct commande {
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
+void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 
 template <DlgPntsDuDessin::Mode Mode>
 void pointsDuDessin() {
@@ -56,7 +58,7 @@ constexpr std::array<commande, 13> kCommandes{{
     {L"VCODIFICATION", ACRX_CMD_TRANSPARENT, vcodification},
     {L"COORDSXYZ", ACRX_CMD_MODAL, coordsXYZ},
     {L"CORRPOLFERMEE", ACRX_CMD_MODAL, corrPolFermee},
-    {L"CORRPOLOUVERTE", ACRX_CMD_MODAL, nonDisponible<4>},
+    {L"CORRPOLOUVERTE", ACRX_CMD_MODAL, corrPolOuverte},
     {L"CORRMCARRES", ACRX_CMD_MODAL, nonDisponible<5>},
     {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
     {L"RECT3PT", ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET, nonDisponible<7>},

@@ -2,7 +2,7 @@
 #include "arx/db/dbpl.h"
 #include "base/format.h"
 #include "base/text.h"
-#include "calc/executer_fermee.h"
+#include "calc/executer_polygonale.h"
 #include "calc/fermee_dlg.h"
 #include "codes/table_codification.h"
 #include "points/projets_topo.h"
@@ -65,14 +65,14 @@ std::string nomsDe(const listePointsDuDessin& table) {
 }
 
 TEST_F(Placement, OneCallComputesReportsAndPlaces) {
-  demandePolygonaleFermee demande;
+  demandePolygonale demande;
   demande.fichier = kExemple;
   demande.rapport = m_dossier.chemin / "rapport.DOC";
   demande.code = 1234;
   demande.altitudes = true;
-  resultatPolygonaleFermee resultat;
+  resultatPolygonale resultat;
   for (int fois = 0; fois < 2; ++fois) {  // the second run replaces the points of the first
-    ASSERT_TRUE(executerPolygonaleFermee(demande, resultat)) << base::toUtf8(resultat.erreur);
+    ASSERT_TRUE(executerPolygonale(demande, resultat)) << base::toUtf8(resultat.erreur);
     EXPECT_TRUE(resultat.remarques.empty());
     ASSERT_EQ(resultat.stations.size(), 7U);
     EXPECT_EQ(m_projets.currTable()->nbPoint(), 7);
@@ -88,7 +88,7 @@ TEST_F(Placement, OneCallComputesReportsAndPlaces) {
   EXPECT_GE(getTableCodification().chercherCode(1234), 0);
   EXPECT_NE(m_dossier.lire("rapport.DOC").find("<w:View>"), std::string::npos);
   demande.altitudes = false;
-  ASSERT_TRUE(executerPolygonaleFermee(demande, resultat));
+  ASSERT_TRUE(executerPolygonale(demande, resultat));
   EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), Z_ABSENT);
 }
 
@@ -136,15 +136,15 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
         "e.obs, deux stations portent le nom « LONGUENOM » : seule la dernière est placée"}},
   };
   for (const Cas& c : cas) {
-    demandePolygonaleFermee demande;
+    demandePolygonale demande;
     demande.fichier = c.fichier;
     demande.code = c.code;
     demande.dessinerBrute = true;
     if (std::string(c.nom) == "report") demande.rapport = m_dossier.chemin / "absent/r.html";
-    resultatPolygonaleFermee resultat;
+    resultatPolygonale resultat;
     m_projets.reset();
     const std::size_t avant = polylignes().size();
-    const bool reussi = executerPolygonaleFermee(demande, resultat);
+    const bool reussi = executerPolygonale(demande, resultat);
     EXPECT_EQ(reussi, std::string(c.erreur).empty()) << c.nom;
     EXPECT_EQ(m_projets.currTable()->nbPoint() > 0, reussi) << c.nom;
     EXPECT_EQ(polylignes().size() - avant, reussi ? 1U : 0U) << c.nom;
@@ -160,11 +160,11 @@ const std::string kRectangle =
     "Nom=A X=100 Y=100 Z=0 Gis=0\nB 296 10 0\nC 300 10 0\nD 300 10 0\nA 300 12 0\n";
 
 TEST_F(Placement, PremierSommetDouble) {
-  demandePolygonaleFermee demande;
+  demandePolygonale demande;
   demande.fichier = fichier("r.obs", kRectangle);
   demande.dessinerBrute = demande.dessinerCompensee = true;
-  resultatPolygonaleFermee resultat;
-  ASSERT_TRUE(executerPolygonaleFermee(demande, resultat));
+  resultatPolygonale resultat;
+  ASSERT_TRUE(executerPolygonale(demande, resultat));
   const std::vector<std::string> traces = polylignes();
   ASSERT_EQ(traces.size(), 2U);
   EXPECT_EQ(traces[0], "1 open 100.0,100.0 100.0,110.0 110.0,110.0 110.0,100.0 98.0,100.0");

@@ -1,14 +1,16 @@
-#include "calc/executer_fermee.h"
+#include "calc/executer_polygonale.h"
 
 #include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
-#include "calc/obs_fermee.h"
 #include "calc/placer_stations.h"
+#include "calc/polygonale_lue.h"
 #include "report/html_document.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <memory>
 #include <set>
 
 namespace veltora {
@@ -20,10 +22,6 @@ constexpr std::size_t kLongueurNomPoint = 9;
 constexpr std::size_t kLignesCitees = 20;
 
 using Remarques = std::vector<std::wstring>;
-
-struct coordonnees {
-  base::CArray<double> X, Y, Z;
-};
 
 void remarquerLignes(const std::vector<remarqueObs>& lues, Remarques& remarques) {
   std::wstring ignorees;
@@ -41,46 +39,26 @@ void remarquerLignes(const std::vector<remarqueObs>& lues, Remarques& remarques)
   if (nombre > 1) remarques.push_back(std::to_wstring(nombre) + L" lignes ignorées : " + ignorees);
 }
 
-void remarquerStations(const polygonaleFermeeObs& obs, const lignesPolygonale& lignes, bool placer,
-                       Remarques& remarques) {
-  const std::wstring derniere = lignes[lignes.size() - 1].nom;
-  if (obs.nom.empty()) {
-    remarques.emplace_back(L"aucune station de départ lue : le calcul part de X=0, Y=0, Z=0, gisement 0");
-  } else if (base::compareNoCase(base::trim(derniere), base::trim(obs.nom)) != 0) {
-    remarques.push_back(L"la dernière ligne vise « " + derniere + L" » et non la station de départ « " +
-                        obs.nom + L" » : c'est le nom qu'aura le point de départ");
-  }
+void remarquerNoms(const std::vector<stationCalculee>& stations, Remarques& remarques) {
   std::set<std::string> noms;
-  for (const obsPolygonale& ligne : lignes) {
-    const std::string octets = base::narrow(ligne.nom);
+  for (const stationCalculee& station : stations) {
+    const std::string octets = base::narrow(station.nom);
     const std::string court = octets.substr(0, kLongueurNomPoint);
-    if (placer && court != octets) {
-      remarques.push_back(base::formater(L"le nom « %s » est coupé à « %s »",
-                                         static_cast<const wchar_t*>(ligne.nom), base::widen(court).c_str()));
+    if (court != octets) {
+      remarques.push_back(base::formater(L"le nom « %s » est coupé à « %s »", station.nom.c_str(),
+                                         base::widen(court).c_str()));
     }
-    if (placer && !noms.insert(base::toUpperAnsi(base::trim(court))).second) {
+    if (!noms.insert(base::toUpperAnsi(base::trim(court))).second) {
       remarques.push_back(base::formater(
           L"deux stations portent le nom « %s » : seule la dernière est placée", base::widen(court).c_str()));
     }
   }
 }
 
-bool finies(const coordonnees& c) {
-  for (const base::CArray<double>* valeurs : {&c.X, &c.Y, &c.Z}) {
-    for (const double valeur : *valeurs) {
-      if (!std::isfinite(valeur)) return false;
-    }
-  }
-  return true;
-}
-
-/// @return the rows after the computation
-lignesPolygonale calculer(const polygonaleFermeeObs& obs, coordonnees& c, htmlDocument* rapport, bool brute,
-                          bool compensee, fermeturesPolygonale& fermetures) {
-  lignesPolygonale lignes = lireLignes(obs.lignes);
-  calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
-                           c.X, c.Y, c.Z, rapport, brute, compensee, &fermetures);
-  return lignes;
+bool finies(const std::vector<stationCalculee>& stations) {
+  return std::all_of(stations.begin(), stations.end(), [](const stationCalculee& s) {
+    return std::isfinite(s.x) && std::isfinite(s.y) && std::isfinite(s.z);
+  });
 }
 
 bool ecrireRapport(htmlDocument& rapport, const std::filesystem::path& chemin, std::wstring& erreur) {
@@ -93,42 +71,45 @@ bool ecrireRapport(htmlDocument& rapport, const std::filesystem::path& chemin, s
   return false;
 }
 
-/// Reads the file and says what was passed over. @return false with the error set
-bool lire(const demandePolygonaleFermee& demande, polygonaleFermeeObs& obs,
-          resultatPolygonaleFermee& resultat) {
+/// Reads the file and says what was passed over. @return null with the error set
+std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPolygonale& resultat) {
   const std::wstring nom = base::fromUtf8(demande.fichier.string());
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
-    return false;
+    return nullptr;
   }
-  remarquerLignes(lireObsFermee(*octets, obs), resultat.remarques);
-  resultat.modeAngle = obs.modeAngle;
-  if (obs.lignes.size() >= 2) return true;
+  std::vector<remarqueObs> remarques;
+  std::unique_ptr<polygonaleLue> lue = lirePolygonale(*octets, remarques);
+  remarquerLignes(remarques, resultat.remarques);
+  resultat.modeAngle = lue->donnees().modeAngle;
+  resultat.ouverte = lue->ouverte();
+  if (lue->donnees().lignes.size() >= 2) return lue;
   resultat.erreur = base::formater(L"« %s » : %d ligne d'observation, il en faut au moins deux", nom.c_str(),
-                                   static_cast<int>(obs.lignes.size()));
-  return false;
+                                   static_cast<int>(lue->donnees().lignes.size()));
+  return nullptr;
 }
 
-bool executer(const demandePolygonaleFermee& demande, resultatPolygonaleFermee& resultat) {
+bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   if (demande.placer && (demande.code < 1 || demande.code > 9999)) {
     resultat.erreur = base::formater(L"le code %d n'est pas compris entre 1 et 9999", demande.code);
     return false;
   }
-  polygonaleFermeeObs obs;
-  if (!lire(demande, obs, resultat)) return false;
-  coordonnees c;
+  const std::unique_ptr<polygonaleLue> lue = lire(demande, resultat);
+  if (!lue) return false;
   htmlDocument rapport;
-  const lignesPolygonale lignes = calculer(obs, c, &rapport, false, false, resultat.fermetures);
-  remarquerStations(obs, lignes, demande.placer, resultat.remarques);
+  resultat.stations = lue->calculer(&rapport, false, false, resultat.fermetures);
+  for (std::wstring& phrase : lue->doutes(resultat.fermetures))
+    resultat.remarques.push_back(std::move(phrase));
+  if (demande.placer) remarquerNoms(resultat.stations, resultat.remarques);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur)) return false;
-  if (!finies(c)) {
+  if (!finies(resultat.stations)) {
+    resultat.stations.clear();
     resultat.erreur = L"coordonnées incalculables (distances nulles ?)";
     return false;
   }
-  resultat.stations = stationsFermee(lignes, c.X, c.Y, c.Z);
   if (demande.dessinerBrute || demande.dessinerCompensee) {
-    calculer(obs, c, nullptr, demande.dessinerBrute, demande.dessinerCompensee, resultat.fermetures);
+    lue->calculer(nullptr, demande.dessinerBrute, demande.dessinerCompensee, resultat.fermetures);
   }
   if (demande.placer) {
     preparerCodeStations(demande.code, false);
@@ -139,7 +120,7 @@ bool executer(const demandePolygonaleFermee& demande, resultatPolygonaleFermee& 
 
 }  // namespace
 
-bool executerPolygonaleFermee(const demandePolygonaleFermee& demande, resultatPolygonaleFermee& resultat) {
+bool executerPolygonale(const demandePolygonale& demande, resultatPolygonale& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
   const std::wstring nom = base::fromUtf8(demande.fichier.filename().string());

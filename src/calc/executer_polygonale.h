@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/export.h"
-#include "calc/polygonale_fermee.h"
+#include "calc/polygonale.h"
 
 #include <filesystem>
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace veltora {
 
-/// A closed traverse run from its file in one call, without a dialog.
-struct demandePolygonaleFermee {
+/// A traverse run from its file in one call, without a dialog. The file tells whether it is open or closed.
+struct demandePolygonale {
   std::filesystem::path fichier;  ///< the .obs file
   std::filesystem::path rapport;  ///< report to write; empty for none; the Word form when it ends in ".doc"
   bool placer = true;             ///< stations into the current table and the working drawing
@@ -20,19 +20,20 @@ struct demandePolygonaleFermee {
   bool dessinerCompensee = false;
 };
 
-struct resultatPolygonaleFermee {
-  std::vector<stationCalculee> stations;  ///< departure first
+struct resultatPolygonale {
+  bool ouverte = false;
+  std::vector<stationCalculee> stations;  ///< departure first; the last of an open traverse is its arrival
   fermeturesPolygonale fermetures;
-  int modeAngle = 0;                    ///< of the file: 0 grades, 1 degres, 2 radians
-  std::vector<std::wstring> remarques;  ///< French, what was passed over or guessed; the run goes on
-  std::wstring erreur;                  ///< French, why there is no result; empty on success
+  int modeAngle = 0;  ///< of the file: 0 grades, 1 degres, 2 radians
+  std::vector<std::wstring>
+      remarques;        ///< French, what was passed over, guessed or looks wrong; the run goes on
+  std::wstring erreur;  ///< French, why there is no result; empty on success
 };
 
 /// Reads, computes, writes the report, places the stations, in this order; the first failure ends it, and
 /// nothing is placed or drawn then. Shows nothing.
 /// @return false with `erreur` set: the file cannot be read or has fewer than two rows, the code is out of
 /// range, the coordinates are no numbers, the report cannot be written. `remarques` is filled in any case
-VELTORA_API bool executerPolygonaleFermee(const demandePolygonaleFermee& demande,
-                                          resultatPolygonaleFermee& resultat);
+VELTORA_API bool executerPolygonale(const demandePolygonale& demande, resultatPolygonale& resultat);
 
 }  // namespace veltora
