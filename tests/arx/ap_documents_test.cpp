@@ -129,23 +129,6 @@ TEST_F(HostTest, AModuleThatThrowsDoesNotCostTheDrawing) {
   EXPECT_EQ(acDocManager->closeDocument(curDoc()), Acad::eOk);
 }
 
-TEST_F(HostTest, UndoMarksJoinChangesInOneStep) {
-  acDocManager->appContextNewDocument();
-  AcApDocument* const document = curDoc();
-  document->startUndoMark();
-  append(db(), new AcDbPoint({0, 0, 0}));
-  document->startUndoMark();
-  append(db(), new AcDbPoint({1, 0, 0}));
-  document->endUndoMark();
-  append(db(), new AcDbPoint({2, 0, 0}));
-  document->endUndoMark();
-  document->endUndoMark();
-  EXPECT_EQ(count(), 3u);
-  EXPECT_FALSE(db().undoLog().undo().empty());
-  EXPECT_EQ(count(), 0u);
-  EXPECT_FALSE(db().undoLog().canUndo());
-}
-
 // LISP functions of a module, per document.
 
 class LispTest : public HostTest {

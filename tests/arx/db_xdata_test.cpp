@@ -1,4 +1,5 @@
 #include "arx/db/dbmain.h"
+#include "arx/ed/edports.h"
 
 #include <gtest/gtest.h>
 
@@ -7,10 +8,7 @@
 
 namespace {
 
-struct Release {
-  void operator()(resbuf* chain) const { acutRelRb(chain); }
-};
-using Chain = std::unique_ptr<resbuf, Release>;
+using Chain = AcEdRbHolder;
 
 /// A layer open for writing in the working drawing, with the applications A and B registered.
 struct XDataTest : testing::Test {

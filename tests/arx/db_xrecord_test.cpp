@@ -1,4 +1,5 @@
-#include "arx/db/dbmain.h"
+#include "arx/dxf_text.h"
+#include "arx/ed/edports.h"
 
 #include <gtest/gtest.h>
 
@@ -9,38 +10,34 @@
 
 namespace {
 
-struct Release {
-  void operator()(resbuf* chain) const { acutRelRb(chain); }
-};
-using Chain = std::unique_ptr<resbuf, Release>;
+using Chain = AcEdRbHolder;
 
 std::string shown(const resbuf* item) {
-  std::string text = std::to_string(item->restype) + ' ';
+  const std::string text = std::to_string(item->restype) + ' ';
+  const auto& v = item->resval;
+  const auto real = [](double value) {
+    char buffer[40];
+    return std::string(buffer, dxfFormatReal(buffer, value));
+  };
   switch (acutRbKind(item->restype)) {
     case RbKind::kText:
-      return text + dxfFromWide(item->resval.rstring);
+      return text + dxfFromWide(v.rstring);
     case RbKind::kShort:
-      return text + std::to_string(item->resval.rint);
+      return text + std::to_string(v.rint);
     case RbKind::kLong:
-      return text + std::to_string(item->resval.rlong);
+      return text + std::to_string(v.rlong);
     case RbKind::kInt64:
-      return text + std::to_string(item->resval.mnInt64);
+      return text + std::to_string(v.mnInt64);
     case RbKind::kName:
-      return text + std::to_string(item->resval.rlname[1]);
+      return text + std::to_string(v.rlname[1]);
     case RbKind::kBinary:
-      return text +
-             std::string(item->resval.rbinary.buf, static_cast<std::size_t>(item->resval.rbinary.clen));
-    case RbKind::kNone:
-      return text;
+      return text + std::string(v.rbinary.buf, static_cast<std::size_t>(v.rbinary.clen));
     case RbKind::kReal:
+      return text + real(v.rreal);
     case RbKind::kPoint:
+      return text + real(v.rpoint[0]) + ',' + real(v.rpoint[1]) + ',' + real(v.rpoint[2]);
+    case RbKind::kNone:
       break;
-  }
-  char buffer[40];
-  const int count = acutRbKind(item->restype) == RbKind::kReal ? 1 : 3;
-  for (int i = 0; i < count; ++i) {
-    text.append(buffer, dxfFormatReal(buffer, count == 1 ? item->resval.rreal : item->resval.rpoint[i]));
-    if (i + 1 < count) text += ',';
   }
   return text;
 }
@@ -72,13 +69,6 @@ struct XrecordTest : testing::Test {
     EXPECT_EQ(record->rbChain(&items), Acad::eOk);
     return Chain(items);
   }
-  std::string written() const {
-    std::string text;
-    AcDbDxfWriter out([&](std::string_view piece) { text += piece; });
-    record->dxfOut(out);
-    out.flush();
-    return text;
-  }
 };
 
 TEST_F(XrecordTest, EveryKindOfValueComesBack) {
@@ -96,7 +86,7 @@ TEST_F(XrecordTest, EveryKindOfValueComesBack) {
   EXPECT_EQ(shownAll(chain().get()), shownAll(given.get()));
 
   // The same through the text of a file.
-  const std::string text = written();
+  const std::string text = dxfWritten(*record);
   DxfTagText tags;
   tags.assign(text);
   std::vector<DxfTag> read;
@@ -116,7 +106,7 @@ TEST_F(XrecordTest, ReferencesToWhatIsGoneAreNull) {
   ASSERT_EQ(record->setFromRbChain(*given), Acad::eOk);
   AcDbObjectPointer<AcDbObject>(layer, AcDb::kForWrite)->erase();
   EXPECT_EQ(shownAll(chain().get()), std::vector<std::string>{"330 0"});
-  EXPECT_NE(written().find("330\n0\n"), std::string::npos);
+  EXPECT_NE(dxfWritten(*record).find("330\n0\n"), std::string::npos);
   AcDbObjectPointer<AcDbObject>(layer, AcDb::kForWrite, true)->erase(false);
   EXPECT_EQ(shownAll(chain().get()), shownAll(given.get()));
 

@@ -1,6 +1,5 @@
 // Copies between drawings: what comes along, whose definition wins, and where references point afterwards.
-#include "arx/db/dballents.h"
-#include "arx/dxf_text.h"
+#include "arx/ent_support.h"
 
 #include <gtest/gtest.h>
 
@@ -43,26 +42,10 @@ class DxfInsert : public testing::Test {
 protected:
   void SetUp() override {
     ASSERT_EQ(source.status, Acad::eOk) << source.messageText();
-    AcDbLayerTable* layers = nullptr;
-    ASSERT_EQ(target.getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
-    auto* layer = new AcDbLayerTableRecord;
-    layer->setName(L"Commun");
-    layer->setColor(AcCmColor(1));
-    ASSERT_EQ(layers->add(layer), Acad::eOk);
-    layer->close();
-    layers->close();
-    for (const wchar_t* name : {L"*U1", L"PLAN"}) {
-      AcDbBlockTable* blocks = nullptr;
-      ASSERT_EQ(target.getBlockTable(blocks, AcDb::kForWrite), Acad::eOk);
-      auto* record = new AcDbBlockTableRecord;
-      record->setName(name);
-      ASSERT_EQ(blocks->add(record), Acad::eOk);
-      auto* point = new AcDbPoint(AcGePoint3d{5, 5, 5});
-      record->appendAcDbEntity(point);
-      point->close();
-      record->close();
-      blocks->close();
-    }
+    AcDbObjectPointer<AcDbLayerTableRecord>(target.recordOf("LAYER", L"Commun"), AcDb::kForWrite)
+        ->setColor(AcCmColor(1));
+    for (const wchar_t* name : {L"*U1", L"PLAN"})
+      ent_test::addTo(ent_test::block(target, name), new AcDbPoint(AcGePoint3d{5, 5, 5}));
     target.undoLog().clear();
     before = dxfWriteText(target);
   }

@@ -124,9 +124,8 @@ INSTANTIATE_TEST_SUITE_P(
         Reading{"no seed", kHead + dxfText("SECTION|2 ENTITIES|LINE|8 A|LINE|5 7|8 A|ENDSEC|EOF"), "",
                 "  5\n7\n"},
         Reading{"seed too low",
-                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1032|9 $HANDSEED|5 2|ENDSEC|SECTION|2 "
-                        "ENTITIES|POINT|5 4|8 0|POINT|5 "
-                        "5|8 0|ENDSEC|EOF"),
+                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1032|9 $HANDSEED|5 2|ENDSEC|SECTION|2 ENTITIES|"
+                        "POINT|5 4|8 0|POINT|5 5|8 0|ENDSEC|EOF"),
                 "", "POINT\n  5\n4\n"},
         Reading{"handle twice", dxfWithEntities("POINT|5 30|8 0|POINT|5 30|8 0"), "déjà pris", "POINT"},
         Reading{"handle out of range", dxfWithEntities("POINT|5 FFFFFFFFFFFFFFFF|8 0"), "inutilisable",
@@ -135,72 +134,54 @@ INSTANTIATE_TEST_SUITE_P(
         Reading{"vertex alone", dxfWithEntities("VERTEX|5 30|8 0|POINT|5 31|8 0|SEQEND|5 32|8 0"), "VERTEX",
                 "POINT"},
         Reading{"no end of the vertices",
-                dxfWithEntities("POLYLINE|5 30|100 AcDbEntity|8 0|100 AcDb3dPolyline|66 1|70 8|VERTEX|5 "
-                                "31|100 AcDbEntity|8 0|100 "
-                                "AcDbVertex|100 AcDb3dPolylineVertex|10 1|20 2|30 3|70 32|POINT|5 33|8 "
-                                "0"),
+                dxfWithEntities("POLYLINE|5 30|100 AcDbEntity|8 0|100 AcDb3dPolyline|66 1|70 8|VERTEX|5 31|"
+                                "100 AcDbEntity|8 0|100 AcDbVertex|100 AcDb3dPolylineVertex|10 1|20 2|30 3|"
+                                "70 32|POINT|5 33|8 0"),
                 "SEQEND", "SEQEND"},
         Reading{"unknown block",
-                dxfWithEntities("INSERT|5 30|100 AcDbEntity|8 0|100 AcDbBlockReference|2 "
-                                "Absent|10 0|20 0|30 0"),
+                dxfWithEntities("INSERT|5 30|100 AcDbEntity|8 0|100 AcDbBlockReference|2 Absent|10 0|20 0|"
+                                "30 0"),
                 "", "  2\nAbsent\n"},
         Reading{"unknown things",
-                dxfWithEntities("CHOSE|5 30|100 AcDbEntity|8 0|100 Inconnu|40 1.50|340 "
-                                "ABC|1001 APPLI|1000 x"),
+                dxfWithEntities("CHOSE|5 30|100 AcDbEntity|8 0|100 Inconnu|40 1.50|340 ABC|1001 APPLI|1000 "
+                                "x"),
                 "", "100\nInconnu\n 40\n1.50\n340\nABC\n1001\nAPPLI\n1000\nx\n"},
         Reading{"sections twice",
-                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 0|5 20|ENDSEC|SECTION|2 "
-                                "ENTITIES|POINT|8 0|5 "
-                                "21|ENDSEC|SECTION|2 X|1 "
-                                "a|ENDSEC|SECTION|2 X|1 b|0 Y|5 FF|999 c|ENDSEC|EOF"),
-                "",
-                "  2\nX\n  1\na\n  0\nENDSEC\n  0\nSECTION\n  2\nX\n  1\nb\n  0\nY\n  "
-                "5\nFF\n999\nc\n"},
+                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 0|5 20|ENDSEC|SECTION|2 ENTITIES|POINT|8 0|5 "
+                                "21|ENDSEC|SECTION|2 X|1 a|ENDSEC|SECTION|2 X|1 b|0 Y|5 FF|999 c|ENDSEC|"
+                                "EOF"),
+                "", "  2\nX\n  1\na\n  0\nENDSEC\n  0\nSECTION\n  2\nX\n  1\nb\n  0\nY\n  5\nFF\n999\nc\n"},
         Reading{"tables behind entities",
-                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 A|5 20|ENDSEC|SECTION|2 "
-                                "TABLES|TABLE|2 LAYER|5 "
-                                "2|LAYER|5 10|2 A|70 0|62 "
-                                "3|6 CONTINUOUS|ENDTAB|TABLE|2 LAYER|5 3|LAYER|5 11|2 "
-                                "B|70 0|ENDTAB|ENDSEC|EOF"),
+                kHead + dxfText("SECTION|2 ENTITIES|POINT|8 A|5 20|ENDSEC|SECTION|2 TABLES|TABLE|2 LAYER|5 "
+                                "2|LAYER|5 10|2 A|70 0|62 3|6 CONTINUOUS|ENDTAB|TABLE|2 LAYER|5 3|LAYER|5 "
+                                "11|2 B|70 0|ENDTAB|ENDSEC|EOF"),
                 "", "POINT"},
         Reading{"block that shows itself",
-                kHead + dxfText("SECTION|2 BLOCKS|BLOCK|5 20|8 0|2 A|10 0|20 0|30 "
-                                "0|INSERT|5 21|8 0|2 "
-                                "A|ENDBLK|5 22|BLOCK|5 23|2 "
-                                "A|POINT|5 24|8 0|ENDBLK|5 25|ENDSEC|EOF"),
+                kHead + dxfText("SECTION|2 BLOCKS|BLOCK|5 20|8 0|2 A|10 0|20 0|30 0|INSERT|5 21|8 0|2 A|"
+                                "ENDBLK|5 22|BLOCK|5 23|2 A|POINT|5 24|8 0|ENDBLK|5 25|ENDSEC|EOF"),
                 "donné deux fois", "INSERT"},
         Reading{"dictionary that owns itself",
-                kHead + dxfText("SECTION|2 OBJECTS|DICTIONARY|5 C|330 0|100 AcDbDictionary|3 A|350 "
-                                "D|DICTIONARY|5 D|330 D|100 "
-                                "AcDbDictionary|3 B|350 D|ENDSEC|EOF"),
+                kHead + dxfText("SECTION|2 OBJECTS|DICTIONARY|5 C|330 0|100 AcDbDictionary|3 A|350 D|"
+                                "DICTIONARY|5 D|330 D|100 AcDbDictionary|3 B|350 D|ENDSEC|EOF"),
                 "", "  3\nB\n350\nD\n"},
         Reading{"no version, no handles", dxfText("SECTION|2 ENTITIES|CIRCLE|8 A|10 1|20 2|40 5|ENDSEC|EOF"),
                 "", "100\nAcDbCircle\n 10\n1.0\n 20\n2.0\n 30\n0.0\n 40\n5.0\n"},
         Reading{"no version, UTF-8", dxfText("SECTION|2 ENTITIES|POINT|8 é|10 1|20 2|ENDSEC|EOF"), "",
                 "  8\né\n"},
         Reading{"old dimension",
-                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1009|ENDSEC|SECTION|2 "
-                        "TABLES|TABLE|2 DIMSTYLE|70 "
-                        "1|DIMSTYLE|2 D|70 0|5 "
-                        "FLECHE|6 |40 1|ENDTAB|ENDSEC|SECTION|2 BLOCKS|BLOCK|8 0|2 "
-                        "$MODEL_SPACE|10 0|20 "
-                        "0|ENDBLK|ENDSEC|SECTION|2 "
-                        "ENTITIES|DIMENSION|13 1|23 2|52 3|8 A|2 *D1|10 4|20 5|70 0|1001 "
-                        "X|1000 y|ENDSEC|EOF"),
+                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1009|ENDSEC|SECTION|2 TABLES|TABLE|2 DIMSTYLE|70 "
+                        "1|DIMSTYLE|2 D|70 0|5 FLECHE|6 |40 1|ENDTAB|ENDSEC|SECTION|2 BLOCKS|BLOCK|8 0|2 "
+                        "$MODEL_SPACE|10 0|20 0|ENDBLK|ENDSEC|SECTION|2 ENTITIES|DIMENSION|13 1|23 2|52 3|"
+                        "8 A|2 *D1|10 4|20 5|70 0|1001 X|1000 y|ENDSEC|EOF"),
                 "",
-                "100\nAcDbDimension\n  2\n*D1\n 10\n4\n 20\n5\n "
-                "70\n0\n100\nAcDbAlignedDimension\n 13\n1\n "
-                "23\n2\n"
-                "100\nAcDbRotatedDimension\n 52\n3\n1001\nX\n"},
+                "100\nAcDbDimension\n  2\n*D1\n 10\n4\n 20\n5\n 70\n0\n100\nAcDbAlignedDimension\n 13\n1\n "
+                "23\n2\n100\nAcDbRotatedDimension\n 52\n3\n1001\nX\n"},
         Reading{"old polyline",
-                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1006|ENDSEC|SECTION|2 "
-                        "ENTITIES|POLYLINE|8 0|66 1|70 "
-                        "8|VERTEX|8 0|10 1|20 "
-                        "2|30 3|70 32|SEQEND|8 0|SOLID|8 0|10 1|20 2|ENDSEC|EOF"),
+                dxfText("SECTION|2 HEADER|9 $ACADVER|1 AC1006|ENDSEC|SECTION|2 ENTITIES|POLYLINE|8 0|66 1|"
+                        "70 8|VERTEX|8 0|10 1|20 2|30 3|70 32|SEQEND|8 0|SOLID|8 0|10 1|20 2|ENDSEC|EOF"),
                 "", "100\nAcDb3dPolylineVertex\n 10\n1.0\n"},
         Reading{"no root",
-                kHead + dxfText("SECTION|2 OBJECTS|XRECORD|5 D|330 C|100 AcDbXrecord|280 "
-                                "1|1 x|ENDSEC|EOF"),
+                kHead + dxfText("SECTION|2 OBJECTS|XRECORD|5 D|330 C|100 AcDbXrecord|280 1|1 x|ENDSEC|EOF"),
                 "", "XRECORD"}));
 
 }  // namespace

@@ -1,6 +1,5 @@
 // Files on the disk: names, replacement of old ones, and what is left of erased objects.
-#include "arx/db/dballents.h"
-#include "arx/dxf_text.h"
+#include "arx/ent_support.h"
 #include "base/files.h"
 
 #include <gtest/gtest.h>
@@ -25,12 +24,7 @@ protected:
 };
 
 AcDbObjectId addPoint(AcDbDatabase& database, double x) {
-  AcDbObjectPointer<AcDbBlockTableRecord> model(database.modelSpaceId(), AcDb::kForWrite);
-  auto* point = new AcDbPoint(AcGePoint3d{x, 2, 3});
-  AcDbObjectId id;
-  EXPECT_EQ(model->appendAcDbEntity(id, point), Acad::eOk);
-  point->close();
-  return id;
+  return ent_test::addTo(database.modelSpaceId(), new AcDbPoint(AcGePoint3d{x, 2, 3}));
 }
 
 TEST_F(DxfFiles, aNewDrawingIsReadBackAsItWasSaved) {
@@ -114,18 +108,7 @@ TEST(DxfSave, whatIsErasedIsNeitherWrittenNorReferredTo) {
 
 TEST(DxfSave, blocksMadeHereGetTheirMarkersAndAHandleBelowTheSeed) {
   AcDbDatabase drawing;
-  {
-    AcDbBlockTable* table = nullptr;
-    ASSERT_EQ(drawing.getBlockTable(table, AcDb::kForWrite), Acad::eOk);
-    auto* block = new AcDbBlockTableRecord;
-    ASSERT_EQ(block->setName(L"Borne"), Acad::eOk);
-    ASSERT_EQ(table->add(block), Acad::eOk);
-    auto* definition = new AcDbAttributeDefinition;
-    ASSERT_EQ(block->appendAcDbEntity(definition), Acad::eOk);
-    definition->close();
-    block->close();
-    table->close();
-  }
+  ent_test::addTo(ent_test::block(drawing, L"Borne"), new AcDbAttributeDefinition);
   const std::string text = dxfWriteText(drawing);
   EXPECT_NE(text.find("100\nAcDbBlockBegin\n  2\nBorne\n 70\n2\n"), std::string::npos)
       << "says that it has attributes";

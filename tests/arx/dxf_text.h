@@ -32,6 +32,15 @@ inline std::string dxfWithEntities(std::string_view entities, const std::string&
                  "|9 $HANDSEED|5 1000|ENDSEC|SECTION|2 ENTITIES\n" + std::string(entities) + "\nENDSEC|EOF");
 }
 
+/// What an object writes into a file.
+inline std::string dxfWritten(const AcDbObject& object) {
+  std::string text;
+  AcDbDxfWriter out([&](std::string_view piece) { text += piece; });
+  object.dxfOut(out);
+  out.flush();
+  return text;
+}
+
 struct DxfLoaded {
   AcDbDatabase database{false, true};
   std::wstring message;

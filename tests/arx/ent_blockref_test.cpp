@@ -8,8 +8,6 @@ namespace {
 
 using namespace ent_test;
 
-constexpr double kPi = 3.141592653589793;
-
 class BlockReference : public ::testing::Test {
 protected:
   AcDbBlockReference* insert(AcDbObjectId id, const AcGePoint3d& at = {}) {
@@ -53,20 +51,14 @@ TEST_F(BlockReference, WalksItsAttributesInOrder) {
     EXPECT_EQ(part->ownerId(), reference->objectId());
     EXPECT_EQ(part->layer(), L"0");
   }
-  {
-    const AcDbObjectPointer<AcDbAttribute> gone(number, AcDb::kForWrite);
-    gone->erase();
-  }
+  erase(number);
   EXPECT_EQ(tags(*reference), L"CODE=1 Z= ");
 }
 
 TEST_F(BlockReference, WithoutLiveAttributesWritesNoSequence) {
   AcDbBlockReference* reference = insert(block(db, L"PNT"));
   const AcDbObjectId only = attribute(reference, L"Z", L"1", {});
-  {
-    const AcDbObjectPointer<AcDbAttribute> gone(only, AcDb::kForWrite);
-    gone->erase();
-  }
+  erase(only);
   EXPECT_EQ(written(*reference).find("|66 1|"), std::string::npos);
   for (const AcDbObjectId& id : reference->subObjects()) EXPECT_FALSE(id.isLive());
   attribute(reference, L"Z", L"2", {});
@@ -89,10 +81,7 @@ TEST_F(BlockReference, EraseAndUndoTakeTheAttributesAlong) {
   const AcDbObjectId id = attribute(reference, L"Z", L"1", {});
   db.undoLog().clear();
   db.undoLog().begin(L"ERASE");
-  {
-    const AcDbObjectPointer<AcDbBlockReference> open(reference->objectId(), AcDb::kForWrite);
-    open->erase();
-  }
+  erase(reference->objectId());
   db.undoLog().end();
   EXPECT_TRUE(id.isErased());
   EXPECT_TRUE(reference->sequenceEndId().isErased());
@@ -107,10 +96,7 @@ TEST_F(BlockReference, UndoOfAnAttributeRestoresTheListAndTheText) {
   db.undoLog().clear();
   db.undoLog().begin(L"ATTEDIT");
   attribute(reference, L"OBS", L"borne", {});
-  {
-    const AcDbObjectPointer<AcDbAttribute> open(id, AcDb::kForWrite);
-    open->setTextString(L"une altitude bien trop longue");
-  }
+  AcDbObjectPointer<AcDbAttribute>(id, AcDb::kForWrite)->setTextString(L"une altitude bien trop longue");
   db.undoLog().end();
   EXPECT_EQ(tags(*reference), L"Z=une altitude bien trop longue OBS=borne ");
   db.undoLog().undo();
@@ -172,10 +158,7 @@ TEST_F(BlockReference, ExtentsSeeBlocksWithinBlocksAndVisibleAttributes) {
   EXPECT_POINT(AcGePoint3d(110 + std::sqrt(2), 100 + std::sqrt(2), 0), box.maxPoint(), 1e-9);
   attribute(reference, L"Z", L"AB", {200, 90, 0});
   const AcDbObjectId invisible = attribute(reference, L"CODE", L"AB", {900, 900, 0});
-  {
-    const AcDbObjectPointer<AcDbAttribute> open(invisible, AcDb::kForWrite);
-    open->setInvisible(true);
-  }
+  AcDbObjectPointer<AcDbAttribute>(invisible, AcDb::kForWrite)->setInvisible(true);
   ASSERT_EQ(reference->getGeomExtents(box), Acad::eOk);
   EXPECT_POINT(AcGePoint3d(110, 90, 0), box.minPoint(), 1e-9);
   EXPECT_NEAR(box.maxPoint().x, 203.2, 1e-9);

@@ -10,21 +10,21 @@ namespace {
 
 using namespace ent_test;
 
-constexpr double kPi = 3.141592653589793;
-
-std::unique_ptr<AcDbPolyline> polyline(std::initializer_list<std::array<double, 3>> vertices,
-                                       bool closed = false) {
-  auto result = std::make_unique<AcDbPolyline>();
-  for (const auto& v : vertices) result->addVertexAt(99, {v[0], v[1]}, v[2]);
-  result->setClosed(closed);
-  return result;
-}
-
 using Maker = std::function<std::unique_ptr<AcDbCurve>()>;
 template <class T, class... Args>
 Maker of(Args... args) {
   return [=] { return std::make_unique<T>(args...); };
 }
+Maker seg(double x1, double y1, double x2, double y2, double z = 0) {
+  return of<AcDbLine>(AcGePoint3d(x1, y1, z), AcGePoint3d(x2, y2, z));
+}
+Maker ring(const AcGePoint3d& center, double radius, const AcGeVector3d& normal = {0, 0, 1}) {
+  return of<AcDbCircle>(center, normal, radius);
+}
+Maker path(const Vertices& vertices, bool closed = false) {
+  return [=] { return polyline(vertices, closed); };
+}
+const Maker kBay = path({{0, 0}, {4, 0, -1}, {8, 0}});
 
 struct CurveRow {
   const char* name;
@@ -36,33 +36,16 @@ std::ostream& operator<<(std::ostream& out, const CurveRow& row) { return out <<
 
 const CurveRow kCurves[] = {
     {"line", of<AcDbLine>(AcGePoint3d(1, 2, 3), AcGePoint3d(4, 6, 15)), 0, 13, 13, 0, false},
-    {"circle", of<AcDbCircle>(AcGePoint3d(3, 4, 5), AcGeVector3d(0, 0, 1), 2.0), 0, 2 * kPi, 4 * kPi, 4 * kPi,
-     true},
-    {"tilted circle", of<AcDbCircle>(AcGePoint3d(3, 4, 5), AcGeVector3d(0.6, 0, 0.8), 2.0), 0, 2 * kPi,
-     4 * kPi, 4 * kPi, true},
+    {"circle", ring({3, 4, 5}, 2), 0, 2 * kPi, 4 * kPi, 4 * kPi, true},
+    {"tilted circle", ring({3, 4, 5}, 2, {0.6, 0, 0.8}), 0, 2 * kPi, 4 * kPi, 4 * kPi, true},
     {"quarter", of<AcDbArc>(AcGePoint3d(1, 1, 0), 2.0, 0.0, kPi / 2), 0, kPi / 2, kPi, kPi - 2, false},
     {"arc through +X", of<AcDbArc>(AcGePoint3d(1, 1, 0), 2.0, 1.5 * kPi, kPi / 2), 1.5 * kPi, 2.5 * kPi,
      2 * kPi, 2 * kPi, false},
-    {"square",
-     [] {
-       return polyline({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true);
-     },
-     0, 4, 16, 16, true},
-    {"two half circles",
-     [] {
-       return polyline({{0, 0, 1}, {4, 0, 1}}, true);
-     },
-     0, 2, 4 * kPi, 4 * kPi, true},
-    {"bay",
-     [] {
-       return polyline({{0, 0, 0}, {4, 0, -1}, {8, 0, 0}});
-     },
-     0, 2, 4 + 2 * kPi, 2 * kPi, false},
-    {"doubled vertex",
-     [] {
-       return polyline({{0, 0, 0}, {3, 4, 0}, {3, 4, 0.7}, {3, 10, 0}});
-     },
-     0, 3, 5 + 6 * (1 + 0.49) / 2.8 * 4 * std::atan(0.7), -1, false},
+    {"square", path({{0, 0}, {4, 0}, {4, 4}, {0, 4}}, true), 0, 4, 16, 16, true},
+    {"two half circles", path({{0, 0, 1}, {4, 0, 1}}, true), 0, 2, 4 * kPi, 4 * kPi, true},
+    {"bay", kBay, 0, 2, 4 + 2 * kPi, 2 * kPi, false},
+    {"doubled vertex", path({{0, 0}, {3, 4}, {3, 4, 0.7}, {3, 10}}), 0, 3,
+     5 + 6 * (1 + 0.49) / 2.8 * 4 * std::atan(0.7), -1, false},
 };
 
 class Curve : public ::testing::TestWithParam<CurveRow> {};
@@ -169,7 +152,7 @@ TEST(CurveExtended, GoesOnBeyondItsEnds) {
   const AcDbArc arc({0, 0, 0}, 5, 0, kPi / 2);
   EXPECT_EQ(arc.getClosestPointTo({-9, 0, 0}, found, true), Acad::eOk);
   EXPECT_POINT(AcGePoint3d(-5, 0, 0), found, 1e-12);
-  const auto open = polyline({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});
+  const auto open = polyline({{0, 0}, {10, 0}, {10, 10}});
   EXPECT_EQ(open->getClosestPointTo({12, 25, 0}, found, true), Acad::eOk);
   EXPECT_POINT(AcGePoint3d(10, 25, 0), found, 1e-12);
   AcDbRay ray;
@@ -193,23 +176,17 @@ TEST(CurveDegenerate, AnswersWithoutNonsense) {
   std::unique_ptr<AcDbEntity> flatRay =
       read(db, "RAY", "100 AcDbEntity|8 0|100 AcDbRay|10 1.0|20 1.0|30 0.0|11 0.0|21 0.0|31 0.0");
   const Maker makers[] = {
-      of<AcDbLine>(AcGePoint3d(1, 2, 3), AcGePoint3d(1, 2, 3)),
-      of<AcDbCircle>(AcGePoint3d(1, 2, 3), AcGeVector3d(0, 0, 0), 0.0),
+      seg(1, 2, 1, 2, 3),
+      ring({1, 2, 3}, 0, {0, 0, 0}),
       of<AcDbArc>(AcGePoint3d(1, 2, 3), 0.0, 1.0, 1.0),
-      [] { return polyline({}); },
-      [] { return polyline({}, true); },
-      [] {
-        return polyline({{1, 2, 0.5}}, true);
-      },
-      [] {
-        return polyline({{1, 2, 0.5}, {1, 2, 0.5}}, true);
-      },
-      [] {
-        return polyline({{0, 0, 1e300}, {1, 0, 1e-300}, {2, 0, 0}}, true);
-      },
+      path({}),
+      path({}, true),
+      path({{1, 2, 0.5}}, true),
+      path({{1, 2, 0.5}, {1, 2, 0.5}}, true),
+      path({{0, 0, 1e300}, {1, 0, 1e-300}, {2, 0}}, true),
       [&] { return std::unique_ptr<AcDbCurve>(AcDbCurve::cast(flatRay.release())); },
-      [] { return std::make_unique<AcDb2dPolyline>(); },
-      [] { return std::make_unique<AcDb3dPolyline>(); },
+      of<AcDb2dPolyline>(),
+      of<AcDb3dPolyline>(),
   };
   int index = 0;
   for (const Maker& make : makers) {
@@ -246,92 +223,25 @@ struct MeetRow {
 };
 std::ostream& operator<<(std::ostream& out, const MeetRow& row) { return out << row.name; }
 
+constexpr AcDb::Intersect kBoth = AcDb::kOnBothOperands;
 const MeetRow kMeetings[] = {
-    {"lines",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 4, 0)),
-     of<AcDbLine>(AcGePoint3d(0, 4, 0), AcGePoint3d(4, 0, 0)),
-     AcDb::kOnBothOperands,
-     {{2, 2, 0}}},
-    {"lines above each other",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 4, 0)),
-     of<AcDbLine>(AcGePoint3d(0, 4, 1), AcGePoint3d(4, 0, 1)),
-     AcDb::kOnBothOperands,
-     {}},
-    {"end on line",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 0, 0)),
-     of<AcDbLine>(AcGePoint3d(2, 0, 0), AcGePoint3d(2, 9, 0)),
-     AcDb::kOnBothOperands,
-     {{2, 0, 0}}},
-    {"too short",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
-     of<AcDbLine>(AcGePoint3d(3, -1, 0), AcGePoint3d(3, 1, 0)),
-     AcDb::kOnBothOperands,
-     {}},
-    {"the first goes on",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
-     of<AcDbLine>(AcGePoint3d(3, -1, 0), AcGePoint3d(3, 1, 0)),
-     AcDb::kExtendThis,
-     {{3, 0, 0}}},
-    {"the wrong one goes on",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
-     of<AcDbLine>(AcGePoint3d(3, -1, 0), AcGePoint3d(3, 1, 0)),
-     AcDb::kExtendArg,
-     {}},
-    {"parallel",
-     of<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(4, 0, 0)),
-     of<AcDbLine>(AcGePoint3d(2, 0, 0), AcGePoint3d(9, 0, 0)),
-     AcDb::kExtendBoth,
-     {}},
-    {"line through circle",
-     of<AcDbLine>(AcGePoint3d(-9, 3, 0), AcGePoint3d(9, 3, 0)),
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
-     AcDb::kOnBothOperands,
-     {{-4, 3, 0}, {4, 3, 0}}},
-    {"line touches circle",
-     of<AcDbLine>(AcGePoint3d(-9, 5, 0), AcGePoint3d(9, 5, 0)),
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
-     AcDb::kOnBothOperands,
-     {{0, 5, 0}}},
-    {"line pierces an upright circle",
-     of<AcDbLine>(AcGePoint3d(3, -9, 4), AcGePoint3d(3, 9, 4)),
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 1, 0), 5.0),
-     AcDb::kOnBothOperands,
-     {{3, 0, 4}}},
-    {"line and half circle",
-     of<AcDbLine>(AcGePoint3d(3, -9, 0), AcGePoint3d(3, 9, 0)),
-     of<AcDbArc>(AcGePoint3d(0, 0, 0), 5.0, 0.0, kPi),
-     AcDb::kOnBothOperands,
-     {{3, 4, 0}}},
-    {"circles",
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
-     of<AcDbCircle>(AcGePoint3d(6, 0, 0), AcGeVector3d(0, 0, -1), 5.0),
-     AcDb::kOnBothOperands,
-     {{3, -4, 0}, {3, 4, 0}}},
-    {"circles that touch",
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
-     of<AcDbCircle>(AcGePoint3d(2, 0, 0), AcGeVector3d(0, 0, 1), 3.0),
-     AcDb::kOnBothOperands,
-     {{5, 0, 0}}},
-    {"circles of two planes",
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
-     of<AcDbCircle>(AcGePoint3d(5, 0, 0), AcGeVector3d(0, 1, 0), 2.0),
-     AcDb::kOnBothOperands,
-     {}},
-    {"circles of two planes that meet",
-     of<AcDbCircle>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), 5.0),
-     of<AcDbCircle>(AcGePoint3d(7, 0, 0), AcGeVector3d(0, 1, 0), 2.0),
-     AcDb::kOnBothOperands,
-     {{5, 0, 0}}},
-    {"a corner counts once",
-     [] { return polyline({{0, 0, 0}, {5, 5, 0}, {10, 0, 0}}); },
-     of<AcDbLine>(AcGePoint3d(5, -9, 0), AcGePoint3d(5, 9, 0)),
-     AcDb::kOnBothOperands,
-     {{5, 5, 0}}},
-    {"line through a bay",
-     [] { return polyline({{0, 0, 0}, {4, 0, -1}, {8, 0, 0}}); },
-     of<AcDbLine>(AcGePoint3d(6, -9, 0), AcGePoint3d(6, 9, 0)),
-     AcDb::kOnBothOperands,
-     {{6, 2, 0}}},
+    {"lines", seg(0, 0, 4, 4), seg(0, 4, 4, 0), kBoth, {{2, 2, 0}}},
+    {"lines above each other", seg(0, 0, 4, 4), seg(0, 4, 4, 0, 1), kBoth, {}},
+    {"end on line", seg(0, 0, 4, 0), seg(2, 0, 2, 9), kBoth, {{2, 0, 0}}},
+    {"too short", seg(0, 0, 1, 0), seg(3, -1, 3, 1), kBoth, {}},
+    {"the first goes on", seg(0, 0, 1, 0), seg(3, -1, 3, 1), AcDb::kExtendThis, {{3, 0, 0}}},
+    {"the wrong one goes on", seg(0, 0, 1, 0), seg(3, -1, 3, 1), AcDb::kExtendArg, {}},
+    {"parallel", seg(0, 0, 4, 0), seg(2, 0, 9, 0), AcDb::kExtendBoth, {}},
+    {"line through circle", seg(-9, 3, 9, 3), ring({0, 0, 0}, 5), kBoth, {{-4, 3, 0}, {4, 3, 0}}},
+    {"line touches circle", seg(-9, 5, 9, 5), ring({0, 0, 0}, 5), kBoth, {{0, 5, 0}}},
+    {"line pierces an upright circle", seg(3, -9, 3, 9, 4), ring({}, 5, {0, 1, 0}), kBoth, {{3, 0, 4}}},
+    {"line and half circle", seg(3, -9, 3, 9), of<AcDbArc>(AcGePoint3d(), 5.0, 0.0, kPi), kBoth, {{3, 4, 0}}},
+    {"circles", ring({0, 0, 0}, 5), ring({6, 0, 0}, 5, {0, 0, -1}), kBoth, {{3, -4, 0}, {3, 4, 0}}},
+    {"circles that touch", ring({0, 0, 0}, 5), ring({2, 0, 0}, 3), kBoth, {{5, 0, 0}}},
+    {"circles of two planes", ring({0, 0, 0}, 5), ring({5, 0, 0}, 2, {0, 1, 0}), kBoth, {}},
+    {"planes that meet", ring({0, 0, 0}, 5), ring({7, 0, 0}, 2, {0, 1, 0}), kBoth, {{5, 0, 0}}},
+    {"a corner counts once", path({{0, 0}, {5, 5}, {10, 0}}), seg(5, -9, 5, 9), kBoth, {{5, 5, 0}}},
+    {"line through a bay", kBay, seg(6, -9, 6, 9), kBoth, {{6, 2, 0}}},
 };
 
 class Meeting : public ::testing::TestWithParam<MeetRow> {};

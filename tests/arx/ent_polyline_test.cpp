@@ -4,22 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <ostream>
 
 namespace {
 
 using namespace ent_test;
-
-using Vertices = std::vector<std::array<double, 3>>;  // x, y, bulge
-
-std::unique_ptr<AcDbPolyline> polyline(const Vertices& vertices, bool closed = false) {
-  auto result = std::make_unique<AcDbPolyline>();
-  for (const auto& v : vertices) result->addVertexAt(result->numVerts(), {v[0], v[1]}, v[2]);
-  result->setClosed(closed);
-  return result;
-}
 
 std::string described(const AcDbPolyline& polyline) {
   std::string text;
@@ -117,42 +107,25 @@ struct OffsetRow {
 };
 std::ostream& operator<<(std::ostream& out, const OffsetRow& row) { return out << row.name; }
 
+const Vertices kSquare = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+const Vertices kHalf = {{0, 0, 1}, {4, 0}};
+constexpr double kEighth = 0.41421356237309503;
 const OffsetRow kOffsets[] = {
-    {"line to the right", {{0, 0, 0}, {10, 0, 0}}, false, 2, {{0, -2, 0}, {10, -2, 0}}},
-    {"corner to the left",
-     {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}},
-     false,
-     -1,
-     {{0, 1, 0}, {9, 1, 0}, {9, 10, 0}}},
-    {"square outwards",
-     {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}},
-     true,
-     1,
-     {{-1, -1, 0}, {5, -1, 0}, {5, 5, 0}, {-1, 5, 0}}},
-    {"square inwards",
-     {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}},
-     true,
-     -1,
-     {{1, 1, 0}, {3, 1, 0}, {3, 3, 0}, {1, 3, 0}}},
-    {"square turned inside out", {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true, -3, {}},
-    {"half circle outwards", {{0, 0, 1}, {4, 0, 0}}, false, 1, {{-1, 0, 1}, {5, 0, 0}}},
-    {"half circle inwards", {{0, 0, 1}, {4, 0, 0}}, false, -1, {{1, 0, 1}, {3, 0, 0}}},
-    {"half circle vanishes", {{0, 0, 1}, {4, 0, 0}}, false, -2, {}},
-    {"clockwise half circle", {{0, 0, -1}, {4, 0, 0}}, false, 1, {{1, 0, -1}, {3, 0, 0}}},
-    {"line into a tangent arc",
-     {{0, 0, 0}, {4, 0, 0.41421356237309503}, {8, 4, 0}},
-     false,
-     1,
-     {{0, -1, 0}, {4, -1, 0.41421356237309503}, {9, 4, 0}}},
+    {"line to the right", {{0, 0}, {10, 0}}, false, 2, {{0, -2}, {10, -2}}},
+    {"corner to the left", {{0, 0}, {10, 0}, {10, 10}}, false, -1, {{0, 1}, {9, 1}, {9, 10}}},
+    {"square outwards", kSquare, true, 1, {{-1, -1}, {5, -1}, {5, 5}, {-1, 5}}},
+    {"square inwards", kSquare, true, -1, {{1, 1}, {3, 1}, {3, 3}, {1, 3}}},
+    {"square turned inside out", kSquare, true, -3, {}},
+    {"half circle outwards", kHalf, false, 1, {{-1, 0, 1}, {5, 0}}},
+    {"half circle inwards", kHalf, false, -1, {{1, 0, 1}, {3, 0}}},
+    {"half circle vanishes", kHalf, false, -2, {}},
+    {"clockwise half circle", {{0, 0, -1}, {4, 0}}, false, 1, {{1, 0, -1}, {3, 0}}},
+    {"tangent arc", {{0, 0}, {4, 0, kEighth}, {8, 4}}, false, 1, {{0, -1}, {4, -1, kEighth}, {9, 4}}},
     {"full circle of two arcs", {{0, 0, 1}, {4, 0, 1}}, true, 1, {{-1, 0, 1}, {5, 0, 1}}},
-    {"doubled vertex",
-     {{0, 0, 0}, {4, 0, 0}, {4, 0, 0}, {4, 4, 0}},
-     false,
-     1,
-     {{0, -1, 0}, {5, -1, 0}, {5, -1, 0}, {5, 4, 0}}},
-    {"all vertices equal", {{1, 1, 0}, {1, 1, 0}}, true, 1, {}},
-    {"turns straight back", {{0, 0, 0}, {4, 0, 0}, {1, 0, 0}}, false, 1, {}},
-    {"short step swallowed", {{0, 0, 0}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, false, -2, {}},
+    {"doubled", {{0, 0}, {4, 0}, {4, 0}, {4, 4}}, false, 1, {{0, -1}, {5, -1}, {5, -1}, {5, 4}}},
+    {"all vertices equal", {{1, 1}, {1, 1}}, true, 1, {}},
+    {"turns straight back", {{0, 0}, {4, 0}, {1, 0}}, false, 1, {}},
+    {"short step swallowed", {{0, 0}, {4, 0}, {4, 1}, {0, 1}}, false, -2, {}},
 };
 
 class PolylineOffset : public ::testing::TestWithParam<OffsetRow> {};
@@ -225,10 +198,7 @@ TEST(HeavyPolyline, RunsThroughItsLiveVertices) {
   EXPECT_NEAR(length, 17, 1e-9);
   EXPECT_EQ(line->subObjects().size(), 4U);
   EXPECT_EQ(line->subObjects().back().objectClass(), AcDbSequenceEnd::desc());
-  {
-    const AcDbObjectPointer<AcDb3dPolylineVertex> vertex(ids[1], AcDb::kForWrite);
-    vertex->erase();
-  }
+  erase(ids[1]);
   EXPECT_EQ(line->getDistAtParam(1, length), Acad::eOk);
   EXPECT_NEAR(length, 13, 1e-9);
   const std::unique_ptr<AcDbObjectIterator> walk(line->vertexIterator());

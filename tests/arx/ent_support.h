@@ -2,8 +2,9 @@
 
 #include "arx/db/dballents.h"
 #include "arx/db/dbentityfactory.h"
-#include "arx/db/dbmain.h"
+#include "arx/dxf_text.h"
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,10 +37,7 @@ inline std::unique_ptr<AcDbEntity> read(AcDbDatabase& db, std::string_view type,
 
 /// Groups behind the type, in the form of the literals.
 inline std::string written(const AcDbObject& object) {
-  std::string text;
-  AcDbDxfWriter out([&](std::string_view piece) { text += piece; });
-  object.dxfOut(out);
-  out.flush();
+  const std::string text = dxfWritten(object);
   DxfTagText::Cursor cursor{text};
   std::string brief;
   DxfTag tag;
@@ -82,6 +80,18 @@ inline AcDbObjectId addTo(AcDbObjectId blockId, AcDbEntity* entity) {
   return id;
 }
 
+inline void erase(AcDbObjectId id) { AcDbObjectPointer<AcDbObject>(id, AcDb::kForWrite)->erase(); }
+
+using Vertices = std::vector<std::array<double, 3>>;  // x, y, bulge
+
+inline std::unique_ptr<AcDbPolyline> polyline(const Vertices& vertices, bool closed = false) {
+  auto result = std::make_unique<AcDbPolyline>();
+  for (const auto& v : vertices) result->addVertexAt(result->numVerts(), {v[0], v[1]}, v[2]);
+  result->setClosed(closed);
+  return result;
+}
+
+constexpr double kPi = 3.141592653589793;
 inline const AcGePoint3d kFar{650000, 6860000, 0};  // national coordinates, where cancellation shows
 
 }  // namespace ent_test

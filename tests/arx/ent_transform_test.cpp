@@ -9,8 +9,6 @@ namespace {
 
 using namespace ent_test;
 
-constexpr double kPi = 3.141592653589793;
-
 struct Row {
   const char* name;
   const char* type;

@@ -3,6 +3,7 @@
 #include "arx/rx/appmsg.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -25,25 +26,11 @@ struct FakeModule {
   }
 
   static std::string nameOf(AcRx::AppMsgCode msg) {
-    switch (msg) {
-      case AcRx::kInitAppMsg:
-        return "init";
-      case AcRx::kUnloadAppMsg:
-        return "unload";
-      case AcRx::kLoadDwgMsg:
-        return "load dwg";
-      case AcRx::kUnloadDwgMsg:
-        return "unload dwg";
-      case AcRx::kInvkSubrMsg:
-        return "invoke";
-      case AcRx::kQuitMsg:
-        return "quit";
-      case AcRx::kPreQuitMsg:
-        return "pre quit";
-      case AcRx::kSaveMsg:
-        return "save";
-      default:
-        return std::to_string(msg);
-    }
+    static const std::map<int, std::string> kNames = {
+        {AcRx::kInitAppMsg, "init"},         {AcRx::kUnloadAppMsg, "unload"}, {AcRx::kLoadDwgMsg, "load dwg"},
+        {AcRx::kUnloadDwgMsg, "unload dwg"}, {AcRx::kInvkSubrMsg, "invoke"},  {AcRx::kQuitMsg, "quit"},
+        {AcRx::kPreQuitMsg, "pre quit"},     {AcRx::kSaveMsg, "save"}};
+    const auto found = kNames.find(msg);
+    return found == kNames.end() ? std::to_string(msg) : found->second;
   }
 };

@@ -5,8 +5,6 @@
 
 #include <cmath>
 #include <memory>
-#include <set>
-#include <string>
 
 namespace {
 
@@ -28,15 +26,6 @@ TEST(Classes, FormOneTreeAndAreFoundByBothNames) {
   EXPECT_NE(AcDbObject::cast(made.get()), nullptr);
   EXPECT_EQ(AcDbDictionary::cast(made.get()), nullptr);
   EXPECT_EQ(AcDbDictionary::cast(nullptr), nullptr);
-}
-
-TEST(Classes, EveryStatusHasItsOwnName) {
-  std::set<std::wstring> names;
-  for (int status = Acad::eOk; status <= Acad::eObjectIsReferenced; ++status) {
-    names.insert(acadErrorStatusText(static_cast<Acad::ErrorStatus>(status)));
-  }
-  EXPECT_EQ(names.size(), static_cast<std::size_t>(Acad::eObjectIsReferenced) + 1);
-  EXPECT_STREQ(acadErrorStatusText(Acad::eWasErased), L"eWasErased");
 }
 
 void expectNear(const AcGePoint3d& a, const AcGePoint3d& b, double tolerance, const char* name) {
