@@ -1,7 +1,5 @@
-// The code table: first start, lookups, sorting, layers, LISP functions.
-#include "arx/ap/acdocman.h"
+// The code table: first start, lookups, sorting, layers.
 #include "arx/db/dbmain.h"
-#include "codes/commandes_codes.h"
 #include "codes/table_codification.h"
 #include "support/dossier_essai.h"
 
@@ -133,15 +131,8 @@ TEST_F(TableCodification, ComparesRowsByColumn) {
 /// A drawing with a layer "ARBRES" of colour 3.
 class LayersDesCodes : public TableCodification {
 protected:
-  LayersDesCodes() {
-    AcDbLayerTable* calques = nullptr;
-    EXPECT_EQ(dessin.getLayerTable(calques, AcDb::kForWrite), Acad::eOk);
-    auto calque = std::make_unique<AcDbLayerTableRecord>();
-    calque->setName(L"ARBRES");
-    calque->setColor(AcCmColor(3));
-    EXPECT_EQ(calques->add(arbres, calque.get()), Acad::eOk);
-    calque.release()->close();
-    calques->close();
+  LayersDesCodes() : arbres(dessin.recordOf("LAYER", L"ARBRES")) {
+    AcDbObjectPointer<AcDbLayerTableRecord>(arbres, AcDb::kForWrite)->setColor(AcCmColor(3));
   }
   static int couleur(AcDbObjectId id) {
     const AcDbObjectPointer<AcDbLayerTableRecord> calque(id);
@@ -187,67 +178,6 @@ TEST_F(LayersDesCodes, WithoutALayerTableTheWorkingDrawingIsMeant) {
   table.creerLayers(table.codes[0]);
   EXPECT_EQ(couleur(table.codes[0].idLayers[layerCode]), 7);
   acdbHostApplicationServices()->setWorkingDatabase(avant);
-}
-
-/// The table that the whole process shares, emptied.
-class FonctionsLisp : public TableCodification {
-protected:
-  void SetUp() override { EXPECT_EQ(resetcodespts(), nullptr); }
-  static bool ajouter(resbuf* arguments) {
-    resbuf* resultat = addcodept(arguments);
-    const bool vrai = resultat && resultat->restype == RTT;
-    acutRelRb(resultat);
-    acutRelRb(arguments);
-    return vrai;
-  }
-  tableCodification& table = getTableCodification();
-};
-
-TEST_F(FonctionsLisp, AddcodeptKeepsWhatIsThere) {
-  EXPECT_TRUE(ajouter(acutBuildList(RTSHORT, 12, RTSTR, L" \tArbre ")));
-  EXPECT_TRUE(ajouter(acutBuildList(RTLONG, 12, RTSTR, L"autre")));
-  EXPECT_TRUE(ajouter(acutBuildList(RTLONG, 10000, RTSTR, L"  ")));
-  EXPECT_TRUE(ajouter(acutBuildList(RTSHORT, 7, RTSTR, L"", RTSTR, L"de trop")));
-  ASSERT_EQ(codesDe(table), (std::vector<int>{12, 1, 7}));
-  EXPECT_EQ(table.codes[0].libelle, L"Arbre");
-  EXPECT_EQ(table.codes[1].libelle, L"Code 1");
-  EXPECT_EQ(table.codes[2].libelle, L"Code 7");
-  EXPECT_EQ(table.codes[2].layers[layerObs], L"_ Obs Points");
-  for (resbuf* faux :
-       {static_cast<resbuf*>(nullptr), acutBuildList(RTSHORT, 5), acutBuildList(RTSTR, L"5", RTSTR, L"a"),
-        acutBuildList(RTREAL, 5.0, RTSTR, L"a"), acutBuildList(RTSHORT, 5, RTSHORT, 6)}) {
-    EXPECT_FALSE(ajouter(faux));
-  }
-  EXPECT_EQ(table.codes.size(), 3u);
-}
-
-TEST_F(FonctionsLisp, LoadcodeptGivesSortedPairs) {
-  EXPECT_EQ(loadcodept(), nullptr);
-  for (const int code : {20, 3, 9999}) table.getOuCreerCode(code);
-  const std::unique_ptr<resbuf, int (*)(resbuf*)> liste(loadcodept(), acutRelRb);
-  std::wstring texte;
-  for (const resbuf* item = liste.get(); item; item = item->rbnext) {
-    switch (item->restype) {
-      case RTLB:
-        texte += L"(";
-        break;
-      case RTDOTE:
-        texte += L" . ";
-        break;
-      case RTLE:
-        texte += L")";
-        break;
-      case RTLONG:
-        texte += std::to_wstring(item->resval.rlong);
-        break;
-      case RTSTR:
-        texte += item->resval.rstring;
-        break;
-      default:
-        FAIL() << item->restype;
-    }
-  }
-  EXPECT_EQ(texte, L"(3 . Code 3)(20 . Code 20)(9999 . Code 9999)");
 }
 
 }  // namespace

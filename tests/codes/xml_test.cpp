@@ -220,24 +220,6 @@ TEST(FichierDesCodes, ARecordReadAloneLooksAtItsNameOnly) {
   EXPECT_EQ(ligne.code, 4);
 }
 
-TEST(ChampsXml, MissingFieldsLeaveTheirTarget) {
-  TiXmlDocument document;
-  ASSERT_TRUE(analyserXML(document, "<a><n/><t/><n>3</n><N>4</N></a>"));
-  const TiXmlElement& a = *document.RootElement();
-  int entier = 7;
-  double reel = 7.5;
-  std::wstring texte = L"x";
-  EXPECT_EQ(lireElementEntier(a, "absent", entier) + lireElementEntier(a, "n", entier), 0);
-  EXPECT_EQ(lireElementDouble(a, "absent", reel) + lireElementDouble(a, "n", reel), 0);
-  EXPECT_EQ(lireElementTexte(a, "absent", texte), 0);
-  EXPECT_EQ(entier, 7);
-  EXPECT_EQ(reel, 7.5);
-  EXPECT_EQ(texte, L"x");
-  EXPECT_EQ(lireElementTexte(a, "t", texte), 1);
-  EXPECT_EQ(texte, L"");
-  EXPECT_EQ(compterElements(a, "n"), 2);
-}
-
 TEST(Utf8DuSysteme, utf8_substituts_AreTwoSequencesOfThreeBytes) {
   EXPECT_EQ(utf8DepuisTexte(L"a\u00E9\u20AC"), "a\xC3\xA9\xE2\x82\xAC");
   EXPECT_EQ(utf8DepuisTexte(L"\U0001F600"), "\xED\xA0\xBD\xED\xB8\x80");

@@ -166,11 +166,22 @@ TEST_F(FonctionsLisp, selectsTheLiveBlocksOfTheTable) {
 }
 
 TEST_F(FonctionsLisp, workOnTheCodeTable) {
-  EXPECT_EQ(appeler(L"addcodept", acutBuildList(RTSHORT, 50, RTSTR, L" Arbre\t", RTNONE)), "T");
-  EXPECT_EQ(appeler(L"addcodept", acutBuildList(RTSHORT, 50, RTREAL, 1.0, RTNONE)), "nil");
-  EXPECT_EQ(appeler(L"loadcodept"), "((1 . \"Point topo\") (50 . \"Arbre\") (100 . \"Station\"))");
+  const char* const avant = "((1 . \"Point topo\") (100 . \"Station\"))";
+  for (resbuf* faux :
+       {static_cast<resbuf*>(nullptr), acutBuildList(RTSHORT, 5, RTNONE),
+        acutBuildList(RTSTR, L"5", RTSTR, L"a", RTNONE), acutBuildList(RTREAL, 5.0, RTSTR, L"a", RTNONE),
+        acutBuildList(RTSHORT, 5, RTSHORT, 6, RTNONE)})
+    EXPECT_EQ(appeler(L"addcodept", faux), "nil");
+  EXPECT_EQ(appeler(L"loadcodept"), avant);
   EXPECT_EQ(appeler(L"resetcodespts"), "nil");
   EXPECT_EQ(appeler(L"loadcodept"), "nil");
+  for (resbuf* bon : {acutBuildList(RTSHORT, 50, RTSTR, L" \tArbre ", RTNONE),
+                      acutBuildList(RTLONG, 50, RTSTR, L"autre", RTNONE),
+                      acutBuildList(RTLONG, 10000, RTSTR, L"  ", RTNONE),
+                      acutBuildList(RTSHORT, 7, RTSTR, L"", RTSTR, L"de trop", RTNONE)})
+    EXPECT_EQ(appeler(L"addcodept", bon), "T");
+  EXPECT_EQ(appeler(L"loadcodept"), "((1 . \"Code 1\") (7 . \"Code 7\") (50 . \"Arbre\"))");
+  EXPECT_EQ(getTableCodification().codes[2].layers[layerObs], L"_ Obs Points");
 }
 
 // Deliberate: the margin of x serves on top too, that of y at the bottom only.
