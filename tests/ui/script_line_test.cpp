@@ -102,24 +102,20 @@ TEST(ScriptLine, RefusesWithAMessageAndChangesNothing) {
   const RefusalCase cases[] = {
       {"n'importe quoi",
        "Ligne incomprise dans « Échantillon » : « n'importe quoi ». Attendu : « Légende = valeur », « "
-       "[Bouton] », "
-       "« Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » ou « ? »."},
+       "[Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » ou « ? »."},
       {"X = 1", "« X » désigne plusieurs éléments de « Échantillon » : Station/X, Direction/X."},
       {"[Prélever]",
        "« Prélever » désigne plusieurs éléments de « Échantillon » : Station/Prélever, Direction/Prélever."},
       {"Station/Y = 1",
        "« Station/Y » ne désigne rien dans « Échantillon ». Attendu : « Légende = valeur » avec Code, "
-       "Numéro, Vo "
-       "départ, Notes, Chemin, Figé, Station/X, Direction/X, Dist / Err max, Angles, Filtre, Echelle, Placer "
-       "coordonnée X, <=>, Ne pas placer les altitudes, Placer les altitudes, Mode, Nouvelle altitude, "
-       "Différence "
-       "d'altitudes, Onglets, Canevas/Vo."},
+       "Numéro, Vo départ, Notes, Chemin, Figé, Station/X, Direction/X, Dist / Err max, Angles, Filtre, "
+       "Echelle, Placer coordonnée X, <=>, Ne pas placer les altitudes, Placer les altitudes, Mode, "
+       "Nouvelle altitude, Différence d'altitudes, Onglets, Canevas/Vo."},
       {"[Enregistrer]",
-       "« Enregistrer » ne désigne rien dans « Échantillon ». Attendu : « [Légende] » avec Charger ..., Par "
-       "nom, Par "
-       "code, Cal, Station/Prélever, Direction/Prélever, Placer coordonnée X, <=>, Ne pas placer les "
-       "altitudes, "
-       "Nouvelle altitude, Différence d'altitudes, Aperçu, Canevas, Resultats, OK, Annuler."},
+       "« Enregistrer » ne désigne rien dans « Échantillon ». Attendu : « [Légende] » avec Charger ..., "
+       "Par nom, Par code, Cal, Station/Prélever, Direction/Prélever, Placer coordonnée X, <=>, Ne pas "
+       "placer les altitudes, Nouvelle altitude, Différence d'altitudes, Aperçu, Canevas, Resultats, OK, "
+       "Annuler."},
       {"[Placer les altitudes]", ""},  // not the caption in force; the message is the long one above
       {"Cal = 1", "« Cal » ne reçoit pas de valeur."},
       {"Caché = 1", "« Caché » est masqué."},
