@@ -1,0 +1,47 @@
+// Reads any bytes as a list of coordinates, writes and reads them again, sorts and compares names.
+#include "points/comparer_numeros.h"
+#include "points/table_obs_xyz.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+using namespace veltora;
+
+namespace {
+
+void require(bool good) {
+  if (!good) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view octets(reinterpret_cast<const char*>(data), size);
+  tableObsXYZ table;
+  table.colonneZCompte = size % 2 == 1;
+  table.lire(octets);
+  for (const remarqueXYZ& remarque : table.remarques) require(!texteRemarque(remarque).empty());
+  for (const pointXYZ& ligne : table.lignes)
+    require(std::isfinite(ligne.x) && std::isfinite(ligne.y) && std::isfinite(ligne.z) && ligne.code != 0);
+  // Every line stays readable when it is written, whatever its name is.
+  tableObsXYZ relue;
+  relue.lire(table.contenu());
+  require(relue.lignes.size() <= table.lignes.size());
+  for (int colonne = 0; colonne < 7; ++colonne) {
+    const auto comparer = table.comparateur(colonne);
+    for (std::size_t i = 1; i < table.lignes.size(); ++i) {
+      const long long a = table.lignes[i - 1].numeroInterne;
+      const long long b = table.lignes[i].numeroInterne;
+      require(comparer(a, b) == -comparer(b, a));
+    }
+  }
+  if (!table.lignes.empty()) require(comparerNumeros(table.lignes[0].nom, table.lignes[0].nom) == 0);
+  table.renumeroter(L"P", static_cast<int>(size), L"");
+  relue.lire(table.contenu());
+  // A number of 1e300 takes more than a line.
+  require(relue.lignes.size() <= table.lignes.size());
+  return 0;
+}
