@@ -32,6 +32,7 @@ int lispGererLeves();
 int lispLoadCodePt();
 int lispAddCodePt();
 int lispResetCodesPts();
+int lispSelectionnerCode();
 
 // The drawing.
 int lispCalcTailleBlock();
@@ -40,6 +41,18 @@ int lispGetSegType();
 int lispModifAttrib();
 int lispUpdArxTtxt();
 int lispSxd();
+int lispSuperpos();
+int lispVarnText();
+int lispDissocBlock();
+
+// Points and paths, asked for at the command line.
+int lispTopJndre();
+int lispPointsParDecalage();
+int lispVnDeportPnts();
+int lispVnAjusterZ();
+
+// Computations.
+int lispHelmert();
 
 // The user and the system.
 int lispAnalyse();

@@ -2,6 +2,7 @@
 
 #include "arx/ed/edlisp.h"
 #include "codes/commandes_codes.h"
+#include "codes/selectionner_code.h"
 #include "host/arguments_lisp.h"
 #include "host/fonctions_lisp.h"
 
@@ -21,6 +22,11 @@ int lispAddCodePt() {
 int lispResetCodesPts() {
   const argumentsLisp resultat(resetcodespts());
   return acedRetNil();
+}
+
+int lispSelectionnerCode() {
+  int code = 0;
+  return selectionnerCode(code) ? acedRetInt(code) : acedRetNil();
 }
 
 }  // namespace veltora
