@@ -1,5 +1,6 @@
 #include "app/ligne_de_commande.h"
 
+#include "app/arguments_helmert.h"
 #include "app/arguments_points.h"
 #include "app/programme.h"
 
@@ -34,7 +35,9 @@ std::string enFrancais(const CLI::ParseError& error) {
     return "argument inattendu : " +
            text.substr(text.find(": ") == std::string::npos ? 0 : text.find(": ") + 2);
   }
-  if (dynamic_cast<const CLI::RequiresError*>(&error)) return "options incomplètes : --sortie manque";
+  if (dynamic_cast<const CLI::RequiresError*>(&error))
+    return "options incomplètes : " + text.substr(text.rfind(' ') + 1) + " manque";
+  if (dynamic_cast<const CLI::ExcludesError*>(&error)) return "options incompatibles : " + text;
   const std::string name = text.substr(0, text.find_first_of(": "));
   if (dynamic_cast<const CLI::RequiredError*>(&error)) return "argument obligatoire manquant : " + name;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) return "valeur manquante ou en trop : " + name;
@@ -87,9 +90,11 @@ bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
       ->take_all();
   app.add_option("--sortie", demande.sortie, "Enregistre le dessin à la fin")->type_name("DESSIN");
   const CLI::App* polygonale = declarerPolygonale(app, demande);
+  const CLI::App* helmert = declarerHelmert(app, demande);
   const CLI::App* points = declarerPoints(app, demande);
   const CLI::App* importer = declarerImporter(app, demande);
   const CLI::App* exporter = declarerExporter(app, demande);
+  const CLI::App* lisp = declarerLisp(app, demande);
   for (CLI::App* sub : app.get_subcommands({})) {
     sub->group("Travaux");
     franciser(*sub);
@@ -105,8 +110,10 @@ bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
     return false;
   }
   if (*polygonale) demande.travail = Demande::Travail::kPolygonale;
+  if (*helmert) demande.travail = Demande::Travail::kHelmert;
   if (*points) demande.travail = Demande::Travail::kPoints;
   if (*importer) demande.travail = Demande::Travail::kImporter;
+  if (*lisp) demande.travail = Demande::Travail::kLisp;
   if (*exporter) demande.travail = Demande::Travail::kExporter;
   return true;
 }

@@ -7,7 +7,7 @@ namespace veltora::app {
 
 /// What the program was asked to do.
 struct Demande {
-  enum class Travail { kSession, kPolygonale, kPoints, kImporter, kExporter } travail = Travail::kSession;
+  enum class Travail { kSession, kPolygonale, kPoints, kHelmert, kImporter, kExporter, kLisp } travail = Travail::kSession;
 
   // A session.
   std::string dessin;
@@ -23,6 +23,9 @@ struct Demande {
   bool tracerBrute = false;
   bool tracerCompensee = false;
 
+  // helmert
+  std::string couples;
+
   // points
   bool csv = false;
 
@@ -32,6 +35,11 @@ struct Demande {
   std::string table;
   std::string tri;
   int codePoints = 0;
+  std::vector<std::string> sources;
+  std::vector<std::string> etiquettes;  ///< number, altitude, code
+
+  // lisp
+  std::string fichierLisp;
 };
 
 /// Reads the arguments. Help and version are printed on standard output, errors in French on standard error.

@@ -12,12 +12,16 @@ int main(int argc, char** argv) {
     switch (demande.travail) {
       case Demande::Travail::kPolygonale:
         return travailPolygonale(demande);
+      case Demande::Travail::kHelmert:
+        return travailHelmert(demande);
       case Demande::Travail::kPoints:
         return travailPoints(demande);
       case Demande::Travail::kImporter:
         return travailImporter(demande);
       case Demande::Travail::kExporter:
         return travailExporter(demande);
+      case Demande::Travail::kLisp:
+        return travailLisp(demande);
       default:
         return travailSession(demande);
     }

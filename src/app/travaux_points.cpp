@@ -40,6 +40,11 @@ colonnePoints colonneDe(const std::string& nom) {
 }  // namespace
 
 int travailImporter(const Demande& demande) {
+  if (demande.listePoints.empty()) return travailImporterDessin(demande);
+  if (demande.sortie.empty()) {
+    direErreur("argument obligatoire manquant : --sortie");
+    return kMauvaisAppel;
+  }
   LinesSource aucune("", {});
   Programme programme(aucune);
   resultatPoints resultat;

@@ -6,6 +6,7 @@
 A scenario is a text file. Lines that begin with ";" are its directives, the others are the script of the run above them:
 
   ;copy FROM TO        copies a file of the source tree into the working folder
+  ;make SCRIPT TO      runs a Python script of the source tree, which makes the file
   ;write NAME TEXT     writes a small file, with \\n for line ends and \\xNN for bytes
   ;run ARGUMENTS       starts the program with the lines that follow as its script (none: no script)
   ;= TEXT              stands in the output of that run, behind what was found before
@@ -65,7 +66,7 @@ def parse():
             run.checks.append((number, word, rest))
         elif word == ";status":
             run.status = int(rest)
-        elif word in (";copy", ";write", ";file", ";nofile", ";audit", ";count", ";holds", ";same"):
+        elif word in (";copy", ";make", ";write", ";file", ";nofile", ";audit", ";count", ";holds", ";same"):
             steps.append((number, word[1:], rest))
         elif text.startswith(";"):
             continue
@@ -118,6 +119,12 @@ def step(number, kind, rest, folder):
         source, target = rest.split()
         (folder / target).parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(ROOT / source, folder / target)
+    elif kind == "make":
+        script, target = rest.split()
+        done = subprocess.run([PYTHON, str(ROOT / script), target], cwd=folder, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT)
+        if done.returncode:
+            fail(number, f"{script} fails", done.stdout.decode())
     elif kind == "write":
         name, _, text = rest.partition(" ")
         (folder / name).write_bytes(text.encode("utf-8").decode("unicode_escape").encode("latin-1"))
