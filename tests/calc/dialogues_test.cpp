@@ -98,18 +98,6 @@ TEST_F(DialoguesPolygonale, AFileThatCannotBeWrittenIsAMessage) {
   EXPECT_NE(script.transcript.find("--- Erreur ---\nOuverture impossible du fichier\n"), std::string::npos);
 }
 
-TEST_F(DialoguesPolygonale, TooFewRowsAreAMessage) {
-  for (const char* bouton : {"[Calculer !]", "[Placer !!!]"}) {
-    corrPolygoDLG dialogue;
-    DialogScript script({"[Ajouter]", bouton, "[OK]", "[Fermer]"});
-    dialogue.doModal();
-    EXPECT_TRUE(script.finished()) << script.transcript;
-    EXPECT_NE(script.transcript.find("--- Calculs Topo ---\nErreur , données insuffisantes \n"),
-              std::string::npos);
-    EXPECT_EQ(dialogue.liste.rowCount(), 1);
-  }
-}
-
 TEST_F(DialoguesPolygonale, RemovesTheSelectedRowElseTheLast) {
   corrPolygoDLG dialogue;
   DialogScript script(suite(kCarre, {"Liste: 2", "[Enlever !]", "[Enlever !]", "[Fermer]"}));

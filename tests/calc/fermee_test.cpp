@@ -63,19 +63,6 @@ lignesPolygonale lignesDe(const std::vector<Rangee>& rangees) {
 const std::vector<Rangee> kRectangle = {
     {L"B", 300, 400, 2.0}, {L"C", 300, 900, -0.5}, {L"D", 300, 400, -1.5}, {L"A", 300, 900, 1.0}};
 
-TEST(PolygonaleFermee, APerfectSquareClosesExactly) {
-  const Resultat r =
-      calculer(lignesDe({{L"B", 300, 100, 0}, {L"C", 300, 100, 0}, {L"D", 300, 100, 0}, {L"A", 300, 100, 0}}),
-               Depart());
-  EXPECT_EQ(r.f.S, 400.0);
-  EXPECT_EQ(r.f.E, 0.0);
-  const double attendu[4][2] = {{1000, 1000}, {1000, 1100}, {1100, 1100}, {1100, 1000}};
-  for (std::size_t i = 0; i < 4; ++i) {
-    EXPECT_NEAR(r.X[i], attendu[i][0], 1e-12);
-    EXPECT_NEAR(r.Y[i], attendu[i][1], 1e-12);
-  }
-}
-
 TEST(PolygonaleFermee, HeightsAfterEachMode) {
   struct Cas {
     int mode;

@@ -26,6 +26,11 @@ bool lire(reseauMoindresCarres& reseau, const std::string& texte,
   return lireMc(texte, reseau, remarques);
 }
 
+/// A network read from a text that has to be good.
+struct reseauLu : reseauMoindresCarres {
+  explicit reseauLu(const std::string& texte) { EXPECT_TRUE(lire(*this, texte)); }
+};
+
 TEST(Lieux, Intersections) {
   using L = lieuGeometrique;
   const L horizontale = L::droite({0, 0}, {1000, 0});
@@ -108,10 +113,9 @@ TEST(FichierMc, SectionsUnitesEtJetonsIgnores) {
 }
 
 TEST(Reseau, TrilaterationPubliee) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(lire(reseau,
-                   "A 170.71 270.71\nB 100 100\nC 241.42 100\nOBS\nP NORD A . 100.01\nP NORD B . 100.02\n"
-                   "P NORD C . 100.03\n"));
+  reseauLu reseau(
+      "A 170.71 270.71\nB 100 100\nC 241.42 100\nOBS\nP NORD A . 100.01\nP NORD B . 100.02\n"
+      "P NORD C . 100.03\n");
   std::wstring journal;
   const int passes = iterer(reseau, journal);
   EXPECT_LT(passes, 10);
@@ -162,8 +166,7 @@ Treillis treillis(int cote, unsigned graine, double origineX, double origineY) {
 TEST(Reseau, SansBruitLesPointsReviennent) {
   for (const auto& [x, y] : {std::pair(1000.0, 2000.0), std::pair(650000.0, 6860000.0)}) {
     const Treillis t = treillis(5, 7, x, y);
-    reseauMoindresCarres reseau;
-    ASSERT_TRUE(lire(reseau, t.texte));
+    reseauLu reseau(t.texte);
     std::wstring journal;
     iterer(reseau, journal);
     for (std::size_t i = 0; i < t.vrais.size(); ++i) {
@@ -208,8 +211,7 @@ TEST(Reseau, LesSolutionsDenseEtCreuseEtCelleDEigenConcordent) {
 }
 
 TEST(Reseau, UnReseauSingulierNeBougeRien) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(lire(reseau, "A 0 0\nB 100 0\nOBS\nA NORD P 50\nB NORD P 350\n"));
+  reseauLu reseau("A 0 0\nB 100 0\nOBS\nA NORD P 50\nB NORD P 350\n");
   std::wstring journal;
   iterer(reseau, journal);
   EXPECT_NEAR(chercher(reseau, L"P")->X, 50, 1e-6);
@@ -224,18 +226,15 @@ TEST(Reseau, UnReseauSingulierNeBougeRien) {
 }
 
 TEST(Reseau, NordCommeStationLeveUneException) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(lire(reseau, "A 0 0\nOBS\nNORD A P 10 5\n"));
+  reseauLu reseau("A 0 0\nOBS\nNORD A P 10 5\n");
   std::wstring journal;
   EXPECT_THROW(reseau.calculerPlani(journal, true), std::invalid_argument);
 }
 
 TEST(Reseau, LaReductionGardeLaPremiereDesEquivalentes) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(
-      lire(reseau,
-           "A 0 0\nB 100 0\nOBS\nA NORD P . 70\nP NORD A . 71\nA NORD P . 72 1\nA NORD P . . 2\nA B P 50\n"
-           "A B P 51\nA NORD P 50\n"));
+  reseauLu reseau(
+      "A 0 0\nB 100 0\nOBS\nA NORD P . 70\nP NORD A . 71\nA NORD P . 72 1\nA NORD P . . 2\nA B P 50\n"
+      "A B P 51\nA NORD P 50\n");
   std::wstring journal;
   reseau.calculerPlani(journal, true);
   ASSERT_EQ(reseau.observations.size(), 5U);
@@ -266,8 +265,7 @@ TEST(Reseau, TroisDirectionsHorsDuPointLeLaissentInconnu) {
 }
 
 TEST(Reseau, PoidsGisementsEtPoidsD1D2) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(lire(reseau, "S 0 0\nV 30 40\nR 0 10\nOBS\nS R V 20\nS NORD V 20 50\nS NORD V 20 . . 7\n"));
+  reseauLu reseau("S 0 0\nV 30 40\nR 0 10\nOBS\nS R V 20\nS NORD V 20 50\nS NORD V 20 . . 7\n");
   reseau.formules.angles = "1000";
   reseau.formules.gisements = "d1+100*d2+10000*d3";
   reseau.formules.distances = "2*d1";
@@ -286,10 +284,8 @@ TEST(Reseau, PoidsUnitairesEtResiduIndex) {
       "A 0 0\nB 100 0\nC 0 100\nOBS\nA NORD X 10\nA NORD P . 70.8 . . 5\nB NORD P . 70.7 . . 1\nC NORD P . "
       "70.6\n"
       "A NORD P 50.01\n";
-  reseauMoindresCarres sans;
-  reseauMoindresCarres avec;
-  ASSERT_TRUE(lire(sans, texte));
-  ASSERT_TRUE(lire(avec, texte));
+  reseauLu sans(texte);
+  reseauLu avec(texte);
   avec.formules.distances = "1000/d1";
   avec.observations[1].poids = 1e6;
   std::wstring journal;
@@ -307,11 +303,9 @@ TEST(Reseau, PoidsUnitairesEtResiduIndex) {
 }
 
 TEST(Reseau, AltitudesEtResiduAltitude) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(
-      lire(reseau,
-           "A 0 0 100\nB 100 0 110\nOBS\nA NORD P 50 70.71 4.01\nB NORD P 350 70.71 -5.97\nP NORD Q . . 1\n"
-           "R NORD S . . 2\n"));
+  reseauLu reseau(
+      "A 0 0 100\nB 100 0 110\nOBS\nA NORD P 50 70.71 4.01\nB NORD P 350 70.71 -5.97\nP NORD Q . . 1\n"
+      "R NORD S . . 2\n");
   std::wstring journal;
   iterer(reseau, journal);
   journal.clear();
@@ -327,8 +321,7 @@ TEST(Reseau, AltitudesEtResiduAltitude) {
 }
 
 TEST(Reseau, UneBoucleDeNivellementSeCompense) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(lire(reseau, "A 0 0 100\nOBS\nA NORD P . . 1\nP NORD Q . . 1\nQ NORD A . . -1.97\n"));
+  reseauLu reseau("A 0 0 100\nOBS\nA NORD P . . 1\nP NORD Q . . 1\nQ NORD A . . -1.97\n");
   std::wstring journal;
   EXPECT_TRUE(reseau.calculerAlti(journal));
   EXPECT_NEAR(chercher(reseau, L"P")->Z, 100.99, 1e-9);
