@@ -9,6 +9,7 @@
 #include "points/atelier.h"
 
 #include <deque>
+#include <map>
 #include <string>
 
 extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId);
@@ -17,29 +18,18 @@ namespace veltora {
 
 /// A chain as LISP would show it: texts in quotes, <Entity> and <Set> for names; "void" for no value.
 inline std::string enTexte(const resbuf* chaine) {
+  static const std::map<int, const char*> kMots = {{RTVOID, "void"},      {RTNIL, "nil"},    {RTT, "T"},
+                                                   {RTLB, "("},           {RTLE, ")"},       {RTDOTE, "."},
+                                                   {RTENAME, "<Entity>"}, {RTPICKS, "<Set>"}};
   std::string texte;
   for (; chaine; chaine = chaine->rbnext) {
     if (!texte.empty() && texte.back() != '(' && chaine->restype != RTLE) texte += " ";
     const auto& v = chaine->resval;
+    if (const auto mot = kMots.find(chaine->restype); mot != kMots.end()) {
+      texte += mot->second;
+      continue;
+    }
     switch (chaine->restype) {
-      case RTVOID:
-        texte += "void";
-        break;
-      case RTNIL:
-        texte += "nil";
-        break;
-      case RTT:
-        texte += "T";
-        break;
-      case RTLB:
-        texte += "(";
-        break;
-      case RTLE:
-        texte += ")";
-        break;
-      case RTDOTE:
-        texte += ".";
-        break;
       case RTSTR:
         texte += '"' + base::toUtf8(v.rstring) + '"';
         break;
@@ -55,12 +45,6 @@ inline std::string enTexte(const resbuf* chaine) {
       case RTPOINT:
       case RT3DPOINT:
         texte += base::formater("(%g %g %g)", v.rpoint[0], v.rpoint[1], v.rpoint[2]);
-        break;
-      case RTENAME:
-        texte += "<Entity>";
-        break;
-      case RTPICKS:
-        texte += "<Set>";
         break;
       default:
         texte += "?" + std::to_string(chaine->restype);
