@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "calc/ecrire_rapport.h"
 #include "calc/placer_stations.h"
 #include "calc/polygonale_lue.h"
 #include "report/html_document.h"
@@ -59,16 +60,6 @@ bool finies(const std::vector<stationCalculee>& stations) {
   return std::all_of(stations.begin(), stations.end(), [](const stationCalculee& s) {
     return std::isfinite(s.x) && std::isfinite(s.y) && std::isfinite(s.z);
   });
-}
-
-bool ecrireRapport(htmlDocument& rapport, const std::filesystem::path& chemin, std::wstring& erreur) {
-  if (chemin.empty()) return true;
-  const bool word = base::toUpperAnsi(chemin.extension().string()) == ".DOC";
-  rapport.setFichier(chemin.string(), word ? htmlDocument::word : htmlDocument::simple);
-  std::string raison;
-  if (rapport.ecrire(&raison)) return true;
-  erreur = base::fromUtf8(raison);
-  return false;
 }
 
 /// Reads the file and says what was passed over. @return null with the error set

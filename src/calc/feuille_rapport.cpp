@@ -31,7 +31,7 @@ void feuilleRapport::texte(std::wstring_view texte, std::string_view attributs) 
 void feuilleRapport::nombre(double valeur) { nombre(valeur, attributs::kNombre); }
 
 void feuilleRapport::nombre(double valeur, std::string_view attributs) {
-  m_table.ajouterCelluleDouble(valeur, 4, attributs);
+  m_table.ajouterCelluleDouble(valeur, m_decimales, attributs);
 }
 
 void feuilleRapport::nombres(std::initializer_list<double> valeurs) {

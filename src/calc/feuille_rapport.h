@@ -11,11 +11,12 @@ namespace veltora {
 
 class htmlDocument;
 
-/// Pen for a traverse report: paragraphs and tables in the order of the calls, numbers with four decimals.
-/// Opens the document with the prologue. Wide texts are narrowed here.
+/// Pen for a computation's report: paragraphs and tables in the order of the calls, numbers with four
+/// decimals unless told. Opens the document with the prologue. Wide texts are narrowed here.
 class feuilleRapport {
 public:
   explicit feuilleRapport(htmlDocument& document);
+  void setDecimales(int decimales) { m_decimales = decimales; }
 
   void paragraphe(std::wstring_view texte, std::string_view attributs);
   /// A header row.
@@ -48,6 +49,7 @@ public:
 private:
   htmlDocument& m_document;
   htmlTable m_table;
+  int m_decimales = 4;
 };
 
 }  // namespace veltora

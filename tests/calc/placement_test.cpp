@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "calc/executer_polygonale.h"
 #include "calc/fermee_dlg.h"
+#include "calc/ouverte_dlg.h"
 #include "codes/table_codification.h"
 #include "points/projets_topo.h"
 #include "support/dialog_script.h"
@@ -181,6 +182,72 @@ TEST_F(Placement, TheDialogPlacesAfterShowingTheCode) {
   EXPECT_EQ(nomsDe(*m_projets.currTable()), "A B C D ");
   EXPECT_EQ(m_projets.currTable()->getData(3)->getCode(), 55);
   EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), 0.0);
+  EXPECT_EQ(polylignes().size(), 1U);
+}
+
+/// Due east from A to the known arrival; the drawn legs are 50 and 50.
+const std::string kOuverte =
+    "Depart=A X=100 Y=100 Z=10 Gis=100\nArrivee=C X=200 Y=100 Z=13 Gis=100\nFermeture: 200\n"
+    "B 200 50 1\nC 200 49 1\n";
+
+TEST_F(Placement, OneCallFindsOutThatATraverseIsOpen) {
+  demandePolygonale demande;
+  demande.fichier = fichier("o.obs", kOuverte);
+  demande.altitudes = demande.dessinerBrute = demande.dessinerCompensee = true;
+  resultatPolygonale resultat;
+  ASSERT_TRUE(executerPolygonale(demande, resultat)) << base::toUtf8(resultat.erreur);
+  EXPECT_TRUE(resultat.ouverte);
+  EXPECT_TRUE(resultat.remarques.empty());
+  EXPECT_EQ(nomsDe(*m_projets.currTable()), "A B C ");
+  EXPECT_EQ(m_projets.currTable()->getData(1)->getZ(), 11.0);
+  EXPECT_EQ(m_projets.currTable()->getData(2)->getZ(), 13.0) << "the known height, not the computed one";
+  EXPECT_NEAR(resultat.fermetures.Ex, -1.0, 1e-9);
+  const std::vector<std::string> traces = polylignes();
+  ASSERT_EQ(traces.size(), 2U);
+  EXPECT_EQ(traces[0], "1 open 100.0,100.0 150.0,100.0 199.0,100.0");
+  EXPECT_EQ(traces[1], "3 open 100.0,100.0 150.5,100.0 200.0,100.0");
+}
+
+TEST_F(Placement, OneCallDoubtsWholeTurnsAndMissingStations) {
+  const auto remarques = [&](const std::string& octets) {
+    demandePolygonale demande;
+    demande.fichier = fichier("o.obs", octets);
+    demande.placer = false;
+    resultatPolygonale resultat;
+    EXPECT_TRUE(executerPolygonale(demande, resultat));
+    std::string texte;
+    for (const std::wstring& remarque : resultat.remarques) texte += base::toUtf8(remarque) + "\n";
+    return texte;
+  };
+  const auto avec = [](std::string texte, const std::string& ancien, const std::string& nouveau) {
+    return texte.replace(texte.find(ancien), ancien.size(), nouveau);
+  };
+  EXPECT_EQ(remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=-300.02")),
+            "o.obs, l'erreur angulaire de 400.0200 grades est proche de 1 tour entier : le gisement "
+            "d'arrivée est sans "
+            "doute à donner avec 1 tour de plus, soit 99.98000 au lieu de -300.02000\n");
+  EXPECT_NE(
+      remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=900")).find("2 tours de moins, soit 100.00000"),
+      std::string::npos);
+  EXPECT_EQ(remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=300")), "") << "half a turn is something else";
+  EXPECT_EQ(
+      remarques(avec(kOuverte, "Arrivee=C", "Arrivee=E")),
+      "o.obs, la dernière ligne vise « C » et non la station d'arrivée « E » : c'est le nom qu'aura le point "
+      "d'arrivée\n");
+  EXPECT_NE(
+      remarques(avec(kOuverte, "Arrivee=C X=200 Y=100 Z=13 Gis=100", "")).find("aucune station d'arrivée"),
+      std::string::npos);
+}
+
+TEST_F(Placement, TheOpenDialogPlaces) {
+  corrPolygoOuverteDLG dialogue;
+  DialogScript script({"[Charger]", fichier("o.obs", kOuverte), "[Placer !!!]", "Code des stations = 55",
+                       "Dessiner la polygonale compensée = oui", "[OK]", "[OK]", "[Fermer]"});
+  dialogue.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_EQ(nomsDe(*m_projets.currTable()), "A B C ");
+  EXPECT_EQ(m_projets.currTable()->getData(2)->getCode(), 55);
+  EXPECT_EQ(m_projets.currTable()->getData(2)->getZ(), Z_ABSENT);
   EXPECT_EQ(polylignes().size(), 1U);
 }
 
