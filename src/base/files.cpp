@@ -14,6 +14,9 @@ namespace veltora::base {
 namespace fs = std::filesystem;
 namespace {
 
+/// What the system replaces by characters that make a name unique.
+const std::string kUnique(6, 'X');
+
 fs::path& temporaryFolderOverride() {
   static fs::path folder;
   return folder;
@@ -80,7 +83,7 @@ RemplacementFichier::RemplacementFichier(const fs::path& path) : m_path(path) {
       return;
     }
   }
-  m_temporary = (m_target.parent_path() / (".veltora-XXXXXX")).string();
+  m_temporary = (m_target.parent_path() / (".veltora-" + kUnique)).string();
   m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
   if (m_descriptor < 0) abandonner(errno);
 }
@@ -132,7 +135,7 @@ fs::path dossierTemporaire() {
 void setDossierTemporaire(const fs::path& folder) { temporaryFolderOverride() = folder; }
 
 fs::path creerFichierTemporaire(const fs::path& folder, std::string_view prefix) {
-  std::string pattern = (folder / (std::string(prefix) + "XXXXXX.tmp")).string();
+  std::string pattern = (folder / (std::string(prefix) + kUnique + ".tmp")).string();
   const int descriptor = ::mkostemps(pattern.data(), 4, O_CLOEXEC);
   if (descriptor < 0) return {};
   ::close(descriptor);

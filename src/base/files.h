@@ -45,8 +45,8 @@ private:
 /// `setDossierTemporaire`.
 VELTORA_API std::filesystem::path dossierTemporaire();
 VELTORA_API void setDossierTemporaire(const std::filesystem::path& folder);
-/// Makes an empty file with a unique name "<prefix>XXXXXX.tmp" in the folder. @return its path, empty on
-/// failure
+/// Makes an empty file with a unique name "<prefix>" + six characters + ".tmp" in the folder. @return its
+/// path, empty on failure
 VELTORA_API std::filesystem::path creerFichierTemporaire(const std::filesystem::path& folder,
                                                          std::string_view prefix);
 

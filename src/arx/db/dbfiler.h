@@ -38,7 +38,7 @@ public:
 
   [[nodiscard]] int code() const { return m_tag.code; }
   [[nodiscard]] std::string_view text() const { return m_tag.value; }
-  /// The value as text, with "\U+XXXX" resolved.
+  /// The value as text, with "\U+hhhh" resolved.
   [[nodiscard]] std::wstring wide() const;
   /// A value that is no number raises DxfError with its line, likewise the next ones.
   [[nodiscard]] double real() const;

@@ -79,7 +79,7 @@ int hexDigit(wchar_t c) {
   return -1;
 }
 
-/// Value of "\U+XXXX" at a place, -1 when it is none.
+/// Value of "\U+hhhh" at a place, -1 when it is none.
 int unicodeEscape(std::wstring_view text, std::size_t at) {
   if (text.size() - at < 7 || (text[at + 1] != L'U' && text[at + 1] != L'u') || text[at + 2] != L'+')
     return -1;

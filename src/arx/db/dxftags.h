@@ -65,7 +65,7 @@ enum class DxfKind {
 /// kPoint: the first of the two or three groups of a point (10-18, 110-112, 210, 211, 1010-1013).
 ARX_API DxfKind dxfKind(int code);
 
-/// File text to wide text: UTF-8, "\U+XXXX" and caret forms ("^J", "^ ") resolved. A byte that is no UTF-8
+/// File text to wide text: UTF-8, "\U+hhhh" and caret forms ("^J", "^ ") resolved. A byte that is no UTF-8
 /// becomes the lone surrogate U+DC00 + byte, which `dxfFromWide` turns back into the byte.
 ARX_API std::wstring dxfToWide(std::string_view fileText);
 /// Wide text as file text: UTF-8, control characters and the caret in their caret forms.
