@@ -7,7 +7,15 @@ namespace veltora::app {
 
 /// What the program was asked to do.
 struct Demande {
-  enum class Travail { kSession, kPolygonale, kPoints, kHelmert, kImporter, kExporter, kLisp } travail = Travail::kSession;
+  enum class Travail {
+    kSession,
+    kPolygonale,
+    kPoints,
+    kHelmert,
+    kImporter,
+    kExporter,
+    kLisp
+  } travail = Travail::kSession;
 
   // A session.
   std::string dessin;
