@@ -90,12 +90,17 @@ TEST_F(DialoguesPolygonale, SavesInLowerCaseAndLoadsBack) {
   EXPECT_EQ(lu("copie.obs"), octets);
 }
 
-TEST_F(DialoguesPolygonale, AFileThatCannotBeWrittenIsAMessage) {
+TEST_F(DialoguesPolygonale, OneRowAndAFileThatCannotBeWrittenAreMessages) {
   corrPolygoDLG dialogue;
-  DialogScript script({"[Sauvegarder]", chemin("absent/a.obs"), "[OK]", "[Charger]", "", "[Fermer]"});
+  DialogScript script({"[Ajouter]", "[Calculer !]", "[OK]", "[Placer !!!]", "[OK]", "[Sauvegarder]",
+                       chemin("absent/a.obs"), "[OK]", "[Charger]", "", "[Fermer]"});
   dialogue.doModal();
   EXPECT_TRUE(script.finished()) << script.transcript;
+  const std::string peu = "--- Calculs Topo ---\nErreur , données insuffisantes \n";
+  const std::size_t premier = script.transcript.find(peu);
+  EXPECT_NE(script.transcript.find(peu, premier + 1), std::string::npos) << "neither computed nor placed";
   EXPECT_NE(script.transcript.find("--- Erreur ---\nOuverture impossible du fichier\n"), std::string::npos);
+  EXPECT_EQ(dialogue.liste.rowCount(), 1);
 }
 
 TEST_F(DialoguesPolygonale, RemovesTheSelectedRowElseTheLast) {
