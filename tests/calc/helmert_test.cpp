@@ -2,6 +2,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/edports.h"
 #include "base/files.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "calc/couples_fichier.h"
 #include "calc/executer_helmert.h"
@@ -263,9 +264,9 @@ TEST_F(Helmert, HelmertCroisement) {
   ASSERT_TRUE(transformerHelmert(couples, obtenus, r));
   const double variance = calculerEcarts(obtenus, couples.arrivee).sommeCarres / 3.0;
   EXPECT_GT(std::abs(variance - r.echelle), 1.0);
-  EXPECT_NEAR(std::stod(dialogue.echelle.text()), variance, 5e-5) << "where the caption says scale";
+  EXPECT_NEAR(base::lireReel(dialogue.echelle.text()), variance, 5e-5) << "where the caption says scale";
   EXPECT_EQ(dialogue.emq.text(), L"");
-  EXPECT_NEAR(std::stod(dialogue.rotation.text()), r.rotation * 200 / std::acos(-1.0), 5e-5);
+  EXPECT_NEAR(base::lireReel(dialogue.rotation.text()), r.rotation * 200 / std::acos(-1.0), 5e-5);
 }
 
 TEST_F(Helmert, ReportsAndAppliesToASelection) {

@@ -95,10 +95,10 @@ TEST_F(Repartition, codesOutsideTheTableDoNothing) {
 }
 
 TEST_F(Repartition, whatIsMissingSaysSoInFrench) {
-  EXPECT_EQ(appeler(L"C:VNAJUSTERZ"), "nil");
+  EXPECT_EQ(appeler(L"c:tablegendes"), "nil");
   acedCommandStack()->lookupCmd(L"IMPORTGSI")->functionAddr()();
   EXPECT_EQ(imprime,
-            "\nLa fonction c:VNAJUSTERZ n'est pas encore disponible dans cette version."
+            "\nLa fonction c:tablegendes n'est pas encore disponible dans cette version."
             "\nLa commande IMPORTGSI n'est pas encore disponible dans cette version.");
 }
 
