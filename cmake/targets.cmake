@@ -7,7 +7,7 @@ file(CONFIGURE OUTPUT ${VELTORA_EMPTY_SOURCE} CONTENT "// empty\n")
 # Compiles the library headers that nearly every source includes only once a target, where no compiler cache does better.
 function(veltora_precompile target)
   if(NOT CCACHE)
-    target_precompile_headers(${target} PRIVATE <algorithm> <cmath> <filesystem> <functional> <map> <memory> <string>
+    target_precompile_headers(${target} PRIVATE <algorithm> <cmath> <functional> <map> <memory> <string>
                               <unordered_map> <vector> <fmt/printf.h> <fmt/xchar.h> ${ARGN})
   endif()
 endfunction()

@@ -17,7 +17,7 @@ constexpr auto npos = std::wstring_view::npos;
 
 [[noreturn]] void fail(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
 
-std::wstring quoted(std::wstring_view text) { return L"« " + base::trim(text) + L" »"; }
+std::wstring guillemets(std::wstring_view text) { return L"« " + base::trim(text) + L" »"; }
 
 std::wstring join(const std::vector<std::wstring>& texts) {
   std::wstring result;
@@ -72,8 +72,8 @@ public:
     if (found.size() == 1) return *found.front();
     std::vector<std::wstring> paths;
     for (const Target* t : found) paths.push_back(t->path());
-    fail(quoted(name) + L" désigne plusieurs éléments de " + quoted(m_dialog.title()) + L" : " + join(paths) +
-         L".");
+    fail(guillemets(name) + L" désigne plusieurs éléments de " + guillemets(m_dialog.title()) + L" : " +
+         join(paths) + L".");
   }
 
   [[noreturn]] void failUnknown(std::wstring_view name, Accepts accepts, const std::wstring& form) const {
@@ -85,8 +85,8 @@ public:
     }
     const std::wstring expected =
         names.empty() ? L"rien de tel dans cette boîte" : form + L" avec " + join(names);
-    fail(quoted(name) + L" ne désigne rien dans " + quoted(m_dialog.title()) + L". Attendu : " + expected +
-         L".");
+    fail(guillemets(name) + L" ne désigne rien dans " + guillemets(m_dialog.title()) + L". Attendu : " +
+         expected + L".");
   }
 
 private:
@@ -105,9 +105,9 @@ bool bringToFront(const Control& control) {
 
 /// Refuses what the user could not reach. @return false when the focus was held back on the way
 bool reach(const Target& target) {
-  if (!target.control->shown()) fail(quoted(target.path()) + L" est masqué.");
-  if (!target.control->usable()) fail(quoted(target.path()) + L" est désactivé.");
-  if (target.entry && !target.entry->enabled) fail(quoted(target.path()) + L" est désactivé.");
+  if (!target.control->shown()) fail(guillemets(target.path()) + L" est masqué.");
+  if (!target.control->usable()) fail(guillemets(target.path()) + L" est désactivé.");
+  if (target.entry && !target.entry->enabled) fail(guillemets(target.path()) + L" est désactivé.");
   return bringToFront(*target.control);
 }
 
@@ -136,15 +136,15 @@ int choiceOrFail(const Target& target, const std::vector<std::wstring>& items, c
   if (found) return *found;
   std::vector<std::wstring> names;
   for (const std::wstring& item : items) names.push_back(plainText(item));
-  fail(quoted(value) + L" n'est pas un choix de " + quoted(target.path()) + L". Attendu : " + join(names) +
-       L".");
+  fail(guillemets(value) + L" n'est pas un choix de " + guillemets(target.path()) + L". Attendu : " +
+       join(names) + L".");
 }
 
 bool yesOrNo(const Target& target, const std::wstring& value) {
   const std::wstring text = comparable(value);
   if (text == L"oui" || text == L"o" || text == L"1") return true;
   if (text == L"non" || text == L"n" || text == L"0") return false;
-  fail(quoted(value) + L" ne convient pas à " + quoted(target.path()) + L". Attendu : oui ou non.");
+  fail(guillemets(value) + L" ne convient pas à " + guillemets(target.path()) + L". Attendu : oui ou non.");
 }
 
 /// The text of a value: quotation marks around it keep outer blanks, "\n" in a text area is a line end.
@@ -164,7 +164,7 @@ std::wstring typedText(const TextField& field, std::wstring value) {
 }
 
 bool setField(const Target& target, TextField& field, const std::wstring& value) {
-  if (field.readOnly()) fail(quoted(target.path()) + L" est en lecture seule.");
+  if (field.readOnly()) fail(guillemets(target.path()) + L" est en lecture seule.");
   return field.userType(typedText(field, value));
 }
 
@@ -181,9 +181,9 @@ bool setRadio(const Target& target, RadioGroup& radio, const std::wstring& value
   if (index < 0)
     index = choiceOrFail(target, radio.items(), value);
   else if (!yesOrNo(target, value))
-    fail(quoted(target.path()) + L" ne se décoche pas : choisissez un autre bouton.");
+    fail(guillemets(target.path()) + L" ne se décoche pas : choisissez un autre bouton.");
   if (!radio.itemEnabled(index))
-    fail(quoted(radio.items()[static_cast<std::size_t>(index)]) + L" est désactivé.");
+    fail(guillemets(radio.items()[static_cast<std::size_t>(index)]) + L" est désactivé.");
   return radio.userChoose(index);
 }
 
@@ -220,10 +220,11 @@ bool press(const Target& target) {
 /// A row number of a script, from 1.
 int rowNumber(const Target& target, const List& list, const std::wstring& text) {
   const bool digits = !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring::npos;
-  if (!digits) fail(quoted(text) + L" n'est pas un numéro de ligne de " + quoted(target.path()) + L".");
+  if (!digits)
+    fail(guillemets(text) + L" n'est pas un numéro de ligne de " + guillemets(target.path()) + L".");
   const int number = base::lireEntier(text);
   if (number >= 1 && number <= list.rowCount()) return number - 1;
-  fail(base::formater(std::wstring(L"%s n'a pas de ligne %s (lignes : %d)."), quoted(target.path()), text,
+  fail(base::formater(std::wstring(L"%s n'a pas de ligne %s (lignes : %d)."), guillemets(target.path()), text,
                       list.rowCount()));
 }
 
@@ -258,7 +259,7 @@ bool selectRows(const Target& target, std::wstring_view text) {
   auto& list = dynamic_cast<List&>(*target.control);
   const std::vector<int> rows = rowNumbers(target, list, text);
   const bool single = list.selectionMode() == List::Selection::Single;
-  if (single && rows.size() > 1) fail(quoted(target.path()) + L" n'accepte qu'une ligne à la fois.");
+  if (single && rows.size() > 1) fail(guillemets(target.path()) + L" n'accepte qu'une ligne à la fois.");
   if (!reach(target)) return false;
   return base::trim(text) == L"*" && !single ? list.userSelectAll() : list.userSelect(rows);
 }
@@ -266,7 +267,7 @@ bool selectRows(const Target& target, std::wstring_view text) {
 /// "Liste [1 3] = oui".
 bool checkRows(const Target& target, std::wstring_view text, const std::wstring& value) {
   auto& list = dynamic_cast<List&>(*target.control);
-  if (!list.checkBoxes()) fail(quoted(target.path()) + L" n'a pas de cases à cocher.");
+  if (!list.checkBoxes()) fail(guillemets(target.path()) + L" n'a pas de cases à cocher.");
   const std::vector<int> rows = rowNumbers(target, list, text);
   const bool checked = yesOrNo(target, value);
   if (!reach(target)) return false;
@@ -284,8 +285,8 @@ bool clickColumn(const Target& target, std::wstring_view text) {
   std::optional<int> found = choice(captions, wanted, false);
   if (!found) found = choice(captions, L"#" + wanted, false);
   if (!found) {
-    fail(quoted(target.path()) + L" n'a pas de colonne " + quoted(text) + L". Attendu : " + join(captions) +
-         L".");
+    fail(guillemets(target.path()) + L" n'a pas de colonne " + guillemets(text) + L". Attendu : " +
+         join(captions) + L".");
   }
   return reach(target) && list.userColumn(*found);
 }
@@ -314,7 +315,7 @@ std::optional<bool> tryAssign(const Finder& find, std::wstring_view line) {
   }
   if (signs.empty()) return std::nullopt;
   const std::wstring left = base::trim(line.substr(0, signs.front()));
-  if (find.knows(left, isAnything)) fail(quoted(left) + L" ne reçoit pas de valeur.");
+  if (find.knows(left, isAnything)) fail(guillemets(left) + L" ne reçoit pas de valeur.");
   find.failUnknown(left, isSettable, L"« Légende = valeur »");
 }
 
@@ -358,7 +359,7 @@ LineResult applyLine(Dialog& dialog, std::wstring_view line) {
   std::optional<bool> done = tryList(find, line);
   if (!done) done = tryAssign(find, line);
   if (done) return {*done, nullptr};
-  fail(L"Ligne incomprise dans " + quoted(dialog.title()) + L" : " + quoted(line) +
+  fail(L"Ligne incomprise dans " + guillemets(dialog.title()) + L" : " + guillemets(line) +
        L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » "
        L"ou « ? ».");
 }
