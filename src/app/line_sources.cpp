@@ -5,6 +5,7 @@
 
 #include <editline/readline.h>
 #include <unistd.h>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -36,6 +37,8 @@ std::filesystem::path historyFile() {
 
 TerminalSource::TerminalSource() : m_interactive(::isatty(STDIN_FILENO) == 1) {
   if (!m_interactive) return;
+  // The editing library converts prompts by the locale, and fails on accents in any other than this one.
+  std::setlocale(LC_CTYPE, "C.UTF-8");
   using_history();
   stifle_history(kHistoryLength);
   m_history = historyFile();
