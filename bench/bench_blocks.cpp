@@ -1,6 +1,8 @@
-// Points in a drawing: placing them as blocks with their table entries, saving the drawing, loading it with
-// its tables.
+// Points in a drawing: placing them as blocks with their table entries, rewriting the blocks, saving the
+// drawing, loading it with its tables, reading the tables anew from the blocks, and importing vertices of 3D
+// polylines of which every second one stands twice.
 
+#include "arx/db/dbheavypoly.h"
 #include "arx/db/dblines.h"
 #include "arx/db/dbmain.h"
 #include "base/files.h"
@@ -8,6 +10,7 @@
 #include "codes/table_codification.h"
 #include "core/installation.h"
 #include "mesure.h"
+#include "points/import_dessin.h"
 #include "points/projets_topo.h"
 
 #include <cstdlib>
@@ -55,6 +58,10 @@ void run(Mesure& measure, const std::filesystem::path& folder, int n) {
     drawing.undoLog().begin(L"PLACER");  // a command is one step
     measure("place blocks and entries", n, [&] { place(*project.currTable(), n); });
     drawing.undoLog().end();
+    drawing.undoLog().begin(L"MODIFIER");
+    project.currTable()->decalZ(0.5);
+    measure("updateDrawing", n, [&] { project.currTable()->updateDrawing(); });
+    drawing.undoLog().end();
     measure("save", n, [&] {
       expect(sauvegarderInfosTopo() != 0, "tables");
       expect(drawing.saveAs(file.c_str()) == Acad::eOk, "save");
@@ -67,6 +74,40 @@ void run(Mesure& measure, const std::filesystem::path& folder, int n) {
     setSrcInfosTopo(&back, &project, 1, 1);
   });
   expect(project.currTable()->nbPoint() == n && project.currTable()->getData(n - 1)->id.isLive(), "tables");
+  measure("updateFromDrawing", n, [&] { project.currTable()->updateFromDrawing(); });
+  expect(project.currTable()->nbPoint() == n && project.currTable()->getData(n - 1)->z < 1e4, "blocks read");
+  setSrcInfosTopo(nullptr, nullptr, 0, 0);
+  acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+}
+
+/// Polylines of a hundred vertices each, the next one beginning with the second half of the one before.
+void makePolylines(AcDbDatabase& drawing, int vertices) {
+  constexpr int kOfOne = 100;
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
+  for (int first = 0; first < vertices / 2; first += kOfOne / 2) {
+    auto* line = new AcDb3dPolyline;
+    expect(space->appendAcDbEntity(line) == Acad::eOk, "polyline");
+    for (int i = first; i < first + kOfOne; ++i) {
+      AcDbObjectId id;
+      auto* vertex = new AcDb3dPolylineVertex({650000.0 + i % 1000, 6860000.0 + i / 1000, 100.0 + i % 10});
+      expect(line->appendVertex(id, vertex) == Acad::eOk, "vertex");
+      vertex->close();
+    }
+    line->close();
+  }
+}
+
+void runImport(Mesure& measure, int vertices) {
+  AcDbDatabase drawing;
+  acdbHostApplicationServices()->setWorkingDatabase(&drawing);
+  projetsTopo project;
+  setSrcInfosTopo(&drawing, &project, 1, 0);
+  makePolylines(drawing, vertices);
+  parametresImport parameters;
+  parameters.masque = kSourcePolylines3d;
+  measure("import vertices of 3D polylines", vertices,
+          [&] { importerToutLeDessin(*project.currTable(), parameters); });
+  expect(project.currTable()->nbPoint() == vertices / 2 + 50, "import");
   setSrcInfosTopo(nullptr, nullptr, 0, 0);
   acdbHostApplicationServices()->setWorkingDatabase(nullptr);
 }
@@ -82,5 +123,6 @@ int main() {
   getTableCodification().resetDefauts();
   Mesure measure;
   for (const int n : {1000, 10000, 100000}) run(measure, folder, n);
+  for (const int n : {1000, 10000, 100000}) runImport(measure, n);
   std::filesystem::remove_all(folder);
 }
