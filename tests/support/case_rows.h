@@ -1,0 +1,50 @@
+#pragma once
+
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+/// One row of a table of cases.
+struct CaseRow {
+  std::string place;  ///< "file:line", for messages
+  std::vector<std::string> cells;
+
+  /// A cell; throws std::out_of_range when the row is too short.
+  const std::string& operator[](std::size_t column) const { return cells.at(column); }
+  /// A cell as a number; throws std::invalid_argument when it is none.
+  [[nodiscard]] double number(std::size_t column) const { return std::stod(cells.at(column)); }
+  [[nodiscard]] int integer(std::size_t column) const { return std::stoi(cells.at(column)); }
+};
+
+/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars. Blanks
+/// around a cell count only within quotes; "\n" is a line end. Lines that are empty or begin with ";" say
+/// nothing. Throws std::runtime_error when there is no such table, or no row in it.
+inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table) {
+  std::ifstream in(std::string(VELTORA_SOURCE_DIR) + "/tests/" + file);
+  std::vector<CaseRow> rows;
+  bool inside = false;
+  int number = 0;
+  for (std::string line; std::getline(in, line);) {
+    ++number;
+    if (line.starts_with("## ")) inside = line.substr(3) == table;
+    if (!inside || line.empty() || line[0] == ';' || line.starts_with("## ")) continue;
+    CaseRow row{file + ":" + std::to_string(number), {}};
+    for (std::size_t from = 0; from <= line.size();) {
+      const std::size_t to = std::min(line.find('|', from), line.size());
+      std::string cell = line.substr(from, to - from);
+      cell.erase(0, std::min(cell.find_first_not_of(' '), cell.size()));
+      cell.erase(cell.find_last_not_of(' ') + 1);
+      if (cell.size() > 1 && cell.front() == '"' && cell.back() == '"')
+        cell = cell.substr(1, cell.size() - 2);
+      for (std::size_t at = 0; (at = cell.find("\\n", at)) != std::string::npos; ++at)
+        cell.replace(at, 2, "\n");
+      row.cells.push_back(cell);
+      from = to + 1;
+    }
+    rows.push_back(row);
+  }
+  if (rows.empty()) throw std::runtime_error(file + ": no rows in the table " + table);
+  return rows;
+}
