@@ -14,14 +14,24 @@ struct CaseRow {
   /// A cell; throws std::out_of_range when the row is too short.
   const std::string& operator[](std::size_t column) const { return cells.at(column); }
   /// A cell as a number; throws std::invalid_argument when it is none.
+  /// A cell as the texts between " // ", and one more at the end.
+  [[nodiscard]] std::vector<std::string> list(std::size_t column, const std::string& last) const {
+    std::vector<std::string> texts;
+    std::string rest = cells.at(column);
+    for (std::size_t at = 0; (at = rest.find(" // ")) != std::string::npos; rest.erase(0, at + 4))
+      texts.push_back(rest.substr(0, at));
+    texts.insert(texts.end(), {rest, last});
+    return texts;
+  }
   [[nodiscard]] double number(std::size_t column) const { return std::stod(cells.at(column)); }
   [[nodiscard]] int integer(std::size_t column) const { return std::stoi(cells.at(column)); }
 };
 
-/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars. Blanks
-/// around a cell count only within quotes; "\n" is a line end. Lines that are empty or begin with ";" say
+/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or
+/// what is named in their place. Blanks
+/// around a cell count only within quotes; "¶" is a line end. Lines that are empty or begin with ";" say
 /// nothing. Throws std::runtime_error when there is no such table, or no row in it.
-inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table) {
+inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table, char bar = '|') {
   std::ifstream in(std::string(VELTORA_SOURCE_DIR) + "/tests/" + file);
   std::vector<CaseRow> rows;
   bool inside = false;
@@ -32,13 +42,13 @@ inline std::vector<CaseRow> caseRows(const std::string& file, const std::string&
     if (!inside || line.empty() || line[0] == ';' || line.starts_with("## ")) continue;
     CaseRow row{file + ":" + std::to_string(number), {}};
     for (std::size_t from = 0; from <= line.size();) {
-      const std::size_t to = std::min(line.find('|', from), line.size());
+      const std::size_t to = std::min(line.find(bar, from), line.size());
       std::string cell = line.substr(from, to - from);
       cell.erase(0, std::min(cell.find_first_not_of(' '), cell.size()));
       cell.erase(cell.find_last_not_of(' ') + 1);
       if (cell.size() > 1 && cell.front() == '"' && cell.back() == '"')
         cell = cell.substr(1, cell.size() - 2);
-      for (std::size_t at = 0; (at = cell.find("\\n", at)) != std::string::npos; ++at)
+      for (std::size_t at = 0; (at = cell.find("¶", at)) != std::string::npos; ++at)
         cell.replace(at, 2, "\n");
       row.cells.push_back(cell);
       from = to + 1;

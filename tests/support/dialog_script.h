@@ -39,3 +39,14 @@ private:
   bool m_interactive;
   veltora::ui::Driver* m_former;
 };
+
+/// What an action refuses a script line with; empty when it takes every line.
+template <class Action>
+std::string scriptErrorOf(Action action) {
+  try {
+    action();
+  } catch (const veltora::base::ScriptError& error) {
+    return error.message;
+  }
+  return {};
+}
