@@ -1,44 +1,15 @@
 #include "arx/ent_support.h"
+#include "support/case_rows.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <ostream>
 
 namespace {
 
 using namespace ent_test;
 
-struct Row {
-  const char* name;
-  const char* type;
-  const char* groups;
-};
-std::ostream& operator<<(std::ostream& out, const Row& row) { return out << row.name; }
-
-// One of each kind, with digits that a detour through cosines would not keep.
-constexpr Row kRows[] = {
-    {"point", "POINT", "100 AcDbPoint|10 1.5|20 2.5|30 3.5|39 0.7"},
-    {"line", "LINE", "100 AcDbLine|39 0.3|10 0.5|20 0.25|30 0.125|11 4.0|21 5.0|31 6.0"},
-    {"ray", "RAY", "100 AcDbRay|10 1.0|20 2.0|30 3.0|11 0.6|21 0.8|31 0.0"},
-    {"circle", "CIRCLE", "100 AcDbCircle|39 0.3|10 1.5|20 2.5|30 3.5|40 4.3"},
-    {"arc", "ARC", "100 AcDbCircle|10 1.5|20 2.5|30 0.0|40 5.1|100 AcDbArc|50 33.3|51 359.9"},
-    {"face", "3DFACE",
-     "100 AcDbFace|10 1.0|20 2.0|30 3.0|11 4.0|21 5.0|31 6.0|12 7.0|22 8.0|32 9.0|13 1.5|23 2.5|33 3.5"},
-    {"polyline", "LWPOLYLINE",
-     "100 AcDbPolyline|90 2|70 1|43 0.3|38 12.5|39 3.1|10 1.0|20 2.0|42 0.7|10 3.0|20 4.0"},
-    {"text", "TEXT",
-     "100 AcDbText|10 1.5|20 2.5|30 3.5|40 2.3|1 gap|50 33.3|41 0.8|51 15.1|72 1|11 5.5|21 6.5|31 3.5|100 "
-     "AcDbText|73 2"},
-    {"attribute", "ATTRIB",
-     "100 AcDbText|10 1.5|20 2.5|30 0.0|40 2.3|1 A12|50 33.3|100 AcDbAttribute|280 0|2 Z|70 0|280 0"},
-    {"text of several lines", "MTEXT",
-     "100 AcDbMText|10 1.0|20 2.0|30 3.0|40 2.3|41 40.1|71 5|72 1|1 a\\Pbc|50 33.3|73 1|44 1.0"},
-    {"block reference", "INSERT",
-     "100 AcDbBlockReference|2 BLK|10 1.5|20 2.5|30 3.5|41 2.3|42 0.7|43 0.9|50 33.3"},
-};
-
-class Transform : public ::testing::TestWithParam<Row> {
+class Transform : public ::testing::TestWithParam<CaseRow> {
 protected:
   Transform() {
     const AcDbObjectId id = block(db, L"BLK");
@@ -46,8 +17,7 @@ protected:
     addTo(id, new AcDbText({1, 1, 0}, L"gap", {}, 0.5, 0.3));
   }
   std::unique_ptr<AcDbEntity> made(const char* plane = "") {
-    const Row& row = GetParam();
-    return read(db, row.type, std::string("100 AcDbEntity|8 0|") + row.groups + plane);
+    return read(db, GetParam()[1], "100 AcDbEntity|8 0|" + GetParam()[2] + plane);
   }
   AcDbDatabase db;
 };
@@ -67,14 +37,13 @@ TEST_P(Transform, MovesWhatIsSeen) {
   };
   const char* const planes[] = {"", "|210 0.0|220 0.0|230 -1.0", "|210 0.6|220 0.0|230 0.8"};
   for (const char* plane : planes) {
-    const bool hasPlane = std::string_view("RAY 3DFACE").find(GetParam().type) == std::string_view::npos;
-    const bool lastGroups =
-        std::string_view("ARC TEXT ATTRIB").find(GetParam().type) == std::string_view::npos;
+    const bool hasPlane = std::string_view("RAY 3DFACE").find(GetParam()[1]) == std::string_view::npos;
+    const bool lastGroups = std::string_view("ARC TEXT ATTRIB").find(GetParam()[1]) == std::string_view::npos;
     if (*plane && (!hasPlane || !lastGroups)) continue;
     for (std::size_t i = 0; i < std::size(maps); ++i) {
       SCOPED_TRACE(std::string(plane) + " map " + std::to_string(i));
       const bool mirrors = maps[i].det() < 0;
-      if (mirrors && std::string_view(GetParam().type) == "MTEXT") continue;  // stays readable
+      if (mirrors && std::string_view(GetParam()[1]) == "MTEXT") continue;  // stays readable
       const std::unique_ptr<AcDbEntity> entity = made(plane);
       AcDbExtents predicted, seen;
       entity->addExtentsUnder(maps[i], predicted);
@@ -116,7 +85,7 @@ TEST_P(Transform, KeepsDigitsThatDoNotChange) {
 
 TEST_P(Transform, RefusesACollapse) {
   const std::unique_ptr<AcDbEntity> entity = made();
-  const std::string type = GetParam().type;
+  const std::string type = GetParam()[1];
   const std::string before = written(*entity);
   const Acad::ErrorStatus status = entity->transformBy(AcGeMatrix3d::scaling(AcGeScale3d(1, 0, 1)));
   if (type == "POINT" || type == "LINE" || type == "3DFACE" || type == "RAY")
@@ -125,7 +94,8 @@ TEST_P(Transform, RefusesACollapse) {
   EXPECT_EQ(written(*entity), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, Transform, ::testing::ValuesIn(kRows));
+INSTANTIATE_TEST_SUITE_P(Rows, Transform,
+                         ::testing::ValuesIn(caseRows("arx/cases/entities.txt", "one of each kind", ';')));
 
 TEST(TransformSkew, IsRefusedWhereTheShapeForbids) {
   AcGeMatrix3d skew;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -26,6 +27,10 @@ struct CaseRow {
   [[nodiscard]] double number(std::size_t column) const { return std::stod(cells.at(column)); }
   [[nodiscard]] int integer(std::size_t column) const { return std::stoi(cells.at(column)); }
 };
+
+inline std::ostream& operator<<(std::ostream& out, const CaseRow& row) {
+  return out << row.place << ' ' << row.cells.front();
+}
 
 /// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or
 /// what is named in their place. Blanks
