@@ -84,7 +84,7 @@ int tableCodification::chargerXML() {
   } catch (...) {
     // The file is named by an argument that no caller gives.
     acutPrintf(L"\nechec lecture de donnees a partir de [%s] datasize=%d", L"(null)", codes.GetSize());
-    codes.RemoveAll();
+    viderTable();
     return 0;
   }
 }
@@ -120,9 +120,19 @@ void tableCodification::ecrireXML(TiXmlDocument& document) const {
 }
 
 int tableCodification::chercherCode(int code) const {
-  const auto trouve = std::find_if(codes.begin(), codes.end(),
-                                   [code](const codifPoint& ligne) { return ligne.code == code; });
-  return trouve == codes.end() ? -1 : static_cast<int>(trouve - codes.begin());
+  if (m_indexees > codes.GetSize()) oublierLignes(0);
+  for (; m_indexees < codes.GetSize(); ++m_indexees)
+    m_premiers.emplace(codes.GetAt(m_indexees).code, m_indexees);
+  const auto trouve = m_premiers.find(code);
+  return trouve == m_premiers.end() ? -1 : trouve->second;
+}
+
+void tableCodification::oublierLignes(int premiere) const {
+  if (premiere == 0 || m_indexees > codes.GetSize()) m_premiers.clear(), m_indexees = 0;
+  while (m_indexees > premiere) {
+    const auto trouve = m_premiers.find(codes.GetAt(--m_indexees).code);
+    if (trouve != m_premiers.end() && trouve->second == m_indexees) m_premiers.erase(trouve);
+  }
 }
 
 codifPoint& tableCodification::getOuCreerCode(int code) {
@@ -149,11 +159,15 @@ std::wstring tableCodification::getLibelleCode(int code) {
 }
 
 int tableCodification::supprimerLigne(int index) {
+  if (index >= 0) oublierLignes(index);
   codes.RemoveAt(index);
   return codes.GetSize();
 }
 
-void tableCodification::viderTable() { codes.RemoveAll(); }
+void tableCodification::viderTable() {
+  codes.RemoveAll();
+  oublierLignes(0);
+}
 
 void tableCodification::resetDefauts() {
   viderTable();
@@ -167,6 +181,7 @@ void tableCodification::ajouterDefauts() {
 }
 
 void tableCodification::trierParCode() {
+  oublierLignes(0);
   std::stable_sort(codes.begin(), codes.end(),
                    [](const codifPoint& a, const codifPoint& b) { return a.code < b.code; });
 }

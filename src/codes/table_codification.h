@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <optional>
+#include <unordered_map>
 
 class AcDbDatabase;
 class TiXmlDocument;
@@ -15,7 +16,8 @@ namespace veltora {
 
 /// The code table: one for the process, shared by all drawings, kept in one XML file. Rows stand in the order
 /// in which they were added; lookups give the first match. Codes are unique only by the checks of those who
-/// add rows.
+/// add rows. Others append rows to `codes` and change their fields, the code excepted; rows are removed and
+/// reordered by the members only, which keep the index of the lookups.
 class VELTORA_API tableCodification : private Uncopyable {
 public:
   /// Reads the file of this name and, when that gives no rows, "defcodif" of the installation directory. When
@@ -72,6 +74,13 @@ public:
 
 private:
   void ajouterDefauts();
+  /// Takes this row and those behind it out of the index.
+  void oublierLignes(int premiere) const;
+
+  /// Index of the first row of each code, among the first `m_indexees` rows; the rest follows at the next
+  /// lookup.
+  mutable std::unordered_map<int, int> m_premiers;
+  mutable int m_indexees = 0;
 };
 
 /// The table of the process, made at the first call.

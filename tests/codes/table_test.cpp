@@ -90,7 +90,15 @@ TEST_F(TableCodification, LooksUpTheFirstOfEqualCodesAndRefusesBadRows) {
   EXPECT_THROW(table.supprimerLigne(-1), std::invalid_argument);
   EXPECT_EQ(table.supprimerLigne(1), 2);
   EXPECT_EQ(table.codes[1].libelle, L"double");
-  EXPECT_EQ(table.modifierLigne(2) + table.modifierLigne(-1), 0);
+  EXPECT_EQ(table.chercherCode(100), 1) << "the second of them is now the first";
+  table.codes.Add(ligne(7, L""));
+  EXPECT_EQ(table.chercherCode(7), 2);
+  table.supprimerLigne(1);
+  table.trierParCode();
+  table.codes.Add(ligne(50, L""));
+  for (const auto& [code, rang] : {std::pair(1, 0), {7, 1}, {50, 2}, {100, -1}})
+    EXPECT_EQ(table.chercherCode(code), rang) << code;
+  EXPECT_EQ(table.modifierLigne(3) + table.modifierLigne(-1), 0);
   table.resetDefauts();
   EXPECT_EQ(codesDe(table), (std::vector<int>{1, 100}));
 }
