@@ -146,6 +146,44 @@ double leafDistance(const Leaf& leaf, const AcGePoint2d& point) {
   return box.isEmpty() ? best : distanceToBox(point, box);
 }
 
+/// What is drawn of a leaf: its segments, or the sides of the box around it.
+void visitSegments(const Leaf& leaf, const SegmentVisitor& visit) {
+  if (const AcDbCurve* curve = AcDbCurve::cast(&leaf.entity)) {
+    for (const AcDbCurvePiece& piece : curve->pieces()) visitPiece(piece, leaf.matrix, visit);
+    return;
+  }
+  AcDbExtents box;
+  leaf.entity.addExtentsUnder(leaf.matrix, box);
+  if (box.isEmpty()) return;
+  const AcGePoint2d low = flat(box.minPoint());
+  const AcGePoint2d high = flat(box.maxPoint());
+  const AcGePoint2d corners[] = {low, {high.x, low.y}, high, {low.x, high.y}, low};
+  for (std::size_t i = 0; i < 4; ++i) visit(corners[i], corners[i + 1]);
+}
+
+/// Whether a point lies within a leaf that fills its box, as texts do.
+bool leafHolds(const Leaf& leaf, const AcGePoint2d& point) {
+  AcDbExtents box;
+  if (AcDbCurve::cast(&leaf.entity)) return false;
+  leaf.entity.addExtentsUnder(leaf.matrix, box);
+  return !box.isEmpty() && distanceToBox(point, box) == 0.0;
+}
+
+/// How an entity lies to a line of selection.
+struct Relation {
+  bool drawn = false;  ///< it has a shape at all
+  bool within = true;  ///< wholly in the polygon
+  bool meets = false;  ///< partly in the polygon, or on the line
+  void add(const Leaf& leaf, const AcEdOutline& line) {
+    visitSegments(leaf, [&](const AcGePoint2d& a, const AcGePoint2d& b) {
+      drawn = true;
+      within = within && line.holds(a) && line.holds(b) && !line.cuts(a, b);
+      meets = meets || line.holds(a) || line.crosses(a, b);
+    });
+    meets = meets || leafHolds(leaf, line.points().front());
+  }
+};
+
 bool leafMeets(const Leaf& leaf, const Box& window) {
   bool meets = false;
   if (const AcDbCurve* curve = AcDbCurve::cast(&leaf.entity)) {
@@ -264,6 +302,24 @@ std::vector<AcDbObjectId> AcEdPicker::window(const AcGePoint3d& a, const AcGePoi
         inside = inside || leafMeets(leaf, box);
       }).entity(*entity, AcGeMatrix3d());
     if (inside) found.push_back(id);
+  }
+  return found;
+}
+
+std::vector<AcDbObjectId> AcEdPicker::outline(const AcEdOutline& line, bool crossing) const {
+  std::vector<AcDbObjectId> found;
+  if (line.points().size() < (line.closed() ? 3U : 2U)) return found;
+  AcDbExtents reach;
+  for (const AcGePoint2d& point : line.points()) reach.addPoint({point.x, point.y, 0.0});
+  const Box box = {flat(reach.minPoint()), flat(reach.maxPoint())};
+  for (const AcDbObjectId id : visible()) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    AcDbExtents extents;
+    if (!entity || entity->getGeomExtents(extents) != Acad::eOk || extents.isEmpty() || !box.meets(extents))
+      continue;
+    Relation relation;
+    Walk([&](const Leaf& leaf) { relation.add(leaf, line); }).entity(*entity, AcGeMatrix3d());
+    if (crossing || !line.closed() ? relation.meets : relation.drawn && relation.within) found.push_back(id);
   }
   return found;
 }

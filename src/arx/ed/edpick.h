@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arx/db/dbid.h"
+#include "arx/ed/edoutline.h"
 #include "arx/ge/gematrix.h"
 
 #include <optional>
@@ -28,6 +29,8 @@ public:
   /// Entities that lie wholly in a rectangle, or, crossing, at least partly.
   [[nodiscard]] std::vector<AcDbObjectId> window(const AcGePoint3d& a, const AcGePoint3d& b,
                                                  bool crossing) const;
+  /// Entities that lie wholly in a polygon, or, crossing, at least partly; those that an open line meets.
+  [[nodiscard]] std::vector<AcDbObjectId> outline(const AcEdOutline& line, bool crossing) const;
   /// Visible entities in order of drawing. @param unlocked without those on locked layers
   [[nodiscard]] std::vector<AcDbObjectId> visible(bool unlocked = false) const;
   /// All living entities of all layouts, seen or not.

@@ -146,6 +146,19 @@ Mode readMode(const ACHAR* text) {
   return mode;
 }
 
+bool isOutlineMode(const std::wstring& mode) { return mode == L"WP" || mode == L"CP" || mode == L"F"; }
+
+/// Entities selected by a line through points; nothing when there are too few.
+std::optional<Ids> entitiesOfOutline(const std::wstring& mode, const resbuf* chain, AcDbDatabase& database) {
+  std::vector<AcGePoint2d> points;
+  for (const resbuf* item = chain; item; item = item->rbnext)
+    if (acutRbKind(item->restype) == RbKind::kPoint)
+      points.emplace_back(item->resval.rpoint[0], item->resval.rpoint[1]);
+  const bool closed = mode != L"F";
+  if (points.size() < (closed ? 3U : 2U)) return std::nullopt;
+  return AcEdPicker(database).outline(AcEdOutline(std::move(points), closed), mode == L"CP");
+}
+
 /// Entities of a mode that asks nothing; nothing for a mode that is unknown or lacks its points.
 std::optional<Ids> entitiesOfMode(const std::wstring& mode, const ads_real* pt1, const ads_real* pt2,
                                   AcDbDatabase& database) {
@@ -178,8 +191,10 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
     const int status = Asking(*database, test, wanted.single).run(found);
     if (status != RTNORM) return status;
   } else {
-    const auto ids = entitiesOfMode(wanted.name, static_cast<const ads_real*>(pt1),
-                                    static_cast<const ads_real*>(pt2), *database);
+    const auto ids = isOutlineMode(wanted.name)
+                         ? entitiesOfOutline(wanted.name, static_cast<const resbuf*>(pt1), *database)
+                         : entitiesOfMode(wanted.name, static_cast<const ads_real*>(pt1),
+                                          static_cast<const ads_real*>(pt2), *database);
     if (!ids) return RTERROR;
     for (const AcDbObjectId id : *ids) {
       const AcDbObjectPointer<AcDbEntity> entity(id);

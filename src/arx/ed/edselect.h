@@ -32,6 +32,8 @@ ARX_API int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, 
 ///               with `pt1`, what lies at this point, without asking
 ///   "X"         the whole drawing, frozen and off layers too        "A"  what can be seen and is not locked
 ///   "W" "C"     window and crossing between `pt1` and `pt2` (ads_point)
+///   "WP" "CP"   window and crossing polygon, "F" a fence: `pt1` is a resbuf chain of points, three or more,
+///               of a fence two or more
 ///   "L"         the visible entity made last    "P" the set selected before this one    "I" the pick-first
 ///   set
 /// A leading "_" is allowed; ":S" behind or instead of a mode ends the asking with the first line.

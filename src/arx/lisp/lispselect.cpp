@@ -18,36 +18,75 @@ std::wstring modeLetters(const std::wstring& mode) {
   return bare.substr(0, bare.find(L':'));
 }
 
+bool isOutline(const std::wstring& letters) {
+  return letters == L"F" || letters == L"WP" || letters == L"CP";
+}
+
 void checkMode(Interpreter& in, const std::wstring& mode) {
   static constexpr const wchar_t* kModes[] = {L"", L"X", L"A", L"W", L"C", L"L", L"P", L"I"};
   const std::wstring letters = modeLetters(mode);
   const auto same = [&](const wchar_t* known) { return letters == known; };
-  if (std::none_of(std::begin(kModes), std::end(kModes), same))
+  if (!isOutline(letters) && std::none_of(std::begin(kModes), std::end(kModes), same))
     in.fail(L"mode de sélection inconnu : \"" + mode + L"\"");
 }
 
-/// (ssget [mode] [point [point]] [filter]); nil when nothing was found.
-Value ssGet(Args& a) {
+/// The arguments of SSGET: [mode] [point [point] | list of points] [filter].
+struct Selecting {
   std::wstring mode;
   ads_point points[2];
   std::size_t count = 0;
+  ChainHolder outline;
   ChainHolder filter;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (a[i].is(Kind::kString))
-      mode = a[i].asText();
-    else if (a[i].is(Kind::kCons) && a[i].car().is(Kind::kCons) && !a[i].car().car().is(Kind::kReal))
-      filter.reset(groupChain(a.in, a[i]));
-    else if (a[i] && count < 2)
+
+  explicit Selecting(Args& a) {
+    for (std::size_t i = 0; i < a.size(); ++i) take(a, i);
+    checkMode(a.in, mode);
+    const std::wstring letters = modeLetters(mode);
+    if ((letters == L"W" || letters == L"C") && count < 2) a.in.fail(L"SSGET : deux points sont attendus");
+    if (isOutline(letters) && !outline.get()) a.in.fail(L"SSGET : une liste de points est attendue");
+  }
+  [[nodiscard]] const void* first() const {
+    return outline.get() ? static_cast<const void*>(outline.get()) : count > 0 ? points[0] : nullptr;
+  }
+  [[nodiscard]] const void* second() const { return count > 1 ? points[1] : nullptr; }
+
+private:
+  void take(Args& a, std::size_t i) {
+    const Value& value = a[i];
+    const bool listOfLists = value.is(Kind::kCons) && value.car().is(Kind::kCons);
+    if (value.is(Kind::kString))
+      mode = value.asText();
+    else if (listOfLists && isOutline(modeLetters(mode)) && !outline.get())
+      takeOutline(a.in, value);
+    else if (listOfLists)
+      filter.reset(groupChain(a.in, value));
+    else if (value && count < 2)
       a.point(i, points[count++]);
-    else if (a[i])
+    else if (value)
       a.in.fail(L"argument de trop dans SSGET");
   }
-  checkMode(a.in, mode);
-  const std::wstring letters = modeLetters(mode);
-  if ((letters == L"W" || letters == L"C") && count < 2) a.in.fail(L"SSGET : deux points sont attendus");
+  void takeOutline(Interpreter& in, const Value& list) {
+    const std::size_t least = modeLetters(mode) == L"F" ? 2 : 3;
+    std::size_t number = 0;
+    resbuf* chain = nullptr;
+    for (const Value& item : Elements(list)) {
+      ads_point point;
+      if (!readPoint(item, point)) in.failType(L"point2d/3d:", item);
+      resbuf* const node = acutBuildList(RT3DPOINT, point, RTNONE);
+      node->rbnext = chain;
+      outline.release(), outline.reset(chain = node);
+      ++number;
+    }
+    if (number < least) in.fail(L"SSGET : " + std::to_wstring(least) + L" points au moins sont attendus");
+  }
+};
+
+/// (ssget [mode] [point [point]] [filter]); nil when nothing was found.
+Value ssGet(Args& a) {
+  const Selecting wanted(a);
   ads_name set = {0, 0};
-  const int status = acedSSGet(mode.empty() ? nullptr : mode.c_str(), count > 0 ? points[0] : nullptr,
-                               count > 1 ? points[1] : nullptr, filter.get(), set);
+  const int status = acedSSGet(wanted.mode.empty() ? nullptr : wanted.mode.c_str(), wanted.first(),
+                               wanted.second(), wanted.filter.get(), set);
   if (status == RTCAN) a.in.cancel();
   return status == RTNORM ? selectionValue(set) : Value();
 }
