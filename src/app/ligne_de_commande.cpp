@@ -19,6 +19,7 @@ void franciser(CLI::App& app) {
   formatter->label("Usage", "Utilisation");
   formatter->label("OPTIONS", "OPTIONS");
   formatter->label("Needs", "avec");
+  formatter->label("Excludes", "sans");
   formatter->label("SUBCOMMAND", "TRAVAIL");
   formatter->label("SUBCOMMANDS", "TRAVAIL");
   formatter->label("Positionals", "Arguments");

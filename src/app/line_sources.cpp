@@ -2,10 +2,12 @@
 
 #include "base/files.h"
 #include "base/text.h"
+#include "ui/driver.h"
 
 #include <editline/readline.h>
 #include <unistd.h>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -14,6 +16,8 @@ namespace veltora::app {
 namespace {
 
 constexpr int kHistoryLength = 500;
+
+volatile std::sig_atomic_t s_waits = 0;
 
 /// Where the history of typed lines is kept; empty when there is no home.
 std::filesystem::path historyFile() {
@@ -49,6 +53,8 @@ TerminalSource::~TerminalSource() {
   if (m_interactive && !m_history.empty()) write_history(m_history.c_str());
 }
 
+bool TerminalSource::waits() { return s_waits != 0; }
+
 std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
   ++m_line;
   if (!m_interactive) {
@@ -58,7 +64,10 @@ std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
     return line;
   }
   std::fflush(stdout);
+  if (ui::Driver* driver = ui::driver()) driver->clearStop();
+  s_waits = 1;
   char* typed = readline(prompt.c_str());
+  s_waits = 0;
   if (!typed) return std::nullopt;
   std::string line = typed;
   std::free(typed);

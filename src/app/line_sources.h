@@ -18,6 +18,8 @@ public:
   std::optional<std::string> readLine(const std::string& prompt) override;
   [[nodiscard]] std::string position() const override;
   [[nodiscard]] bool interactive() const override { return m_interactive; }
+  /// True while the program waits for a line at the terminal. Safe in a signal handler.
+  static bool waits();
 
 private:
   bool m_interactive;

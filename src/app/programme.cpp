@@ -49,8 +49,10 @@ ui::Buttons boutons(AcEdButtons buttons) {
 }
 
 /// Ctrl-C asks the job in progress to stop; a second one ends the program, should the first find no listener.
+/// While the user types there is no job.
 void surInterruption(int) {
   ui::Driver* driver = ui::driver();
+  if (driver && TerminalSource::waits()) return;
   if (!driver || driver->wantsToStop()) ::_exit(128 + SIGINT);
   driver->requestStop();
 }
@@ -83,7 +85,11 @@ void Programme::brancher() {
   ports.messageBox = [this](const std::wstring& text, const std::wstring& title, AcEdButtons buttons) {
     return reponseHote(m_driver.messageBox(text, title, boutons(buttons)));
   };
-  ports.userBreak = [this] { return m_driver.wantsToStop(); };
+  ports.userBreak = [this] {
+    const bool stop = m_driver.wantsToStop();
+    if (stop) m_driver.clearStop();  // it ends one job, not the next as well
+    return stop;
+  };
   aclispInstall();
 }
 

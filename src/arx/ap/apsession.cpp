@@ -18,7 +18,11 @@ AcApSession*& currentSession() {
 }
 
 /// "_.zoom" means ZOOM: underscore and point say that the name is the international one and the host's own.
-std::wstring bareName(const std::wstring& typed) { return base::trimLeft(base::trim(typed), L"_.'"); }
+/// "C:AXE", the name of a command's function, means AXE.
+std::wstring bareName(const std::wstring& typed) {
+  const std::wstring name = base::trimLeft(base::trim(typed), L"_.'");
+  return base::compareNoCase(name.substr(0, 2), L"C:") == 0 ? name.substr(2) : name;
+}
 
 /// One level of a document's undo log around some work; gone when the document is.
 class UndoStep {
