@@ -6,6 +6,8 @@
 #include "host/table_lisp.h"
 #include "module_essai.h"
 
+#include <sstream>
+
 namespace {
 
 using namespace veltora;
@@ -30,56 +32,23 @@ TEST_F(Repartition, registersTheCommandsInOrderWithTheirFlags) {
 }
 
 TEST_F(Repartition, bindsEachNameToItsPlaceInEveryDocument) {
-  const char* const noms[kNombreFonctionsLisp] = {"calctailleblock",
-                                                  "add_pt",
-                                                  "analyse",
-                                                  "attrvisibility",
-                                                  "c:projpoly",
-                                                  "c:vcode",
-                                                  "ename_pt",
-                                                  "getsegtype",
-                                                  nullptr,
-                                                  "k_getpt",
-                                                  "maxnum",
-                                                  "modif-attrib",
-                                                  "reg_pts",
-                                                  "select_all",
-                                                  "seloncode",
-                                                  "selonnum",
-                                                  "vndelfile",
-                                                  "superpos",
-                                                  "sxd",
-                                                  "wait_user",
-                                                  "tpcdaddpt",
-                                                  "loadcodept",
-                                                  "addcodept",
-                                                  "resetcodespts",
-                                                  "choixpoint",
-                                                  "chgreppts",
-                                                  "updarxttxt",
-                                                  "c:decrireblock",
-                                                  "c:tablegendes",
-                                                  "c:gererLeves",
-                                                  "C:pointsParDecalage",
-                                                  "C:ZoomLeve",
-                                                  "selectionnerCode",
-                                                  "c:TopJndre",
-                                                  "VARNTEXT",
-                                                  "c:DISSOCBLOCK",
-                                                  "c:IMPLANT2",
-                                                  "c:VNDEPORTPNTS",
-                                                  "c:VNAJUSTERZ",
-                                                  "c:HELMERT",
-                                                  "c:CREERPLANCHE",
-                                                  "C:POL3DTOPOL2D"};
+  std::istringstream noms(
+      "calctailleblock add_pt analyse attrvisibility c:projpoly c:vcode ename_pt getsegtype - k_getpt "
+      "maxnum modif-attrib reg_pts select_all seloncode selonnum vndelfile superpos sxd wait_user "
+      "tpcdaddpt loadcodept addcodept resetcodespts choixpoint chgreppts updarxttxt c:decrireblock "
+      "c:tablegendes c:gererLeves C:pointsParDecalage C:ZoomLeve selectionnerCode c:TopJndre VARNTEXT "
+      "c:DISSOCBLOCK c:IMPLANT2 c:VNDEPORTPNTS c:VNAJUSTERZ c:HELMERT c:CREERPLANCHE C:POL3DTOPOL2D");
   acDocManager->appContextNewDocument();
-  for (std::size_t code = 0; code < kNombreFonctionsLisp; ++code) {
-    if (!noms[code]) continue;
-    const auto* fonction = acedLispFunctions()->find(base::fromUtf8(noms[code]));
-    ASSERT_NE(fonction, nullptr) << noms[code];
-    EXPECT_EQ(fonction->code, static_cast<int>(code));
-    EXPECT_EQ(base::toUtf8(fonction->name), noms[code]);
+  std::string nom;
+  int code = 0;
+  for (; noms >> nom; ++code) {
+    if (nom == "-") continue;
+    const auto* fonction = acedLispFunctions()->find(base::fromUtf8(nom));
+    ASSERT_NE(fonction, nullptr) << nom;
+    EXPECT_EQ(fonction->code, code);
+    EXPECT_EQ(base::toUtf8(fonction->name), nom);
   }
+  EXPECT_EQ(code, static_cast<int>(kNombreFonctionsLisp));
   EXPECT_EQ(acedLispFunctions()->functions().size(), 41U);
 }
 
