@@ -2,6 +2,7 @@
 
 #include "app/arguments_helmert.h"
 #include "app/arguments_points.h"
+#include "app/arguments_reseau.h"
 #include "app/programme.h"
 
 #include <CLI/CLI.hpp>
@@ -92,6 +93,7 @@ bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
   app.add_option("--sortie", demande.sortie, "Enregistre le dessin à la fin")->type_name("DESSIN");
   const CLI::App* polygonale = declarerPolygonale(app, demande);
   const CLI::App* helmert = declarerHelmert(app, demande);
+  const CLI::App* reseau = declarerReseau(app, demande);
   const CLI::App* points = declarerPoints(app, demande);
   const CLI::App* importer = declarerImporter(app, demande);
   const CLI::App* exporter = declarerExporter(app, demande);
@@ -112,6 +114,7 @@ bool lireArguments(int argc, char** argv, Demande& demande, int& statut) {
   }
   if (*polygonale) demande.travail = Demande::Travail::kPolygonale;
   if (*helmert) demande.travail = Demande::Travail::kHelmert;
+  if (*reseau) demande.travail = Demande::Travail::kReseau;
   if (*points) demande.travail = Demande::Travail::kPoints;
   if (*importer) demande.travail = Demande::Travail::kImporter;
   if (*lisp) demande.travail = Demande::Travail::kLisp;

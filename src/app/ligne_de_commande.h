@@ -12,6 +12,7 @@ struct Demande {
     kPolygonale,
     kPoints,
     kHelmert,
+    kReseau,
     kImporter,
     kExporter,
     kLisp
@@ -33,6 +34,10 @@ struct Demande {
 
   // helmert
   std::string couples;
+
+  // reseau
+  std::string fichierReseau;
+  std::string journal;
 
   // points
   bool csv = false;

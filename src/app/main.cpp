@@ -14,6 +14,8 @@ int main(int argc, char** argv) {
         return travailPolygonale(demande);
       case Demande::Travail::kHelmert:
         return travailHelmert(demande);
+      case Demande::Travail::kReseau:
+        return travailReseau(demande);
       case Demande::Travail::kPoints:
         return travailPoints(demande);
       case Demande::Travail::kImporter:

@@ -8,6 +8,7 @@ namespace veltora::app {
 int travailSession(const Demande& demande);
 int travailPolygonale(const Demande& demande);
 int travailHelmert(const Demande& demande);
+int travailReseau(const Demande& demande);
 int travailPoints(const Demande& demande);
 int travailImporter(const Demande& demande);
 int travailImporterDessin(const Demande& demande);

@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/ecrire_rapport.h"
+#include "calc/noms_coupes.h"
 #include "calc/placer_stations.h"
 #include "calc/polygonale_lue.h"
 #include "report/html_document.h"
@@ -12,13 +13,10 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
-#include <set>
 
 namespace veltora {
 namespace {
 
-/// Longest name of a point, in bytes of the code page.
-constexpr std::size_t kLongueurNomPoint = 9;
 /// Ignored lines that are named one by one.
 constexpr std::size_t kLignesCitees = 20;
 
@@ -38,22 +36,6 @@ void remarquerLignes(const std::vector<remarqueObs>& lues, Remarques& remarques)
   }
   if (nombre == 1) remarques.push_back(L"1 ligne ignorée : " + ignorees);
   if (nombre > 1) remarques.push_back(std::to_wstring(nombre) + L" lignes ignorées : " + ignorees);
-}
-
-void remarquerNoms(const std::vector<stationCalculee>& stations, Remarques& remarques) {
-  std::set<std::string> noms;
-  for (const stationCalculee& station : stations) {
-    const std::string octets = base::narrow(station.nom);
-    const std::string court = octets.substr(0, kLongueurNomPoint);
-    if (court != octets) {
-      remarques.push_back(base::formater(L"le nom « %s » est coupé à « %s »", station.nom.c_str(),
-                                         base::widen(court).c_str()));
-    }
-    if (!noms.insert(base::toUpperAnsi(base::trim(court))).second) {
-      remarques.push_back(base::formater(
-          L"deux stations portent le nom « %s » : seule la dernière est placée", base::widen(court).c_str()));
-    }
-  }
 }
 
 bool finies(const std::vector<stationCalculee>& stations) {
@@ -92,7 +74,9 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   resultat.stations = lue->calculer(&rapport, false, false, resultat.fermetures);
   for (std::wstring& phrase : lue->doutes(resultat.fermetures))
     resultat.remarques.push_back(std::move(phrase));
-  if (demande.placer) remarquerNoms(resultat.stations, resultat.remarques);
+  if (demande.placer) {
+    remarquerNoms(resultat.stations, L"deux stations", L"seule la dernière est placée", resultat.remarques);
+  }
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur)) return false;
   if (!finies(resultat.stations)) {
     resultat.stations.clear();

@@ -96,7 +96,8 @@ void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
   point.planiConnue = true;
   point.altiConnue = point.Z != base::Z_ABSENT;
   const auto [entree, nouveau] = m_index.try_emplace(base::toLower(point.nom), m_reseau.points.GetSize());
-  if (!nouveau) remarquer(L"ligne %d : le point « %s » est donné deux fois, le premier sert", point.nom);
+  if (!nouveau)
+    remarquer(L"ligne %d : le point « %s » figure déjà plus haut, c'est ce premier qui sert", point.nom);
   m_reseau.points.Add(point);
 }
 
@@ -133,6 +134,8 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
   const int reference = indexDe(jetons[1]);
   const int station = indexDe(jetons[0]);
   const int vise = indexDe(jetons[2]);
+  if (station == -1 || vise == -1)
+    remarquer(L"ligne %d : « NORD » n'a pas de sens comme station ou point visé, « %s »", ligne);
   const double angle = nombre(jetons, 3);
   const double distance = nombre(jetons, 4);
   const double denivelee = nombre(jetons, 5);
@@ -153,6 +156,8 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
 bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, std::vector<std::wstring>* remarques) {
   reseau.points.RemoveAll();
   reseau.observations.RemoveAll();
+  reseau.utilisable.RemoveAll();
+  reseau.equivalentes.clear();
   lecteurMc lecteur(reseau, remarques);
   parcourirLignes(octets, [&](std::string_view ligne) { lecteur.lire(ligne); });
   return !reseau.points.empty() && !reseau.observations.empty();

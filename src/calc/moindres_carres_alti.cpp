@@ -151,6 +151,7 @@ bool reseauMoindresCarres::passesAltitudes(std::wstring& journal) {
 }
 
 bool reseauMoindresCarres::calculerAlti(std::wstring& journal) {
+  dernierPas = 0.0;
   utilisable.RemoveAll();
   utilisable.SetSize(points.size());
   bool connu = false;
@@ -161,7 +162,9 @@ bool reseauMoindresCarres::calculerAlti(std::wstring& journal) {
     connu = connu || utilisable[i];
   }
   if (!connu) return false;
-  return passesAltitudes(journal) && systemeAlti(*this).resoudre(journal) > kPasNegligeable;
+  if (!passesAltitudes(journal)) return false;
+  dernierPas = systemeAlti(*this).resoudre(journal);
+  return dernierPas > kPasNegligeable;
 }
 
 }  // namespace veltora

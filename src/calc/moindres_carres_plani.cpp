@@ -26,6 +26,8 @@ public:
   explicit systemePlani(reseauMoindresCarres& reseau) : m_reseau(reseau) {}
   /// Solves, logs and moves the points. @return norm of the step
   double resoudre(std::wstring& journal);
+  /// Numbers the unknowns and gathers the rows.
+  systemeNormal lineariser();
 
 private:
   void numeroter();
@@ -121,13 +123,18 @@ void systemePlani::deplacer(std::wstring& journal, const std::vector<double>& x)
   }
 }
 
-double systemePlani::resoudre(std::wstring& journal) {
+systemeNormal systemePlani::lineariser() {
   numeroter();
   m_reseau.formules.compiler();
   systemeNormal systeme(2 * m_inconnus);
   for (const ObservationReduite& o : m_reseau.observations) {
     if (compte(o)) systeme.ajouter(ligne(o));
   }
+  return systeme;
+}
+
+double systemePlani::resoudre(std::wstring& journal) {
+  const systemeNormal systeme = lineariser();
   const std::vector<double> x = systeme.resoudre();
   journaliserVecteur(journal, x);
   if (x.empty()) return kEchec;
@@ -147,6 +154,7 @@ double systemePlani::resoudre(std::wstring& journal) {
 
 bool reseauMoindresCarres::calculerPlani(std::wstring& journal, bool premierPassage) {
   preparerUtilisable();
+  dernierPas = 0.0;
   if (premierPassage) {
     reduireObservations(journal);
     if (!calculerPointsProvisoires(journal)) return false;
@@ -154,7 +162,15 @@ bool reseauMoindresCarres::calculerPlani(std::wstring& journal, bool premierPass
   bool aCalculer = false;
   for (std::size_t i = 0; i < points.size(); ++i)
     aCalculer = aCalculer || (!points[i].planiConnue && utilisable[i]);
-  return aCalculer && systemePlani(*this).resoudre(journal) > kPasNegligeable;
+  if (!aCalculer) return false;
+  dernierPas = systemePlani(*this).resoudre(journal);
+  return dernierPas > kPasNegligeable;
+}
+
+bool reseauMoindresCarres::planDetermine() {
+  preparerUtilisable();
+  const systemeNormal systeme = systemePlani(*this).lineariser();
+  return systeme.inconnues() == 0 || !systeme.resoudreCreux().empty();
 }
 
 }  // namespace veltora

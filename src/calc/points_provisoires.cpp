@@ -1,7 +1,8 @@
+#include "calc/points_provisoires.h"
+
 #include "base/format.h"
 #include "calc/angles.h"
 #include "calc/lieux.h"
-#include "calc/reseau_moindres_carres.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,6 +62,8 @@ public:
   bool rassembler(const std::vector<int>& observations);
   [[nodiscard]] int nombreEquations() const { return static_cast<int>(m_equations.size()); }
   std::optional<AcGePoint2d> calculer();
+  /// Why `calculer` gives nothing.
+  etatProvisoire examiner(const std::vector<int>& observations);
 
 private:
   struct Somme {
@@ -87,6 +90,7 @@ private:
   };
   reseauMoindresCarres& m_reseau;
   int m_point;
+  int m_directions = 0;
   std::vector<const ObservationReduite*> m_equations;
   std::vector<Paire> m_paires;
 };
@@ -100,15 +104,14 @@ bool Intersection::sert(const ObservationReduite& o) const {
 }
 
 bool Intersection::rassembler(const std::vector<int>& observations) {
-  int directions = 0;
   for (const int i : observations) {
     const ObservationReduite& o = m_reseau.observations.GetAt(i);
-    if (o.type == ObservationReduite::kAngle && o.station == m_point && utilisable(o.vise)) ++directions;
+    if (o.type == ObservationReduite::kAngle && o.station == m_point && utilisable(o.vise)) ++m_directions;
     if (sert(o)) m_equations.push_back(&o);
   }
   // Deliberate (trois-directions): a station sighted from itself on three known points is skipped, whatever
   // else it has.
-  return directions < kDirectionsMax;
+  return m_directions < kDirectionsMax;
 }
 
 lieuGeometrique Intersection::lieuAngle(const ObservationReduite& o) const {
@@ -214,7 +217,42 @@ std::optional<AcGePoint2d> Intersection::calculer() {
   return somme.moyenne();
 }
 
+etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
+  using Cause = etatProvisoire::Cause;
+  etatProvisoire etat;
+  const bool trop = !rassembler(observations);
+  etat.directions = m_directions;
+  etat.equations = nombreEquations();
+  etat.droitesSeules = std::all_of(m_equations.begin(), m_equations.end(), [this](const auto* o) {
+    return lieu(*o).genre == lieuGeometrique::kDroite;
+  });
+  if (observations.empty()) {
+    etat.cause = Cause::kSansObservation;
+  } else if (trop) {
+    etat.cause = Cause::kTropDirections;
+  } else if (etat.equations < 2) {
+    etat.cause = etat.equations == 0 ? Cause::kPasRattache : Cause::kUneEquation;
+  } else {
+    const bool calculable = calculer().has_value();
+    etat.cause = calculable ? Cause::kAucune : m_paires.empty() ? Cause::kLieuxDisjoints : Cause::kIndecis;
+  }
+  return etat;
+}
+
 }  // namespace
+
+etatProvisoire examinerPoint(reseauMoindresCarres& reseau, int point) {
+  etatProvisoire etat;
+  if (point < reseau.utilisable.GetSize() && reseau.utilisable.GetAt(point)) return etat;
+  const bool canevas = std::any_of(reseau.points.begin(), reseau.points.end(),
+                                   [](const pointACalculer& p) { return p.planiConnue; });
+  if (!canevas) {
+    etat.cause = etatProvisoire::Cause::kSansCanevas;
+    return etat;
+  }
+  const std::vector<std::vector<int>> parPoint = observationsParPoint(reseau);
+  return Intersection(reseau, point).examiner(parPoint.at(static_cast<std::size_t>(point)));
+}
 
 std::wstring solutionTrouvee(const pointACalculer& p) {
   if (p.Z == base::Z_ABSENT) {

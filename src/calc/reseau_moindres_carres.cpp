@@ -95,6 +95,7 @@ double reseauMoindresCarres::poidsObservation(const ObservationReduite& o) {
 void reseauMoindresCarres::reduireObservations(std::wstring& journal) {
   std::stable_sort(observations.begin(), observations.end(),
                    [](const ObservationReduite& a, const ObservationReduite& b) { return a.type < b.type; });
+  equivalentes.clear();
   // Groups of equivalent observations, the kept one first, in the order of the kept ones.
   std::map<CleObservation, std::size_t> groupes;
   std::vector<std::vector<std::size_t>> doubles(observations.size());
@@ -113,6 +114,7 @@ void reseauMoindresCarres::reduireObservations(std::wstring& journal) {
       journal += base::formater(std::wstring(L"\r\nSuppression de l'observation %d (equiv a %d)"),
                                 disparues.indexActuel(j), disparues.indexActuel(i));
       journal += L"\r\n" + decrire(observations[j]) + L"\r\n" + decrire(observations[i]) + L"\r\n---";
+      equivalentes.emplace_back(observations[j], observations[i]);
       disparues.ajouter(j);
       garder[j] = false;
     }
@@ -124,18 +126,20 @@ void reseauMoindresCarres::reduireObservations(std::wstring& journal) {
   observations.SetSize(place);
 }
 
-int iterer(reseauMoindresCarres& reseau, std::wstring& journal) {
+bilanIteration iterer(reseauMoindresCarres& reseau, std::wstring& journal, std::wstring* premiere) {
   std::wstring brouillon;
   reseau.calculerPlani(brouillon, true);
-  int passes = 0;
+  if (premiere) *premiere = brouillon;
+  bilanIteration bilan;
   bool continuer = true;
-  while (continuer && passes < kPassesMax) {
+  while (continuer && bilan.passes < kPassesMax) {
     brouillon.clear();
     continuer = reseau.calculerPlani(brouillon, false);
-    ++passes;
+    ++bilan.passes;
   }
+  bilan.convergence = !continuer && reseau.dernierPas >= 0.0;
   journal += brouillon;
-  return passes;
+  return bilan;
 }
 
 }  // namespace veltora

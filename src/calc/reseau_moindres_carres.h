@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 /// A network of points adjusted from angles, distances and height differences. X east, Y north, metres;
 /// angles in radians, bearings clockwise from +Y.
@@ -47,12 +49,22 @@ public:
   base::CArray<int> utilisable;  ///< one for each point: 1 once it has coordinates to compute with
   base::CArray<ObservationReduite> observations;
 
+  /// What the last reduction dropped, each with the equivalent observation that was kept.
+  std::vector<std::pair<ObservationReduite, ObservationReduite>> equivalentes;
+  /// Norm of the last step of either solve: 0 when there was nothing to solve, -1e38 when the system was
+  /// singular, not a number when an observation has no direction (zero distance).
+  double dernierPas = 0.0;
+
   /// One planimetric pass: with `premierPassage` first the reduction of observations and the provisional
   /// points.
   /// @return true when the step's norm was above 1e-8, so that another pass is wanted
   bool calculerPlani(std::wstring& journal, bool premierPassage);
   /// The heights: provisional values, then one linear solve. @return true when it moved any height
   bool calculerAlti(std::wstring& journal);
+
+  /// Whether the observations determine the usable unknown points: the singularity that rounding hides from
+  /// the exact test of the solve. @return false when a pivot is lost in the rounding
+  bool planDetermine();
 
   /// Weight of an observation: fixed, or by the formulas, which must be compiled.
   double poidsObservation(const ObservationReduite& observation);
@@ -75,8 +87,15 @@ private:
 /// The log's line, behind "\r\n", of a point that got coordinates.
 std::wstring solutionTrouvee(const pointACalculer& p);
 
+struct bilanIteration {
+  int passes = 0;            ///< behind the first one, which gives the provisional points
+  bool convergence = false;  ///< the last step was small enough, or there was nothing to compute
+};
+
 /// The iteration of the button "Calculer X,Y": a first pass, then passes until one asks for no other, or 100.
-/// @param journal gets the text of the last pass behind what it holds  @return the passes behind the first
-VELTORA_API int iterer(reseauMoindresCarres& reseau, std::wstring& journal);
+/// @param journal gets the text of the last pass behind what it holds
+/// @param premiere gets the text of the first pass; null for none
+VELTORA_API bilanIteration iterer(reseauMoindresCarres& reseau, std::wstring& journal,
+                                  std::wstring* premiere = nullptr);
 
 }  // namespace veltora

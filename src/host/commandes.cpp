@@ -6,6 +6,7 @@
 #include "arx/ed/acutads.h"
 #include "arx/rx/rxdict.h"
 #include "calc/fermee_dlg.h"
+#include "calc/moindres_carres_dlg.h"
 #include "calc/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
 #include "drafting/formulaire_xyz.h"
@@ -28,6 +29,7 @@ struct commande {
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
+void corrMCarres() { CDlgMoindresCarres().doModal(); }
 
 template <DlgPntsDuDessin::Mode Mode>
 void pointsDuDessin() {
@@ -59,7 +61,7 @@ constexpr std::array<commande, 13> kCommandes{{
     {L"COORDSXYZ", ACRX_CMD_MODAL, coordsXYZ},
     {L"CORRPOLFERMEE", ACRX_CMD_MODAL, corrPolFermee},
     {L"CORRPOLOUVERTE", ACRX_CMD_MODAL, corrPolOuverte},
-    {L"CORRMCARRES", ACRX_CMD_MODAL, nonDisponible<5>},
+    {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres},
     {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
     {L"RECT3PT", ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET, nonDisponible<7>},
     {L"IMPORTPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kImportPoints>},

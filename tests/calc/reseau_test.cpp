@@ -117,8 +117,9 @@ TEST(Reseau, TrilaterationPubliee) {
       "A 170.71 270.71\nB 100 100\nC 241.42 100\nOBS\nP NORD A . 100.01\nP NORD B . 100.02\n"
       "P NORD C . 100.03\n");
   std::wstring journal;
-  const int passes = iterer(reseau, journal);
-  EXPECT_LT(passes, 10);
+  const bilanIteration bilan = iterer(reseau, journal);
+  EXPECT_LT(bilan.passes, 10);
+  EXPECT_TRUE(bilan.convergence);
   const pointACalculer* p = chercher(reseau, L"P");
   ASSERT_NE(p, nullptr);
   EXPECT_NEAR(p->X, 170.7029, 5e-5);
