@@ -79,7 +79,8 @@ bool lireLigne(std::string_view ligne, bool colonneZCompte, pointXYZ& point,
   point.nom = base::widen(nom);
   const bool vide = colonneZVide(ligne);
   const std::string_view z = vide && colonneZCompte ? std::string_view() : prendreMot(reste);
-  if (!z.empty() && !validerNombre(z)) genres.push_back(Genre::altitudeIllisible);
+  if (double lue = 0.0; !z.empty() && !base::lireReelExact(z, lue))
+    genres.push_back(Genre::altitudeIllisible);
   if (vide && !colonneZCompte) genres.push_back(Genre::colonneZVide);
   point.z = lireAltitude(z);
   point.code = base::lireEntier(prendreMot(reste));

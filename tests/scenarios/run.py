@@ -11,7 +11,8 @@ A scenario is a text file. Lines that begin with ";" are its directives, the oth
   ;run ARGUMENTS       starts the program with the lines that follow as its script (none: no script)
   ;= TEXT              stands in the output of that run, behind what was found before
   ;! TEXT              stands nowhere in the output of that run
-  ;~ TOL NAME N N...   a line of the output begins with NAME and these numbers, each nearer than TOL
+  ;~ TOL WORD...       a line of the output, colons left out, begins with these words, each number nearer than TOL
+  ;expect TOL FILE     each line of this file of the source tree that has no "*" in front is met so by a line of the output
   ;status N            exit status of that run, 0 unless told
   ;file NAME           exists afterwards;  ;nofile NAME  does not
   ;audit NAME          an independent reader finds no fault in this drawing
@@ -64,6 +65,10 @@ def parse():
             steps.append((number, "run", run))
         elif word in (";=", ";!", ";~"):
             run.checks.append((number, word, rest))
+        elif word == ";expect":
+            tolerance, _, name = rest.partition(" ")
+            rows = [row for row in (ROOT / name).read_text(encoding="utf-8").splitlines() if row and row[0] != "*"]
+            run.checks += [(number, ";~", f"{tolerance} {row}") for row in rows]
         elif word == ";status":
             run.status = int(rest)
         elif word in (";copy", ";make", ";write", ";file", ";nofile", ";audit", ";count", ";holds", ";same"):
@@ -77,13 +82,14 @@ def parse():
     return steps
 
 
-def near(words, wanted):
-    tolerance, name, values = float(wanted[0]), wanted[1], wanted[2:]
-    try:
-        return words[:1] == [name] and len(words) > len(values) and all(
-            abs(float(word) - float(value)) < tolerance for word, value in zip(words[1:], values))
-    except ValueError:
-        return False
+def near(words, wanted, tolerance):
+    def same(word, value):
+        try:
+            return word == value or abs(float(word) - float(value)) < tolerance
+        except ValueError:
+            return False
+
+    return len(words) >= len(wanted) and all(map(same, words, wanted))
 
 
 def execute(run, folder, environment):
@@ -103,7 +109,8 @@ def execute(run, folder, environment):
                 fail(number, f"the output holds: {text}", output)
             continue
         if kind == ";~":
-            if not any(near(line.split(), text.split()) for line in output.splitlines()):
+            tolerance, *wanted = text.split()
+            if not any(near(row.replace(":", " ").split(), wanted, float(tolerance)) for row in output.splitlines()):
                 fail(number, f"no line of the output is near: {text}", output)
             continue
         found = output.find(text, at)
