@@ -80,34 +80,12 @@ protected:
 
 TEST_F(DessinLisp, joinsTheNumberedPointsOfACode) {
   for (const int n : {5, 6, 7, 9, 10}) point(std::to_wstring(n).c_str(), n, 10 * n, 5, n == 7 ? 2 : 1);
-  struct {
-    const char* nom;
-    std::deque<std::string> lignes;
-    const char* sommets;  ///< "" for no polyline
-  } const cas[] = {
-      {"downwards",
-       {"10", "5", "T", ""},
-       "10.00000,100.00000 9.00000,90.00000 7.00000,70.00000 6.00000,60.00000 "
-       "5.00000,50.00000"},
-      {"sign corrected", {"5", "9", "1", "-2"}, "5.00000,50.00000 9.00000,90.00000"},
-      {"from far above", {"2000000001", "5", "T", "2"}, "9.00000,90.00000 7.00000,70.00000 5.00000,50.00000"},
-      {"one point", {"7", "8", "2", "1"}, ""},
-      {"equal", {"5", "5", "1", "1"}, ""},
-      {"no increment", {"5", "9", "1", "0"}, ""},
-      {"cancelled", {"5", "*Annuler*"}, ""},
-      {"cancelled late", {"5", "10", "1", "*Annuler*"}, ""},
-      {"picked and typed",
-       {"S", "abc", ici(5, 50), ici(500, 500), "N", "6", "T", ""},
-       "5.00000,50.00000 6.00000,60.00000"},
-  };
-  for (const auto& c : cas) {
+  jouer("joined points", [this] {
+    const std::string faite = derniere();
     for (const AcDbObjectId& id : vivantes(AcDbPolyline::desc()))
       AcDbObjectPointer<AcDbEntity>(id, AcDb::kForWrite)->erase();
-    reponses = c.lignes;
-    EXPECT_EQ(appeler(L"c:TopJndre"), "void") << c.nom;
-    EXPECT_TRUE(reponses.empty()) << c.nom;
-    EXPECT_EQ(derniere(), c.sommets) << c.nom;
-  }
+    return faite;
+  });
 }
 
 TEST_F(DessinLisp, offsetsAPolylineAndItsPoints) {
@@ -228,38 +206,9 @@ TEST_F(DessinLisp, movesNearBlocksOntoAPath) {
   EXPECT_NE(imprime.find("Ce n'est pas une courbe, recommencez "), std::string::npos);
 }
 
-struct texteDemande {
-  const char* nom;
-  resbuf* arguments;
-  const char* texte;  ///< "text height factor horizontal vertical x", "" for none
-};
-
 // Deliberate: the sixth argument only announces the seventh.
 TEST_F(DessinLisp, varntext_marqueur) {
-  const auto place = [] { return acutBuildList(RT3DPOINT, AcGePoint3d(kX, kY, 0), RTNONE); };
-  const auto t = [](const wchar_t* texte) { return acutBuildList(RTSTR, texte, RTNONE); };
-  const auto r = [](double x) { return acutBuildList(RTREAL, x, RTNONE); };
-  const auto i = [](int n) { return acutBuildList(RTSHORT, n, RTNONE); };
-  const auto nil = [] { return acutBuildList(RTNIL, RTNONE); };
-  const texteDemande cas[] = {
-      {"left", suite({t(L"L"), place(), r(2), r(0), t(L"abc")}), "abc 2 1 0 0 0"},
-      {"integers", suite({t(L""), place(), i(2), i(0), t(L"abc")}), "abc 2 1 0 0 0"},
-      {"centre", suite({t(L"centre"), place(), r(2), r(0), t(L"abc")}), "abc 2 1 1 0 -2.5"},
-      {"middle", suite({t(L"M"), place(), r(2), r(0), t(L"abc")}), "abc 2 1 4 2 -2.5"},
-      {"right", suite({t(L"r"), place(), r(2), r(0), t(L"abc")}), "abc 2 1 2 0 -5"},
-      {"factor", suite({t(L"L"), place(), r(2), r(0), t(L"abc"), i(1), r(0.8)}), "abc 2 0.8 0 0 0"},
-      {"marker only", suite({t(L"L"), place(), r(2), r(0), t(L"abc"), r(0.8)}), "abc 2 1 0 0 0"},
-      {"no marker", suite({t(L"L"), place(), r(2), r(0), t(L"abc"), nil(), r(0.8)}), "abc 2 1 0 0 0"},
-      {"no height", suite({t(L"L"), place(), r(0), r(0), t(L"abc")}), ""},
-      {"four", suite({t(L"L"), place(), r(2), r(0)}), ""},
-      {"no style", suite({nil(), place(), r(2), r(0), t(L"abc")}), ""},
-      {"no point", suite({t(L"L"), r(1), r(2), r(0), t(L"abc")}), ""},
-      {"text as height", suite({t(L"L"), place(), t(L"2"), r(0), t(L"abc")}), ""},
-      {"number as text", suite({t(L"L"), place(), r(2), r(0), r(1)}), ""},
-      {"nothing", nullptr, ""},
-  };
-  for (const texteDemande& c : cas) {
-    EXPECT_EQ(appeler(L"VARNTEXT", c.arguments), "nil") << c.nom;
+  jouer("texts", [this] {
     std::string lu;
     for (const AcDbObjectId& id : vivantes(AcDbText::desc())) {
       const AcDbObjectPointer<AcDbText> texte(id, AcDb::kForWrite);
@@ -268,8 +217,8 @@ TEST_F(DessinLisp, varntext_marqueur) {
                           static_cast<int>(texte->verticalMode()), texte->position().x - kX);
       texte->erase();
     }
-    EXPECT_EQ(lu, c.texte) << c.nom;
-  }
+    return lu;
+  });
 }
 
 TEST_F(DessinLisp, dissociatesAttributesIntoTexts) {
@@ -308,15 +257,6 @@ TEST_F(DessinLisp, dissociatesAttributesIntoTexts) {
   EXPECT_EQ(lireAttribut(*AcDbObjectPointer<AcDbBlockReference>(table().getData(0)->id), L"NUMPT", reste), 0);
   EXPECT_EQ(appeler(L"c:DISSOCBLOCK", suite({acutBuildList(RTT, RTNONE), jeu({etrangerId})})), "T");
   EXPECT_EQ(textes(), "1|A1|12.50|1|B|loin|");
-}
-
-TEST_F(DessinLisp, choosesACode) {
-  reponses = {"12"};
-  EXPECT_EQ(appeler(L"selectionnerCode"), "12");
-  reponses = {"t"};
-  EXPECT_EQ(appeler(L"SELECTIONNERCODE"), "-9999");
-  reponses = {"*Annuler*"};
-  EXPECT_EQ(appeler(L"selectionnerCode"), "nil");
 }
 
 TEST_F(DessinLisp, clearsOverlapsInOneStepOfUndo) {

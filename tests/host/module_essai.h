@@ -4,11 +4,14 @@
 #include "arx/ed/accmd.h"
 #include "arx/ed/acedads.h"
 #include "arx/ed/edports.h"
+#include "arx/lisp/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/format.h"
 #include "points/atelier.h"
+#include "support/case_rows.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 
@@ -88,6 +91,39 @@ protected:
     const AcEdRbHolder donnes(arguments);
     resultat.reset(acedLispFunctions()->call(nom, arguments));
     return resultat ? enTexte(resultat.get()) : "échec";
+  }
+  /// A call as the case files write it: a name and its arguments in LISP.
+  std::string appelerEcrit(const std::string& appel) {
+    const std::size_t blanc = std::min(appel.find(' '), appel.size());
+    // The text in front keeps two or three numbers from being a point.
+    AcEdRbHolder liste(acedPorts().evaluate(base::fromUtf8("(list \"\"" + appel.substr(blanc) + ")")));
+    resbuf* const texte = liste->rbnext;
+    resbuf* fin = texte;
+    while (fin->rbnext->rbnext) fin = fin->rbnext;
+    acutRelRb(std::exchange(fin->rbnext, nullptr));
+    return appeler(base::fromUtf8(appel.substr(0, blanc)).c_str(), std::exchange(texte->rbnext, nullptr));
+  }
+  /// Plays a table of tests/host/cases/lisp.txt. @param etat  what the last column tells; called after each
+  /// row
+  void jouer(const std::string& tableCas, const std::function<std::string()>& etat = {}) {
+    aclispInstall();
+    for (const CaseRow& cas : caseRows("host/cases/lisp.txt", tableCas)) {
+      SCOPED_TRACE(cas.place + ": " + cas[0]);
+      imprime.clear();
+      reponses.clear();
+      if (!cas[1].empty()) {
+        const std::vector<std::string> lignes = cas.list(1);
+        reponses.assign(lignes.begin(), lignes.end());
+      }
+      std::string valeur = appelerEcrit(cas[0]);
+      if (choisis() >= 0) valeur += " " + std::to_string(choisis());
+      if (cas[1].empty() && !imprime.empty()) valeur.insert(0, imprime + " ");
+      EXPECT_EQ(valeur, cas[2]);
+      EXPECT_TRUE(reponses.empty());
+      if (etat && cas.cells.size() > 3) {
+        EXPECT_EQ(etat(), cas[3]);
+      }
+    }
   }
   /// Number of entities in the selection set returned last; -1 for another value.
   [[nodiscard]] int choisis() const {

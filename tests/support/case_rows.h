@@ -15,13 +15,13 @@ struct CaseRow {
   /// A cell; throws std::out_of_range when the row is too short.
   const std::string& operator[](std::size_t column) const { return cells.at(column); }
   /// A cell as a number; throws std::invalid_argument when it is none.
-  /// A cell as the texts between " // ", and one more at the end.
-  [[nodiscard]] std::vector<std::string> list(std::size_t column, const std::string& last) const {
+  /// A cell as the texts between " // ", the last of which may be empty.
+  [[nodiscard]] std::vector<std::string> list(std::size_t column) const {
     std::vector<std::string> texts;
-    std::string rest = cells.at(column);
+    std::string rest = cells.at(column) + " ";
     for (std::size_t at = 0; (at = rest.find(" // ")) != std::string::npos; rest.erase(0, at + 4))
       texts.push_back(rest.substr(0, at));
-    texts.insert(texts.end(), {rest, last});
+    texts.push_back(rest.empty() ? rest : rest.substr(0, rest.size() - 1));
     return texts;
   }
   [[nodiscard]] double number(std::size_t column) const { return std::stod(cells.at(column)); }

@@ -11,7 +11,9 @@ TEST(ScriptLine, DoesWhatItSays) {
   for (const CaseRow& row : caseRows("ui/cases/script_lines.txt", "taken")) {
     SCOPED_TRACE(row.place + ": " + row[0]);
     SampleDialog dialog;
-    DialogScript script(row.list(1, "[Annuler]"));
+    std::vector<std::string> lines = row.list(1);
+    lines.emplace_back("[Annuler]");
+    DialogScript script(lines);
     EXPECT_EQ(scriptErrorOf([&] { EXPECT_EQ(dialog.doModal(), ui::kCancel); }), "");
     EXPECT_EQ(dialog.log, row[2]);
     EXPECT_TRUE(script.finished());
