@@ -76,15 +76,11 @@ Acad::ErrorStatus AcDbAttribute::setInvisible(bool invisible) {
 }
 
 Acad::ErrorStatus AcDbAttribute::setLockPositionInBlock(bool lock) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_fields.lock = lock ? 1 : 0;
-  return status;
+  return change(m_fields.lock, lock ? 1 : 0);
 }
 
 Acad::ErrorStatus AcDbAttribute::setFieldLength(Adesk::Int16 length) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_fields.fieldLength = length;
-  return status;
+  return change(m_fields.fieldLength, length);
 }
 
 Acad::ErrorStatus AcDbAttribute::setAttributeFromBlock(const AcDbAttributeDefinition* definition,
@@ -142,9 +138,7 @@ Acad::ErrorStatus AcDbAttributeDefinition::setTag(const ACHAR* tag) {
 
 Acad::ErrorStatus AcDbAttributeDefinition::setPrompt(const ACHAR* prompt) {
   if (!prompt) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_prompt = prompt;
-  return status;
+  return change(m_prompt, prompt);
 }
 
 Acad::ErrorStatus AcDbAttributeDefinition::setInvisible(bool invisible) {

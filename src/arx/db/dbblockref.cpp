@@ -15,13 +15,6 @@ constexpr std::size_t kDeepest = 200;       // blocks within blocks; what is dee
 constexpr std::size_t kFewEntities = 1000;  // of a nested block that is measured exactly each time
 constexpr double kRightAngle = 1e-9;        // relative: axes of a block that are farther from it are refused
 
-template <class Value>
-Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
-  const Acad::ErrorStatus status = object.assertWriteEnabled();
-  if (status == Acad::eOk) field = value;
-  return status;
-}
-
 bool isFactor(double value) { return value != 0 && std::isfinite(value); }
 
 const AcDbBlockTableRecord* recordOf(AcDbObjectId block) {
@@ -108,22 +101,22 @@ AcDbBlockReference::AcDbBlockReference(const AcDbBlockReference& other)
       m_grid(other.m_grid ? std::make_unique<Grid>(*other.m_grid) : nullptr) {}
 
 Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
-  return change(*this, m_block, block);
+  return change(m_block, block);
 }
 
 AcGePoint3d AcDbBlockReference::position() const { return acdbToWorld(m_position, m_normal); }
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
-  return change(*this, m_position, acdbToPlane(position, m_normal));
+  return change(m_position, acdbToPlane(position, m_normal));
 }
 
 Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& factors) {
   const bool good = isFactor(factors.sx) && isFactor(factors.sy) && isFactor(factors.sz);
-  return good ? change(*this, m_scale, factors) : Acad::eInvalidInput;
+  return good ? change(m_scale, factors) : Acad::eInvalidInput;
 }
 
 double AcDbBlockReference::rotation() const { return acdbRadians(m_rotation); }
 Acad::ErrorStatus AcDbBlockReference::setRotation(double radians) {
-  return std::isfinite(radians) ? change(*this, m_rotation, acdbDegrees(radians)) : Acad::eInvalidInput;
+  return std::isfinite(radians) ? change(m_rotation, acdbDegrees(radians)) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {

@@ -57,16 +57,12 @@ Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_origin = origin;
-  return status;
+  return change(m_origin, origin);
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setComments(const ACHAR* text) {
   if (!text) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_comments = text;
-  return status;
+  return change(m_comments, text);
 }
 
 bool AcDbBlockTableRecord::hasAttributeDefinitions() const {

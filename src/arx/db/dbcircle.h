@@ -2,14 +2,12 @@
 
 #include "arx/db/dbcurve.h"
 
-/// Circle. The centre is kept in the coordinates of its own plane, as in drawing files, and offered in world
-/// ones.
-class ARX_API AcDbCircle : public AcDbCurve {
-  ACRX_DECLARE_MEMBERS(AcDbCircle)
-  ACDB_DECLARE_COPY(AcDbCircle)
+struct AcDbPlaneMap;
+
+/// What a circle and an arc share; at run time it is no class of its own. The centre is kept in the
+/// coordinates of the own plane, as in drawing files, and offered in world ones.
+class ARX_API AcDbRoundCurve : public AcDbCurve {
 public:
-  AcDbCircle() = default;
-  AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
   [[nodiscard]] AcGePoint3d center() const;
   Acad::ErrorStatus setCenter(const AcGePoint3d& center);
   [[nodiscard]] double radius() const { return m_radius; }
@@ -19,16 +17,19 @@ public:
   [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);  ///< the centre stays in the world
 
-  [[nodiscard]] bool isClosed() const override { return true; }
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
   Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
-  Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
 protected:
+  AcDbRoundCurve() = default;
+  AcDbRoundCurve(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
+  /// The curve as one piece. @param start, sweep  radians
+  [[nodiscard]] std::vector<AcDbCurvePiece> roundPiece(double start, double sweep) const;
+  /// Moves what is shared; refuses what makes an ellipse.
+  Acad::ErrorStatus transformRound(const AcDbPlaneMap& plane);
   bool takeGroup(AcDbDxfReader& in) override;
-  void exchangeFields(AcDbCircle& other);
+  void exchangeFields(AcDbRoundCurve& other);
 
 private:
   AcGePoint3d m_center;  // own plane
@@ -37,8 +38,22 @@ private:
   double m_thickness = 0.0;
 };
 
+/// Circle.
+class ARX_API AcDbCircle : public AcDbRoundCurve {
+  ACRX_DECLARE_MEMBERS(AcDbCircle)
+  ACDB_DECLARE_COPY(AcDbCircle)
+public:
+  AcDbCircle() = default;
+  AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
+      : AcDbRoundCurve(center, normal, radius) {}
+
+  [[nodiscard]] bool isClosed() const override { return true; }
+  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+};
+
 /// Circular arc, counter-clockwise about its normal. Angles in radians from the X axis of its own plane.
-class ARX_API AcDbArc : public AcDbCurve {
+class ARX_API AcDbArc : public AcDbRoundCurve {
   ACRX_DECLARE_MEMBERS(AcDbArc)
   ACDB_DECLARE_COPY(AcDbArc)
 public:
@@ -46,24 +61,15 @@ public:
   AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle);
   AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle,
           double endAngle);
-  [[nodiscard]] AcGePoint3d center() const;
-  Acad::ErrorStatus setCenter(const AcGePoint3d& center);
-  [[nodiscard]] double radius() const { return m_radius; }
-  Acad::ErrorStatus setRadius(double radius);
   [[nodiscard]] double startAngle() const;
   [[nodiscard]] double endAngle() const;
   Acad::ErrorStatus setStartAngle(double radians);
   Acad::ErrorStatus setEndAngle(double radians);
   /// Above 0, at most one turn; equal angles give a whole turn.
   [[nodiscard]] double totalAngle() const;
-  [[nodiscard]] double length() const { return totalAngle() * m_radius; }
-  [[nodiscard]] double thickness() const { return m_thickness; }
-  Acad::ErrorStatus setThickness(double thickness);
-  [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
-  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  [[nodiscard]] double length() const { return totalAngle() * radius(); }
 
   [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
-  Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -73,10 +79,6 @@ protected:
   void exchangeFields(AcDbArc& other);
 
 private:
-  AcGePoint3d m_center;  // own plane
-  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
-  double m_radius = 0.0;
-  double m_thickness = 0.0;
   double m_startDegrees = 0.0;  // as in the file
   double m_endDegrees = 0.0;
 };

@@ -218,11 +218,7 @@ Acad::ErrorStatus AcDbXrecord::setTags(DxfTagText tags) {
   return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbXrecord::setXlateReferences(bool translate) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_xlate = translate;
-  return status;
-}
+Acad::ErrorStatus AcDbXrecord::setXlateReferences(bool translate) { return change(m_xlate, translate); }
 
 void AcDbXrecord::dxfInFields(AcDbDxfReader& in) {
   AcDbObject::dxfInFields(in);
@@ -279,17 +275,9 @@ Acad::ErrorStatus AcDbGroup::remove(AcDbObjectId id) {
   return status;
 }
 
-Acad::ErrorStatus AcDbGroup::setSelectable(bool selectable) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_selectable = selectable;
-  return status;
-}
+Acad::ErrorStatus AcDbGroup::setSelectable(bool selectable) { return change(m_selectable, selectable); }
 
-Acad::ErrorStatus AcDbGroup::setAnonymous() {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_anonymous = true;
-  return status;
-}
+Acad::ErrorStatus AcDbGroup::setAnonymous() { return change(m_anonymous, true); }
 
 void AcDbGroup::dxfInFields(AcDbDxfReader& in) {
   AcDbObject::dxfInFields(in);

@@ -52,9 +52,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* name) {
 Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId layer) {
   if (layer.isNull()) return Acad::eNullObjectId;
   if (database() && layer.database() != database()) return Acad::eWrongDatabase;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_layer = layer;
-  return status;
+  return change(m_layer, layer);
 }
 
 Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color) {
@@ -87,22 +85,16 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId linetype) {
 
 Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale) {
   if (!(scale > 0) || !std::isfinite(scale)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_linetypeScale = scale;
-  return status;
+  return change(m_linetypeScale, scale);
 }
 
 Acad::ErrorStatus AcDbEntity::setLineWeight(int weight) {
   if (weight < -3 || weight > 211) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_lineWeight = static_cast<Adesk::Int16>(weight);
-  return status;
+  return change(m_lineWeight, static_cast<Adesk::Int16>(weight));
 }
 
 Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_invisible = visibility == AcDb::kInvisible;
-  return status;
+  return change(m_invisible, visibility == AcDb::kInvisible);
 }
 
 Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other) {

@@ -207,14 +207,7 @@ void AcDbDxfWriter::room(std::size_t size) {
   if (m_buffer.size() + size > kBufferSize) flush();
 }
 
-void AcDbDxfWriter::code(int value) {
-  char buffer[16];
-  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-  const auto width = static_cast<std::size_t>(end - buffer);
-  if (width < 3) m_buffer.append(3 - width, ' ');
-  m_buffer.append(buffer, width);
-  m_buffer += '\n';
-}
+void AcDbDxfWriter::code(int value) { dxfAppendCode(m_buffer, value); }
 
 void AcDbDxfWriter::text(int groupCode, std::string_view value) {
   room(value.size() + 24);

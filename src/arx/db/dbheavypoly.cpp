@@ -13,13 +13,6 @@ ACDB_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, "POLYLINE")
 
 namespace {
 
-template <class Value>
-Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
-  const Acad::ErrorStatus status = object.assertWriteEnabled();
-  if (status == Acad::eOk) field = value;
-  return status;
-}
-
 AcDb::Vertex2dType kindOf(int flags) {
   if (flags & 16) return AcDb::k2dSplineCtlVertex;
   if (flags & 8) return AcDb::k2dSplineFitVertex;
@@ -76,7 +69,7 @@ AcDbCurvePiece bulged(const AcGePoint3d& from, const AcGePoint3d& to, double bul
 // ---- vertices
 
 Acad::ErrorStatus AcDbVertex::transformBy(const AcGeMatrix3d& matrix) {
-  return change(*this, m_position, matrix * m_position);
+  return change(m_position, matrix * m_position);
 }
 
 Acad::ErrorStatus AcDbVertex::getGeomExtents(AcDbExtents& extents) const {
@@ -112,14 +105,14 @@ void AcDbVertex::exchangeFields(AcDbVertex& other) {
 
 AcDb::Vertex2dType AcDb2dVertex::vertexType() const { return kindOf(m_flags); }
 Acad::ErrorStatus AcDb2dVertex::setPosition(const AcGePoint3d& position) {
-  return change(*this, m_position, position);
+  return change(m_position, position);
 }
 Acad::ErrorStatus AcDb2dVertex::setBulge(double bulge) {
-  return std::isfinite(bulge) ? change(*this, m_bulge, bulge) : Acad::eInvalidInput;
+  return std::isfinite(bulge) ? change(m_bulge, bulge) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDb2dVertex::moveInPlane(const AcDbPlaneMap& plane) {
-  const Acad::ErrorStatus status = change(*this, m_position, plane.map * m_position);
+  const Acad::ErrorStatus status = change(m_position, plane.map * m_position);
   if (status != Acad::eOk) return status;
   m_startWidth *= plane.factor;
   m_endWidth *= plane.factor;
@@ -169,7 +162,7 @@ void AcDb2dVertex::exchangeFields(AcDb2dVertex& other) {
 
 AcDb::Vertex2dType AcDb3dPolylineVertex::vertexType() const { return kindOf(m_flags); }
 Acad::ErrorStatus AcDb3dPolylineVertex::setPosition(const AcGePoint3d& position) {
-  return change(*this, m_position, position);
+  return change(m_position, position);
 }
 
 void AcDb3dPolylineVertex::dxfInFields(AcDbDxfReader& in) { readVertex(in, "AcDb3dPolylineVertex"); }
@@ -188,7 +181,7 @@ AcDb::Poly2dType AcDb2dPolyline::polyType() const {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::setClosed(bool closed) {
-  return change(*this, m_flags, static_cast<Adesk::Int16>(closed ? m_flags | 1 : m_flags & ~1));
+  return change(m_flags, static_cast<Adesk::Int16>(closed ? m_flags | 1 : m_flags & ~1));
 }
 
 Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex) {
@@ -306,7 +299,7 @@ AcDb::Poly3dType AcDb3dPolyline::polyType() const {
 }
 
 Acad::ErrorStatus AcDb3dPolyline::setClosed(bool closed) {
-  return change(*this, m_flags, static_cast<Adesk::Int16>(closed ? m_flags | 1 : m_flags & ~1));
+  return change(m_flags, static_cast<Adesk::Int16>(closed ? m_flags | 1 : m_flags & ~1));
 }
 
 Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex) {

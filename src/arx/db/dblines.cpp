@@ -11,13 +11,6 @@ ACDB_DEFINE_MEMBERS(AcDbFace, AcDbEntity, "3DFACE")
 
 namespace {
 
-template <class Value>
-Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
-  const Acad::ErrorStatus status = object.assertWriteEnabled();
-  if (status == Acad::eOk) field = value;
-  return status;
-}
-
 // Thickness and normal of a thing that is kept in world coordinates; a collapsed plane leaves both.
 void transformExtrusion(const AcGeMatrix3d& matrix, AcGeVector3d& normal, double& thickness) {
   const AcDbPlaneMap plane(matrix, normal);
@@ -30,12 +23,10 @@ void transformExtrusion(const AcGeMatrix3d& matrix, AcGeVector3d& normal, double
 
 // ---- point
 
-Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& position) {
-  return change(*this, m_position, position);
-}
-Acad::ErrorStatus AcDbPoint::setThickness(double thickness) { return change(*this, m_thickness, thickness); }
+Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& position) { return change(m_position, position); }
+Acad::ErrorStatus AcDbPoint::setThickness(double thickness) { return change(m_thickness, thickness); }
 Acad::ErrorStatus AcDbPoint::setNormal(const AcGeVector3d& normal) {
-  return change(*this, m_normal, acdbUnitNormal(normal));
+  return change(m_normal, acdbUnitNormal(normal));
 }
 
 Acad::ErrorStatus AcDbPoint::transformBy(const AcGeMatrix3d& matrix) {
@@ -95,11 +86,11 @@ void AcDbPoint::exchangeFields(AcDbPoint& other) {
 
 // ---- line
 
-Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) { return change(*this, m_start, point); }
-Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) { return change(*this, m_end, point); }
-Acad::ErrorStatus AcDbLine::setThickness(double thickness) { return change(*this, m_thickness, thickness); }
+Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) { return change(m_start, point); }
+Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) { return change(m_end, point); }
+Acad::ErrorStatus AcDbLine::setThickness(double thickness) { return change(m_thickness, thickness); }
 Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& normal) {
-  return change(*this, m_normal, acdbUnitNormal(normal));
+  return change(m_normal, acdbUnitNormal(normal));
 }
 
 std::vector<AcDbCurvePiece> AcDbLine::pieces() const {
@@ -162,12 +153,12 @@ void AcDbLine::exchangeFields(AcDbLine& other) {
 
 // ---- ray
 
-Acad::ErrorStatus AcDbRay::setBasePoint(const AcGePoint3d& point) { return change(*this, m_base, point); }
+Acad::ErrorStatus AcDbRay::setBasePoint(const AcGePoint3d& point) { return change(m_base, point); }
 
 Acad::ErrorStatus AcDbRay::setUnitDir(const AcGeVector3d& direction) {
   const AcGeVector3d unit = direction.normal();
   if (!(std::fabs(unit.length() - 1) < 1e-6)) return Acad::eInvalidInput;
-  return change(*this, m_direction, unit);
+  return change(m_direction, unit);
 }
 
 std::vector<AcDbCurvePiece> AcDbRay::pieces() const {
@@ -224,7 +215,7 @@ Acad::ErrorStatus AcDbFace::getVertexAt(Adesk::UInt16 index, AcGePoint3d& point)
 }
 
 Acad::ErrorStatus AcDbFace::setVertexAt(Adesk::UInt16 index, const AcGePoint3d& point) {
-  return index > 3 ? Acad::eInvalidIndex : change(*this, m_corners[index], point);
+  return index > 3 ? Acad::eInvalidIndex : change(m_corners[index], point);
 }
 
 Acad::ErrorStatus AcDbFace::isEdgeVisibleAt(Adesk::UInt16 index, bool& visible) const {

@@ -10,9 +10,7 @@ ACDB_DEFINE_MEMBERS(AcDbPolyFaceMesh, AcDbMeshBase, "POLYLINE")
 // ---- vertices
 
 Acad::ErrorStatus AcDbPolygonMeshVertex::setPosition(const AcGePoint3d& position) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_position = position;
-  return status;
+  return change(m_position, position);
 }
 
 void AcDbPolygonMeshVertex::dxfInFields(AcDbDxfReader& in) { readVertex(in, "AcDbPolygonMeshVertex"); }
@@ -24,9 +22,7 @@ void AcDbPolygonMeshVertex::dxfOutFields(AcDbDxfWriter& out) const {
 }
 
 Acad::ErrorStatus AcDbPolyFaceMeshVertex::setPosition(const AcGePoint3d& position) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_position = position;
-  return status;
+  return change(m_position, position);
 }
 
 void AcDbPolyFaceMeshVertex::dxfInFields(AcDbDxfReader& in) { readVertex(in, "AcDbPolyFaceMeshVertex"); }

@@ -11,13 +11,6 @@ namespace {
 
 constexpr std::size_t kChunk = 250;  // characters in one group of a long text
 
-template <class Value>
-Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
-  const Acad::ErrorStatus status = object.assertWriteEnabled();
-  if (status == Acad::eOk) field = value;
-  return status;
-}
-
 }  // namespace
 
 Acad::ErrorStatus AcDbMText::setContents(const ACHAR* text) {
@@ -29,11 +22,9 @@ Acad::ErrorStatus AcDbMText::setContents(const ACHAR* text) {
   return status;
 }
 
-Acad::ErrorStatus AcDbMText::setLocation(const AcGePoint3d& location) {
-  return change(*this, m_location, location);
-}
+Acad::ErrorStatus AcDbMText::setLocation(const AcGePoint3d& location) { return change(m_location, location); }
 Acad::ErrorStatus AcDbMText::setNormal(const AcGeVector3d& normal) {
-  return change(*this, m_normal, acdbUnitNormal(normal));
+  return change(m_normal, acdbUnitNormal(normal));
 }
 
 AcGeVector3d AcDbMText::direction() const {
@@ -45,7 +36,7 @@ AcGeVector3d AcDbMText::direction() const {
 
 Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
   if (!(direction.lengthSqrd() > 0)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = change(*this, m_direction, direction.normal());
+  const Acad::ErrorStatus status = change(m_direction, direction.normal());
   if (status == Acad::eOk) m_byDirection = true;
   return status;
 }
@@ -58,24 +49,24 @@ double AcDbMText::rotation() const {
 
 Acad::ErrorStatus AcDbMText::setRotation(double radians) {
   if (!std::isfinite(radians)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = change(*this, m_rotation, acdbDegrees(radians));
+  const Acad::ErrorStatus status = change(m_rotation, acdbDegrees(radians));
   if (status == Acad::eOk) m_byDirection = false;
   return status;
 }
 
 Acad::ErrorStatus AcDbMText::setTextHeight(double height) {
-  return height > 0 && std::isfinite(height) ? change(*this, m_height, height) : Acad::eInvalidInput;
+  return height > 0 && std::isfinite(height) ? change(m_height, height) : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbMText::setWidth(double width) {
-  return width >= 0 && std::isfinite(width) ? change(*this, m_width, width) : Acad::eInvalidInput;
+  return width >= 0 && std::isfinite(width) ? change(m_width, width) : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbMText::setAttachment(AttachmentPoint attachment) {
   const bool known = attachment >= kTopLeft && attachment <= kBottomRight;
-  return known ? change(*this, m_attachment, static_cast<Adesk::Int16>(attachment)) : Acad::eInvalidInput;
+  return known ? change(m_attachment, static_cast<Adesk::Int16>(attachment)) : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbMText::setTextStyle(AcDbObjectId style) {
   if (database() && style.database() != database()) return Acad::eWrongDatabase;
-  return change(*this, m_style, style);
+  return change(m_style, style);
 }
 
 void AcDbMText::setDatabaseDefaults(AcDbDatabase* database) {

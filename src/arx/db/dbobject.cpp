@@ -57,11 +57,7 @@ Acad::ErrorStatus AcDbObject::assertWriteEnabled() {
   return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_owner = owner;
-  return status;
-}
+Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) { return change(m_owner, owner); }
 
 Acad::ErrorStatus AcDbObject::upgradeOpen() {
   if (!m_stub) return Acad::eOk;

@@ -6,6 +6,7 @@
 #include "arx/rx/rxclass.h"
 
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -96,6 +97,13 @@ protected:
   AcDbObject();
   AcDbObject(const AcDbObject& other);
   AcDbObject& operator=(const AcDbObject&) = delete;
+  /// Sets a field of an object that is open for writing; the status otherwise, and nothing changed.
+  template <class Value>
+  Acad::ErrorStatus change(Value& field, const std::type_identity_t<Value>& value) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) field = value;
+    return status;
+  }
   /// Groups kept in a section, to be called at its end by `dxfOutFields`.
   void writeExtras(AcDbDxfWriter& out, std::string_view subclass) const;
   void exchangeBase(AcDbObject& other);

@@ -122,33 +122,19 @@ bool AcDbPolyline::hasWidth() const {
 }
 
 Acad::ErrorStatus AcDbPolyline::setClosed(bool closed) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_flags = static_cast<Adesk::Int16>(closed ? m_flags | 1 : m_flags & ~1);
-  return status;
+  return change(m_flags, static_cast<Adesk::Int16>(closed ? m_flags | 1 : m_flags & ~1));
 }
 
 Acad::ErrorStatus AcDbPolyline::setPlinegen(bool generate) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_flags = static_cast<Adesk::Int16>(generate ? m_flags | 128 : m_flags & ~128);
-  return status;
+  return change(m_flags, static_cast<Adesk::Int16>(generate ? m_flags | 128 : m_flags & ~128));
 }
 
-Acad::ErrorStatus AcDbPolyline::setElevation(double elevation) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_elevation = elevation;
-  return status;
-}
+Acad::ErrorStatus AcDbPolyline::setElevation(double elevation) { return change(m_elevation, elevation); }
 
-Acad::ErrorStatus AcDbPolyline::setThickness(double thickness) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_thickness = thickness;
-  return status;
-}
+Acad::ErrorStatus AcDbPolyline::setThickness(double thickness) { return change(m_thickness, thickness); }
 
 Acad::ErrorStatus AcDbPolyline::setNormal(const AcGeVector3d& normal) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_normal = acdbUnitNormal(normal);
-  return status;
+  return change(m_normal, acdbUnitNormal(normal));
 }
 
 Acad::ErrorStatus AcDbPolyline::getConstantWidth(double& width) const {

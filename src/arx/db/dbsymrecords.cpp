@@ -26,35 +26,23 @@ constexpr const char* kViewport = "AcDbViewportTableRecord";
 
 Acad::ErrorStatus AcDbLayerTableRecord::setColor(const AcCmColor& color) {
   if (color.colorIndex() < 1 || color.colorIndex() > 255) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_color = color;
-  return status;
+  return change(m_color, color);
 }
 
-Acad::ErrorStatus AcDbLayerTableRecord::setIsOff(bool off) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_off = off;
-  return status;
-}
+Acad::ErrorStatus AcDbLayerTableRecord::setIsOff(bool off) { return change(m_off, off); }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_flags = frozen ? m_flags | 1 : m_flags & ~1;
-  return status;
+  return change(m_flags, frozen ? m_flags | 1 : m_flags & ~1);
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsLocked(bool locked) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_flags = locked ? m_flags | 4 : m_flags & ~4;
-  return status;
+  return change(m_flags, locked ? m_flags | 4 : m_flags & ~4);
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId linetype) {
   if (linetype.objectClass() != AcDbLinetypeTableRecord::desc()) return Acad::eWrongObjectType;
   if (database() && linetype.database() != database()) return Acad::eWrongDatabase;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_linetype = linetype;
-  return status;
+  return change(m_linetype, linetype);
 }
 
 void AcDbLayerTableRecord::dxfInFields(AcDbDxfReader& in) {
@@ -116,23 +104,17 @@ void AcDbLayerTableRecord::exchangeFields(AcDbLayerTableRecord& other) {
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
   if (!(size >= 0.0) || !std::isfinite(size)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_textSize = size;
-  return status;
+  return change(m_textSize, size);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
   if (!(scale > 0.0) || !std::isfinite(scale)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_xScale = scale;
-  return status;
+  return change(m_xScale, scale);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setFileName(const ACHAR* name) {
   if (!name) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_fileName = name;
-  return status;
+  return change(m_fileName, name);
 }
 
 void AcDbTextStyleTableRecord::dxfInFields(AcDbDxfReader& in) {
@@ -196,9 +178,7 @@ void AcDbTextStyleTableRecord::exchangeFields(AcDbTextStyleTableRecord& other) {
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const ACHAR* text) {
   if (!text) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_comments = text;
-  return status;
+  return change(m_comments, text);
 }
 
 void AcDbLinetypeTableRecord::dxfInFields(AcDbDxfReader& in) {
@@ -258,16 +238,12 @@ void AcDbRegAppTableRecord::dxfOutFields(AcDbDxfWriter& out) const {
 // ---- View on model space
 
 Acad::ErrorStatus AcDbViewportTableRecord::setCenterPoint(const AcGePoint2d& center) {
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_center = center;
-  return status;
+  return change(m_center, center);
 }
 
 Acad::ErrorStatus AcDbViewportTableRecord::setHeight(double height) {
   if (!(height > 0.0) || !std::isfinite(height)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_height = height;
-  return status;
+  return change(m_height, height);
 }
 
 void AcDbViewportTableRecord::dxfInFields(AcDbDxfReader& in) {

@@ -11,13 +11,6 @@ namespace {
 
 constexpr double kRightAngle = 1e-9;  // relative: a map that skews a text more is refused
 
-template <class Value>
-Acad::ErrorStatus change(AcDbObject& object, Value& field, const Value& value) {
-  const Acad::ErrorStatus status = object.assertWriteEnabled();
-  if (status == Acad::eOk) field = value;
-  return status;
-}
-
 AcGeVector2d direction(double degrees) {
   // Exact for the four axes, which most texts are drawn along.
   if (degrees == 0) return {1, 0};
@@ -41,11 +34,11 @@ AcGePoint3d AcDbText::position() const { return acdbToWorld(m_position, m_normal
 AcGePoint3d AcDbText::alignmentPoint() const { return acdbToWorld(m_alignment, m_normal); }
 
 Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& position) {
-  return change(*this, m_position, acdbToPlane(position, m_normal));
+  return change(m_position, acdbToPlane(position, m_normal));
 }
 
 Acad::ErrorStatus AcDbText::setAlignmentPoint(const AcGePoint3d& point) {
-  const Acad::ErrorStatus status = change(*this, m_alignment, acdbToPlane(point, m_normal));
+  const Acad::ErrorStatus status = change(m_alignment, acdbToPlane(point, m_normal));
   if (status != Acad::eOk) return status;
   m_hasAlignment = true;
   if (!isDefaultAlignment()) adjustAlignment();
@@ -62,24 +55,24 @@ Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& normal) {
   return status;
 }
 
-Acad::ErrorStatus AcDbText::setThickness(double thickness) { return change(*this, m_thickness, thickness); }
+Acad::ErrorStatus AcDbText::setThickness(double thickness) { return change(m_thickness, thickness); }
 
 double AcDbText::oblique() const { return acdbRadians(m_oblique); }
 Acad::ErrorStatus AcDbText::setOblique(double radians) {
-  return std::isfinite(radians) ? change(*this, m_oblique, acdbDegrees(radians)) : Acad::eInvalidInput;
+  return std::isfinite(radians) ? change(m_oblique, acdbDegrees(radians)) : Acad::eInvalidInput;
 }
 
 double AcDbText::rotation() const { return acdbRadians(m_rotation); }
 Acad::ErrorStatus AcDbText::setRotation(double radians) {
-  return std::isfinite(radians) ? change(*this, m_rotation, acdbDegrees(radians)) : Acad::eInvalidInput;
+  return std::isfinite(radians) ? change(m_rotation, acdbDegrees(radians)) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbText::setHeight(double height) {
-  return height > 0 && std::isfinite(height) ? change(*this, m_height, height) : Acad::eInvalidInput;
+  return height > 0 && std::isfinite(height) ? change(m_height, height) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbText::setWidthFactor(double factor) {
-  return factor != 0 && std::isfinite(factor) ? change(*this, m_widthFactor, factor) : Acad::eInvalidInput;
+  return factor != 0 && std::isfinite(factor) ? change(m_widthFactor, factor) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
@@ -93,17 +86,15 @@ Acad::ErrorStatus AcDbText::setTextString(const AcString& text) { return setText
 
 Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) {
   if (database() && style.database() != database()) return Acad::eWrongDatabase;
-  return change(*this, m_style, style);
+  return change(m_style, style);
 }
 
 Acad::ErrorStatus AcDbText::mirrorInX(bool mirrored) {
-  return change(*this, m_generation,
-                static_cast<Adesk::Int16>(mirrored ? m_generation | 2 : m_generation & ~2));
+  return change(m_generation, static_cast<Adesk::Int16>(mirrored ? m_generation | 2 : m_generation & ~2));
 }
 
 Acad::ErrorStatus AcDbText::mirrorInY(bool mirrored) {
-  return change(*this, m_generation,
-                static_cast<Adesk::Int16>(mirrored ? m_generation | 4 : m_generation & ~4));
+  return change(m_generation, static_cast<Adesk::Int16>(mirrored ? m_generation | 4 : m_generation & ~4));
 }
 
 Acad::ErrorStatus AcDbText::setModes(int horizontal, int vertical) {

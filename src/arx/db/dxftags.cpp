@@ -156,6 +156,15 @@ std::string dxfFromWide(std::wstring_view text) {
   return result;
 }
 
+void dxfAppendCode(std::string& text, int code) {
+  char buffer[16];
+  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, code).ptr;
+  const auto width = static_cast<std::size_t>(end - buffer);
+  if (width < 3) text.append(3 - width, ' ');
+  text.append(buffer, width);
+  text += '\n';
+}
+
 void dxfAppendValue(std::string& text, std::string_view value) {
   const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
   if (std::none_of(value.begin(), value.end(), isLineEnd)) {
@@ -239,12 +248,7 @@ bool DxfTagText::Cursor::next(DxfTag& tag) {
 }
 
 void DxfTagText::append(int code, std::string_view value) {
-  char buffer[16];
-  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, code).ptr;
-  const auto width = static_cast<std::size_t>(end - buffer);
-  if (width < 3) m_text.append(3 - width, ' ');
-  m_text.append(buffer, width);
-  m_text += '\n';
+  dxfAppendCode(m_text, code);
   dxfAppendValue(m_text, value);
 }
 

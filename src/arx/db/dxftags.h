@@ -74,6 +74,8 @@ ARX_API std::string dxfFromWide(std::wstring_view text);
 /// finite.
 /// @param buffer at least 40 bytes  @return the number of bytes written
 ARX_API std::size_t dxfFormatReal(char* buffer, double value);
+/// Appends a group code, right-justified in three places, and its line end.
+ARX_API void dxfAppendCode(std::string& text, int code);
 /// Appends a value and its line end; a line end inside the value, which would break the sequence of groups,
 /// takes its caret form.
 ARX_API void dxfAppendValue(std::string& text, std::string_view value);
