@@ -99,7 +99,7 @@ bool AcDbAttribute::takeGroup(AcDbDxfReader& in) {
 }
 
 void AcDbAttribute::dxfInFields(AcDbDxfReader& in) {
-  AcDbEntity::dxfInFields(in);
+  AcDbEntity::dxfInFields(in);  // NOLINT(bugprone-parent-virtual-call): the text is read below
   m_fields.startReading();
   readSection(in, "AcDbText", [this](AcDbDxfReader& group) { return takeTextGroup(group); });
   readSection(in, "AcDbAttribute");
@@ -161,7 +161,7 @@ bool AcDbAttributeDefinition::takeGroup(AcDbDxfReader& in) {
 }
 
 void AcDbAttributeDefinition::dxfInFields(AcDbDxfReader& in) {
-  AcDbEntity::dxfInFields(in);
+  AcDbEntity::dxfInFields(in);  // NOLINT(bugprone-parent-virtual-call): the text is read below
   m_fields.startReading();
   readSection(in, "AcDbText", [this](AcDbDxfReader& group) { return takeTextGroup(group); });
   readSection(in, "AcDbAttributeDefinition");

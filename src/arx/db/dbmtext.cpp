@@ -108,7 +108,8 @@ void AcDbMText::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents
   const Size size = measure();
   const int place = m_attachment >= kTopLeft && m_attachment <= kBottomRight ? m_attachment - 1 : 0;
   const double left = -size.width * (place % 3) / 2;
-  const double top = size.height * (place / 3) / 2;
+  const int row = place / 3;
+  const double top = size.height * row / 2;
   const AcGeVector3d along = direction();
   const AcGeVector3d up = acdbUnitNormal(m_normal).crossProduct(along).normal();
   for (const double x : {left, left + size.width}) {

@@ -7,7 +7,6 @@
 
 #include <array>
 
-using veltora::base::compareNoCase;
 using veltora::base::toLower;
 
 namespace {
@@ -96,7 +95,7 @@ void DxfInserter::fill(AcDbBlockTableRecord& block) {
 }
 
 void DxfInserter::copyBlock(const AcDbBlockTableRecord& from, AcDbBlockTableRecord& to) {
-  const std::vector<AcDbObjectId> ids = from.entities();
+  const std::vector<AcDbObjectId>& ids = from.entities();
   for (const AcDbObjectId id : ids) {
     if (const auto* entity = resident<AcDbEntity>(id)) this->entity(*entity, to);
   }

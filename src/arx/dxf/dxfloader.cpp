@@ -149,7 +149,7 @@ AcDbObjectId DxfLoader::place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 
   AcDbObjectId id;
   if (handle != 0) {
     if (m_db.addWithHandle(id, object.get(), handle) == Acad::eOk) {
-      object.release();
+      static_cast<void>(object.release());
       return id;
     }
     // An object made while reading stands where the file has one of its own: the file's seed was wrong.

@@ -67,7 +67,7 @@ bool isBinaryDrawing(const fs::path& path) {
 
 }  // namespace
 
-Acad::ErrorStatus dxfReadText(AcDbDatabase& database, std::string text, const std::string& name,
+Acad::ErrorStatus dxfReadText(AcDbDatabase& database, std::string_view text, const std::string& name,
                               std::wstring* message, DxfFindings* findings) {
   DxfMemorySource source(text);
   return read(database, source, name, message, findings);

@@ -90,7 +90,7 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
   }
   char* target = larger ? larger.get() : m_buffer.get();
   if (tail) std::memmove(target + from + text.size(), m_buffer.get() + to, tail);
-  std::memcpy(target + from, text.data(), text.size());
+  std::copy(text.begin(), text.end(), target + from);
   if (larger) m_buffer = std::move(larger);
   m_limit = from + text.size();
   m_fill = m_limit + tail;

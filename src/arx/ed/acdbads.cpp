@@ -226,7 +226,7 @@ int acdbEntMake(const resbuf* chain) {
   auto* const entity = static_cast<AcDbEntity*>(made.get());
   AcDbObjectId id;
   if (!space || space->appendAcDbEntity(id, entity) != Acad::eOk) return failed(kErrnoBadChain);
-  made.release();
+  static_cast<void>(made.release());
   const AcEdRbHolder xdata = xdataOf(chain);
   const bool good = !xdata || entity->setXData(xdata.get()) == Acad::eOk;
   if (!good) entity->erase();

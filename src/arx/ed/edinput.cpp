@@ -127,7 +127,7 @@ int acedGetInt(const ACHAR* prompt, int* result) {
     using Limits = std::numeric_limits<int>;
     if (*value < Limits::min() || *value > Limits::max())
       return AcEdPrompt::refused(L"Nombre entier trop grand.");
-    const AcEdPrompt::Verdict verdict = verdictOn(asking, *value);
+    AcEdPrompt::Verdict verdict = verdictOn(asking, *value);
     if (verdict.taken) *result = static_cast<int>(*value);
     return verdict;
   });
@@ -139,7 +139,7 @@ int acedGetReal(const ACHAR* prompt, ads_real* result) {
   return asking.ask([&](const std::wstring& line) {
     const std::optional<double> value = acedReadNumber(line);
     if (!value) return AcEdPrompt::refused(L"Un nombre est attendu.");
-    const AcEdPrompt::Verdict verdict = verdictOn(asking, *value);
+    AcEdPrompt::Verdict verdict = verdictOn(asking, *value);
     if (verdict.taken) *result = *value;
     return verdict;
   });

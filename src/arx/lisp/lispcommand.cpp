@@ -65,7 +65,7 @@ public:
     if (m_at == m_answers.size()) return ask(prompt);
     CommandAnswer& answer = m_answers[m_at++];
     if (answer.pause) {
-      const std::optional<std::string> line = ask(prompt);
+      std::optional<std::string> line = ask(prompt);
       if (line) answer = {base::fromUtf8(*line), false};  // asked once, though the command may run again
       return line;
     }

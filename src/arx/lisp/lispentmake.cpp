@@ -63,7 +63,7 @@ bool makeLayer(const resbuf* chain) {
   record->setLinetypeObjectId(line.isNull() ? database->continuousLinetype() : line);
   AcDbLayerTableRecord* const added = record.get();
   if (table->add(record.get()) != Acad::eOk) return false;
-  record.release();
+  static_cast<void>(record.release());
   added->close();
   return true;
 }

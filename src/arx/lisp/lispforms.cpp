@@ -7,8 +7,6 @@
 
 #include <vector>
 
-namespace base = veltora::base;
-
 namespace aclisp {
 
 namespace {

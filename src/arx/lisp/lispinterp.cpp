@@ -33,7 +33,7 @@ struct Frame {
 namespace {
 
 /// What must remain free of the native stack for built-in functions, the host and its modules.
-constexpr std::size_t kStackReserve = 512 * 1024;
+constexpr std::size_t kStackReserve = std::size_t{512} * 1024;
 
 /// Lowest address that evaluation may reach; null when the system does not tell.
 const char* stackEnd() {
@@ -45,7 +45,7 @@ const char* stackEnd() {
   pthread_attr_destroy(&attributes);
   if (!known || size < 2 * kStackReserve) return nullptr;
   // Of a stack that may grow without end only a part is used.
-  constexpr std::size_t kMost = 64 * 1024 * 1024;
+  constexpr std::size_t kMost = std::size_t{64} * 1024 * 1024;
   const char* const end = static_cast<const char*>(lowest) + (size > kMost ? size - kMost : 0);
   return end + kStackReserve;
 }
