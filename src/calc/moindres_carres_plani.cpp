@@ -118,7 +118,7 @@ void systemePlani::deplacer(std::wstring& journal, const std::vector<double>& x)
     if (m_colonnes[i] < 0) continue;
     pointACalculer& p = m_reseau.points[i];
     p.X += x[static_cast<std::size_t>(m_colonnes[i])];
-    p.Y += x[static_cast<std::size_t>(m_inconnus + m_colonnes[i])];
+    p.Y += x[static_cast<std::size_t>(m_inconnus) + static_cast<std::size_t>(m_colonnes[i])];
     journal += base::formater(L"\r\n[%s]\t(%14.4f\t%14.4f)", p.nom, p.X, p.Y);
   }
 }

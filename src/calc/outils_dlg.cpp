@@ -54,6 +54,7 @@ void enleverLigne(ui::List& liste) {
 
 std::vector<ligneObs> lignesDe(const ui::List& liste) {
   std::vector<ligneObs> lignes;
+  lignes.reserve(static_cast<std::size_t>(liste.rowCount()));
   for (int i = 0; i < liste.rowCount(); ++i) {
     lignes.push_back({liste.cell(i, 0), liste.cell(i, 1), liste.cell(i, 2), liste.cell(i, 3)});
   }

@@ -31,7 +31,7 @@ void projetsTopo::creerTablePoints(const wchar_t* nom) {
   auto table = std::make_unique<listePointsDuDessin>();
   table->setNomTable(nom);
   tablesListe.Add(table.get());
-  table.release();
+  static_cast<void>(table.release());
 }
 
 void projetsTopo::supprimer(int i) {

@@ -23,7 +23,9 @@ template <class T, class Texte>
 void ajouterCotes(std::string& sortie, const std::string& prefixe, const std::string& fin,
                   const std::array<std::optional<T>, 4>& valeurs, Texte texte) {
   for (std::size_t i = 0; i < valeurs.size(); ++i) {
-    if (valeurs[i]) ajouter(sortie, prefixe + kCotes[i] + fin, texte(*valeurs[i]));
+    if (!valeurs[i]) continue;
+    std::string propriete = prefixe;
+    ajouter(sortie, propriete.append(kCotes[i]).append(fin), texte(*valeurs[i]));
   }
 }
 

@@ -3,6 +3,7 @@
 #include "ui/control.h"
 
 #include <memory>
+#include <utility>
 
 /// What is pressed: buttons and menus.
 namespace veltora::ui {
@@ -45,7 +46,7 @@ public:
 
   Menu(Container* parent, const std::wstring& caption);
   Entry& add(const std::wstring& caption, std::function<void()> action) {
-    return m_root.add(caption, action);
+    return m_root.add(caption, std::move(action));
   }
   Entry& addSubmenu(const std::wstring& caption) { return m_root.addSubmenu(caption); }
   void addSeparator() { m_root.addSeparator(); }

@@ -4,7 +4,7 @@
 
 namespace veltora::ui {
 
-ComboBox::ComboBox(Container* parent, std::wstring caption, std::vector<std::wstring> items)
+ComboBox::ComboBox(Container* parent, std::wstring caption, const std::vector<std::wstring>& items)
     : Control(parent, std::move(caption)) {
   for (const std::wstring& text : items) addItem(text);
   if (!items.empty()) setIndex(0);

@@ -9,7 +9,8 @@ namespace veltora::ui {
 class VELTORA_API ComboBox : public Control {
 public:
   /// Item 0 is in force when there is one.
-  explicit ComboBox(Container* parent, std::wstring caption = {}, std::vector<std::wstring> items = {});
+  explicit ComboBox(Container* parent, std::wstring caption = {},
+                    const std::vector<std::wstring>& items = {});
   [[nodiscard]] int count() const { return static_cast<int>(m_items.size()); }
   /// Text and user number of an item; an empty text and 0 outside.
   [[nodiscard]] std::wstring item(int index) const;
