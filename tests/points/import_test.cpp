@@ -8,17 +8,20 @@
 #include "base/format.h"
 #include "points/atelier.h"
 #include "points/import_dessin_dlg.h"
+#include "support/case_rows.h"
 #include "support/dialog_script.h"
 
 #include <deque>
 #include <functional>
+#include <map>
+#include <sstream>
 #include <vector>
 
 namespace {
 
 using namespace veltora;
 
-using Etiquettes = std::vector<std::pair<const wchar_t*, const wchar_t*>>;
+using Etiquettes = std::vector<std::pair<std::wstring, std::wstring>>;
 
 class ImportDessin : public Atelier {
 protected:
@@ -32,7 +35,7 @@ protected:
   AcDbObjectId bloc(const AcGePoint3d& place, const Etiquettes& etiquettes) {
     auto* reference = mettre(new AcDbBlockReference(place, dessin.paperSpaceId()));
     for (const auto& [etiquette, texte] : etiquettes) {
-      auto* attribut = new AcDbAttribute(place, texte, etiquette);
+      auto* attribut = new AcDbAttribute(place, texte.c_str(), etiquette.c_str());
       EXPECT_EQ(reference->appendAttribute(attribut), Acad::eOk);
       attribut->setHeight(1.0);
       attribut->close();
@@ -101,58 +104,39 @@ TEST_F(ImportDessin, takesEachSourceUnderItsCodeAtNationalCoordinates) {
   const AcGePoint3d a(650001, 6860002, 12.5);
   const AcGePoint3d b(650005, 6860002, 13.5);
   const AcGePoint3d plat(650009, 6860002, 0.0);
-  const std::string deux = "1 1 2 12.5 %d | 2 5 2 13.5 %d";
-  struct {
-    const char* nom;
-    int drapeau;
-    std::function<void()> dessiner;
-    int code;
-    const wchar_t* libelle;
-  } const cas[] = {
-      {"3D polyline", 0x004,
+  const auto seul = [this](AcDbEntity* entite) { mettre(entite)->close(); };
+  const std::map<std::string, std::function<void()>> dessins = {
+      {"3D polyline",
        [&] {
          sommets<AcDb3dPolyline, AcDb3dPolylineVertex>({a, plat, b});
-       },
-       9999, L"Sommets importes a partir de polylines 3d"},
-      {"old 2D polyline", 0x001,
+       }},
+      {"old 2D polyline",
        [&] {
          sommets<AcDb2dPolyline, AcDb2dVertex>({a, plat, b});
-       },
-       9998, L"Sommets importes a partir de Polylines 2d"},
-      {"mesh", 0x002,
+       }},
+      {"mesh",
        [&] {
          sommets<AcDbPolygonMesh, AcDbPolygonMeshVertex>({a, plat, b});
-       },
-       9996, L"Sommets importes a partir de 3dMesh"},
-      {"polyface mesh", 0x400,
+       }},
+      {"polyface mesh",
        [&] {
          sommets<AcDbPolyFaceMesh, AcDbPolyFaceMeshVertex>({a, plat, b});
-       },
-       9995, L"Sommets importes a partir de PolyfaceMesh"},
-      {"face", 0x040, [&] { mettre(new AcDbFace(a, b, plat, plat))->close(); }, 9994,
-       L"Sommets importes a partir des facettes "},
-      {"face, corner twice", 0x040, [&] { mettre(new AcDbFace(a, plat, b, b))->close(); }, 9994,
-       L"Sommets importes a partir des facettes "},
-      {"line", 0x080, [&] { mettre(new AcDbLine(a, b))->close(); }, 9993,
-       L"Sommets importes a partir des lignes"},
-      {"points", 0x200,
-       [&] {
-         for (const AcGePoint3d& p : {a, plat, b}) mettre(new AcDbPoint(p))->close();
-       },
-       9997, L"Sommets importes a partir des points Autocad"},
-      {"insertions", 0x008,
-       [&] {
-         for (const AcGePoint3d& p : {a, plat, b}) bloc(p, {});
-       },
-       9990, L"Sommets importes a partir des Blocs en 3D"},
+       }},
+      {"face", [&] { seul(new AcDbFace(a, b, plat, plat)); }},
+      {"face, corner twice", [&] { seul(new AcDbFace(a, plat, b, b)); }},
+      {"line", [&] { seul(new AcDbLine(a, b)); }},
+      {"points", [&] { seul(new AcDbPoint(a)), seul(new AcDbPoint(plat)), seul(new AcDbPoint(b)); }},
+      {"insertions", [&] { bloc(a, {}), bloc(plat, {}), bloc(b, {}); }},
   };
-  for (const auto& c : cas) {
+  for (const CaseRow& cas : caseRows("points/cases/import.txt", "sources")) {
+    SCOPED_TRACE(cas.place + ": " + cas[0]);
     recommencer();
-    c.dessiner();
-    EXPECT_EQ(importer(kToutesSources & ~c.drapeau), "") << c.nom << ": left out";
-    EXPECT_EQ(libelle(c.code), L"(aucun)") << c.nom;
-    EXPECT_EQ(importer(c.drapeau), base::formater(deux, c.code, c.code)) << c.nom;
-    EXPECT_EQ(libelle(c.code), c.libelle) << c.nom;
+    dessins.at(cas[0])();
+    const int drapeau = std::stoi(cas[1], nullptr, 16);
+    EXPECT_EQ(importer(kToutesSources & ~drapeau), "") << "left out";
+    EXPECT_EQ(libelle(cas.integer(2)), L"(aucun)");
+    EXPECT_EQ(importer(drapeau), "1 1 2 12.5 " + cas[2] + " | 2 5 2 13.5 " + cas[2]);
+    EXPECT_EQ(base::toUtf8(libelle(cas.integer(2))) + ".", cas[3]);
   }
 }
 
@@ -168,104 +152,23 @@ TEST_F(ImportDessin, import_polyline_9999) {
 }
 
 TEST_F(ImportDessin, readsBlocksByTheirAttributes) {
-  struct {
-    const char* nom;
-    Etiquettes etiquettes;
-    double z;  ///< of the insertion
-    int masque;
-    const char* point;
-    bool gardeBloc;
-    int codeEnregistre = 0;
-    const wchar_t* libelle = nullptr;
-  } const cas[] = {
-      {"system block",
-       {{L"numpt", L"A1"}, {L"z", L"12.5"}, {L"code", L"7"}},
-       5,
-       0x038,
-       "A1 1 2 12.5 7",
-       true},
-      {"altitude 0 counts", {{L"NUMPT", L"A"}, {L"Z", L"0"}, {L"CODE", L"7"}}, 0, 0x010, "A 1 2 0 7", true},
-      {"no number as altitude",
-       {{L"NUMPT", L"A"}, {L"Z", L"abc"}, {L"CODE", L"7"}},
-       0,
-       0x010,
-       "A 1 2 - 7",
-       true},
-      {"no code",
-       {{L"NUMPT", L"A"}, {L"Z", L"1"}},
-       0,
-       0x010,
-       "A 1 2 1 9991",
-       true,
-       9991,
-       L"Points importes a partir des blocs"},
-      {"code 0", {{L"NUMPT", L"A"}, {L"Z", L"1"}, {L"CODE", L"0"}}, 0, 0x010, "A 1 2 1 9991", true},
-      {"code too large",
-       {{L"NUMPT", L"A"}, {L"Z", L"1"}, {L"CODE", L"10000"}},
-       0,
-       0x010,
-       "A 1 2 1 9991",
-       true},
-      {"name cut, empty name", {{L"NUMPT", L""}, {L"Z", L"1"}, {L"CODE", L"1"}}, 0, 0x010, "1 1 2 1 1", true},
-      {"number only", {{L"NUMPT", L"A"}}, 5, 0x030, "", false},
-      {"number only, at its place",
-       {{L"NUMPT", L"A"}},
-       5,
-       0x038,
-       "1 1 2 5 9990",
-       false,
-       9990,
-       L"Sommets importes a partir des Blocs en 3D"},
-      {"chosen tags",
-       {{L"num", L"B2"}, {L"alt", L"7"}, {L"genre", L"40"}},
-       5,
-       0x038,
-       "B2 1 2 7 40",
-       false,
-       40,
-       L"Import Code"},
-      {"chosen tags, no code",
-       {{L"NUM", L""}, {L"ALT", L"7"}},
-       5,
-       0x020,
-       "1 1 2 7 9989",
-       false,
-       9989,
-       L"Points importes a partir des blocs avec attributs"},
-      {"chosen tags, code 0",
-       {{L"NUM", L"B"}, {L"ALT", L"7"}, {L"GENRE", L"0"}},
-       5,
-       0x020,
-       "B 1 2 7 9989",
-       false},
-      {"chosen tags, no altitude",
-       {{L"NUM", L"B"}, {L"ALT", L"x"}},
-       5,
-       0x028,
-       "B 1 2 - 9989",
-       false,
-       9989,
-       L"Points importes a partir des blocs avec attributs"},
-      {"chosen tags, altitude 0 drops it",
-       {{L"NUM", L"B"}, {L"ALT", L"0"}},
-       5,
-       0x028,
-       "",
-       false,
-       9989,
-       L"Points importes a partir des blocs avec attributs"},
-  };
-  for (const auto& c : cas) {
+  for (const CaseRow& cas : caseRows("points/cases/import.txt", "blocks")) {
+    SCOPED_TRACE(cas.place + ": " + cas[0]);
     recommencer();
-    const AcDbObjectId id = bloc({1, 2, c.z}, c.etiquettes);
-    EXPECT_EQ(importer({c.masque, L"NUM", L"ALT", L"GENRE", {}}), c.point) << c.nom;
-    if (table().nbPoint() == 1) {
-      EXPECT_EQ(table().getData(0)->id == id, c.gardeBloc) << c.nom;
+    Etiquettes etiquettes;
+    std::istringstream paires(cas[1]);
+    for (std::string paire; paires >> paire;) {
+      const std::size_t egal = paire.find('=');
+      etiquettes.emplace_back(base::fromUtf8(paire.substr(0, egal)), base::fromUtf8(paire.substr(egal + 1)));
     }
-    const int lignes = getTableCodification().codes.GetSize();
-    EXPECT_EQ(lignes, c.codeEnregistre ? 3 : 2) << c.nom << ": records made";
-    if (c.codeEnregistre) {
-      EXPECT_EQ(libelle(c.codeEnregistre), c.libelle) << c.nom;
+    const AcDbObjectId id = bloc({1, 2, cas.number(2)}, etiquettes);
+    EXPECT_EQ(importer({std::stoi(cas[3], nullptr, 16), L"NUM", L"ALT", L"GENRE", {}}), cas[4]);
+    if (table().nbPoint() == 1) {
+      EXPECT_EQ(table().getData(0)->id == id, cas[5] == "block");
+    }
+    EXPECT_EQ(getTableCodification().codes.GetSize(), cas[6].empty() ? 2 : 3) << "records made";
+    if (!cas[6].empty()) {
+      EXPECT_EQ(base::toUtf8(libelle(cas.integer(6))), cas[7]);
     }
   }
 }
