@@ -47,6 +47,16 @@ TEST(Formule, ValeursEtFormesImprimees) {
       {"d1+\xE9", false, 4, "#ERR"},
       {"1 0", true, 10, "10.0000"},
       {"1,5", false, 1, "1.0000"},
+      {"1.2.3", false, 1.2, "1.2000"},
+      {"1E+", false, 0, "Erreur !!!"},
+      {"2**3", true, 0, "( 2.0000 * #ERR )"},
+      {"^2", true, 0, "#ERR"},
+      {"-", true, 0, "Erreur !!!"},
+      {")", false, 0, "Erreur !!!"},
+      {"((1)", false, 1, "1.0000"},
+      {"d1(2)", false, 4, "d1"},
+      {"2^-1", true, 0.5, "( 2.0000 ^ -1.0000 )"},
+      {"-2^2", true, 0.25, "( -2.0000 ^ 2.0000 )"},
   };
   const tableVariables table = variables();
   for (const Cas& c : cas) {
