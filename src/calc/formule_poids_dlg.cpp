@@ -134,8 +134,8 @@ void CDlgFormulePoids::sauver() {
   m_formules.distances = base::narrow(distances.text());
   const auto choix = choisirFmc(true);
   if (!choix) return;
-  // Deliberate (fmc-sans-ecriture): the file is opened, nothing is written, and the message is that of a
-  // failure. What stood under the name stays whole, since users rely on the texts being kept here.
+  // Deliberate (fmc-sans-ecriture): the file is opened, no field is written, and the answer is that of a
+  // failure in every case. What stood under the name stays whole: nothing here could make it again.
   const base::RemplacementFichier fichier(base::toUtf8(choix->path));
   ui::messageBox(L"Erreur création de fichier");
 }
