@@ -11,7 +11,7 @@ A scenario is a text file. Lines that begin with ";" are its directives, the oth
   ;run ARGUMENTS       starts the program with the lines that follow as its script (none: no script)
   ;= TEXT              stands in the output of that run, behind what was found before
   ;! TEXT              stands nowhere in the output of that run
-  ;~ TOL WORD...       a line of the output, colons left out, begins with these words, each number nearer than TOL
+  ;~ TOL WORD...       a line of the output begins with these words, each number nearer than TOL; colons do not count
   ;expect TOL FILE     each line of this file of the source tree that has no "*" in front is met so by a line of the output
   ;status N            exit status of that run, 0 unless told
   ;file NAME           exists afterwards;  ;nofile NAME  does not
@@ -109,7 +109,7 @@ def execute(run, folder, environment):
                 fail(number, f"the output holds: {text}", output)
             continue
         if kind == ";~":
-            tolerance, *wanted = text.split()
+            tolerance, *wanted = text.replace(":", " ").split()
             if not any(near(row.replace(":", " ").split(), wanted, float(tolerance)) for row in output.splitlines()):
                 fail(number, f"no line of the output is near: {text}", output)
             continue
