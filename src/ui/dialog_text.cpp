@@ -5,6 +5,8 @@
 #include "ui/script_names.h"
 
 #include <algorithm>
+#include <limits>
+#include <sstream>
 
 namespace veltora::ui {
 namespace {
@@ -122,7 +124,25 @@ std::wstring labelLine(const Label& label) {
   return caption + (caption.back() == L':' ? L" " : L" : ") + oneLine(label.text());
 }
 
+/// A text of several lines that nobody types is printed as it is, below its name.
+bool printedBelow(const TextField& field) {
+  return field.multiline() && field.readOnly() && field.text().find(L'\n') != std::wstring::npos;
+}
+
+std::wstring fieldRows(const TextField& field, const std::wstring& indent, int limit) {
+  std::wistringstream lines(field.text());
+  std::wstring text;
+  std::wstring line;
+  int rows = 0;
+  for (; std::getline(lines, line); ++rows) {
+    if (rows < limit) text += indent + L"  " + base::trimRight(line, L"\r") + L"\n";
+  }
+  if (rows > limit) text += base::formater(indent + L"  … %d autres lignes\n", rows - limit);
+  return text;
+}
+
 std::wstring fieldLine(const TextField& field, const std::wstring& name) {
+  if (printedBelow(field)) return name + L" :   (lecture seule)";
   return name + L" = " + oneLine(field.text()) + (field.readOnly() ? L"   (lecture seule)" : L"");
 }
 
@@ -168,6 +188,9 @@ std::wstring textOf(Control& control, const std::wstring& indent, int rows) {
   std::wstring text = indent + lineOf(control) + L"\n";
   if (!control.visible()) return text;
   if (const auto* list = dynamic_cast<List*>(&control)) return text + listRows(*list, indent, rows);
+  if (const auto* field = dynamic_cast<TextField*>(&control); field && printedBelow(*field)) {
+    return text + fieldRows(*field, indent, rows);
+  }
   if (const auto* pages = dynamic_cast<Pages*>(&control)) {
     const Page* front = pages->page(pages->index());
     return front ? text + textOfAll(*front, indent + L"  ", rows) : text;
@@ -185,8 +208,8 @@ std::wstring dialogText(const Dialog& dialog) {
 }
 
 std::wstring controlText(Control& control) {
-  const auto* list = dynamic_cast<List*>(&control);
-  return textOf(control, {}, list ? list->rowCount() : kRowsShown);
+  const bool whole = dynamic_cast<List*>(&control) || dynamic_cast<TextField*>(&control);
+  return textOf(control, {}, whole ? std::numeric_limits<int>::max() : kRowsShown);
 }
 
 std::wstring controlSummary(Control& control) { return lineOf(control) + L"\n"; }
