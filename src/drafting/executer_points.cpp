@@ -7,6 +7,7 @@
 #include "drafting/exporter_points.h"
 #include "points/projets_topo.h"
 #include "points/table_obs_xyz.h"
+#include "ui/progress.h"
 
 #include <algorithm>
 #include <numeric>
@@ -18,6 +19,7 @@ namespace {
 /// Remarks that are told one by one.
 constexpr std::size_t kRemarquesCitees = 20;
 constexpr const wchar_t* kSansProjet = L"aucun dessin n'est ouvert";
+constexpr const wchar_t* kInterrompu = L"interrompu";
 
 std::wstring nomAffiche(const std::filesystem::path& fichier) { return base::fromUtf8(fichier.string()); }
 
@@ -73,23 +75,29 @@ void remplacer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoi
     resultat.remarques.push_back(base::formater(L"points du même nom remplacés : %d", remplaces));
 }
 
-void placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
+/// @return false when the user stops
+bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
   tableCodification& codes = getTableCodification();
   std::set<int> vus;
   for (const pointXYZ& ligne : liste.lignes)
     if (vus.insert(ligne.code).second) codes.getOuCreerCode(ligne.code);
   codes.creerTousLayers(acdbHostApplicationServices()->workingDatabase());
   int sansBloc = 0;
+  ui::CMyProgressDlg avance;
+  avance.setRange(0, static_cast<long long>(liste.lignes.size()) - 1);
   for (const pointXYZ& ligne : liste.lignes) {
+    if (avance.wantsToStop()) return false;
     pointDuDessin point;
     point = ligne;
     point.creer(true, ligne.obs.c_str());
     if (point.id.isNull()) ++sansBloc;
     table.Ajouter(point);
+    avance.stepIt();
   }
   if (sansBloc > 0)
     resultat.remarques.push_back(
         base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", sansBloc));
+  return true;
 }
 
 std::vector<pointDuDessin> choisir(const listePointsDuDessin& table, const demandeExportPoints& demande) {
@@ -132,7 +140,7 @@ bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
   }
   listePointsDuDessin& table = *tablesPoints->tablesListe.GetAt(indice);
   remplacer(table, liste, resultat);
-  placer(table, liste, resultat);
+  if (!placer(table, liste, resultat)) return echec(resultat, kInterrompu);
   resultat.nombre = static_cast<int>(liste.lignes.size());
   return true;
 }
@@ -145,7 +153,14 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   const std::vector<pointDuDessin> points = choisir(*tablesPoints->tablesListe.GetAt(indice), demande);
   if (points.empty()) return echec(resultat, L"aucun point à exporter");
   std::wstring raison;
-  if (!exporterPoints(points, nomAffiche(demande.fichier), {}, raison)) return echec(resultat, raison);
+  ui::CMyProgressDlg avance;
+  avance.setRange(0, static_cast<long long>(points.size()));
+  const auto etape = [&avance] {
+    avance.stepIt();
+    return !avance.wantsToStop();
+  };
+  if (!exporterPoints(points, nomAffiche(demande.fichier), etape, raison))
+    return echec(resultat, raison.empty() ? kInterrompu : raison);
   resultat.nombre = static_cast<int>(points.size());
   const auto sansAltitude = std::count_if(points.begin(), points.end(),
                                           [](const pointDuDessin& point) { return point.z == Z_ABSENT; });

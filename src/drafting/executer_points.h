@@ -31,7 +31,8 @@ struct resultatPoints {
 /// Places the points of a list as blocks, with their observations, and enters them in the table; a blank
 /// column Z between tabs means no altitude. A point of
 /// the table that bears a name of the list is replaced; within the list the same name may stand twice.
-/// @return false with `erreur` set, nothing changed: no project, the file cannot be read or holds no point
+/// @return false with `erreur` set, nothing changed: no project, the file cannot be read or holds no point;
+/// also when the user stops it, and then the points placed so far stay
 VELTORA_API bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat);
 
 /// Writes the points of a table. @return false with `erreur` set, no file written: no project, an unknown

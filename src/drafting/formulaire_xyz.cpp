@@ -24,6 +24,16 @@ std::optional<base::FileAnswer> choisir(const wchar_t* filtre, bool enregistrer)
   return ui::chooseFile(demande);
 }
 
+/// Shows the share of a list that is read or written, until the user stops it.
+suiviXYZ suivre(ui::CMyProgressDlg& avance) {
+  return [&avance, ouvert = false](std::size_t fait, std::size_t total) mutable {
+    if (!ouvert) avance.setRange(0, static_cast<long long>(total));
+    ouvert = true;
+    avance.setPos(static_cast<long long>(fait));
+    return !avance.wantsToStop();
+  };
+}
+
 }  // namespace
 
 CformulaireXYZ::CformulaireXYZ(tableCodification& codes, tableObsXYZ& table)
@@ -62,7 +72,10 @@ void CformulaireXYZ::charger(bool vider) {
   const auto choix = choisir(L"Fichier XYZ (.XYZ)|*.xyz|Tous (*.*)|*.*||", false);
   if (!choix) return;
   m_table.nomFichier = choix->path;
-  m_table.charger(nullptr, vider);
+  {
+    ui::CMyProgressDlg avance;
+    m_table.charger(nullptr, vider, suivre(avance));
+  }
   // Deliberate (fusionner-libelle): a new code is labelled "Code 7" when its list is loaded, but "Code N° 7",
   // by the row that shows it, when its list is merged.
   if (vider) ajouterCodesManquants();
@@ -71,7 +84,8 @@ void CformulaireXYZ::charger(bool vider) {
 
 void CformulaireXYZ::sauvegarder() {
   const auto choix = choisir(L"Fichier Texte (.TXT)|*.txt|Tous (*.*)|*.*||", true);
-  if (choix && !m_table.sauver(choix->path.c_str()))
+  ui::CMyProgressDlg avance;
+  if (choix && !m_table.sauver(choix->path.c_str(), suivre(avance)) && !avance.wantsToStop())
     acutPrintf(L"\nEcriture impossible du fichier %s", choix->path);
 }
 

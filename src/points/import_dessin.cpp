@@ -15,6 +15,7 @@
 #include "points/attribs_points.h"
 #include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
+#include "ui/progress.h"
 
 #include <algorithm>
 #include <memory>
@@ -316,9 +317,13 @@ bool listeSelectionObjets(const std::vector<AcString>& classes, std::vector<AcDb
 comptesImport importerEntites(listePointsDuDessin& table, const std::vector<AcDbObjectId>& entites,
                               const parametresImport& parametres) {
   importateur import(table, parametres);
+  ui::CMyProgressDlg avance;
+  avance.setRange(0, static_cast<long long>(entites.size()) - 1);
   for (const AcDbObjectId& id : entites) {
+    if (avance.wantsToStop()) break;
     const AcDbObjectPointer<AcDbEntity> entite(id);
     if (entite.openStatus() == Acad::eOk) import.prendre(*entite);
+    avance.stepIt();
   }
   table.delDups();
   table.renumeroter(false);

@@ -56,7 +56,8 @@ using comptesImport = std::array<int, kNombreSources>;
 
 /// Turns entities into points at the end of a table, then removes duplicates by place and numbers the points
 /// without a name. An entity that cannot be opened is passed over. Except for blocks read by their
-/// attributes, an altitude of exactly 0 means none, and such a vertex makes no point.
+/// attributes, an altitude of exactly 0 means none, and such a vertex makes no point. Shows progress; when
+/// the user stops it, the points made so far stay.
 VELTORA_API comptesImport importerEntites(listePointsDuDessin& table,
                                           const std::vector<AcDbObjectId>& entites,
                                           const parametresImport& parametres);

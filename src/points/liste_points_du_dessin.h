@@ -70,7 +70,8 @@ public:
                          CString& etiquetteCode, AcGeVector2d& decalage);
   /// Rewrites every block from the table, with progress; can be interrupted.
   void updateDrawing();
-  /// Rebuilds the table from all point blocks of the drawing, from whatever table they came.
+  /// Rebuilds the table from all point blocks of the drawing, from whatever table they came, with progress. A
+  /// table that is interrupted stays as it was.
   void updateFromDrawing();
 
   /// @return 0 at the first item that fails

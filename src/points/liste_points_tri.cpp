@@ -94,12 +94,12 @@ void listePointsDuDessin::renumeroter(bool tous) {
         point.setNomPoint(base::formater("%d", numero++).c_str());
     return;
   }
+  indexNoms.clear();
   for (int i = 0; i < nbPoint(); ++i) {
     getData(i)->setNomPoint(base::formater("%d", i + 1).c_str());
-    getData(i)->updateDrawing();
+    entrer(L" \t", i);
   }
-  indexNoms.clear();
-  for (int i = 0; i < nbPoint(); ++i) entrer(L" \t", i);
+  updateDrawing();
 }
 
 }  // namespace veltora

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
+#include "arx/ed/edports.h"
 #include "arx/ed/edselect.h"
 #include "base/format.h"
 #include "base/text.h"
@@ -13,6 +14,8 @@
 #include "points/point_xyz.h"
 #include "ui/progress.h"
 
+#include <vector>
+
 namespace veltora {
 namespace {
 
@@ -23,6 +26,24 @@ constexpr int kPlusGrandCode = 9999;
 int codeLu(const AcString& texte) {
   const int code = base::lireEntier(texte);
   return code < 0 || code > kPlusGrandCode ? 1 : code;
+}
+
+/// The point blocks of the drawing, whatever their layout, in order. @return false when the user stops
+bool lireBlocs(std::vector<pointDuDessin>& points) {
+  const AcEdRbHolder filtre(acutBuildList(0, L"INSERT", RTNONE));
+  ads_name jeu = {0, 0};
+  if (acedSSGet(L"X", nullptr, nullptr, filtre.get(), jeu) != RTNORM) return true;
+  const std::vector<AcDbObjectId> blocs = acedSSEntities(jeu);
+  acedSSFree(jeu);
+  ui::CMyProgressDlg avance;
+  avance.setRange(0, static_cast<long long>(blocs.size()) - 1);
+  for (const AcDbObjectId& bloc : blocs) {
+    if (avance.wantsToStop()) return false;
+    pointDuDessin point;
+    if (point.updateFromDrawing(bloc)) points.push_back(point);
+    avance.stepIt();
+  }
+  return true;
 }
 
 }  // namespace
@@ -88,23 +109,11 @@ void listePointsDuDessin::updateDrawing() {
 }
 
 void listePointsDuDessin::updateFromDrawing() {
+  std::vector<pointDuDessin> lus;
+  if (!lireBlocs(lus)) return;
   pointsTable.RemoveAll();
   indexNoms.clear();
-  resbuf* filtre = acutBuildList(0, L"INSERT", RTNONE);
-  ads_name jeu = {0, 0};
-  const int trouve = acedSSGet(L"X", nullptr, nullptr, filtre, jeu);
-  acutRelRb(filtre);
-  if (trouve != RTNORM) return;
-  Adesk::Int32 nombre = 0;
-  acedSSLength(jeu, &nombre);
-  for (Adesk::Int32 i = 0; i < nombre; ++i) {
-    ads_name nom = {0, 0};
-    AcDbObjectId bloc;
-    if (acedSSName(jeu, i, nom) != RTNORM || acdbGetObjectId(bloc, nom) != Acad::eOk) continue;
-    pointDuDessin point;
-    if (point.updateFromDrawing(bloc)) Ajouter(point);
-  }
-  acedSSFree(jeu);
+  for (const pointDuDessin& point : lus) Ajouter(point);
 }
 
 }  // namespace veltora

@@ -11,12 +11,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <memory>
 #include <unordered_map>
 
 namespace veltora {
 namespace {
 
+/// Lines from one call of a `suiviXYZ` to the next.
+constexpr int kLignesParSuivi = 1000;
 constexpr std::string_view kBlancs = " \t\r";
 constexpr std::wstring_view kBordsNom = L" \t,;.";
 
@@ -92,6 +95,13 @@ bool lireLigne(std::string_view ligne, bool colonneZCompte, pointXYZ& point,
   return true;
 }
 
+std::string texteLigne(const pointXYZ& ligne) {
+  // Deliberate (xyz-altitude-en-clair): an absent altitude is written as the number it is kept as.
+  std::string texte = base::formater("\n%10s\t%14.6f\t%14.6f\t%14.6f\t%6d", base::narrow(ligne.nom), ligne.x,
+                                     ligne.y, ligne.z, ligne.code);
+  return ligne.obs.empty() ? texte : texte + ' ' + base::narrow(ligne.obs);
+}
+
 template <class Valeur>
 int comparer(Valeur a, Valeur b) {
   return a < b ? -1 : a > b ? 1 : 0;
@@ -149,20 +159,21 @@ std::wstring texteRemarque(const remarqueXYZ& remarque) {
   return base::formater(L"ligne %d : %s", remarque.ligne, texte);
 }
 
-int tableObsXYZ::charger(const wchar_t* fichier, bool vider) {
+int tableObsXYZ::charger(const wchar_t* fichier, bool vider, const suiviXYZ& suivi) {
   const std::wstring nom = nomPropre(fichier ? fichier : nomFichier);
   if (nom.empty()) return 0;
   const auto octets = base::lireFichier(chemin(nom));
   if (!octets) return 0;
-  lire(*octets, vider);
-  return 1;
+  return lire(*octets, vider, suivi);
 }
 
-void tableObsXYZ::lire(std::string_view octets, bool vider) {
-  if (vider) lignes.clear();
+int tableObsXYZ::lire(std::string_view octets, bool vider, const suiviXYZ& suivi) {
+  const std::size_t total = octets.size();
+  std::vector<pointXYZ> lues;
   remarques.clear();
   std::vector<remarqueXYZ::Genre> genres;
   for (int numero = 1; !octets.empty(); ++numero) {
+    if (suivi && numero % kLignesParSuivi == 0 && !suivi(total - octets.size(), total)) return 0;
     const std::size_t fin = std::min(octets.find('\n'), octets.size());
     std::string_view ligne = octets.substr(0, fin);
     octets.remove_prefix(std::min(fin + 1, octets.size()));
@@ -173,27 +184,36 @@ void tableObsXYZ::lire(std::string_view octets, bool vider) {
     }
     if (ligne.find_first_not_of(kBlancs) == std::string_view::npos) continue;
     pointXYZ point;
-    if (lireLigne(ligne, colonneZCompte, point, genres)) lignes.push_back(std::move(point));
+    if (lireLigne(ligne, colonneZCompte, point, genres)) lues.push_back(std::move(point));
     for (const remarqueXYZ::Genre genre : genres) remarques.push_back({numero, genre});
   }
+  if (vider)
+    lignes = std::move(lues);
+  else
+    lignes.insert(lignes.end(), std::make_move_iterator(lues.begin()), std::make_move_iterator(lues.end()));
+  return 1;
 }
 
-int tableObsXYZ::sauver(const wchar_t* fichier) const {
+int tableObsXYZ::sauver(const wchar_t* fichier, const suiviXYZ& suivi) const {
   std::wstring nom = nomPropre(fichier ? fichier : nomFichier);
   if (nom.empty()) return 0;
   if (!base::toLower(nom).ends_with(L".xyz")) nom += L".xyz";
-  return base::remplacerFichier(chemin(nom), contenu()) ? 1 : 0;
+  base::RemplacementFichier sortie{chemin(nom)};
+  std::string octets;
+  for (std::size_t i = 0; i < lignes.size(); ++i) {
+    octets += texteLigne(lignes[i]);
+    if ((i + 1) % kLignesParSuivi != 0) continue;
+    if (suivi && !suivi(i + 1, lignes.size())) return 0;
+    if (!sortie.ecrire(octets)) return 0;
+    octets.clear();
+  }
+  return sortie.ecrire(octets) && sortie.terminer() ? 1 : 0;
 }
 
 std::string tableObsXYZ::contenu() const {
   std::string octets;
   octets.reserve(lignes.size() * 70);
-  for (const pointXYZ& ligne : lignes) {
-    // Deliberate (xyz-altitude-en-clair): an absent altitude is written as the number it is kept as.
-    octets += base::formater("\n%10s\t%14.6f\t%14.6f\t%14.6f\t%6d", base::narrow(ligne.nom), ligne.x, ligne.y,
-                             ligne.z, ligne.code);
-    if (!ligne.obs.empty()) octets += ' ' + base::narrow(ligne.obs);
-  }
+  for (const pointXYZ& ligne : lignes) octets += texteLigne(ligne);
   return octets;
 }
 

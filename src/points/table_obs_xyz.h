@@ -25,6 +25,9 @@ struct remarqueXYZ {
 /// What a remark says, French ("ligne 3 : ...").
 VELTORA_API std::wstring texteRemarque(const remarqueXYZ& remarque);
 
+/// Told from time to time while a list is read (bytes) or written (lines). @return false to stop
+using suiviXYZ = std::function<bool(std::size_t fait, std::size_t total)>;
+
 /// Lines of coordinates in memory, read from and written to `.xyz` files; bytes in the ANSI code page. Each
 /// line has a running number of its own within the process (`pointXYZ::numeroInterne`).
 class VELTORA_API tableObsXYZ : private Uncopyable {
@@ -36,16 +39,16 @@ public:
   /// over.
   /// @param fichier  null for `nomFichier`; trimmed of blanks, tabs and ",;."
   /// @param vider  drops the former lines first
-  /// @return 1; 0, nothing changed, when the name is empty or the file cannot be read
-  int charger(const wchar_t* fichier = nullptr, bool vider = true);
+  /// @return 1; 0, the lines unchanged, when the name is empty, the file cannot be read or `suivi` stops
+  int charger(const wchar_t* fichier = nullptr, bool vider = true, const suiviXYZ& suivi = {});
   /// The same from bytes in memory.
-  void lire(std::string_view octets, bool vider = true);
+  int lire(std::string_view octets, bool vider = true, const suiviXYZ& suivi = {});
   /// Writes all lines; the old file stays whole when that fails. A name that does not end in ".xyz", whatever
   /// its case, gets that ending. An absent altitude is written in full, as 1e38, and is absent again when
   /// read.
   /// @param fichier  as for `charger`
-  /// @return 1; 0 when the name is empty or the file cannot be written
-  int sauver(const wchar_t* fichier = nullptr) const;
+  /// @return 1; 0 when the name is empty, the file cannot be written or `suivi` stops
+  int sauver(const wchar_t* fichier = nullptr, const suiviXYZ& suivi = {}) const;
   [[nodiscard]] std::string contenu() const;
 
   /// Line i gets the name made of prefix, start + i, suffix.
