@@ -59,6 +59,12 @@ CLI::App* declarerLisp(CLI::App& app, Demande& demande) {
   sub->add_option("fichier", demande.fichierLisp, "Fichier LISP")->type_name("FICHIER")->required();
   sub->add_option("dessin", demande.dessin, "Dessin DXF ; un nouveau dessin sans ce nom")
       ->type_name("DESSIN");
+  sub->add_option(
+         "--commande", demande.commandes,
+         "Ligne exécutée une fois le fichier chargé, ou réponse à ce qu'il demande ; peut être répété")
+      ->type_name("LIGNE")
+      ->expected(1)
+      ->take_all();
   sub->add_option("--sortie", demande.sortie, "Dessin à enregistrer")->type_name("DESSIN");
   return sub;
 }

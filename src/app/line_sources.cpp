@@ -18,6 +18,7 @@ namespace {
 constexpr int kHistoryLength = 500;
 
 volatile std::sig_atomic_t s_waits = 0;
+volatile std::sig_atomic_t s_cancelled = 0;
 
 /// Where the history of typed lines is kept; empty when there is no home.
 std::filesystem::path historyFile() {
@@ -53,7 +54,10 @@ TerminalSource::~TerminalSource() {
   if (m_interactive && !m_history.empty()) write_history(m_history.c_str());
 }
 
-bool TerminalSource::waits() { return s_waits != 0; }
+bool TerminalSource::cancel() {
+  if (s_waits) s_cancelled = 1;
+  return s_waits != 0;
+}
 
 std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
   ++m_line;
@@ -66,8 +70,13 @@ std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
   std::fflush(stdout);
   if (ui::Driver* driver = ui::driver()) driver->clearStop();
   s_waits = 1;
+  s_cancelled = 0;
   char* typed = readline(prompt.c_str());
   s_waits = 0;
+  if (!typed && s_cancelled) {
+    std::puts("");
+    return "*Annuler*";
+  }
   if (!typed) return std::nullopt;
   std::string line = typed;
   std::free(typed);
@@ -76,7 +85,7 @@ std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
 }
 
 std::string TerminalSource::position() const {
-  return m_interactive ? std::string() : "entrée standard:" + std::to_string(m_line);
+  return m_interactive || m_line == 0 ? std::string() : "entrée standard:" + std::to_string(m_line);
 }
 
 LinesSource::LinesSource(std::string name, std::vector<std::string> lines)
@@ -87,7 +96,9 @@ std::optional<std::string> LinesSource::readLine(const std::string&) {
   return m_lines[m_next++];
 }
 
-std::string LinesSource::position() const { return m_name + ":" + std::to_string(m_next); }
+std::string LinesSource::position() const {
+  return m_next == 0 ? std::string() : m_name + ":" + std::to_string(m_next);
+}
 
 std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& path) {
   const auto content = base::lireFichier(path);

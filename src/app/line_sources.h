@@ -18,8 +18,9 @@ public:
   std::optional<std::string> readLine(const std::string& prompt) override;
   [[nodiscard]] std::string position() const override;
   [[nodiscard]] bool interactive() const override { return m_interactive; }
-  /// True while the program waits for a line at the terminal. Safe in a signal handler.
-  static bool waits();
+  /// Answers the line that the terminal waits for as the Escape key does. For a signal handler.
+  /// @return false when it waits for none
+  static bool cancel();
 
 private:
   bool m_interactive;
@@ -33,6 +34,7 @@ public:
   LinesSource(std::string name, std::vector<std::string> lines);
   std::optional<std::string> readLine(const std::string& prompt) override;
   [[nodiscard]] std::string position() const override;
+  [[nodiscard]] bool finished() const { return m_next >= m_lines.size(); }
 
 private:
   std::string m_name;

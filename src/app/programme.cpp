@@ -49,10 +49,10 @@ ui::Buttons boutons(AcEdButtons buttons) {
 }
 
 /// Ctrl-C asks the job in progress to stop; a second one ends the program, should the first find no listener.
-/// While the user types there is no job.
+/// While the user types it cancels the prompt.
 void surInterruption(int) {
   ui::Driver* driver = ui::driver();
-  if (driver && TerminalSource::waits()) return;
+  if (driver && TerminalSource::cancel()) return;
   if (!driver || driver->wantsToStop()) ::_exit(128 + SIGINT);
   driver->requestStop();
 }
@@ -111,10 +111,21 @@ bool Programme::ouvrir(const std::string& dessin) {
 }
 
 bool Programme::executer() {
-  AcApSession session;
-  try {
+  return executer([](AcApSession& session) {
     session.run();
     return true;
+  });
+}
+
+bool Programme::executer(const std::string& ligne) {
+  return executer([&ligne](AcApSession& session) { return session.runLine(base::fromUtf8(ligne)); });
+}
+
+template <class Travail>
+bool Programme::executer(Travail travail) {
+  AcApSession session;
+  try {
+    return travail(session);
   } catch (const base::ScriptError& error) {
     const std::string position = m_source.position();
     direErreur(position.empty() ? error.message : position + " : " + error.message);

@@ -28,11 +28,15 @@ public:
   bool ouvrir(const std::string& dessin);
   /// Runs the lines of the source to their end. @return false when a script failed
   bool executer();
+  /// Runs one line; the source answers what it asks. @return false when it failed
+  bool executer(const std::string& ligne);
   /// Saves the current drawing. @return false with the reason on standard error
   bool enregistrer(const std::string& sortie);
 
 private:
   void brancher();
+  template <class Travail>
+  bool executer(Travail travail);
 
   base::LineSource& m_source;
   StandardOutput m_sortie;

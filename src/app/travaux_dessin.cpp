@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "points/import_dessin.h"
 #include "points/projets_topo.h"
+#include "ui/driver.h"
 
 #include <cstdio>
 
@@ -56,6 +57,24 @@ std::string enLisp(const std::string& texte) {
   return resultat + '"';
 }
 
+/// The lines given with the call, then those of the terminal, which answer what a routine asks.
+class SourceLisp : public base::LineSource {
+public:
+  explicit SourceLisp(std::vector<std::string> lignes) : m_lignes("--commande", std::move(lignes)) {}
+  std::optional<std::string> readLine(const std::string& invite) override {
+    return resteDesLignes() ? m_lignes.readLine(invite) : m_terminal.readLine(invite);
+  }
+  [[nodiscard]] std::string position() const override {
+    return m_lignes.position().empty() ? m_terminal.position() : m_lignes.position();
+  }
+  [[nodiscard]] bool interactive() const override { return !resteDesLignes() && m_terminal.interactive(); }
+  [[nodiscard]] bool resteDesLignes() const { return !m_lignes.finished(); }
+
+private:
+  LinesSource m_lignes;
+  TerminalSource m_terminal;
+};
+
 }  // namespace
 
 int travailImporterDessin(const Demande& demande) {
@@ -67,7 +86,12 @@ int travailImporterDessin(const Demande& demande) {
   }
   if (!programme.charger() || !programme.ouvrir(demande.dessin) || !tablesPoints) return kEchec;
   listePointsDuDessin& table = tableNommee(*tablesPoints, base::fromUtf8(demande.table));
-  direComptes(importerToutLeDessin(table, parametresDe(demande)), table);
+  const comptesImport comptes = importerToutLeDessin(table, parametresDe(demande));
+  if (ui::driver()->wantsToStop()) {
+    direErreur("interrompu");
+    return kEchec;
+  }
+  direComptes(comptes, table);
   if (demande.sortie.empty()) return kSucces;
   if (!programme.enregistrer(demande.sortie)) return kEchec;
   ecrire("Dessin : " + demande.sortie + "\n");
@@ -75,9 +99,13 @@ int travailImporterDessin(const Demande& demande) {
 }
 
 int travailLisp(const Demande& demande) {
-  LinesSource lignes(demande.fichierLisp, {"(load " + enLisp(demande.fichierLisp) + ")"});
-  Programme programme(lignes);
-  if (!programme.charger() || !programme.ouvrir(demande.dessin) || !programme.executer()) return kEchec;
+  SourceLisp source(demande.commandes);
+  Programme programme(source);
+  if (!programme.charger() || !programme.ouvrir(demande.dessin)) return kEchec;
+  ecrire("\n");
+  bool bon = programme.executer("(load " + enLisp(demande.fichierLisp) + ")");
+  while (bon && source.resteDesLignes()) bon = programme.executer(source.readLine({}).value_or(""));
+  if (!bon) return kEchec;
   if (!demande.sortie.empty() && !programme.enregistrer(demande.sortie)) return kEchec;
   return kSucces;
 }

@@ -89,6 +89,13 @@ void tell(Interpreter& in, const LispError& error, bool handled) {
     in.print(L"\n" + error.message + L"\n");
 }
 
+/// The line that goes on with an expression left open.
+std::optional<std::wstring> nextLine(const Interpreter& in) {
+  std::optional<std::wstring> line = acedReadLine(L"(_> ");
+  if (line && base::compareNoCase(base::trim(*line), L"*Annuler*") == 0) in.cancel();
+  return line;
+}
+
 resbuf* evaluate(Interpreter& in, const std::wstring& expression) {
   HostState& state = hostState(in);
   // An expression that answers a prompt within a command leaves that command's answers alone.
@@ -105,7 +112,7 @@ resbuf* evaluate(Interpreter& in, const std::wstring& expression) {
   try {
     value = in.run(
         [&] {
-          Value last = in.evalText(expression, {}, [] { return acedReadLine(L"(_> "); });
+          Value last = in.evalText(expression, {}, [&in] { return nextLine(in); });
           finishCommand(in);
           return last;
         },
@@ -133,6 +140,7 @@ void aclispInstall() {
   interpreter->install(commandFunctions());
   interpreter->intern(L"PAUSE")->value = Value::text(L"\\");
   acedPorts().evaluate = [interpreter](const std::wstring& expression) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the expression may replace this port
     const std::shared_ptr<Interpreter> keep = interpreter;
     return evaluate(*keep, expression);
   };
