@@ -1,0 +1,36 @@
+; Calls each function of the module with arguments that do not fit, and tells which kinds of answers came.
+(entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0)))
+(setq trait (entlast))
+(entmake '((0 . "POINT") (10 5.0 5.0 0.0)))
+(setq mort (entlast) jeu (ssget "X") vide (ssadd) long "x" bilan nil)
+(entdel mort)
+(repeat 15 (setq long (strcat long long)))
+(setq valeurs (list nil T 5 -70000 2.5 1e300 "" long '(1 2) '(1.0 2.0) '(1.0 2.0 3.0) '("a" . 1)
+                    '(("a" 1) ("b")) '(("NUMPT" 1)) (list trait jeu) trait mort jeu vide))
+
+(defun genre (v / texte)
+  (cond ((vl-catch-all-error-p v) (strcat "erreur:" (vl-catch-all-error-message v)))
+        ((= (type v) 'PICKSET) (strcat "jeu" (itoa (sslength v))))
+        ((= (setq texte (vl-prin1-to-string v)) "") "vide")
+        ((> (strlen texte) 40) "long")
+        (T texte)))
+
+(defun essayer (f a / g)
+  (setq g (genre (vl-catch-all-apply f a)))
+  (if (not (member g genres)) (setq genres (cons g genres))))
+
+(foreach f '(calctailleblock add_pt analyse attrvisibility ename_pt getsegtype modif-attrib seloncode selonnum
+             vndelfile superpos sxd tpcdaddpt addcodept chgreppts updarxttxt varntext)
+  (setq genres nil)
+  (essayer f nil)
+  (foreach v valeurs
+    (foreach n '(1 2 3 5 8)
+      (setq a nil)
+      (repeat n (setq a (cons v a)))
+      (essayer f a)))
+  (setq bilan (cons (cons f (reverse genres)) bilan)))
+(foreach ligne (reverse bilan)
+  (princ "\n")
+  (foreach mot ligne (princ mot) (princ " ")))
+(print (list (maxnum) (sslength (ssget "X"))))
+(princ)
