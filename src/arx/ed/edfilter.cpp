@@ -156,7 +156,8 @@ private:
       if (item.restype == RTLB) ++m_depth;
       return true;
     }
-    if (item.restype == 1001 || (m_inXData && isText)) return takeApplication(text);
+    // Without a bracket behind the names, the next group of the entity itself ends them.
+    if (item.restype == 1001 || (m_inXData && isText && item.restype >= 1000)) return takeApplication(text);
     m_inXData = false;
     return takeTest(item, text);
   }
