@@ -17,10 +17,11 @@ AcApSession*& currentSession() {
   return session;
 }
 
-/// "_.zoom" means ZOOM: underscore and point say that the name is the international one and the host's own.
-/// "C:AXE", the name of a command's function, means AXE.
+/// "_.zoom" means ZOOM: underscore and point say that the name is the international one and the host's own, a
+/// dash that the command asks at the command line, as all of them do. "C:AXE", the name of a command's
+/// function, means AXE.
 std::wstring bareName(const std::wstring& typed) {
-  const std::wstring name = base::trimLeft(base::trim(typed), L"_.'");
+  const std::wstring name = base::trimLeft(base::trim(typed), L"_.'-");
   return base::compareNoCase(name.substr(0, 2), L"C:") == 0 ? name.substr(2) : name;
 }
 

@@ -21,6 +21,15 @@ void acapRegisterCommands() {
       {L"ZOOM", L"ZOOM", ACRX_CMD_TRANSPARENT, arx_commands::zoom},
       {L"LIST", L"LISTE", ACRX_CMD_USEPICKSET, arx_commands::listEntities},
       {L"ERASE", L"EFFACER", ACRX_CMD_USEPICKSET, arx_commands::eraseEntities},
+      {L"MOVE", L"DEPLACER", ACRX_CMD_USEPICKSET, arx_commands::moveEntities},
+      {L"LINE", L"LIGNE", ACRX_CMD_MODAL, arx_commands::line},
+      {L"PLINE", L"POLYLIGN", ACRX_CMD_MODAL, arx_commands::polyline},
+      {L"POINT", L"POINT", ACRX_CMD_MODAL, arx_commands::point},
+      {L"CIRCLE", L"CERCLE", ACRX_CMD_MODAL, arx_commands::circle},
+      {L"ARC", L"ARC", ACRX_CMD_MODAL, arx_commands::arc},
+      {L"TEXT", L"TEXTE", ACRX_CMD_MODAL, arx_commands::text},
+      {L"INSERT", L"INSERER", ACRX_CMD_MODAL, arx_commands::insert},
+      {L"LAYER", L"CALQUE", ACRX_CMD_TRANSPARENT, arx_commands::layer},
   };
   if (acedRegCmds->lookupCmd(L"QSAVE")) return;
   for (const Row& row : rows) acedRegCmds->addCommand(L"ARX", row.global, row.local, row.flags, row.function);

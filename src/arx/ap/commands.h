@@ -13,4 +13,13 @@ void redo();
 void zoom();
 void listEntities();
 void eraseEntities();
+void moveEntities();
+void line();
+void polyline();
+void point();
+void circle();
+void arc();
+void text();
+void insert();
+void layer();
 }  // namespace arx_commands

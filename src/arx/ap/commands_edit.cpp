@@ -1,6 +1,7 @@
-// U, REDO, LIST, ERASE.
+// U, REDO, LIST, ERASE, MOVE.
 #include "arx/ap/acdocman.h"
 #include "arx/ap/commands.h"
+#include "arx/ap/commands_support.h"
 #include "arx/db/dballents.h"
 #include "arx/ed/edgroups.h"
 #include "arx/ed/edselect.h"
@@ -96,6 +97,20 @@ bool select(ads_name set) {
   return acedSSGet(nullptr, nullptr, nullptr, nullptr, set) == RTNORM;
 }
 
+/// Does something to the entities of a set that are on no locked layer. @return how many took it
+template <class Work>
+int change(const ads_name set, Work work) {
+  int count = 0;
+  for (const AcDbObjectId id : acedSSEntities(set)) {
+    const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+    if (!entity) continue;
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId());
+    if (layer && layer->isLocked()) continue;
+    if (work(*entity) == Acad::eOk) ++count;
+  }
+  return count;
+}
+
 }  // namespace
 
 namespace arx_commands {
@@ -136,15 +151,21 @@ void listEntities() {
 void eraseEntities() {
   ads_name set;
   if (!select(set)) return;
-  int count = 0;
-  for (const AcDbObjectId id : acedSSEntities(set)) {
-    AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
-    if (!entity) continue;
-    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId());
-    if (layer && layer->isLocked()) continue;
-    if (entity->erase() == Acad::eOk) ++count;
+  acutPrintf(L"\n%d objet(s) effacé(s)\n", change(set, [](AcDbEntity& entity) { return entity.erase(); }));
+  acedSSFree(set);
+}
+
+void moveEntities() {
+  ads_name set;
+  AcGePoint3d from;
+  AcGePoint3d to;
+  if (!select(set)) return;
+  if (askPoint(L"\nPoint de base : ", from) == RTNORM &&
+      askPoint(L"\nDeuxième point : ", to, &from) == RTNORM) {
+    const AcGeMatrix3d shift = AcGeMatrix3d::translation(to - from);
+    acutPrintf(L"\n%d objet(s) déplacé(s)\n",
+               change(set, [&](AcDbEntity& entity) { return entity.transformBy(shift); }));
   }
-  acutPrintf(L"\n%d objet(s) effacé(s)\n", count);
   acedSSFree(set);
 }
 

@@ -36,12 +36,20 @@ AcEdPrompt::Verdict verdictOn(const AcEdPrompt& prompt, double value) {
   return objection.empty() ? AcEdPrompt::Verdict{} : AcEdPrompt::refused(objection);
 }
 
+/// What to say to a line that is no point. Routines put "_non" in front of a point to keep object snaps off;
+/// as there are none, the point itself is read next.
+AcEdPrompt::Verdict noPoint(const std::wstring& line, const wchar_t* expected) {
+  const std::wstring word = base::toUpper(base::trimLeft(base::trim(line), L"_"));
+  if (word == L"NON" || word == L"NONE" || word == L"AUC") return AcEdPrompt::refused({});
+  return AcEdPrompt::refused(expected);
+}
+
 int askPoint(const ads_point from, const ACHAR* prompt, ads_point result) {
   if (!result) return RTERROR;
   AcEdPrompt asking(prompt);
   return asking.ask([&](const std::wstring& line) {
     const std::optional<AcGePoint3d> point = acedReadPoint(line, referenceOf(from));
-    if (!point) return AcEdPrompt::refused(L"Un point est attendu : x,y ou x,y,z.");
+    if (!point) return noPoint(line, L"Un point est attendu : x,y ou x,y,z.");
     storePoint(*point, result);
     return AcEdPrompt::Verdict{};
   });
@@ -68,7 +76,7 @@ private:
   AcEdPrompt::Verdict read(const std::wstring& line, const wchar_t* expected, double& result) {
     if (const std::optional<double> number = m_number(line)) return take(*number, result);
     const std::optional<AcGePoint3d> point = acedReadPoint(line, m_from ? *m_from : acedLastPoint());
-    if (!point) return AcEdPrompt::refused(expected);
+    if (!point) return noPoint(line, expected);
     ads_point last;
     storePoint(*point, last);
     if (m_from) return take(m_measure(*m_from, *point, m_prompt.bits()), result);

@@ -49,6 +49,7 @@ AcEdKeywords::AcEdKeywords(const std::wstring& list) {
     if (!token.empty()) (isGlobal ? global : local).push_back(parse(token));
   }
   for (std::size_t i = 0; i < local.size() && i < global.size(); ++i) local[i].result = global[i].word;
+  m_globalFrom = global.empty() ? 0 : local.size();
   m_words = std::move(local);
   m_words.insert(m_words.end(), global.begin(), global.end());
 }
@@ -56,7 +57,9 @@ AcEdKeywords::AcEdKeywords(const std::wstring& list) {
 std::optional<std::wstring> AcEdKeywords::match(const std::wstring& answer) const {
   const std::wstring typed = base::toUpper(base::trimLeft(answer, L"_"));
   if (typed.empty()) return std::nullopt;
-  for (const Word& word : m_words) {
+  const std::size_t first = answer.starts_with(L'_') ? m_globalFrom : 0;
+  for (std::size_t i = first; i < m_words.size(); ++i) {
+    const Word& word = m_words[i];
     const bool beginning = typed.size() >= word.least && base::toUpper(word.word).starts_with(typed);
     if (beginning || typed == word.abbreviation) return word.result;
   }

@@ -10,7 +10,8 @@ public:
   AcEdKeywords() = default;
   explicit AcEdKeywords(const std::wstring& list);
   [[nodiscard]] bool empty() const { return m_words.empty(); }
-  /// The keyword that an answer means, in the spelling of the list.
+  /// The keyword that an answer means, in the spelling of the list. Behind an underscore only the global
+  /// words count, when there are any.
   [[nodiscard]] std::optional<std::wstring> match(const std::wstring& answer) const;
   /// "Oui/Non", for messages.
   [[nodiscard]] std::wstring text() const;
@@ -24,4 +25,5 @@ private:
   };
   static Word parse(const std::wstring& token);
   std::vector<Word> m_words;
+  std::size_t m_globalFrom = 0;
 };

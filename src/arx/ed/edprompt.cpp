@@ -156,7 +156,7 @@ std::optional<int> AcEdPrompt::considerText(const std::wstring& line, const Text
     state().input = line;
     return RTKWORD;
   }
-  acedRefuse(verdict.refusal);
+  if (!verdict.refusal.empty()) acedRefuse(verdict.refusal);
   return std::nullopt;
 }
 

@@ -11,7 +11,8 @@
 /// One prompt at work: takes the bits and keywords of the latest `acedInitGet` and asks until a line fits.
 class AcEdPrompt {
 public:
-  /// What a reader says to a line: taken, with the result of the prompt, or why not.
+  /// What a reader says to a line: taken, with the result of the prompt, or why not; without a reason the
+  /// question is put again in silence.
   struct Verdict {
     bool taken = true;
     std::wstring refusal = {};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "arx/db/dbid.h"
+#include "arx/ge/gepoint.h"
+
+#include <memory>
+#include <string>
+
+class AcDbEntity;
+
+// What the drawing commands share.
+namespace arx_commands {
+
+/// Adds an entity to the current space of the current document and closes it. @return the null id on failure
+AcDbObjectId add(std::unique_ptr<AcDbEntity> entity);
+
+/// Asks for a point; an empty line is RTNONE when keywords are offered with a base point, else refused.
+/// @param from  where the rubber band begins; null for none  @param keywords  as for `acedInitGet`
+int askPoint(const wchar_t* prompt, AcGePoint3d& point, const AcGePoint3d* from = nullptr,
+             const wchar_t* keywords = nullptr);
+
+/// Record of a symbol table by name; the null id when there is none.
+AcDbObjectId recordNamed(AcDbObjectId table, const std::wstring& name);
+
+/// The keyword of the latest prompt.
+std::wstring keywordGiven();
+
+}  // namespace arx_commands
