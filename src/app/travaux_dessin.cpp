@@ -105,6 +105,7 @@ int travailLisp(const Demande& demande) {
   ecrire("\n");
   bool bon = programme.executer("(load " + enLisp(demande.fichierLisp) + ")");
   while (bon && source.resteDesLignes()) bon = programme.executer(source.readLine({}).value_or(""));
+  ecrire("\n");
   if (!bon) return kEchec;
   if (!demande.sortie.empty() && !programme.enregistrer(demande.sortie)) return kEchec;
   return kSucces;
