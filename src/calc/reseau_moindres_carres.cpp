@@ -1,5 +1,6 @@
 #include "calc/reseau_moindres_carres.h"
 
+#include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "calc/angles.h"
 
@@ -132,7 +133,7 @@ bilanIteration iterer(reseauMoindresCarres& reseau, std::wstring& journal, std::
   if (premiere) *premiere = brouillon;
   bilanIteration bilan;
   bool continuer = true;
-  while (continuer && bilan.passes < kPassesMax) {
+  while (continuer && bilan.passes < kPassesMax && !acedUsrBrk()) {
     brouillon.clear();
     continuer = reseau.calculerPlani(brouillon, false);
     ++bilan.passes;

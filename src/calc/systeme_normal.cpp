@@ -8,6 +8,7 @@
 #include <Eigen/SparseCholesky>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace veltora {
 namespace {
@@ -19,12 +20,52 @@ using MatriceCreuse = Eigen::SparseMatrix<double>;
 
 }  // namespace
 
-std::vector<double> systemeNormal::resoudre() const {
-  if (m_inconnues > kInconnuesDenses) {
-    std::vector<double> x = resoudreCreux();
-    if (!x.empty()) return x;
+std::vector<std::vector<int>> systemeNormal::parties() const {
+  std::vector<int> chef(static_cast<std::size_t>(m_inconnues));
+  std::iota(chef.begin(), chef.end(), 0);
+  const auto trouver = [&chef](int i) {
+    while (chef[static_cast<std::size_t>(i)] != i) {
+      int& suivant = chef[static_cast<std::size_t>(i)];
+      i = suivant = chef[static_cast<std::size_t>(suivant)];
+    }
+    return i;
+  };
+  for (const Ligne& ligne : m_lignes) {
+    for (const auto& [i, a] : ligne.coefficients) {
+      chef[static_cast<std::size_t>(trouver(i))] = trouver(ligne.coefficients.front().first);
+    }
   }
-  return resoudreDense();
+  std::vector<std::vector<int>> membres(static_cast<std::size_t>(m_inconnues));
+  for (int i = 0; i < m_inconnues; ++i) membres[static_cast<std::size_t>(trouver(i))].push_back(i);
+  std::erase_if(membres, [](const std::vector<int>& partie) { return partie.empty(); });
+  return membres;
+}
+
+std::vector<double> systemeNormal::resoudre() const {
+  if (m_inconnues <= kInconnuesDenses) return resoudreDense();
+  const std::vector<std::vector<int>> toutes = parties();
+  std::vector<systemeNormal> systemes;
+  std::vector<std::pair<std::size_t, int>> places(static_cast<std::size_t>(m_inconnues));
+  for (std::size_t p = 0; p < toutes.size(); ++p) {
+    systemes.emplace_back(static_cast<int>(toutes[p].size()));
+    for (std::size_t k = 0; k < toutes[p].size(); ++k)
+      places[static_cast<std::size_t>(toutes[p][k])] = {p, static_cast<int>(k)};
+  }
+  for (Ligne ligne : m_lignes) {
+    if (ligne.coefficients.empty()) continue;
+    const std::size_t partie = places[static_cast<std::size_t>(ligne.coefficients.front().first)].first;
+    for (auto& [i, a] : ligne.coefficients) i = places[static_cast<std::size_t>(i)].second;
+    systemes[partie].ajouter(std::move(ligne));
+  }
+  std::vector<double> x(static_cast<std::size_t>(m_inconnues));
+  for (std::size_t p = 0; p < toutes.size(); ++p) {
+    std::vector<double> y;
+    if (systemes[p].m_inconnues > kInconnuesDenses) y = systemes[p].resoudreCreux();
+    if (y.empty()) y = systemes[p].resoudreDense();
+    if (y.empty()) return {};
+    for (std::size_t k = 0; k < y.size(); ++k) x[static_cast<std::size_t>(toutes[p][k])] = y[k];
+  }
+  return x;
 }
 
 std::vector<double> systemeNormal::resoudreDense() const {

@@ -21,8 +21,10 @@ public:
   [[nodiscard]] const std::vector<Ligne>& lignes() const { return m_lignes; }
   [[nodiscard]] int inconnues() const { return m_inconnues; }
 
-  /// Small systems go to the dense Householder QR. Above `kInconnuesDenses` unknowns a sparse factorisation
-  /// solves the same equations, unless a pivot is not clearly positive, when the QR decides after all.
+  /// Small systems go to the dense Householder QR. Above `kInconnuesDenses` unknowns each part that shares no
+  /// observation with the others is solved by itself, with the same result to the last bit; a part that is
+  /// still large by a sparse factorisation of the same equations, unless a pivot is not clearly positive,
+  /// when the QR decides after all.
   /// @return empty when a diagonal of R is exactly 0
   [[nodiscard]] std::vector<double> resoudre() const;
   [[nodiscard]] std::vector<double> resoudreDense() const;
@@ -34,6 +36,8 @@ public:
   static constexpr int kInconnuesDenses = 300;  ///< 150 points with X and Y
 
 private:
+  /// Unknowns of each part, ascending.
+  [[nodiscard]] std::vector<std::vector<int>> parties() const;
   int m_inconnues;
   std::vector<Ligne> m_lignes;
 };

@@ -211,6 +211,23 @@ TEST(Reseau, LesSolutionsDenseEtCreuseEtCelleDEigenConcordent) {
   EXPECT_TRUE(singulier.resoudreDense().empty());
 }
 
+TEST(Reseau, UnGrandSystemeSeResoutParPartiesSansYPerdreUnBit) {
+  std::mt19937 alea(5);
+  std::normal_distribution<double> bruit(0.0, 1.0);
+  constexpr int n = systemeNormal::kInconnuesDenses + 20;
+  systemeNormal systeme(n);  // three chains, whose unknowns take turns
+  for (int r = 0; r < 3 * n; ++r) {
+    const int k = r % n;
+    systeme.ajouter({{{k, bruit(alea)}, {k + 3 < n ? k + 3 : k % 3, bruit(alea)}}, bruit(alea), 1.0});
+  }
+  const std::vector<double> dense = systeme.resoudreDense();
+  ASSERT_EQ(dense.size(), static_cast<std::size_t>(n));
+  EXPECT_EQ(systeme.resoudre(), dense);
+  systemeNormal troue(n + 1);
+  for (const systemeNormal::Ligne& ligne : systeme.lignes()) troue.ajouter(ligne);
+  EXPECT_TRUE(troue.resoudre().empty()) << "an unknown without observation";
+}
+
 TEST(Reseau, UnReseauSingulierNeBougeRien) {
   reseauLu reseau("A 0 0\nB 100 0\nOBS\nA NORD P 50\nB NORD P 350\n");
   std::wstring journal;
