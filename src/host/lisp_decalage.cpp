@@ -83,7 +83,7 @@ std::unique_ptr<AcDbPolyline> parallele(const AcDbPolyline& polyligne, double di
     std::unique_ptr<AcDbCurve> possede(courbe);
     AcDbPolyline* candidate = AcDbPolyline::cast(courbe);
     if (courbes.size() != 1 || !candidate || candidate->numVerts() != polyligne.numVerts()) continue;
-    possede.release();
+    static_cast<void>(possede.release());
     seule.reset(candidate);
   }
   if (!seule) acutPrintf(L"\nEchec, cette polyline dégénère ");

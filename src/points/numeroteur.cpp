@@ -33,7 +33,7 @@ void numeroteurEntier::initialiser(const AcString& nouveauPrefixe, int numeroDep
 }
 
 AcString numeroteurEntier::suivant() {
-  const AcString nom = nomNumerote(prefixe, courant, 0, suffixe);
+  AcString nom = nomNumerote(prefixe, courant, 0, suffixe);
   ajouter(pas);
   return nom;
 }

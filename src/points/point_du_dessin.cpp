@@ -18,6 +18,7 @@ bool memeCoordonnee(double a, double b) { return std::abs(a - b) < kMemeCoordonn
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): memmove copies a name onto itself
 pointDuDessin& pointDuDessin::operator=(const pointDuDessin& autre) {
   x = autre.x;
   y = autre.y;
@@ -45,7 +46,7 @@ bool pointDuDessin::operator==(const pointDuDessin& autre) const {
 
 void pointDuDessin::setNomPoint(const char* nom) {
   char fixe[sizeof(nomPoint)] = {};
-  if (nom) std::memcpy(fixe, nom, std::min<std::size_t>(std::strlen(nom), kLongueurNom));
+  if (nom) std::copy_n(nom, std::min<std::size_t>(std::strlen(nom), kLongueurNom), fixe);
   std::memcpy(nomPoint, fixe, sizeof(fixe));
 }
 
