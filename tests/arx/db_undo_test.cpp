@@ -189,6 +189,21 @@ TEST_F(UndoTest, ChangesBetweenCommandsJoinInOneStep) {
   EXPECT_FALSE(log.canUndo());
 }
 
+TEST_F(UndoTest, AStepThatJoinsTheFormerOneGoesBackAndForthWithIt) {
+  log.begin(L"first");
+  make(L"A");
+  log.end();
+  log.begin(L"save");
+  make(L"B");
+  log.joinFormer();
+  log.end();
+  EXPECT_EQ(log.undo(), L"first");
+  EXPECT_TRUE(layerOf(L"A").isNull() && layerOf(L"B").isNull());
+  EXPECT_FALSE(log.canUndo());
+  EXPECT_EQ(log.redo(), L"first");
+  EXPECT_FALSE(layerOf(L"A").isNull() || layerOf(L"B").isNull());
+}
+
 TEST_F(UndoTest, RaritiesAndHeaderVariablesGoBackToo) {
   const AcDbObjectId id = make(L"A");
   acdbHostApplicationServices()->setWorkingDatabase(&db);

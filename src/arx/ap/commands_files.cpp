@@ -42,6 +42,7 @@ void refuseFile(const std::wstring& what, const std::wstring& reason) {
 
 bool saveUnder(AcApDocument& document, const std::wstring& path) {
   std::wstring message;
+  document.database()->undoLog().joinFormer();
   if (acDocManager->saveDocument(&document, path.c_str(), &message) != Acad::eOk) {
     refuseFile(L"Enregistrement impossible", message);
     return false;

@@ -2,6 +2,9 @@
 
 #include "arx/db/dbmain.h"
 
+#include <algorithm>
+#include <iterator>
+
 void AcDbUndoLog::open(const AcString& name) {
   m_open = true;
   m_current.name = name;
@@ -12,8 +15,12 @@ void AcDbUndoLog::open(const AcString& name) {
 void AcDbUndoLog::shut() {
   if (m_open && !m_current.notes.empty()) {
     m_undone.clear();
-    m_done.push_back(std::move(m_current));
+    if (m_joinFormer && !m_done.empty())
+      std::ranges::move(m_current.notes, std::back_inserter(m_done.back().notes));
+    else
+      m_done.push_back(std::move(m_current));
   }
+  m_joinFormer = false;
   m_current = Step{};
   m_open = false;
   ++m_stepId;

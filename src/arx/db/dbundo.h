@@ -25,6 +25,9 @@ public:
   /// command that failed. What an outer group did before stays.
   void rollBack();
   [[nodiscard]] int depth() const { return m_depth; }
+  /// What the open step changes belongs to the step before it, when there is one: U takes both back at once. For
+  /// saving, which writes into the drawing what was worked out earlier.
+  void joinFormer() { m_joinFormer = true; }
 
   /// Refused, with an empty result, in a step that changed something already.
   /// @return the name of the step taken back, empty when there is none
@@ -68,6 +71,7 @@ private:
       1;  // of the level; a nested level takes its own snapshots, so that it can fail alone
   std::vector<std::size_t> m_marks;  // where the open levels begin in the step
   bool m_open = false;
+  bool m_joinFormer = false;
   Step m_current;
   std::deque<Step> m_done;
   std::deque<Step> m_undone;
