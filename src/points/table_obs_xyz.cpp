@@ -13,6 +13,7 @@
 #include <cmath>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 namespace veltora {
@@ -95,6 +96,14 @@ bool lireLigne(std::string_view ligne, bool colonneZCompte, pointXYZ& point,
   return true;
 }
 
+/// Text that other programs wrote in UTF-8, which hardly any accented text in the ANSI code page looks like.
+void passerEnAnsi(std::string& octets) {
+  constexpr std::string_view kMarque = "\xEF\xBB\xBF";
+  if (octets.starts_with(kMarque)) octets.erase(0, kMarque.size());
+  const bool accents = std::any_of(octets.begin(), octets.end(), [](char c) { return (c & 0x80) != 0; });
+  if (accents && base::isUtf8(octets)) octets = base::narrow(base::fromUtf8(octets));
+}
+
 std::string texteLigne(const pointXYZ& ligne) {
   // Deliberate (xyz-altitude-en-clair): an absent altitude is written as the number it is kept as.
   std::string texte = base::formater("\n%10s\t%14.6f\t%14.6f\t%14.6f\t%6d", base::narrow(ligne.nom), ligne.x,
@@ -162,8 +171,9 @@ std::wstring texteRemarque(const remarqueXYZ& remarque) {
 int tableObsXYZ::charger(const wchar_t* fichier, bool vider, const suiviXYZ& suivi) {
   const std::wstring nom = nomPropre(fichier ? fichier : nomFichier);
   if (nom.empty()) return 0;
-  const auto octets = base::lireFichier(chemin(nom));
+  std::optional<std::string> octets = base::lireFichier(chemin(nom));
   if (!octets) return 0;
+  passerEnAnsi(*octets);
   return lire(*octets, vider, suivi);
 }
 

@@ -28,7 +28,8 @@ VELTORA_API std::wstring texteRemarque(const remarqueXYZ& remarque);
 /// Told from time to time while a list is read (bytes) or written (lines). @return false to stop
 using suiviXYZ = std::function<bool(std::size_t fait, std::size_t total)>;
 
-/// Lines of coordinates in memory, read from and written to `.xyz` files; bytes in the ANSI code page. Each
+/// Lines of coordinates in memory, read from and written to `.xyz` files; bytes in the ANSI code page, which
+/// files are written in; those that are in UTF-8 are read too. Each
 /// line has a running number of its own within the process (`pointXYZ::numeroInterne`).
 class VELTORA_API tableObsXYZ : private Uncopyable {
 public:

@@ -94,6 +94,23 @@ TEST(TableObsXYZ, FilesAreNamedTrimmedAndReplacedWhole) {
   std::filesystem::current_path(ici);
 }
 
+TEST(TableObsXYZ, ReadsFilesOfEitherCodePage) {
+  const DossierEssai dossier;
+  const std::wstring fichier = base::fromUtf8((dossier.chemin / "a.xyz").string());
+  tableObsXYZ table;
+  for (const char* octets : {"\xC9t\xE9 1 2 3 7 b\xE2ti\n", "\xC3\x89t\xC3\xA9 1 2 3 7 b\xC3\xA2ti\n",
+                             "\xEF\xBB\xBF\xC3\x89t\xC3\xA9 1 2 3 7 b\xC3\xA2ti\n"}) {
+    dossier.ecrire("a.xyz", octets);
+    ASSERT_EQ(table.charger(fichier.c_str()), 1);
+    ASSERT_EQ(table.lignes.size(), 1U) << octets;
+    EXPECT_EQ(table.lignes[0].nom, L"Été");
+    EXPECT_EQ(table.lignes[0].obs, L"bâti");
+  }
+  dossier.ecrire("a.xyz", "\xEF\xBB\xBFP1 1 2\n");
+  ASSERT_EQ(table.charger(fichier.c_str()), 1);
+  EXPECT_EQ(table.lignes.at(0).nom, L"P1") << "the mark is no part of the first name";
+}
+
 TEST(TableObsXYZ, WritesWhatItReadsBack) {
   tableObsXYZ table;
   table.lire("P1 650000.123456 6860000.5 102.5 7 bord de \xE9tang\nP2 -1 2 0\n");
