@@ -39,7 +39,9 @@ std::string enFrancais(const CLI::ParseError& error) {
   }
   if (dynamic_cast<const CLI::RequiresError*>(&error))
     return "options incomplètes : " + text.substr(text.rfind(' ') + 1) + " manque";
-  if (dynamic_cast<const CLI::ExcludesError*>(&error)) return "options incompatibles : " + text;
+  if (dynamic_cast<const CLI::ExcludesError*>(&error))
+    return "options incompatibles : " + text.substr(0, text.find(' ')) + " et " +
+           text.substr(text.rfind(' ') + 1);
   const std::string name = text.substr(0, text.find_first_of(": "));
   if (dynamic_cast<const CLI::RequiredError*>(&error)) return "argument obligatoire manquant : " + name;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) return "valeur manquante ou en trop : " + name;

@@ -3,7 +3,8 @@
 
   terminal.py PROGRAM
 
-The editor once crashed on the accent of a prompt in the C locale."""
+The editor once crashed on the accent of a prompt in the C locale. Ctrl-C once stayed asked for: it cancelled whatever ran
+next, and pressed again, even at a prompt, it ended the program."""
 import os
 import pty
 import select
@@ -11,8 +12,12 @@ import sys
 import tempfile
 import time
 
-LINES = ["inconnue", "ZOOM", "É", "CORRPOLFERMEE", "Nivellement = rien", "Numéro = Élan", "Numéro ?", "[Fermer]", "QUIT"]
-EXPECTED = ["Commande inconnue", "[Étendue/Centre]", "Le dessin est vide", "n'est pas un choix", "Numéro = Élan"]
+INTERRUPT = "\x03"
+LINES = ["inconnue", "ZOOM", "É", "CORRPOLFERMEE", "Nivellement = rien", "Numéro = Élan", "Numéro ?", "[Fermer]",
+         "(while T)", INTERRUPT, "(repeat 99999 (setq n 1))", INTERRUPT, INTERRUPT, "(while T (setq n 2))", INTERRUPT,
+         "GERERLEVES", INTERRUPT, "(list 5", INTERRUPT, "(* n 21.5)", "QUIT"]
+EXPECTED = ["Commande inconnue", "[Étendue/Centre]", "Le dessin est vide", "n'est pas un choix", "Numéro = Élan",
+            "Fonction annulée", "Tables de points", "43.0"]
 
 
 def read(terminal, seconds):
@@ -34,7 +39,7 @@ with tempfile.TemporaryDirectory() as folder:
         os.execve(sys.argv[1], ["veltora"], environment)
     output = read(terminal, 3)
     for line in LINES:
-        os.write(terminal, (line + "\n").encode())
+        os.write(terminal, (line if line == INTERRUPT else line + "\n").encode())
         output += read(terminal, 1)
     output = output.decode("utf-8", "replace")
     status = os.waitpid(pid, 0)[1]
