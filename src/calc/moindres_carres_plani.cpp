@@ -3,6 +3,7 @@
 #include "calc/reseau_moindres_carres.h"
 #include "calc/systeme_normal.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -28,6 +29,8 @@ public:
   double resoudre(std::wstring& journal);
   /// Numbers the unknowns and gathers the rows.
   systemeNormal lineariser();
+  /// Points to which some of the unknowns belong, each once.
+  [[nodiscard]] std::vector<int> pointsDe(const std::vector<int>& inconnues) const;
 
 private:
   void numeroter();
@@ -133,6 +136,16 @@ systemeNormal systemePlani::lineariser() {
   return systeme;
 }
 
+std::vector<int> systemePlani::pointsDe(const std::vector<int>& inconnues) const {
+  std::vector<int> points;
+  for (int i = 0; i < static_cast<int>(m_colonnes.size()); ++i) {
+    const int k = m_colonnes[static_cast<std::size_t>(i)];
+    const auto sienne = [this, k](int inconnue) { return inconnue == k || inconnue == m_inconnus + k; };
+    if (k >= 0 && std::any_of(inconnues.begin(), inconnues.end(), sienne)) points.push_back(i);
+  }
+  return points;
+}
+
 double systemePlani::resoudre(std::wstring& journal) {
   const systemeNormal systeme = lineariser();
   const std::vector<double> x = systeme.resoudre();
@@ -167,10 +180,10 @@ bool reseauMoindresCarres::calculerPlani(std::wstring& journal, bool premierPass
   return dernierPas > kPasNegligeable;
 }
 
-bool reseauMoindresCarres::planDetermine() {
+std::vector<int> reseauMoindresCarres::pointsIndetermines() {
   preparerUtilisable();
-  const systemeNormal systeme = systemePlani(*this).lineariser();
-  return systeme.inconnues() == 0 || !systeme.resoudreCreux().empty();
+  systemePlani plan(*this);
+  return plan.pointsDe(plan.lineariser().inconnuesFaibles());
 }
 
 }  // namespace veltora

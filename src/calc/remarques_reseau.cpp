@@ -82,21 +82,35 @@ std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
   return L"le calcul n'a pas de valeur (distance nulle)";
 }
 
+/// "A, B, C", the first ones.
+std::wstring nommer(const reseauMoindresCarres& reseau, const std::vector<int>& points) {
+  std::wstring noms;
+  for (std::size_t i = 0; i < points.size() && i < kPhrasesCitees; ++i) {
+    noms += (i > 0 ? L", " : L"") + reseau.points.GetAt(points[i]).nom;
+  }
+  return points.size() > kPhrasesCitees ? noms + L"…" : noms;
+}
+
 void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques) {
   const double pas = reseau.dernierPas;
+  if (!std::isfinite(pas)) {
+    remarques.push_back(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
+    return;
+  }
   if (pas < 0.0) {
     remarques.push_back(
-        L"le système est singulier : les points gardent leurs coordonnées provisoires, rien n'est compensé");
-  } else if (!std::isfinite(pas)) {
-    remarques.push_back(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
+        L"le système est singulier : tous les points gardent leurs coordonnées provisoires, rien n'est "
+        L"compensé");
   } else if (!bilan.convergence) {
     remarques.push_back(base::formater(
         L"pas de convergence après %d passes (dernier pas : %.4f) : ces coordonnées ne valent rien",
         bilan.passes, pas));
-  } else if (!reseau.planDetermine()) {
+  }
+  const std::vector<int> faibles = reseau.pointsIndetermines();
+  if (!faibles.empty()) {
     remarques.push_back(
-        L"les observations ne déterminent pas tous les points : il manque un point connu, une orientation ou "
-        L"une distance, et les coordonnées peuvent être fausses");
+        L"observations insuffisantes pour fixer " + nommer(reseau, faibles) +
+        L" (ou les points qui en dépendent) : il manque un point connu, une orientation ou une distance");
   }
 }
 

@@ -62,9 +62,9 @@ public:
   /// The heights: provisional values, then one linear solve. @return true when it moved any height
   bool calculerAlti(std::wstring& journal);
 
-  /// Whether the observations determine the usable unknown points: the singularity that rounding hides from
-  /// the exact test of the solve. @return false when a pivot is lost in the rounding
-  bool planDetermine();
+  /// Usable unknown points that the observations leave undetermined together with others, with the
+  /// singularity that rounding hides from the exact test of the solve.
+  std::vector<int> pointsIndetermines();
 
   /// Weight of an observation: fixed, or by the formulas, which must be compiled.
   double poidsObservation(const ObservationReduite& observation);

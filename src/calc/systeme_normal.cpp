@@ -20,6 +20,12 @@ using MatriceCreuse = Eigen::SparseMatrix<double>;
 
 }  // namespace
 
+/// Lower half of N, and b.
+struct systemeCreux {
+  MatriceCreuse N;
+  Eigen::VectorXd b;
+};
+
 std::vector<std::vector<int>> systemeNormal::parties() const {
   std::vector<int> chef(static_cast<std::size_t>(m_inconnues));
   std::iota(chef.begin(), chef.end(), 0);
@@ -85,29 +91,54 @@ std::vector<double> systemeNormal::resoudreDense() const {
   return resultat;
 }
 
-std::vector<double> systemeNormal::resoudreCreux() const {
+systemeCreux systemeNormal::creux() const {
   std::vector<Eigen::Triplet<double>> elements;
-  Eigen::VectorXd b = Eigen::VectorXd::Zero(m_inconnues);
+  systemeCreux resultat;
+  resultat.b = Eigen::VectorXd::Zero(m_inconnues);
   for (const Ligne& ligne : m_lignes) {
     for (const auto& [i, a] : ligne.coefficients) {
       const double t = a * ligne.poids;
       for (const auto& [j, c] : ligne.coefficients) {
         if (j <= i) elements.emplace_back(i, j, t * c);
       }
-      b[i] += t * ligne.second;
+      resultat.b[i] += t * ligne.second;
     }
   }
-  MatriceCreuse N(m_inconnues, m_inconnues);
-  N.setFromTriplets(elements.begin(), elements.end());
-  const Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower> facteurs(N);
+  resultat.N.resize(m_inconnues, m_inconnues);
+  resultat.N.setFromTriplets(elements.begin(), elements.end());
+  return resultat;
+}
+
+std::vector<double> systemeNormal::resoudreCreux() const {
+  const systemeCreux systeme = creux();
+  const Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower> facteurs(systeme.N);
   if (facteurs.info() != Eigen::Success) return {};
-  const Eigen::VectorXd diagonale = facteurs.permutationP() * N.diagonal();
+  const Eigen::VectorXd diagonale = facteurs.permutationP() * systeme.N.diagonal();
   const Eigen::VectorXd pivots = facteurs.vectorD();
   for (Eigen::Index i = 0; i < pivots.size(); ++i) {
     if (!(pivots[i] > kPivotMinimal * diagonale[i]) || !std::isfinite(pivots[i])) return {};
   }
-  const Eigen::VectorXd x = facteurs.solve(b);
+  const Eigen::VectorXd x = facteurs.solve(systeme.b);
   return {x.data(), x.data() + x.size()};
+}
+
+std::vector<int> systemeNormal::inconnuesFaibles() const {
+  MatriceCreuse N = creux().N;
+  const Eigen::VectorXd diagonale = N.diagonal();
+  // A little more on the diagonal lets the factorisation pass the pivots that are lost.
+  for (Eigen::Index i = 0; i < N.rows(); ++i) {
+    N.coeffRef(i, i) = diagonale[i] == 0.0 ? 1.0 : diagonale[i] * (1.0 + kPivotMinimal * 1e-3);
+  }
+  const Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower> facteurs(N);
+  std::vector<int> faibles;
+  if (facteurs.info() != Eigen::Success) return faibles;
+  const Eigen::VectorXd pivots = facteurs.permutationPinv() * Eigen::VectorXd(facteurs.vectorD());
+  for (Eigen::Index i = 0; i < pivots.size(); ++i) {
+    if (diagonale[i] == 0.0 || pivots[i] <= kPivotMinimal * diagonale[i]) {
+      faibles.push_back(static_cast<int>(i));
+    }
+  }
+  return faibles;
 }
 
 std::vector<double> systemeNormal::produit(const std::vector<double>& x) const {

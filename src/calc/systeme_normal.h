@@ -6,6 +6,8 @@
 
 namespace veltora {
 
+struct systemeCreux;
+
 /// Linearised observations with few unknowns each, all of weight P (diagonal), and their normal equations N x
 /// = b.
 class systemeNormal {
@@ -30,12 +32,15 @@ public:
   [[nodiscard]] std::vector<double> resoudreDense() const;
   /// @return empty when a pivot is not clearly positive
   [[nodiscard]] std::vector<double> resoudreCreux() const;
+  /// Unknowns that the others leave undetermined: those whose pivot is lost in the rounding.
+  [[nodiscard]] std::vector<int> inconnuesFaibles() const;
   /// v = A x
   [[nodiscard]] std::vector<double> produit(const std::vector<double>& x) const;
 
   static constexpr int kInconnuesDenses = 300;  ///< 150 points with X and Y
 
 private:
+  [[nodiscard]] systemeCreux creux() const;
   /// Unknowns of each part, ascending.
   [[nodiscard]] std::vector<std::vector<int>> parties() const;
   int m_inconnues;

@@ -259,7 +259,12 @@ TEST_F(ReseauPlace, OneCallTellsWhatTheLogDoesNot) {
       {"heights apart", deux + "R NORD P . . 2\n", "", "point R sans altitude"},
       {"other side of 0", "A 0 0\nB 100 0\nOBS\nA NORD P 0.001 100\nB NORD P 349.99 141.42\n", "",
        "l'écart compte comme un tour entier"},
-      {"not determined", "A 0 0\nOBS\nA NORD P 50 10\nA P Q 20 30\nQ NORD R 20 10\n", "", ""},
+      {"tangent circles", "A 0 0\nB 100 0\nOBS\nA NORD P . 50\nB NORD P . 50\n", "",
+       "le système est singulier : tous les points gardent leurs coordonnées provisoires"},
+      {"the point at fault", "A 0 0\nB 100 0\nOBS\nA NORD P . 50\nB NORD P . 50\nA NORD Q 50 70\n", "",
+       "observations insuffisantes pour fixer P (ou"},
+      {"hidden singularity", "A 0 0\nB 30 40\nOBS\nA NORD P . 20\nB NORD P . 30\n", "",
+       "observations insuffisantes pour fixer P (ou"},
   };
   for (const Cas& c : cas) {
     const resultatReseau r = lancer(c.octets);
