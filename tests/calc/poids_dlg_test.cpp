@@ -291,15 +291,5 @@ TEST_F(Poids, FixesOrFreesTheWeightOfSelectedRows) {
   }
 }
 
-TEST_F(Poids, OpensTheFormulasOfTheNetwork) {
-  reseauMoindresCarres reseau;
-  ASSERT_TRUE(lireMc(kReseau, reseau));
-  CDlgTabPoidsObse dialogue(reseau);
-  DialogScript script({"[Formules]", "Distances = 2*d1", "[Enregistrer]", "", "[Fermer]", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  EXPECT_EQ(reseau.formules.distances, "2*d1");
-}
-
 }  // namespace
 }  // namespace veltora
