@@ -4,9 +4,9 @@
 #include "arx/ap/apsession.h"
 #include "arx/ed/edvalue.h"
 #include "arx/rx/rxdlinkr.h"
-#include "base/files.h"
 #include "ed_support.h"
 #include "fake_module.h"
+#include "support/dossier_temporaire.h"
 
 #include <filesystem>
 #include <fstream>
@@ -14,18 +14,13 @@
 /// A host without documents and modules, with a folder of its own; both are emptied at the end.
 class HostTest : public EditorTest {
 protected:
-  std::filesystem::path folder;
+  const DossierTemporaire dossier;
+  const std::filesystem::path& folder = dossier.chemin;
 
-  HostTest() {
-    FakeModule::reset();
-    folder = veltora::base::creerFichierTemporaire(veltora::base::dossierTemporaire(), "ap");
-    std::filesystem::remove(folder);
-    std::filesystem::create_directory(folder);
-  }
+  HostTest() { FakeModule::reset(); }
   ~HostTest() override {
     FakeModule::onMessage = nullptr;
     acDocManager->quit();
-    std::filesystem::remove_all(folder);
   }
 
   [[nodiscard]] std::wstring path(const char* name) const {

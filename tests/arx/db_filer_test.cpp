@@ -215,7 +215,7 @@ TEST(DxfTags, KindsFollowTheRangesOfGroupCodes) {
       {kInt64, {160}},
       {kBool, {290}},
       {kBinary, {310, 1004}},
-      {kPointer, {330, 369, 390, 481, 1005}},
+      {kPointer, {330, 369, 390, 399, 481, 1005}},
       {kName, {-1}},
       {kUnknown, {80, 180, 482, 1072, -99}},
   };

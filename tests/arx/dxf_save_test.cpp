@@ -1,6 +1,6 @@
 // Files on the disk: names, replacement of old ones, and what is left of erased objects.
 #include "arx/ent_support.h"
-#include "base/files.h"
+#include "support/dossier_temporaire.h"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +12,9 @@ namespace {
 
 class DxfFiles : public testing::Test {
 protected:
-  void SetUp() override {
-    std::string pattern = (veltora::base::dossierTemporaire() / "veltora-dxf-XXXXXX").string();
-    folder = ::mkdtemp(pattern.data());
-    ASSERT_FALSE(folder.empty());
-  }
-  void TearDown() override { fs::remove_all(folder); }
   std::wstring name(const char* file) const { return (folder / file).wstring(); }
-  fs::path folder;
+  const DossierTemporaire dossier;
+  const fs::path& folder = dossier.chemin;
   std::wstring message;
 };
 

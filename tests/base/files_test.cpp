@@ -1,7 +1,7 @@
 #include "base/files.h"
+#include "support/dossier_temporaire.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 #include <fstream>
 
 namespace veltora::base {
@@ -10,16 +10,12 @@ namespace fs = std::filesystem;
 
 class Files : public ::testing::Test {
 protected:
-  void SetUp() override {
-    m_folder = fs::temp_directory_path() / ("veltora-files-" + std::to_string(::getpid()));
-    fs::create_directories(m_folder);
-  }
-  void TearDown() override { fs::remove_all(m_folder); }
   [[nodiscard]] std::size_t entries() const {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator(m_folder), fs::directory_iterator()));
   }
-  fs::path m_folder;
+  const DossierTemporaire m_dossier;
+  const fs::path& m_folder = m_dossier.chemin;
 };
 
 TEST_F(Files, ReplacingKeepsPermissionsAndLeavesNothingBeside) {

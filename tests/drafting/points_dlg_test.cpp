@@ -3,6 +3,7 @@
 #include "drafting/points_dlg.h"
 #include "points/atelier.h"
 #include "support/dialog_script.h"
+#include "support/dossier_temporaire.h"
 #include "support/golden.h"
 
 #include <algorithm>
@@ -36,7 +37,6 @@ protected:
     table().Ajouter(unPoint(L"Été", 650002, 6860002, 0, 1));
     getTableCodification().getOuCreerCode(7).libelle = L"Arbre";
   }
-  ~PointsDuDessin() override { std::filesystem::remove_all(dossier); }
 
   /// Runs the dialog on these lines. @return what was printed
   std::string jouer(int mode, const std::vector<std::string>& lignes) {
@@ -60,17 +60,9 @@ protected:
       liste += base::toUtf8(dialogue.liste.cell(i, 1)) + " ";
     return liste;
   }
-  [[nodiscard]] std::string chemin(const std::string& nom) const { return (dossier / nom).string(); }
-  [[nodiscard]] std::string lire(const std::string& nom) const {
-    return base::lireFichier(dossier / nom).value_or("(absent)");
-  }
+  [[nodiscard]] std::string chemin(const std::string& nom) const { return (dossier.chemin / nom).string(); }
 
-  std::filesystem::path dossier = [] {
-    const auto temporaire = base::creerFichierTemporaire(base::dossierTemporaire(), "TAB");
-    std::filesystem::remove(temporaire);
-    std::filesystem::create_directory(temporaire);
-    return temporaire;
-  }();
+  const DossierTemporaire dossier;
 };
 
 TEST_F(PointsDuDessin, EachModeShowsItsButtons) {
@@ -123,21 +115,21 @@ TEST_F(PointsDuDessin, ExportsWhatIsSelectedElseWhatIsListedInTheFormOfTheName) 
   jouer(Mode::kExportPoints,
         {"[Exporter]", chemin("tout"), "Liste ^ Z", "Liste: 1 3", "[Exporter]", chemin("choix.TXT"),
          "Filtre = 0001   Point topo", "[Exporter]", chemin("filtre.xyz"), "[Exporter]", "", "[Fermer]"});
-  EXPECT_TRUE(memeQueReference("export_points.xyz", lire("tout.XYZ")));
-  EXPECT_EQ(lire("choix.TXT"),
+  EXPECT_TRUE(memeQueReference("export_points.xyz", dossier.lire("tout.XYZ")));
+  EXPECT_EQ(dossier.lire("choix.TXT"),
             "         3\t    650003.0000\t   6860002.0000\t        -4.0000\t    7\n"
             "       P10\t    650003.0000\t   6860001.0000\t        12.3456\t    7\n");
-  EXPECT_EQ(lire("filtre.xyz").substr(0, 10), "       \xC9t\xE9");
+  EXPECT_EQ(dossier.lire("filtre.xyz").substr(0, 10), "       \xC9t\xE9");
   jouer(Mode::kExportPoints, {"[Exporter]", chemin("r.doc"), "[Fermer]"});
-  EXPECT_TRUE(memeQueReference("export_points.doc", lire("r.doc")));
+  EXPECT_TRUE(memeQueReference("export_points.doc", dossier.lire("r.doc")));
 }
 
 TEST_F(PointsDuDessin, ExportToujoursWord) {
   jouer(Mode::kExportPoints, {"[Exporter]", chemin("r.htm"), "[Exporter]", chemin("r.HTML"), "[Exporter]",
                               chemin("r.Doc"), "[Fermer]"});
-  EXPECT_TRUE(memeQueReference("export_points.doc", lire("r.htm")));
-  EXPECT_EQ(lire("r.HTML"), lire("r.htm"));
-  EXPECT_EQ(lire("r.Doc"), lire("r.htm"));
+  EXPECT_TRUE(memeQueReference("export_points.doc", dossier.lire("r.htm")));
+  EXPECT_EQ(dossier.lire("r.HTML"), dossier.lire("r.htm"));
+  EXPECT_EQ(dossier.lire("r.Doc"), dossier.lire("r.htm"));
 }
 
 TEST_F(PointsDuDessin, AFileThatCannotBeWrittenIsToldOnTheCommandLine) {
@@ -160,12 +152,7 @@ TEST_F(PointsDuDessin, PlacesThePointsOfTheFilterAndReadsThemBack) {
 }
 
 TEST_F(PointsDuDessin, ImportAddsToTheListAndKeepsTheFilter) {
-  {
-    const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId(), AcDb::kForWrite);
-    auto* point = new AcDbPoint({1, 2, 3});
-    espace->appendAcDbEntity(point);
-    point->close();
-  }
+  mettre(dessin, new AcDbPoint({1, 2, 3}));
   const std::string ecran = jouer(Mode::kImportPoints, {"[Importer]", "[Annuler]", "Filtre = 0007   Arbre",
                                                         "[Importer]", "[OK]", "TOUT", "", "?", "[Fermer]"});
   EXPECT_EQ(table().nbPoint(), 5);

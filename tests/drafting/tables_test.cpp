@@ -5,6 +5,7 @@
 #include "drafting/tables_dlg.h"
 #include "points/atelier.h"
 #include "support/dialog_script.h"
+#include "support/dossier_temporaire.h"
 
 namespace {
 
@@ -12,7 +13,6 @@ using namespace veltora;
 
 class Tables : public Atelier {
 protected:
-  ~Tables() override { std::filesystem::remove_all(dossier); }
   std::string jouer(void (*montrer)(), std::vector<std::string> lignes) {
     DialogScript script(std::move(lignes));
     montrer();
@@ -37,12 +37,8 @@ protected:
     return rang < 0 ? L"-" : getTableCodification().codes.GetAt(rang).libelle;
   }
 
-  std::filesystem::path dossier = [] {
-    const auto temporaire = base::creerFichierTemporaire(base::dossierTemporaire(), "TAB");
-    std::filesystem::remove(temporaire);
-    std::filesystem::create_directory(temporaire);
-    return temporaire;
-  }();
+  const DossierTemporaire temporaire;
+  const std::filesystem::path& dossier = temporaire.chemin;
 };
 
 TEST_F(Tables, AreMadeRenamedMadeCurrentAndRemoved) {

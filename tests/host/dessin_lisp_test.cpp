@@ -21,14 +21,6 @@ constexpr double kY = 6860000;
 class DessinLisp : public ModuleEssai {
 protected:
   DessinLisp() { setFacteurTailleBloc(1.0); }
-  template <class T>
-  AcDbObjectId mettre(T* entite) {
-    AcDbObjectId id;
-    const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin->modelSpaceId(), AcDb::kForWrite);
-    EXPECT_EQ(espace->appendAcDbEntity(id, entite), Acad::eOk);
-    entite->close();
-    return id;
-  }
   void point(const wchar_t* nom, double x, double y, double z = 5.0, int code = 1) {
     pointDuDessin p = unPoint(nom, kX + x, kY + y, z, code);
     p.creer(true, nullptr);
@@ -38,7 +30,7 @@ protected:
     auto* polyline = new AcDbPolyline;
     for (const auto& [x, y, bombement] : sommets) polyline->addVertexAt(99, {kX + x, kY + y}, bombement);
     polyline->setClosed(fermee);
-    return mettre(polyline);
+    return mettre(*dessin, polyline);
   }
   std::vector<AcDbObjectId> vivantes(const AcRxClass* classe) {
     std::vector<AcDbObjectId> ids;
@@ -62,15 +54,6 @@ protected:
   }
   /// A line of the script: a point of the national grid.
   static std::string ici(double x, double y) { return base::formater("%.4f,%.4f", kX + x, kY + y); }
-  static resbuf* suite(std::initializer_list<resbuf*> chaines) {
-    resbuf* tete = nullptr;
-    resbuf** lien = &tete;
-    for (resbuf* chaine : chaines) {
-      *lien = chaine;
-      while (*lien) lien = &(*lien)->rbnext;
-    }
-    return tete;
-  }
   resbuf* jeu(const std::vector<AcDbObjectId>& ids) {
     ads_name nom = {0, 0};
     acedSSFromEntities(ids, nom);
@@ -156,7 +139,7 @@ TEST_F(DessinLisp, decalage_arc) {
 }
 
 TEST_F(DessinLisp, offsetsNothingWhenRefusedOrCancelled) {
-  mettre(new AcDbCircle({kX, kY, 0}, {0, 0, 1}, 100.0));
+  mettre(*dessin, new AcDbCircle({kX, kY, 0}, {0, 0, 1}, 100.0));
   polyligne({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});
   const std::deque<std::string> cas[] = {
       {ici(500, 500), ici(100, 0), "*Annuler*"},  // nothing there, a circle
@@ -225,7 +208,7 @@ TEST_F(DessinLisp, dissociatesAttributesIntoTexts) {
   point(L"a1", 0, 0, 12.5);
   point(L"b", 10, 0, Z_ABSENT);
   auto* etranger = new AcDbBlockReference({kX, kY + 50, 0}, dessin->paperSpaceId());
-  const AcDbObjectId etrangerId = mettre(etranger);
+  const AcDbObjectId etrangerId = mettre(*dessin, etranger);
   {
     const AcDbObjectPointer<AcDbBlockReference> bloc(etrangerId, AcDb::kForWrite);
     for (const wchar_t* texte : {L" loin ", L"  "}) {
@@ -262,7 +245,7 @@ TEST_F(DessinLisp, dissociatesAttributesIntoTexts) {
 TEST_F(DessinLisp, clearsOverlapsInOneStepOfUndo) {
   point(L"100", 0, 0, 1);
   point(L"200", 0.5, 0, 1);
-  mettre(new AcDbText({kX + 0.5, kY + 0.5, 0}, L"texte", {}, 1.0));
+  mettre(*dessin, new AcDbText({kX + 0.5, kY + 0.5, 0}, L"texte", {}, 1.0));
   std::vector<AcDbObjectId> tout = vivantes(AcDbBlockReference::desc());
   const auto place = [&](int i) {
     std::string lieu;

@@ -41,16 +41,6 @@ protected:
   }
 };
 
-resbuf* suite(std::initializer_list<resbuf*> chaines) {
-  resbuf* tete = nullptr;
-  resbuf* queue = nullptr;
-  for (resbuf* chaine : chaines) {
-    (queue ? queue->rbnext : tete) = chaine;
-    for (queue = chaine; queue->rbnext;) queue = queue->rbnext;
-  }
-  return tete;
-}
-
 TEST(ArgumentsLisp, countsListsAsOneAndConvertsNumbers) {
   const argumentsLisp args(acutBuildList(RTSTR, L"a", RTLB, RTLB, RTSHORT, 1, RTLE, RTREAL, 2.0, RTLE, RTLONG,
                                          70000, RTREAL, 2.5, RTNONE));
@@ -192,10 +182,7 @@ TEST_F(FonctionsLisp, getsegtypeTellsTheNearestSegment) {
   polyligne->addVertexAt(0, {650000, 6860000});
   polyligne->addVertexAt(1, {650010, 6860000}, 1.0);
   polyligne->addVertexAt(2, {650010, 6860010});
-  AcDbObjectId id;
-  AcDbObjectPointer<AcDbBlockTableRecord>(dessin->modelSpaceId(), AcDb::kForWrite)
-      ->appendAcDbEntity(id, polyligne);
-  polyligne->close();
+  mettre(*dessin, polyligne);
   jouer("segments");
 }
 

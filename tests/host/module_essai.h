@@ -56,6 +56,17 @@ inline std::string enTexte(const resbuf* chaine) {
   return texte;
 }
 
+/// Several chains as one.
+inline resbuf* suite(std::initializer_list<resbuf*> chaines) {
+  resbuf* tete = nullptr;
+  resbuf** lien = &tete;
+  for (resbuf* chaine : chaines) {
+    *lien = chaine;
+    while (*lien) lien = &(*lien)->rbnext;
+  }
+  return tete;
+}
+
 /// The module, loaded as the host loads one, with a document and a project. Prompts take the lines in
 /// `reponses`.
 class ModuleEssai : public ::testing::Test, public base::OutputSink, public base::LineSource {

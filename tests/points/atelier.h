@@ -10,6 +10,7 @@
 #include "core/installation.h"
 #include "points/attributs_bloc.h"
 #include "points/projets_topo.h"
+#include "support/dossier_temporaire.h"
 
 #include <gtest/gtest.h>
 
@@ -29,6 +30,15 @@ inline pointDuDessin unPoint(const wchar_t* nom, double x, double y, double z = 
   return point;
 }
 
+/// Puts an entity into model space, closed.
+inline AcDbObjectId mettre(AcDbDatabase& dessin, AcDbEntity* entite) {
+  AcDbObjectId id;
+  const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId(), AcDb::kForWrite);
+  EXPECT_EQ(espace->appendAcDbEntity(id, entite), Acad::eOk);
+  entite->close();
+  return id;
+}
+
 /// Names of a table in order, joined by blanks.
 inline std::string noms(const listePointsDuDessin& table) {
   std::string liste;
@@ -40,23 +50,15 @@ inline std::string noms(const listePointsDuDessin& table) {
 /// A folder with the block file biblio/varnblk1.dxf, which the code table takes as its installation
 /// directory. One for the process, since the code table is.
 inline const std::filesystem::path& installationEssai() {
-  struct Dossier {
-    std::filesystem::path chemin = base::creerFichierTemporaire(base::dossierTemporaire(), "PTS");
+  struct Dossier : DossierTemporaire {
     Dossier() {
-      std::filesystem::remove(chemin);
-      std::filesystem::create_directories(chemin / "biblio");
+      std::filesystem::create_directory(chemin / "biblio");
       setDossierInstallation(chemin);
       AcDbDatabase bloc;
-      {
-        const AcDbObjectPointer<AcDbBlockTableRecord> espace(bloc.modelSpaceId(), AcDb::kForWrite);
-        auto* croix = new AcDbLine({-1, 0, 0}, {1, 0, 0});
-        espace->appendAcDbEntity(croix);
-        croix->close();
-      }
+      mettre(bloc, new AcDbLine({-1, 0, 0}, {1, 0, 0}));
       for (const char* nom : {"biblio/varnblk1.dxf", "biblio/varnblk3.dxf", "biblio/autre.dxf"})
         bloc.saveAs(base::fromUtf8((chemin / nom).string()).c_str());
     }
-    ~Dossier() { std::filesystem::remove_all(chemin); }
   };
   static const Dossier dossier;
   return dossier.chemin;

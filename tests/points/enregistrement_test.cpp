@@ -38,13 +38,7 @@ std::string resume(const projetsTopo& projet) {
 
 class Enregistrement : public Atelier {
 protected:
-  Enregistrement() {
-    const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId(), AcDb::kForWrite);
-    auto* point = new AcDbPoint({1, 2, 3});
-    espace->appendAcDbEntity(bloc, point);
-    point->close();
-  }
-  AcDbObjectId bloc;
+  const AcDbObjectId bloc = mettre(dessin, new AcDbPoint({1, 2, 3}));
 };
 
 const char* const kNeuf = "0 | LEVE";

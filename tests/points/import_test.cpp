@@ -25,49 +25,42 @@ using Etiquettes = std::vector<std::pair<std::wstring, std::wstring>>;
 
 class ImportDessin : public Atelier {
 protected:
-  template <class T>
-  T* mettre(T* entite) {
-    const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId(), AcDb::kForWrite);
-    EXPECT_EQ(espace->appendAcDbEntity(entite), Acad::eOk);
-    return entite;
-  }
   /// A reference of the paper space's block with attributes.
   AcDbObjectId bloc(const AcGePoint3d& place, const Etiquettes& etiquettes) {
-    auto* reference = mettre(new AcDbBlockReference(place, dessin.paperSpaceId()));
+    const AcDbObjectId id = mettre(dessin, new AcDbBlockReference(place, dessin.paperSpaceId()));
+    const AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForWrite);
     for (const auto& [etiquette, texte] : etiquettes) {
       auto* attribut = new AcDbAttribute(place, texte.c_str(), etiquette.c_str());
       EXPECT_EQ(reference->appendAttribute(attribut), Acad::eOk);
       attribut->setHeight(1.0);
       attribut->close();
     }
-    reference->close();
-    return reference->objectId();
+    return id;
   }
   template <class Polyligne, class Sommet>
   void sommets(const std::vector<AcGePoint3d>& places) {
-    auto* polyligne = mettre(new Polyligne);
-    AcDbObjectId id;
+    const AcDbObjectPointer<Polyligne> polyligne(mettre(dessin, new Polyligne), AcDb::kForWrite);
     for (const AcGePoint3d& place : places) {
+      AcDbObjectId id;
       auto* sommet = new Sommet(place);
       EXPECT_EQ(polyligne->appendVertex(id, sommet), Acad::eOk);
       sommet->close();
     }
-    polyligne->close();
   }
   void polyline(double altitude, const std::vector<AcGePoint2d>& places) {
-    auto* polyligne = mettre(new AcDbPolyline);
+    auto* polyligne = new AcDbPolyline;
     for (const AcGePoint2d& place : places) polyligne->addVertexAt(99, place);
     polyligne->setElevation(altitude);
-    polyligne->close();
+    mettre(dessin, polyligne);
   }
-  void texte(const wchar_t* contenu) { mettre(new AcDbText({1, 2, 3}, contenu, {}, 1.0))->close(); }
+  void texte(const wchar_t* contenu) { mettre(dessin, new AcDbText({1, 2, 3}, contenu, {}, 1.0)); }
   void paragraphe(const wchar_t* contenu) {
     auto* texte = new AcDbMText;
     texte->setContents(contenu);
     texte->setTextHeight(1.0);
     texte->setLocation({10, 20, 0});
     texte->setAttachment(AcDbMText::kBottomLeft);
-    mettre(texte)->close();
+    mettre(dessin, texte);
   }
   /// Imports everything. @return "name x y z code" of each point; coordinates above 1e5 less the national
   /// ones
@@ -104,7 +97,6 @@ TEST_F(ImportDessin, takesEachSourceUnderItsCodeAtNationalCoordinates) {
   const AcGePoint3d a(650001, 6860002, 12.5);
   const AcGePoint3d b(650005, 6860002, 13.5);
   const AcGePoint3d plat(650009, 6860002, 0.0);
-  const auto seul = [this](AcDbEntity* entite) { mettre(entite)->close(); };
   const std::map<std::string, std::function<void()>> dessins = {
       {"3D polyline",
        [&] {
@@ -122,10 +114,14 @@ TEST_F(ImportDessin, takesEachSourceUnderItsCodeAtNationalCoordinates) {
        [&] {
          sommets<AcDbPolyFaceMesh, AcDbPolyFaceMeshVertex>({a, plat, b});
        }},
-      {"face", [&] { seul(new AcDbFace(a, b, plat, plat)); }},
-      {"face, corner twice", [&] { seul(new AcDbFace(a, plat, b, b)); }},
-      {"line", [&] { seul(new AcDbLine(a, b)); }},
-      {"points", [&] { seul(new AcDbPoint(a)), seul(new AcDbPoint(plat)), seul(new AcDbPoint(b)); }},
+      {"face", [&] { mettre(dessin, new AcDbFace(a, b, plat, plat)); }},
+      {"face, corner twice", [&] { mettre(dessin, new AcDbFace(a, plat, b, b)); }},
+      {"line", [&] { mettre(dessin, new AcDbLine(a, b)); }},
+      {"points",
+       [&] {
+         mettre(dessin, new AcDbPoint(a)), mettre(dessin, new AcDbPoint(plat)),
+             mettre(dessin, new AcDbPoint(b));
+       }},
       {"insertions", [&] { bloc(a, {}), bloc(plat, {}), bloc(b, {}); }},
   };
   for (const CaseRow& cas : caseRows("points/cases/import.txt", "sources")) {
@@ -215,7 +211,7 @@ TEST_F(ImportDessin, endsWithoutDuplicatesAndWithFreeNumbers) {
       << "sorted, the lowest code stays";
   EXPECT_EQ(table().existPoint(L"7", index), 1);
   recommencer();
-  mettre(new AcDbPoint({3, 3, 3}))->close();
+  mettre(dessin, new AcDbPoint({3, 3, 3}));
   EXPECT_EQ(importer(kToutesSources), "1 3 3 3 9997");
   EXPECT_EQ(table().existPoint(L"1", index), 0) << "no duplicate: the dictionary is empty";
 }
@@ -235,8 +231,8 @@ protected:
 };
 
 TEST_F(ImportDialogue, importsWhatIsSelectedOfTheCheckedKinds) {
-  mettre(new AcDbPoint({1, 1, 5}))->close();
-  mettre(new AcDbLine({2, 2, 6}, {3, 3, 7}))->close();
+  mettre(dessin, new AcDbPoint({1, 1, 5}));
+  mettre(dessin, new AcDbLine({2, 2, 6}, {3, 3, 7}));
   EXPECT_FALSE(jouer({"[Annuler]"}));
   EXPECT_FALSE(jouer({"[Aucun]", "[OK]"}));
   EXPECT_TRUE(jouer({"[OK]", "*Annuler*"}));
@@ -266,7 +262,7 @@ TEST_F(ImportDialogue, takesTheTagsFromAttributes) {
   bloc({1, 2, 0}, {{L"MAT", L"B2"}});
   bloc({100, 2, 0}, {{L"ALT", L"7.5"}});
   bloc({200, 2, 0}, {{L"MAT", L"C3"}, {L"ALT", L"8.5"}, {L"GENRE", L"12"}});
-  mettre(new AcDbText({300, 2, 0}, L"rien", {}, 1.0))->close();
+  mettre(dessin, new AcDbText({300, 2, 0}, L"rien", {}, 1.0));
   EXPECT_TRUE(jouer({"[configurer]", "1.2,2.2", "300.2,2.2", "[OK]", "TOUT", ""}));
   EXPECT_EQ(table().nbPoint(), 0) << "no attribute: the tags stay";
   EXPECT_NE(imprime.find("Ce n'est pas un attribut"), std::string::npos);

@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "sample_dialog.h"
 #include "support/dialog_script.h"
+#include "support/dossier_temporaire.h"
 #include "ui/progress.h"
 
 #include <gtest/gtest.h>
@@ -327,7 +328,6 @@ protected:
     fs::create_directories(folder / "d.txt");
     base::remplacerFichier(folder / "a.txt", "x");
   }
-  ~FileChoice() override { fs::remove_all(folder); }
   [[nodiscard]] std::string in(const char* name) const { return (folder / name).string(); }
 
   static std::string choose(const base::FileRequest& request, std::vector<std::string> lines) {
@@ -342,9 +342,8 @@ protected:
     return error == "" ? result : error;
   }
 
-  fs::path folder = base::dossierTemporaire() /
-                    ("veltora-ui-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                     std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+  const DossierTemporaire dossier;
+  const fs::path& folder = dossier.chemin;
   base::FileRequest open{L"", L"", L"*.txt", L"Texte|*.txt|Tous|*.*||", false, false};
   base::FileRequest save{L"", L"", L"txt", L"Texte|*.txt|Tous|*.*", true, true};
 };
