@@ -25,8 +25,8 @@ public:
   /// command that failed. What an outer group did before stays.
   void rollBack();
   [[nodiscard]] int depth() const { return m_depth; }
-  /// What the open step changes belongs to the step before it, when there is one: U takes both back at once. For
-  /// saving, which writes into the drawing what was worked out earlier.
+  /// What the open step changes belongs to the step before it, when there is one: U takes both back at once.
+  /// For saving, which writes into the drawing what was worked out earlier.
   void joinFormer() { m_joinFormer = true; }
 
   /// Refused, with an empty result, in a step that changed something already.
