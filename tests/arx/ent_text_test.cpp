@@ -1,4 +1,6 @@
 #include "arx/ent_support.h"
+#include "base/text.h"
+#include "support/case_rows.h"
 
 #include <gtest/gtest.h>
 
@@ -141,27 +143,10 @@ TEST(ShortText, SurvivesChangesOfLength) {
 }
 
 TEST(MText, LeavesFormattingOut) {
-  const struct {
-    const wchar_t *contents, *text;
-  } rows[] = {{L"12.50", L"12.50"},
-              {L"{\\fArial|b0|i0;12.50}", L"12.50"},
-              {L"\\A1;12{\\H0.7x;\\S5^;}", L"125/"},
-              {L"\\S1/2;", L"1/2"},
-              {L"\\Sa^ b;c", L"a/bc"},
-              {L"\\Sunended", L"unended"},
-              {L"a\\Pb\\~c", L"a\nb c"},
-              {L"\\\\ \\{x\\}", L"\\ {x}"},
-              {L"\\LTotal\\l", L"Total"},
-              {L"\\C1;\\W0.8;\\Q15;\\T2;\\pxqc;x", L"x"},
-              {L"45%%d %%p %%c %%z %", L"45° ± ⌀ %%z %"},
-              {L"\\U+00E9t\\U+00", L"ét\\U+00"},
-              {L"\\fArial", L""},
-              {L"\\", L"\\"},
-              {L"\\Zz", L"\\Zz"}};
-  for (const auto& row : rows) {
+  for (const CaseRow& row : caseRows("arx/cases/mtext.txt", "formatting", '=')) {
     AcDbMText text;
-    text.setContents(row.contents);
-    EXPECT_EQ(text.text(), row.text) << ::testing::PrintToString(row.contents);
+    text.setContents(veltora::base::fromUtf8(row[0]).c_str());
+    EXPECT_EQ(veltora::base::toUtf8(text.text()), row[1]) << row;
   }
 }
 

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "codes/xml_champs.h"
+#include "support/case_rows.h"
 #include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>
@@ -109,53 +110,30 @@ TEST(FichierDesCodes, ReadsBackWhatItWrote) {
   EXPECT_EQ(relue.codes[0].layers, table.codes[0].layers);
 }
 
-struct CasLecture {
-  const char* nom;
-  std::string octets;
-  const char* attendu;
-};
-
 TEST(FichierDesCodes, ReadsFilesOfOthers) {
-  const std::vector<CasLecture> cas{
-      {"one line", enregistrement("<code>5</code><libelle>Arbre</libelle>"),
-       "5|Arbre|1.0|2|_ Codes Points|7"},
-      {"nothing in it", enregistrement(""), "1|Point Topo|1.0|2|_ Codes Points|7"},
-      {"two records, one empty element",
-       "<codifPoints><TBdata><codifPoint><code>2</code></codifPoint><codifPoint/></TBdata></codifPoints>",
+  for (const CaseRow& cas : caseRows("codes/cases/fichiers.txt", "read", ';')) {
+    const Lecture lecture(cas[1].starts_with("text ") ? cas[1].substr(5) : enregistrement(cas[1].substr(7)));
+    EXPECT_EQ(lecture.resultat, 1) << cas;
+    EXPECT_EQ(resume(lecture.table), cas[2]) << cas;
+  }
+  const std::pair<std::string, const char*> octets[] = {
+      {"<codifPoints><TBdata><codifPoint><code>2</code></codifPoint><codifPoint/></TBdata></codifPoints>",
        "2|Point Topo|1.0|2|_ Codes Points|7 ; 1|Point Topo|1.0|2|_ Codes Points|7"},
-      {"CRLF, tabs, comments, declaration",
-       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<!-- < > "
+      {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<!-- < > "
        "-->\r\n<codifPoints>\r\n\t<TBdata>\r\n\t\t<codifPoint>"
        "\r\n<code>\r\n 12 \r\n</code><!-- x --></codifPoint></TBdata>\r\n</codifPoints>\r\n\r\n ",
        "12|Point Topo|1.0|2|_ Codes Points|7"},
-      {"byte order mark", "\xEF\xBB\xBF" + enregistrement("<libelle mode='utf8'>\xC3\xA9</libelle>"),
+      {"\xEF\xBB\xBF" + enregistrement("<libelle mode='utf8'>\xC3\xA9</libelle>"),
        "1|é|1.0|2|_ Codes Points|7"},
-      {"code page", enregistrement("<libelle>\xE9\x80</libelle><layerCode mode='ASC'>\xC9</layerCode>"),
-       "1|é€|1.0|2|É|7"},
-      {"declared Latin 1, utf8 in it",
-       "<?xml version='1.0' encoding='ISO-8859-1'?>" +
+      {enregistrement("<libelle>\xE9\x80</libelle><layerCode mode='ASC'>\xC9</layerCode>"), "1|é€|1.0|2|É|7"},
+      {"<?xml version='1.0' encoding='ISO-8859-1'?>" +
            enregistrement("<libelle mode='autre'>\xC3\xA9</libelle>"),
        "1|é|1.0|2|_ Codes Points|7"},
-      {"blanks in texts are the library's", enregistrement("<libelle>  a \n  b </libelle>"),
-       "1|a b|1.0|2|_ Codes Points|7"},
-      {"texts without text, numbers without text",
-       enregistrement("<libelle/><layerCode></layerCode><code/><tailleBlock></tailleBlock>"), "1||1.0|2||7"},
-      {"junk numbers",
-       enregistrement(
-           "<code>abc</code><tailleBlock>x</tailleBlock><precisionAltitudes>2x</precisionAltitudes>"
-           "<coulLayerBlock>99999999999</coulLayerBlock>"),
-       "0|Point Topo|0.0|2|_ Codes Points|2147483647"},
-      {"the first of two fields", enregistrement("<code>3</code><code>4</code>"),
-       "3|Point Topo|1.0|2|_ Codes Points|7"},
-      {"other elements around",
-       "<codifPoints><x/><TBdata><x><code>9</code></x><codifPoint><y/><code>6</code>"
-       "</codifPoint>text</TBdata></codifPoints>",
-       "6|Point Topo|1.0|2|_ Codes Points|7"},
   };
-  for (const auto& [nom, octets, attendu] : cas) {
-    const Lecture lecture(octets);
-    EXPECT_EQ(lecture.resultat, 1) << nom;
-    EXPECT_EQ(resume(lecture.table), attendu) << nom;
+  for (const auto& [contenu, attendu] : octets) {
+    const Lecture lecture(contenu);
+    EXPECT_EQ(lecture.resultat, 1) << contenu;
+    EXPECT_EQ(resume(lecture.table), attendu) << contenu;
   }
 }
 
@@ -177,34 +155,23 @@ TEST(FichierDesCodes, WhatIsNoCodeFileReadsAsEmpty) {
   for (int i = 0; i < 200000; ++i) profond += "<a>";
   std::string profondFerme = profond;
   for (int i = 0; i < 200000; ++i) profondFerme += "</a>";
-  const std::vector<CasLecture> cas{
-      {"empty", "", ""},
-      {"blanks", " \r\n", ""},
-      {"text", "Code {", ""},
-      {"cut in the middle", bon.substr(0, bon.size() - 20), ""},
-      {"last bracket missing", bon.substr(0, bon.size() - 1), ""},
-      {"a record before the fault", "<codifPoints><TBdata><codifPoint/></TBdata></codifPoints", ""},
-      {"crossed tags", "<codifPoints><TBdata><codifPoint></TBdata></codifPoint></codifPoints>", ""},
-      {"text behind the root", bon + "x", ""},
-      {"two roots", bon + bon, ""},
-      {"attribute without quotes", "<codifPoints a=1><TBdata><codifPoint/></TBdata></codifPoints>", ""},
-      {"open comment", bon + "<!-- ", ""},
-      {"open declaration", "<?xml " + bon, ""},
-      {"declaration cut by blanks", "<?xml \n", ""},
-      {"zero byte", bon.substr(0, 20) + '\0' + bon.substr(20), ""},
-      {"deep, never closed", profond, ""},
-      {"deep, closed", profondFerme, ""},
-      {"16-bit text", "\xFF\xFE<\0c\0>\0"s, ""},
-      {"root of another case", "<CODIFPOINTS><TBdata><codifPoint/></TBdata></CODIFPOINTS>", ""},
-      {"TBdata of another case", "<codifPoints><tbdata><codifPoint/></tbdata></codifPoints>", ""},
-      {"records of another case", "<codifPoints><TBdata><CodifPoint/></TBdata></codifPoints>", ""},
-      {"TBdata too deep", "<codifPoints><x><TBdata><codifPoint/></TBdata></x></codifPoints>", ""},
-      {"no records", "<codifPoints><TBdata/></codifPoints>", ""},
-  };
-  for (const auto& [nom, octets, attendu] : cas) {
-    const Lecture lecture(octets);
-    EXPECT_EQ(lecture.resultat, 0) << nom;
-    EXPECT_EQ(resume(lecture.table), attendu) << nom;
+  std::vector<std::string> fautifs = {"",
+                                      " \r\n",
+                                      bon.substr(0, bon.size() - 20),
+                                      bon.substr(0, bon.size() - 1),
+                                      bon + "x",
+                                      bon + bon,
+                                      bon + "<!-- ",
+                                      "<?xml " + bon,
+                                      bon.substr(0, 20) + '\0' + bon.substr(20),
+                                      profond,
+                                      profondFerme,
+                                      "\xFF\xFE<\0c\0>\0"s};
+  for (const CaseRow& cas : caseRows("codes/cases/fichiers.txt", "empty", ';')) fautifs.push_back(cas[1]);
+  for (std::size_t i = 0; i < fautifs.size(); ++i) {
+    const Lecture lecture(fautifs[i]);
+    EXPECT_EQ(lecture.resultat, 0) << i << " " << fautifs[i].substr(0, 80);
+    EXPECT_EQ(resume(lecture.table), "") << i;
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "drafting/points_dlg.h"
 #include "points/atelier.h"
+#include "support/case_rows.h"
 #include "support/dialog_script.h"
 #include "support/dossier_temporaire.h"
 #include "support/golden.h"
@@ -87,28 +88,9 @@ TEST_F(PointsDuDessin, EachModeShowsItsButtons) {
 }
 
 TEST_F(PointsDuDessin, AClickSortsAnotherClickOnTheColumnTurnsRound) {
-  const struct {
-    std::vector<std::string> clics;
-    const char* ordre;
-  } cas[] = {
-      {{}, "P10 p2 3 Été "},
-      {{"Liste ^ Num"}, "p2 P10 Été 3 "},
-      {{"Liste ^ Num", "Liste ^ Num"}, "3 Été P10 p2 "},
-      {{"Liste ^ X"}, "p2 Été P10 3 "},
-      {{"Liste ^ Y"}, "P10 3 Été p2 "},
-      {{"Liste ^ Z"}, "3 Été P10 p2 "},
-      {{"Liste ^ Code"}, "p2 Été P10 3 "},
-      {{"Liste ^ Code", "Liste ^ Code"}, "P10 3 p2 Été "},
-      {{"Liste ^ Num", "Liste ^ Num", "Liste ^ X"}, "p2 Été 3 P10 "},
-      {{"Liste ^ Num", "Liste ^ Num", "Liste ^ X", "Liste ^ Num"}, "p2 P10 Été 3 "},
-      {{"Liste ^ X", "Liste ^ Ordre"}, "P10 p2 3 Été "},
-      {{"Liste ^ Ordre"}, "Été 3 p2 P10 "},
-      {{"Filtre = 0007   Arbre"}, "P10 3 "},
-      {{"Liste ^ Z", "Filtre = 0007   Arbre"}, "3 P10 "},
-      {{"Filtre = 0100   Station"}, ""},
-      {{"Filtre = 0100   Station", "Filtre = #1"}, "P10 p2 3 Été "},
-  };
-  for (const auto& c : cas) EXPECT_EQ(ordre(c.clics), c.ordre) << (c.clics.empty() ? "" : c.clics.back());
+  for (const CaseRow& cas : caseRows("drafting/cases/points.txt", "order"))
+    EXPECT_EQ(base::trim(ordre(cas[0].empty() ? std::vector<std::string>() : cas.list(0)), " "), cas[1])
+        << cas;
 }
 
 TEST_F(PointsDuDessin, ExportsWhatIsSelectedElseWhatIsListedInTheFormOfTheName) {

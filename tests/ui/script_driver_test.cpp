@@ -4,6 +4,7 @@
 #include "sample_dialog.h"
 #include "support/dialog_script.h"
 #include "support/dossier_temporaire.h"
+#include "support/golden.h"
 #include "ui/progress.h"
 
 #include <gtest/gtest.h>
@@ -22,46 +23,7 @@ TEST(ScriptDriver, PrintsADialogInTheFormsOfItsLines) {
   dialog.notes.setText(L"a\r\nb");
   DialogScript script({"?", "[Annuler]"});
   dialog.doModal();
-  EXPECT_EQ(script.transcript, R"(
-=== Échantillon ===
-
-=== Échantillon ===
-[Table/Charger ...]  [Table/Trier/Par nom]  [Table/Trier/Par code] (désactivé)
-Code =
-Numéro = 1
-Vo départ =
-[Vo départ/Cal]
-Notes = a\nb
-Chemin = /blocs/a.dwg   (lecture seule)
-Caché =   (masqué)
-Figé = 0   (désactivé)
-Station
-  X =
-  [Prélever]
-Direction
-  X =
-  [Prélever]
-  Dist / Err max = 0.5
-Angles = grades   {grades | degres | radians}
-Filtre = *** TOUS LES CODES ***   {*** TOUS LES CODES *** | 0100   Station | 0101   Arbre | 0102   Arbuste}
-Echelle = 1000   {1000 | 500}
-Placer coordonnée X = oui
-<=> = non
-[Ne pas placer les altitudes]   (bascule)
-Mode = Nouvelle altitude   {Nouvelle altitude | Différence d'altitudes}
-Points : 5 lignes, 1 choisie
-           | Num |    X
-     1 [ ] | P1  | 10.0
->    2 [ ] | P2  | 20.0
-     3 [x] | P3  | 30.0
-     4 [ ] | P4  | 40.0
-     5 [ ] | P5  | 50.0
-[Aperçu]
-Onglets = Canevas   {Canevas | Resultats}
-  Vo =
-[OK]
-[Annuler]
-)");
+  EXPECT_TRUE(memeQueReference("dialogue_echantillon.txt", script.transcript));
 }
 
 TEST(ScriptDriver, CutsLongListsShortUnlessAskedForTheList) {
