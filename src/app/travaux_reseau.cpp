@@ -20,7 +20,7 @@ std::string compte(int nombre, const char* mot) {
 }
 
 std::string nombre(double valeur) {
-  return valeur == base::Z_ABSENT ? base::formater("%15s", "-") : base::formater("%15.4f", valeur);
+  return valeur == base::Z_ABSENT ? base::formater("%15s", "-") : base::formater(" %14.4f", valeur);
 }
 
 void afficherPoints(const std::vector<pointReseau>& points) {

@@ -13,6 +13,8 @@ namespace veltora {
 namespace {
 
 constexpr std::size_t kLongueurLigne = 1024;  // bytes
+constexpr std::size_t kJetonsPoint = 4;
+constexpr std::size_t kJetonsObservation = 9;
 
 class lecteurMc {
 public:
@@ -30,6 +32,8 @@ private:
   int indexDe(const std::wstring& nom);
   /// Number of an optional token; Z_ABSENT when it is missing or none, "." is the usual sign for that.
   double nombre(const Jetons& jetons, std::size_t i);
+  /// Tells the tokens behind those that a line may hold.
+  void remarquerSurplus(const Jetons& jetons, std::size_t permis);
   void remarquer(const wchar_t* format, const std::wstring& texte);
 
   reseauMoindresCarres& m_reseau;
@@ -42,6 +46,11 @@ private:
 
 void lecteurMc::remarquer(const wchar_t* format, const std::wstring& texte) {
   if (m_remarques) m_remarques->push_back(base::formater(format, m_numero, texte));
+}
+
+void lecteurMc::remarquerSurplus(const Jetons& jetons, std::size_t permis) {
+  for (std::size_t i = permis; i < jetons.size(); ++i)
+    remarquer(L"ligne %d : « %s » est en trop, ignoré", jetons[i]);
 }
 
 double lecteurMc::nombre(const Jetons& jetons, std::size_t i) {
@@ -95,6 +104,9 @@ void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
   point.Z = nombre(jetons, 3);
   point.planiConnue = true;
   point.altiConnue = point.Z != base::Z_ABSENT;
+  remarquerSurplus(jetons, kJetonsPoint);
+  if (point.nom == L"NORD")
+    remarquer(L"ligne %d : « %s » désigne le nord, aucune observation ne peut nommer ce point", point.nom);
   const auto [entree, nouveau] = m_index.try_emplace(base::toLower(point.nom), m_reseau.points.GetSize());
   if (!nouveau)
     remarquer(L"ligne %d : le point « %s » figure déjà plus haut, c'est ce premier qui sert", point.nom);
@@ -136,6 +148,7 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
   const int vise = indexDe(jetons[2]);
   if (station == -1 || vise == -1)
     remarquer(L"ligne %d : « NORD » n'a pas de sens comme station ou point visé, « %s »", ligne);
+  remarquerSurplus(jetons, kJetonsObservation);
   const double angle = nombre(jetons, 3);
   const double distance = nombre(jetons, 4);
   const double denivelee = nombre(jetons, 5);

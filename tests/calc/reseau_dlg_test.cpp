@@ -245,7 +245,15 @@ TEST_F(ReseauPlace, OneCallTellsWhatTheLogDoesNot) {
       {"unknown unit", "ANGLES MILS\n" + deux, "", "ligne 1 : unité d'angle inconnue « MILS »"},
       {"name given twice", "A 5 5\n" + deux, "", "ligne 2 : le point « A » figure déjà plus haut"},
       {"ignored line", deux + "A B P\n", "", "ligne 6 : ignorée, « A B P »"},
-      {"no numbers", deux + "A B Q 1,5 x .5 1e3 12. --1\n", "", "« 1,5 » n'est pas un nombre"},
+      {"no numbers", deux + "A B Q 1,5 x .5 1e3 12. --1 7 8\n", "",
+       "r.mc, ligne 6 : « 7 » est en trop, ignoré\nr.mc, ligne 6 : « 8 » est en trop, ignoré\n"
+       "r.mc, ligne 6 : « 1,5 » n'est pas un nombre, lu comme absent\n"
+       "r.mc, ligne 6 : « X » n'est pas un nombre, lu comme absent\n"
+       "r.mc, ligne 6 : « .5 » n'est pas un nombre, lu comme absent\n"},
+      {"no numbers for weights", deux + "A B Q 1 2 3 1e3 12. --1\n", "",
+       "« 1E3 » n'est pas un nombre, lu comme absent\nr.mc, ligne 6 : « 12. » n'est pas un nombre, lu comme "
+       "absent\nr.mc, ligne 6 : « --1 » n'est pas"},
+      {"north as known point", "NORD 5 5\n" + deux, "", "ligne 1 : « NORD » désigne le nord"},
       {"long line", deux + "* " + std::string(5000, 'x') + "\n", "", "ligne 6 : coupée après 1024 octets"},
       {"equivalent", deux + "A NORD B . 100\nB NORD A . 99\n", "",
        "Distance B-A = 99.0000 : laissée de côté, équivalente à Distance A-B = 100.0000"},
