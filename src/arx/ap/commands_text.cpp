@@ -14,7 +14,6 @@
 #include <vector>
 
 namespace base = veltora::base;
-using arx_commands::add;
 using arx_commands::askPoint;
 using arx_commands::keywordGiven;
 using arx_commands::recordNamed;
