@@ -1,5 +1,6 @@
 #include "lisp/case_file.h"
 
+#include <algorithm>
 #include <fstream>
 #include <stdexcept>
 
@@ -15,6 +16,10 @@ std::vector<LispCase> lireCas(const std::string& name) {
     ++number;
     if (line.rfind("@ ", 0) == 0) group = line.substr(2);
     if (line.empty() || line[0] == '@' || (line[0] == ';' && next.expression.empty())) continue;
+    if (line[0] == '<') {
+      next.answers.push_back(line.substr(std::min<std::size_t>(line.size(), 2)));
+      continue;
+    }
     const bool result = line.rfind("=>", 0) == 0;
     const bool failure = line.rfind("!!", 0) == 0;
     if (!result && !failure) {

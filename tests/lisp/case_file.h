@@ -7,6 +7,7 @@
 ///
 ///   ; comment
 ///   (expression)          one or more lines; several expressions count as one text
+///   < answer              a line that the user types; then only the last line of what is printed counts
 ///   => printed result     as prin1 prints it, or
 ///   !! part of the error
 ///
@@ -16,6 +17,7 @@ struct LispCase {
   std::string group;
   int line = 0;
   std::string expression;
+  std::vector<std::string> answers;
   std::string expected;
   bool failure = false;
 };

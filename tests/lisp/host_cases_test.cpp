@@ -8,7 +8,7 @@ class HostCases : public LispHost {};
 
 TEST_F(HostCases, evaluateAsWritten) {
   std::string group;
-  for (const char* file : {"entities.txt", "selection.txt", "tables.txt"}) {
+  for (const char* file : {"entities.txt", "selection.txt", "tables.txt", "prompts.txt"}) {
     const std::vector<LispCase> cases = lireCas(file);
     ASSERT_GT(cases.size(), 5U);
     for (const LispCase& one : cases) {
@@ -17,7 +17,10 @@ TEST_F(HostCases, evaluateAsWritten) {
         aclispInstall();
       }
       group = one.group;
-      const std::string got = outcome(one.expression);
+      source.lines.assign(one.answers.begin(), one.answers.end());
+      std::string got = outcome(one.expression);
+      if (!one.answers.empty()) got.erase(0, got.rfind('\n') + 1);
+      EXPECT_TRUE(source.lines.empty()) << one.expression;
       const std::string place = std::string(file) + ":" + std::to_string(one.line) + ": " + one.expression;
       if (!one.failure)
         EXPECT_EQ(got, one.expected) << place;

@@ -7,38 +7,6 @@ namespace {
 
 class Lisp : public LispHost {};
 
-TEST_F(Lisp, promptsAskTheUser) {
-  struct Row {
-    const char* expression;
-    std::vector<const char*> lines;
-    const char* expected;
-  };
-  const Row rows[] = {
-      {"(getpoint \"Point : \")", {"1,2"}, "(1.0 2.0 0.0)"},
-      {"(getpoint '(10 10) \"Point : \")", {"@1,0"}, "(11.0 10.0 0.0)"},
-      {"(getcorner '(0 0))", {"5,5"}, "(5.0 5.0 0.0)"},
-      {"(getdist)", {"12.5"}, "12.5"},
-      {"(getdist '(0 0))", {"3,4"}, "5.0"},
-      {"(rtos (getangle) 2 4)", {"90"}, "\"1.5708\""},
-      {"(getint \"N : \")", {"7"}, "7"},
-      {"(getreal)", {"7"}, "7.0"},
-      {"(getint)", {""}, "nil"},
-      {"(getstring T \"Nom : \")", {"rue de la Gare"}, "\"rue de la Gare\""},
-      {"(getstring \"Nom : \")", {"rue de la Gare"}, "\"rue\""},
-      {"(progn (initget \"Oui Non\") (getkword \"[Oui/Non] : \"))", {"n"}, "\"Non\""},
-      {"(progn (initget 1 \"Fin\") (getpoint))", {"fin"}, "\"Fin\""},
-      {"(getint)", {"(+ 2 3)"}, "5"},
-      {"(list (read-line) (read-char))", {"une ligne", "x"}, "(\"une ligne\" 120)"},
-      {"(entsel)", {"500,500"}, "nil"},
-  };
-  for (const Row& row : rows) {
-    source.lines.assign(row.lines.begin(), row.lines.end());
-    const std::string got = outcome(row.expression);
-    EXPECT_TRUE(got.ends_with(row.expected)) << row.expression << " gives " << got;
-    EXPECT_TRUE(source.lines.empty()) << row.expression;
-  }
-}
-
 TEST_F(Lisp, cancellingAPromptEndsTheExpressionAndCallsTheHandler) {
   EXPECT_EQ(script({"(setq vu nil)", "(defun *error* (m) (setq vu m))", "(progn (getpoint) (setq vu 1))",
                     "*Annuler*", "(princ (strcat \"vu=\" vu))"}),
