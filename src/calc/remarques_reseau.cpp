@@ -14,6 +14,8 @@ namespace {
 
 /// Sentences of one kind that are told one by one.
 constexpr std::size_t kPhrasesCitees = 20;
+/// Up to this difference (radians) a measure and its computed value are one direction, but for the turn.
+constexpr double kProcheDeZero = 0.3;
 
 /// Sentences of one kind: the first ones, then how many more there are.
 class Liste {
@@ -124,7 +126,8 @@ void remarquerTours(const reseauMoindresCarres& reseau, Remarques& remarques) {
     if (o.type != ObservationReduite::kAngle || !place(o.station) || !place(o.vise)) continue;
     if (o.reference != -1 && !place(o.reference)) continue;
     const double calcule = reseau.valeurCalculee(o);
-    if (std::fabs(o.mesure - calcule) <= kPi) continue;
+    const double ecart = std::fabs(o.mesure - calcule);
+    if (ecart <= kPi || std::fabs(ecart - 2.0 * kPi) > kProcheDeZero) continue;
     liste.ajouter(base::formater(
         L"%s : la valeur calculée est %.4f, l'écart compte comme un tour entier et fausse le calcul ; donnez "
         L"l'angle avec un tour de plus ou de moins, ou depuis une autre référence",
