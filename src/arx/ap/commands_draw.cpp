@@ -13,7 +13,6 @@
 
 using arx_commands::add;
 using arx_commands::askPoint;
-using arx_commands::keywordGiven;
 
 namespace {
 
