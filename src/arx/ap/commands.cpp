@@ -18,6 +18,8 @@ void acapRegisterCommands() {
       {L"QUIT", L"QUITTER", ACRX_CMD_SESSION, arx_commands::quit},
       {L"U", L"U", ACRX_CMD_NO_UNDO_MARKER, arx_commands::undo},
       {L"REDO", L"RETABLIR", ACRX_CMD_NO_UNDO_MARKER, arx_commands::redo},
+      {L"UNDO", L"ANNULER", ACRX_CMD_NO_UNDO_MARKER, arx_commands::undoSteps},
+      {L"REGEN", L"REGEN", ACRX_CMD_NO_UNDO_MARKER, arx_commands::regenerate},
       {L"ZOOM", L"ZOOM", ACRX_CMD_TRANSPARENT, arx_commands::zoom},
       {L"LIST", L"LISTE", ACRX_CMD_USEPICKSET, arx_commands::listEntities},
       {L"ERASE", L"EFFACER", ACRX_CMD_USEPICKSET, arx_commands::eraseEntities},

@@ -10,6 +10,8 @@ void closeDrawing();
 void quit();
 void undo();
 void redo();
+void undoSteps();
+void regenerate();
 void zoom();
 void listEntities();
 void eraseEntities();
