@@ -56,7 +56,7 @@ std::wstring atomText(const resbuf& item) {
     case RbKind::kText:
       return quoted(item.resval.rstring);
     case RbKind::kName:
-      return base::formater(std::wstring(L"<Entity name: %x>"), item.resval.rlname[0]);
+      return base::formater(std::wstring(L"<Entity name: %x>"), item.resval.rlname[1]);
     case RbKind::kBinary:
     case RbKind::kNone:
       break;
