@@ -64,7 +64,7 @@ TEST_F(Installation, ThePerUserFolderIsFilledOnceAndKeepsWhatTheUserChanged) {
   EXPECT_EQ(dossier.lire("veltora/biblio/varnblk1.dxf"), "le mien");
   EXPECT_TRUE(fs::is_directory(dossier.chemin / "veltora" / "Cartouches"));
   for (const auto& element : fs::directory_iterator(dossier.chemin / "veltora"))
-    EXPECT_EQ(element.path().string().find(".tmp"), std::string::npos) << element.path();
+    EXPECT_EQ(element.path().filename().string().find(".tmp"), std::string::npos) << element.path();
 }
 
 TEST_F(Installation, DataToldLateStillArrive) {

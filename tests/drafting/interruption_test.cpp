@@ -6,6 +6,7 @@
 #include "points/atelier.h"
 #include "points/import_dessin.h"
 #include "support/dialog_script.h"
+#include "support/dossier_temporaire.h"
 #include "ui/progress.h"
 
 #include <functional>
@@ -29,10 +30,8 @@ class Interruption : public Atelier {
 protected:
   Interruption() {
     for (int i = 1; i <= kPoints; ++i) table().Ajouter(unPoint(nom(i).c_str(), i, 2 * i, 3));
-    std::filesystem::remove(fichier);
     base::remplacerFichier(fichier, "ancien");
   }
-  ~Interruption() override { std::filesystem::remove(fichier); }
   static std::wstring nom(int i) { return L"P" + std::to_wstring(i); }
   /// Works a dialog by lines while every progress is stopped at 40 %. @return how often it was
   int jouer(const std::function<void()>& travail, std::vector<std::string> lignes = {}) {
@@ -48,7 +47,8 @@ protected:
   [[nodiscard]] std::string contenu() const { return base::lireFichier(fichier).value_or("(absent)"); }
 
   static constexpr int kPoints = 10;
-  std::filesystem::path fichier = base::dossierTemporaire() / "veltora_interruption.xyz";
+  DossierTemporaire dossier;
+  std::filesystem::path fichier = dossier.chemin / "liste.xyz";
 };
 
 TEST_F(Interruption, placingKeepsTheBlocksThatStand) {
