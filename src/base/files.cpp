@@ -42,11 +42,36 @@ mode_t permissionsFor(const fs::path& path) {
 }
 
 bool fail(std::string* reason, const fs::path& path, int error) {
-  if (reason) *reason = "Impossible d'écrire \"" + path.string() + "\" : " + std::strerror(error);
+  if (reason) *reason = "Impossible d'écrire \"" + path.string() + "\" : " + raisonSysteme(error);
   return false;
 }
 
 }  // namespace
+
+std::string raisonSysteme(int erreur) {
+  switch (erreur) {
+    case ENOENT:
+      return "dossier ou fichier introuvable";
+    case EACCES:
+    case EPERM:
+      return "accès refusé";
+    case EISDIR:
+      return "c'est un dossier";
+    case ENOTDIR:
+      return "une partie du chemin n'est pas un dossier";
+    case EROFS:
+      return "support protégé en écriture";
+    case ENOSPC:
+    case EDQUOT:
+      return "plus de place sur le disque";
+    case ENAMETOOLONG:
+      return "nom trop long";
+    case EIO:
+      return "erreur du disque";
+    default:
+      return std::string("erreur du système, ") + std::strerror(erreur);
+  }
+}
 
 std::optional<std::string> lireFichier(const fs::path& path) {
   const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);

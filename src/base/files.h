@@ -10,6 +10,9 @@
 /// Whole-file reading and replacing. Paths are UTF-8 (`std::filesystem::path` of the platform).
 namespace veltora::base {
 
+/// What an error number of the system means, in French (UTF-8).
+VELTORA_API std::string raisonSysteme(int erreur);
+
 /// The whole content, or nothing when the file cannot be opened, is a folder or fails while being read.
 VELTORA_API std::optional<std::string> lireFichier(const std::filesystem::path& path);
 

@@ -1,5 +1,6 @@
 #include "arx/dxf/dxfsource.h"
 
+#include "base/files.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -61,7 +62,7 @@ std::size_t DxfFileSource::read(char* to, std::size_t room) {
   for (;;) {
     const ssize_t got = ::read(m_descriptor, to, room);
     if (got >= 0) return static_cast<std::size_t>(got);
-    if (errno != EINTR) throw DxfError{0, std::string("lecture impossible : ") + std::strerror(errno)};
+    if (errno != EINTR) throw DxfError{0, "lecture impossible : " + veltora::base::raisonSysteme(errno)};
   }
 }
 
