@@ -11,9 +11,11 @@
 #include "points/attribs_points.h"
 #include "points/attributs_bloc.h"
 #include "points/projets_topo.h"
+#include "ui/progress.h"
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace veltora {
 namespace {
@@ -47,27 +49,43 @@ void montrerChemin(const AcDbCurve& chemin, double distance) {
                  {boite.maxPoint().x + distance, boite.maxPoint().y + distance});
 }
 
-/// Moves a block onto the path in the plane when it is near enough.
-void porterSurChemin(const AcDbObjectId& id, const AcDbCurve& chemin, double distance) {
+/// Moves a block onto the path in the plane when it is near enough. @return false when it stays
+bool porterSurChemin(const AcDbObjectId& id, const AcDbCurve& chemin, double distance, AcGePoint3d& proche) {
   const AcDbObjectPointer<AcDbBlockReference> bloc(id, AcDb::kForWrite);
-  if (bloc.openStatus() != Acad::eOk) return;
+  if (bloc.openStatus() != Acad::eOk) return false;
   const AcGePoint3d place = bloc->position();
-  AcGePoint3d proche;
-  if (chemin.getClosestPointTo({place.x, place.y, 0.0}, proche) != Acad::eOk) return;
+  if (chemin.getClosestPointTo({place.x, place.y, 0.0}, proche) != Acad::eOk) return false;
   const AcGeVector3d ecart(proche.x - place.x, proche.y - place.y, 0.0);
-  if (!(ecart.length() <= distance)) return;
-  bloc->transformBy(AcGeMatrix3d::translation(ecart));
-  if (tablesPoints) tablesPoints->notifyPositionPoint(id, {proche.x, proche.y, 0.0}, kMasqueXY);
+  return ecart.length() <= distance && bloc->transformBy(AcGeMatrix3d::translation(ecart)) == Acad::eOk;
 }
 
-void decalerBloc(const AcDbObjectId& id, double decalage, bool prevenir) {
+/// Shifts the altitude that a block shows. @return false when it shows none
+bool decalerBloc(const AcDbObjectId& id, double decalage, AcGePoint3d& place) {
   pointDuDessin point;
-  if (!point.updateFromDrawing(id) || point.z == Z_ABSENT) return;
+  if (!point.updateFromDrawing(id) || point.z == Z_ABSENT) return false;
   point.z += decalage;
   CString altitude;
   point.getZAsString(altitude);
   ecrireAttribut(id, etiquettesPoints.altitude, altitude);
-  if (prevenir && tablesPoints) tablesPoints->notifyPositionPoint(id, point.getAs3dPnt(), kMasqueZ);
+  place = point.getAs3dPnt();
+  return true;
+}
+
+/// Works on each block, with progress, until the user stops it. @return the blocks that were moved, with
+/// their places
+template <class Travail>
+placesBlocs travaillerBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Travail travail) {
+  placesBlocs places;
+  ui::CMyProgressDlg avance;
+  avance.setRange(0, static_cast<long long>(blocs.size()) - 1);
+  for (const AcDbObjectId& bloc : blocs) {
+    arrete = avance.wantsToStop();
+    if (arrete) break;
+    AcGePoint3d place;
+    if (travail(bloc, place)) places.emplace(bloc, place);
+    avance.stepIt();
+  }
+  return places;
 }
 
 }  // namespace
@@ -81,7 +99,12 @@ int lispVnDeportPnts() {
   const AcDbObjectPointer<AcDbCurve> chemin(id);
   if (chemin.openStatus() != Acad::eOk) return RTNORM;
   montrerChemin(*chemin, distance);
-  for (const AcDbObjectId& bloc : selectionnerBlocsPoints(nullptr)) porterSurChemin(bloc, *chemin, distance);
+  bool arrete = false;
+  const placesBlocs portes = travaillerBlocs(selectionnerBlocsPoints(nullptr), arrete,
+                                             [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
+                                               return porterSurChemin(bloc, *chemin, distance, place);
+                                             });
+  if (tablesPoints) tablesPoints->notifyPositionPoints(portes, kMasqueXY);
   return RTNORM;
 }
 
@@ -90,9 +113,16 @@ int lispVnAjusterZ() {
   if (dialogue.doModal() != ui::kOk) return RTNORM;
   const bool tous = dialogue.tousLesPoints();
   const double decalage = dialogue.decalage();
-  for (const AcDbObjectId& bloc : selectionnerBlocsPoints(tous ? L"X" : nullptr))
-    decalerBloc(bloc, decalage, !tous);
-  if (tous && tablesPoints) tablesPoints->decalZ(decalage);
+  bool arrete = false;
+  const placesBlocs decales = travaillerBlocs(
+      selectionnerBlocsPoints(tous ? L"X" : nullptr), arrete,
+      [&](const AcDbObjectId& bloc, AcGePoint3d& place) { return decalerBloc(bloc, decalage, place); });
+  if (!tablesPoints) return RTNORM;
+  // Stopped halfway, the tables follow the blocks that were done.
+  if (tous && !arrete)
+    tablesPoints->decalZ(decalage);
+  else
+    tablesPoints->notifyPositionPoints(decales, kMasqueZ);
   return RTNORM;
 }
 

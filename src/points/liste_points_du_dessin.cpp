@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 namespace veltora {
 namespace {
@@ -131,12 +132,18 @@ void listePointsDuDessin::supprimerPoint(const wchar_t* nom) {
 }
 
 void listePointsDuDessin::notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d& pt, int masque) {
+  notifyPositionPoints({{id, pt}}, masque);
+}
+
+void listePointsDuDessin::notifyPositionPoints(const placesBlocs& places, int masque) {
+  std::unordered_set<AcDbObjectId> faits;
   for (pointDuDessin& point : pointsTable) {
-    if (point.id != id) continue;
-    if (masque & 1) point.x = pt.x;
-    if (masque & 2) point.y = pt.y;
-    if (masque & 4) point.z = pt.z;
-    return;
+    if (faits.size() == places.size()) return;
+    const auto place = places.find(point.id);
+    if (place == places.end() || !faits.insert(point.id).second) continue;
+    if (masque & 1) point.x = place->second.x;
+    if (masque & 2) point.y = place->second.y;
+    if (masque & 4) point.z = place->second.z;
   }
 }
 

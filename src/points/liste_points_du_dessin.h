@@ -5,7 +5,12 @@
 #include "points/index_noms.h"
 #include "points/point_du_dessin.h"
 
+#include <unordered_map>
+
 namespace veltora {
+
+/// Where blocks have come to stand.
+using placesBlocs = std::unordered_map<AcDbObjectId, AcGePoint3d>;
 
 /// One named table of points: an array, which is the truth, and a dictionary by name, which is a fast way in.
 /// Of two points of one name the dictionary knows the later one. Names compare ignoring case and outer
@@ -59,6 +64,8 @@ public:
   void supprimerPoint(const wchar_t* nom);
   /// Moves the first point that is shown by `id`. @param masque  1 takes x, 2 y, 4 z
   void notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d& pt, int masque);
+  /// The same for many blocks in one pass over the table.
+  void notifyPositionPoints(const placesBlocs& places, int masque);
 
   /// Lets the user select entities of the drawing and turns them into points; see points/import_dessin.h.
   /// @param masque  sum of `drapeauSource`; without any nothing happens

@@ -69,6 +69,11 @@ void projetsTopo::notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d&
     if (table) table->notifyPositionPoint(id, pt, masque);
 }
 
+void projetsTopo::notifyPositionPoints(const placesBlocs& places, int masque) {
+  for (listePointsDuDessin* table : tablesListe)
+    if (table) table->notifyPositionPoints(places, masque);
+}
+
 void projetsTopo::nettoyerLeveVides() {
   std::vector<int> vides;
   for (int i = 0; i < tablesListe.GetSize(); ++i) {

@@ -27,6 +27,7 @@ public:
   listePointsDuDessin* currTable();
   void decalZ(const double& dz);
   void notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d& pt, int masque);
+  void notifyPositionPoints(const placesBlocs& places, int masque);
 
   /// @return 1, or 0 at the first item that fails
   int SaveToXRecord(VeltoraSerializer* flux) const;
