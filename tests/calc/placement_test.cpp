@@ -1,16 +1,12 @@
-#include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/executer_polygonale.h"
 #include "calc/fermee_dlg.h"
 #include "calc/ouverte_dlg.h"
+#include "calc/projet_essai.h"
 #include "codes/table_codification.h"
-#include "points/projets_topo.h"
 #include "support/dialog_script.h"
-#include "support/dossier_essai.h"
-
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -20,21 +16,8 @@ namespace {
 
 const std::string kExemple = std::string(VELTORA_SOURCE_DIR) + "/examples/polygonale_fermee.obs";
 
-/// A drawing with an empty project, and an installation folder of its own.
-class Placement : public ::testing::Test {
+class Placement : public ProjetEssai {
 protected:
-  void SetUp() override {
-    acdbHostApplicationServices()->setWorkingDatabase(&m_dessin);
-    setSrcInfosTopo(&m_dessin, &m_projets, 0, 0);
-  }
-  void TearDown() override {
-    setSrcInfosTopo(&m_dessin, nullptr, 0, 0);
-    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
-  }
-  [[nodiscard]] std::string fichier(const std::string& nom, const std::string& octets) const {
-    m_dossier.ecrire(nom, octets);
-    return (m_dossier.chemin / nom).string();
-  }
   /// Colour, closure and vertices of each polyline of the model space.
   std::vector<std::string> polylignes() {
     std::vector<std::string> textes;
@@ -53,10 +36,6 @@ protected:
     }
     return textes;
   }
-
-  DossierEssai m_dossier;
-  AcDbDatabase m_dessin;
-  projetsTopo m_projets;
 };
 
 std::string nomsDe(const listePointsDuDessin& table) {

@@ -1,13 +1,9 @@
-#include "arx/db/dbmain.h"
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/executer_reseau.h"
 #include "calc/moindres_carres_dlg.h"
-#include "points/projets_topo.h"
+#include "calc/projet_essai.h"
 #include "support/dialog_script.h"
-#include "support/dossier_essai.h"
-
-#include <gtest/gtest.h>
 
 #include <numeric>
 #include <set>
@@ -20,21 +16,9 @@ namespace {
 
 const std::string kExemples = std::string(VELTORA_SOURCE_DIR) + "/examples/";
 
-/// A drawing with an empty project, and an installation folder of its own.
-class ReseauPlace : public ::testing::Test {
+class ReseauPlace : public ProjetEssai {
 protected:
-  void SetUp() override {
-    acdbHostApplicationServices()->setWorkingDatabase(&m_dessin);
-    setSrcInfosTopo(&m_dessin, &m_projets, 0, 0);
-  }
-  void TearDown() override {
-    setSrcInfosTopo(&m_dessin, nullptr, 0, 0);
-    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
-  }
-  [[nodiscard]] std::string fichier(const std::string& octets) const {
-    m_dossier.ecrire("r.mc", octets);
-    return (m_dossier.chemin / "r.mc").string();
-  }
+  [[nodiscard]] std::string fichierMc(const std::string& octets) const { return fichier("r.mc", octets); }
   void mener(CDlgMoindresCarres& dialogue, const std::vector<std::string>& lignes) {
     DialogScript script(lignes);
     dialogue.doModal();
@@ -51,7 +35,7 @@ protected:
   }
   resultatReseau lancer(const std::string& octets, bool placer = false) {
     demandeReseau demande;
-    demande.fichier = fichier(octets);
+    demande.fichier = fichierMc(octets);
     demande.journal = m_dossier.chemin / "journal.txt";
     demande.placer = placer;
     resultatReseau resultat;
@@ -59,10 +43,6 @@ protected:
     EXPECT_EQ(reussi, resultat.erreur.empty());
     return resultat;
   }
-
-  DossierEssai m_dossier;
-  AcDbDatabase m_dessin;
-  projetsTopo m_projets;
 };
 
 std::string joindre(const std::vector<std::wstring>& phrases) {
@@ -77,7 +57,7 @@ const std::string kDeuxVisees =
 
 TEST_F(ReseauPlace, DonneesListsWhatWasRead) {
   CDlgMoindresCarres dialogue;
-  mener(dialogue, {"[Données]", fichier(kDeuxVisees), "[Fermer]"});
+  mener(dialogue, {"[Données]", fichierMc(kDeuxVisees), "[Fermer]"});
   EXPECT_EQ(dialogue.lecture.text(),
             L"XYZ"
             L"\r\n0 Point          A  X=        0.0000 Y=        0.0000 Z=      100.0000"
@@ -97,13 +77,13 @@ TEST_F(ReseauPlace, DonneesListsWhatWasRead) {
   const std::wstring lu = dialogue.lecture.text();
   mener(dialogue, {"[Données]", "", "[Fermer]"});
   EXPECT_EQ(dialogue.lecture.text(), lu) << "cancelled";
-  mener(dialogue, {"[Données]", fichier("OBS\na b\n"), "[Fermer]"});
+  mener(dialogue, {"[Données]", fichierMc("OBS\na b\n"), "[Fermer]"});
   EXPECT_EQ(dialogue.lecture.text(), L"XYZ\r\nPoints à calculer:\r\nObservations") << "nothing, no message";
 }
 
 TEST_F(ReseauPlace, LogsOfTheButtonsItererInerte) {
   CDlgMoindresCarres dialogue;
-  mener(dialogue, {"[Données]", fichier(kDeuxVisees), "[Calculer X,Y]", "[Fermer]"});
+  mener(dialogue, {"[Données]", fichierMc(kDeuxVisees), "[Calculer X,Y]", "[Fermer]"});
   const std::wstring plan = dialogue.journal.text();
   // Two rows for two unknowns: the second pass, which is shown, has nothing left to correct. X Y, which names
   // no other point, stays out, so that rows 0 and 1 are those of the bearings.
@@ -145,7 +125,7 @@ TEST_F(ReseauPlace, LogsOfTheButtonsItererInerte) {
 
 TEST_F(ReseauPlace, PlacesKnownAndComputedPoints) {
   CDlgMoindresCarres dialogue;
-  const std::string reseau = fichier(
+  const std::string reseau = fichierMc(
       "canevaslong1 0 0 100\nb 100 0\nOBS\ncanevaslong1 nord calculelong1 50 . 4\nb nord calculelong1 350\n"
       "b nord enhauteur . . 2\n");
   mener(dialogue, {"[Données]", reseau, "[Placer !!!]", "[Placer Canevas]", "[Fermer]"});
@@ -161,14 +141,14 @@ TEST_F(ReseauPlace, PlacesKnownAndComputedPoints) {
 
 TEST_F(ReseauPlace, TheWeightsAreThoseOfTheNetwork) {
   CDlgMoindresCarres dialogue;
-  mener(dialogue, {"[Données]", fichier(kDeuxVisees), "[Poids]", "Liste: 3",
+  mener(dialogue, {"[Données]", fichierMc(kDeuxVisees), "[Poids]", "Liste: 3",
                    "Poids (vider pour calcul selon formules) = 5", "[Fixer]", "[Fermer]", "[Fermer]"});
   EXPECT_EQ(dialogue.reseau().observations.GetAt(2).poids, 5.0);
 }
 
 TEST_F(ReseauPlace, AnObservationFromTheNorthLeavesTheDialogByItsException) {
   CDlgMoindresCarres dialogue;
-  DialogScript script({"[Données]", fichier("A 0 0\nOBS\nNORD A P 10 5\n"), "[Fermer]"});
+  DialogScript script({"[Données]", fichierMc("A 0 0\nOBS\nNORD A P 10 5\n"), "[Fermer]"});
   EXPECT_THROW(dialogue.doModal(), std::invalid_argument);
   EXPECT_FALSE(dialogue.isOpen());
 }
@@ -290,7 +270,7 @@ TEST_F(ReseauPlace, OneCallLeavesNothingHalfDone) {
   demande.fichier = m_dossier.chemin / "absent.mc";
   EXPECT_FALSE(executerReseau(demande, resultat));
   EXPECT_NE(resultat.erreur.find(L"fichier introuvable ou illisible"), std::wstring::npos);
-  demande.fichier = fichier(kDeuxVisees);
+  demande.fichier = fichierMc(kDeuxVisees);
   demande.journal = m_dossier.chemin / "absent/j.txt";
   EXPECT_FALSE(executerReseau(demande, resultat));
   EXPECT_NE(resultat.erreur.find(L"absent/j.txt"), std::wstring::npos);

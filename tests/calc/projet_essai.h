@@ -1,0 +1,34 @@
+#pragma once
+
+#include "arx/db/dbmain.h"
+#include "points/projets_topo.h"
+#include "support/dossier_essai.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace veltora {
+
+/// A drawing with an empty project, and an installation folder of its own.
+class ProjetEssai : public ::testing::Test {
+protected:
+  ProjetEssai() {
+    acdbHostApplicationServices()->setWorkingDatabase(&m_dessin);
+    setSrcInfosTopo(&m_dessin, &m_projets, 0, 0);
+  }
+  ~ProjetEssai() override {
+    setSrcInfosTopo(&m_dessin, nullptr, 0, 0);
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+  }
+  [[nodiscard]] std::string fichier(const std::string& nom, const std::string& octets) const {
+    m_dossier.ecrire(nom, octets);
+    return (m_dossier.chemin / nom).string();
+  }
+
+  DossierEssai m_dossier;
+  AcDbDatabase m_dessin;
+  projetsTopo m_projets;
+};
+
+}  // namespace veltora
