@@ -91,25 +91,39 @@ AcDbObjectId blockOf(AcDbDatabase& database, const std::wstring& typed) {
   return block;
 }
 
-/// Copies the variable attributes of the block into a reference and asks for their values.
-void addAttributes(AcDbBlockReference& reference) {
-  const AcDbObjectPointer<AcDbBlockTableRecord> block(reference.blockTableRecord());
+/// A variable attribute of a block and the text that it gets.
+struct AttributeText {
+  AcDbObjectId definition;
+  std::wstring text;
+};
+
+/// Asks for the texts of a block's attributes. @return false when the user leaves
+bool askAttributes(AcDbObjectId blockId, std::vector<AttributeText>& attributes) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> block(blockId);
   resbuf asks{};
   const bool asking = acedGetVar(L"ATTREQ", &asks) != RTNORM || asks.resval.rint != 0;
   for (const AcDbObjectId id : block ? block->entities() : std::vector<AcDbObjectId>()) {
     const AcDbObjectPointer<AcDbAttributeDefinition> definition(id);
     if (!definition || definition->isConstant()) continue;
-    auto attribute = std::make_unique<AcDbAttribute>();
-    if (attribute->setAttributeFromBlock(definition.object(), reference.blockTransform()) != Acad::eOk)
-      continue;
     std::wstring text = definition->textString();
     if (asking && !definition->isPreset()) {
-      const std::wstring& word = definition->prompt().empty() ? definition->tag() : definition->prompt();
+      const std::wstring word = definition->prompt().empty() ? definition->tag() : definition->prompt();
       std::wstring given;
-      acedGetString(1, (L"\n" + word + L" <" + text + L"> : ").c_str(), given);
+      if (acedGetString(1, (L"\n" + word + L" <" + text + L"> : ").c_str(), given) != RTNORM) return false;
       if (!given.empty()) text = given;
     }
-    attribute->setTextString(text.c_str());
+    attributes.push_back({id, text});
+  }
+  return true;
+}
+
+void addAttributes(AcDbBlockReference& reference, const std::vector<AttributeText>& attributes) {
+  for (const AttributeText& one : attributes) {
+    const AcDbObjectPointer<AcDbAttributeDefinition> definition(one.definition);
+    auto attribute = std::make_unique<AcDbAttribute>();
+    if (!definition || attribute->setAttributeFromBlock(definition, reference.blockTransform()) != Acad::eOk)
+      continue;
+    attribute->setTextString(one.text.c_str());
     if (reference.appendAttribute(attribute.get()) == Acad::eOk) attribute.release()->close();
   }
 }
@@ -163,11 +177,13 @@ void insert() {
   scale.sz = scale.sx;
   double rotation = 0.0;
   if (!askWithDefault(acedGetAngle, 0, L"\nAngle de rotation, en degrés <0> : ", at, rotation)) return;
+  std::vector<AttributeText> attributes;
+  if (!askAttributes(block, attributes)) return;
   auto made = std::make_unique<AcDbBlockReference>(at, block);
   made->setScaleFactors(scale);
   made->setRotation(rotation);
   const AcDbObjectPointer<AcDbBlockReference> reference(add(std::move(made)), AcDb::kForWrite);
-  if (reference) addAttributes(*reference);
+  if (reference) addAttributes(*reference, attributes);
 }
 
 }  // namespace arx_commands

@@ -157,6 +157,16 @@ Acad::ErrorStatus replaceState(AcDbObject& object, AcDbObject& made, const resbu
   return status;
 }
 
+/// Gives an entity to a block definition, an attribute to a block reference; leaves it open.
+Acad::ErrorStatus append(AcDbEntity* entity, AcDbObjectId owner, AcDbObjectId& id) {
+  if (AcDbAttribute* const attribute = AcDbAttribute::cast(entity)) {
+    const AcDbObjectPointer<AcDbBlockReference> reference(owner, AcDb::kForWrite);
+    return reference ? reference->appendAttribute(id, attribute) : Acad::eInvalidInput;
+  }
+  const AcDbObjectPointer<AcDbBlockTableRecord> block(owner, AcDb::kForWrite);
+  return block ? block->appendAcDbEntity(id, entity) : Acad::eInvalidInput;
+}
+
 }  // namespace
 
 resbuf* acdbEntGet(const ads_name entity) { return acdbEntGetX(entity, nullptr); }
@@ -210,28 +220,31 @@ int acdbEntDel(const ads_name entity) {
   return object->erase(!object->isErased()) == Acad::eOk ? RTNORM : failed(kErrnoBadName);
 }
 
-int acdbEntMake(const resbuf* chain) {
-  AcDbDatabase* const database = workingDatabase();
+int acdbEntMakeIn(const resbuf* chain, AcDbObjectId owner, AcDbObjectId& made) {
   const std::string type = typeOf(chain);
-  if (!database || type.empty()) return failed(kErrnoBadChain);
-  for (const char* part : {"ATTRIB", "VERTEX", "SEQEND", "BLOCK", "ENDBLK"}) {
+  if (type.empty() || !owner.isValid()) return failed(kErrnoBadChain);
+  for (const char* part : {"VERTEX", "SEQEND", "BLOCK", "ENDBLK"}) {
     if (type == part) return failed(kErrnoBadChain);
   }
-  std::unique_ptr<AcDbObject> made = objectFrom(chain, nullptr, *database);
-  if (!made || AcDbOtherEntity::cast(made.get())) return failed(kErrnoBadChain);
-  const resbuf* const paper = find(chain, 67);
-  const bool inPaper = paper && paper->resval.rint != 0;
-  AcDbObjectPointer<AcDbBlockTableRecord> space(inPaper ? database->paperSpaceId() : database->modelSpaceId(),
-                                                AcDb::kForWrite);
-  auto* const entity = static_cast<AcDbEntity*>(made.get());
-  AcDbObjectId id;
-  if (!space || space->appendAcDbEntity(id, entity) != Acad::eOk) return failed(kErrnoBadChain);
-  static_cast<void>(made.release());
+  std::unique_ptr<AcDbObject> object = objectFrom(chain, nullptr, *owner.database());
+  if (!object || AcDbOtherEntity::cast(object.get())) return failed(kErrnoBadChain);
+  auto* const entity = static_cast<AcDbEntity*>(object.get());
+  if (append(entity, owner, made) != Acad::eOk) return failed(kErrnoBadChain);
+  static_cast<void>(object.release());
   const AcEdRbHolder xdata = xdataOf(chain);
   const bool good = !xdata || entity->setXData(xdata.get()) == Acad::eOk;
   if (!good) entity->erase();
   entity->close();
   return good ? RTNORM : failed(kErrnoBadChain);
+}
+
+int acdbEntMake(const resbuf* chain) {
+  AcDbDatabase* const database = workingDatabase();
+  if (!database) return failed(kErrnoBadChain);
+  const resbuf* const paper = find(chain, 67);
+  const bool inPaper = paper && paper->resval.rint != 0;
+  AcDbObjectId made;
+  return acdbEntMakeIn(chain, inPaper ? database->paperSpaceId() : database->modelSpaceId(), made);
 }
 
 namespace {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arx/db/dbid.h"
 #include "arx/db/resbuf.h"
 #include "arx/ed/acutads.h"
 
@@ -24,6 +25,8 @@ ARX_API int acdbEntDel(const ads_name entity);
 /// Makes an entity in model space from a chain that begins with its type (0). RTERROR for a chain that does
 /// not fit.
 ARX_API int acdbEntMake(const resbuf* chain);
+/// The same in a block definition, or, for an attribute, at a block reference. `made` is set on RTNORM only.
+ARX_API int acdbEntMakeIn(const resbuf* chain, AcDbObjectId owner, AcDbObjectId& made);
 /// The living entity of model space made last.
 ARX_API int acdbEntLast(ads_name entity);
 /// The next entity of model space, attributes and vertices included; the first for a null name.

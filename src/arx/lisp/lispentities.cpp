@@ -42,17 +42,20 @@ Value entDel(Args& a) { return acdbEntDel(a.name(0, Kind::kEntity).name) == RTNO
 
 Value entMake(Args& a) {
   if (a.size() == 0) {
-    forgetPolyline(a.in);
+    forgetParts(a.in);
     return {};
   }
   ads_name made = {0, 0};
-  return makeEntity(a.in, a.list(0), made) ? a[0] : Value();
+  std::wstring block;
+  if (!makeEntity(a.in, a.list(0), made, block)) return {};
+  return block.empty() ? a[0] : Value::text(block);
 }
 
 /// As ENTMAKE, but gives the new name; nil for the parts of a polyline that is not finished.
 Value entMakeX(Args& a) {
   ads_name made = {0, 0};
-  return makeEntity(a.in, a.list(0), made) ? entityValue(made) : Value();
+  std::wstring block;
+  return makeEntity(a.in, a.list(0), made, block) ? entityValue(made) : Value();
 }
 
 Value entLast(Args&) {

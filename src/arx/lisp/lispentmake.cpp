@@ -6,6 +6,8 @@
 #include "arx/lisp/lisphost.h"
 #include "base/text.h"
 
+#include <utility>
+
 namespace base = veltora::base;
 
 namespace aclisp {
@@ -118,29 +120,113 @@ bool finishPolyline(const std::vector<std::shared_ptr<resbuf>>& parts, ads_name 
   return buildPolyline<AcDb2dPolyline, AcDb2dVertex>(parts, place, made);
 }
 
+/// A free name for a block that routines leave without one: "*U1".
+std::wstring anonymousName(const AcDbSymbolTable& blocks) {
+  for (int number = 1;; ++number) {
+    std::wstring name = L"*U" + std::to_wstring(number);
+    if (!blocks.has(name.c_str())) return name;
+  }
+}
+
+/// An empty block of this name; the null id when it cannot be.
+AcDbObjectId makeBlock(const resbuf* head, std::wstring& name) {
+  const AcDbObjectPointer<AcDbBlockTable> blocks(working()->blockTableId(), AcDb::kForWrite);
+  name = textOf(head, 2);
+  if (!blocks || name.empty()) return {};
+  if (name[0] == L'*') name = anonymousName(*blocks);
+  auto record = std::make_unique<AcDbBlockTableRecord>();
+  AcDbObjectId id;
+  if (blocks->has(name.c_str()) || record->setName(name.c_str()) != Acad::eOk) return {};
+  record->setOrigin(pointOf(head, 10));
+  if (blocks->add(id, record.get()) != Acad::eOk) return {};
+  record.release()->close();
+  return id;
+}
+
+/// What was made so far, when a later part does not fit.
+void eraseAll(const std::vector<AcDbObjectId>& objects) {
+  for (const AcDbObjectId id : objects) {
+    const AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
+    if (object) object->erase();
+  }
+}
+
+/// Makes the parts behind the head in an owner, all or none. @return false when one does not fit
+bool makeParts(const std::vector<std::shared_ptr<resbuf>>& parts, AcDbObjectId owner) {
+  std::vector<AcDbObjectId> made;
+  for (std::size_t i = 1; i < parts.size(); ++i) {
+    AcDbObjectId id;
+    if (acdbEntMakeIn(parts[i].get(), owner, id) != RTNORM) {
+      made.push_back(owner);
+      eraseAll(made);
+      return false;
+    }
+    made.push_back(id);
+  }
+  return true;
+}
+
+bool finishBlock(const std::vector<std::shared_ptr<resbuf>>& parts, std::wstring& block) {
+  std::wstring name;
+  if (!working()) return false;
+  const AcDbObjectId id = makeBlock(parts.front().get(), name);
+  if (id.isNull() || !makeParts(parts, id)) return false;
+  block = name;
+  return true;
+}
+
+bool finishReference(const std::vector<std::shared_ptr<resbuf>>& parts, ads_name made) {
+  AcDbObjectId id;
+  if (!working() || acdbEntMakeIn(parts.front().get(), working()->modelSpaceId(), id) != RTNORM) return false;
+  if (!makeParts(parts, id)) return false;
+  acdbGetAdsName(*reinterpret_cast<ads_name*>(made), id);
+  return true;
+}
+
+std::wstring typeOf(const std::shared_ptr<resbuf>& chain) { return base::toUpper(textOf(chain.get(), 0)); }
+
+/// Whether a list begins what later lists go on with.
+bool isHead(const std::shared_ptr<resbuf>& chain, const std::wstring& type) {
+  return type == L"POLYLINE" || type == L"BLOCK" || (type == L"INSERT" && shortOf(chain.get(), 66, 0) == 1);
+}
+
+/// The last part has come: everything enters the drawing.
+bool finish(const std::vector<std::shared_ptr<resbuf>>& parts, const std::wstring& type, ads_name made,
+            std::wstring& block) {
+  if (parts.empty()) return false;
+  const std::wstring head = typeOf(parts.front());
+  if ((head == L"BLOCK") != (type == L"ENDBLK")) return false;
+  if (head == L"BLOCK") return finishBlock(parts, block);
+  return head == L"INSERT" ? finishReference(parts, made) : finishPolyline(parts, made);
+}
+
+/// Whether a part goes with what was begun.
+bool belongs(const std::wstring& head, const std::wstring& type) {
+  if (head == L"BLOCK")
+    return type != L"VERTEX" && type != L"ATTRIB" && type != L"POLYLINE" && type != L"BLOCK";
+  return type == (head == L"INSERT" ? L"ATTRIB" : L"VERTEX");
+}
+
 }  // namespace
 
-void forgetPolyline(Interpreter& in) { hostState(in).polyline.clear(); }
+void forgetParts(Interpreter& in) { hostState(in).parts.clear(); }
 
-bool makeEntity(Interpreter& in, const Value& list, ads_name made) {
-  std::vector<std::shared_ptr<resbuf>>& parts = hostState(in).polyline;
+bool makeEntity(Interpreter& in, const Value& list, ads_name made, std::wstring& block) {
+  std::vector<std::shared_ptr<resbuf>>& parts = hostState(in).parts;
   std::shared_ptr<resbuf> chain(groupChain(in, list), acutRelRb);
-  const std::wstring type = base::toUpper(textOf(chain.get(), 0));
+  const std::wstring type = typeOf(chain);
   if (type == L"LAYER") return makeLayer(chain.get());
-  if (type == L"POLYLINE") {
+  if (type == L"SEQEND" || type == L"ENDBLK") return finish(std::exchange(parts, {}), type, made, block);
+  if (!parts.empty() && belongs(typeOf(parts.front()), type)) {
+    parts.push_back(chain);
+    return true;
+  }
+  parts.clear();
+  if (isHead(chain, type)) {
     parts = {chain};
     return true;
   }
-  if (type == L"VERTEX") {
-    if (!parts.empty()) parts.push_back(chain);
-    return !parts.empty();
-  }
-  if (type == L"SEQEND") {
-    const std::vector<std::shared_ptr<resbuf>> all = std::move(parts);
-    parts.clear();
-    return !all.empty() && finishPolyline(all, made);
-  }
-  parts.clear();
+  if (type == L"VERTEX" || type == L"ATTRIB") return false;
   return acdbEntMake(chain.get()) == RTNORM && acdbEntLast(made) == RTNORM;
 }
 

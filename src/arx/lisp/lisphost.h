@@ -18,10 +18,10 @@ struct CommandAnswer {
 
 /// What the host's functions keep between calls.
 struct HostState {
-  std::vector<CommandAnswer> pending;             ///< a command that still waits for answers, its name first
-  std::vector<Value> held;                        ///< values that are no text, fetched by (%VALEUR n)
-  std::map<std::wstring, std::size_t> tableAt;    ///< where `tblnext` stands
-  std::vector<std::shared_ptr<resbuf>> polyline;  ///< parts given to `entmake` so far
+  std::vector<CommandAnswer> pending;           ///< a command that still waits for answers, its name first
+  std::vector<Value> held;                      ///< values that are no text, fetched by (%VALEUR n)
+  std::map<std::wstring, std::size_t> tableAt;  ///< where `tblnext` stands
+  std::vector<std::shared_ptr<resbuf>> parts;   ///< given to `entmake` so far: a head and what belongs to it
   std::map<std::int64_t, std::size_t> dictionaryAt;  ///< where `dictnext` stands, by handle
   int depth = 0;                                     ///< expressions at work, one within the other
 };
