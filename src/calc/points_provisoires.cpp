@@ -241,17 +241,20 @@ etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
 
 }  // namespace
 
-etatProvisoire examinerPoint(reseauMoindresCarres& reseau, int point) {
-  etatProvisoire etat;
-  if (point < reseau.utilisable.GetSize() && reseau.utilisable.GetAt(point)) return etat;
+std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau) {
+  std::vector<etatProvisoire> etats(reseau.points.size());
   const bool canevas = std::any_of(reseau.points.begin(), reseau.points.end(),
                                    [](const pointACalculer& p) { return p.planiConnue; });
-  if (!canevas) {
-    etat.cause = etatProvisoire::Cause::kSansCanevas;
-    return etat;
-  }
   const std::vector<std::vector<int>> parPoint = observationsParPoint(reseau);
-  return Intersection(reseau, point).examiner(parPoint.at(static_cast<std::size_t>(point)));
+  for (std::size_t i = 0; i < etats.size(); ++i) {
+    const int point = static_cast<int>(i);
+    if (point < reseau.utilisable.GetSize() && reseau.utilisable.GetAt(point)) continue;
+    if (canevas)
+      etats[i] = Intersection(reseau, point).examiner(parPoint[i]);
+    else
+      etats[i].cause = etatProvisoire::Cause::kSansCanevas;
+  }
+  return etats;
 }
 
 std::wstring solutionTrouvee(const pointACalculer& p) {

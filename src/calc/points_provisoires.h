@@ -2,6 +2,8 @@
 
 #include "calc/reseau_moindres_carres.h"
 
+#include <vector>
+
 namespace veltora {
 
 /// Why a point has no provisional coordinates.
@@ -21,8 +23,8 @@ struct etatProvisoire {
   bool droitesSeules = false;  ///< all loci are lines
 };
 
-/// The state of a point as the last pass of provisional coordinates left it.
-/// @param point  index; `utilisable` is that of the plan, not yet of the heights
-etatProvisoire examinerPoint(reseauMoindresCarres& reseau, int point);
+/// The state of each point as the last pass of provisional coordinates left it; `utilisable` is that of the
+/// plan, not yet of the heights.
+std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau);
 
 }  // namespace veltora

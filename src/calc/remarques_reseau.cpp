@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace veltora {
 namespace {
@@ -47,10 +48,14 @@ std::wstring citer(const reseauMoindresCarres& reseau, const ObservationReduite&
 
 bool fini(const pointACalculer& p) { return std::isfinite(p.X) && std::isfinite(p.Y); }
 
-bool nommeEnAltitude(const reseauMoindresCarres& reseau, int point) {
-  return std::any_of(reseau.observations.begin(), reseau.observations.end(), [&](const auto& o) {
-    return o.type == ObservationReduite::kDenivelee && (o.station == point || o.vise == point);
-  });
+/// For each point whether a height difference names it.
+std::vector<bool> nommesEnAltitude(const reseauMoindresCarres& reseau) {
+  std::vector<bool> nommes(reseau.points.size());
+  for (const ObservationReduite& o : reseau.observations) {
+    if (o.type != ObservationReduite::kDenivelee) continue;
+    for (const int point : {o.station, o.vise}) nommes.at(static_cast<std::size_t>(point)) = true;
+  }
+  return nommes;
 }
 
 std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
@@ -167,11 +172,14 @@ void remarquerObservations(const reseauMoindresCarres& reseau, Remarques& remarq
 
 void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques) {
   remarquerIteration(reseau, bilan, remarques);
+  const std::vector<etatProvisoire> etats = examinerPoints(reseau);
+  const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
   for (int i = 0; i < reseau.points.GetSize(); ++i) {
     const pointACalculer& p = reseau.points.GetAt(i);
     if (p.planiConnue || (reseau.utilisable.GetAt(i) && fini(p))) continue;
-    remarques.push_back(base::formater(L"point %s sans coordonnées : %s", p.nom,
-                                       raison(examinerPoint(reseau, i), nommeEnAltitude(reseau, i))));
+    const auto rang = static_cast<std::size_t>(i);
+    remarques.push_back(
+        base::formater(L"point %s sans coordonnées : %s", p.nom, raison(etats[rang], enAltitude[rang])));
   }
   remarquerTours(reseau, remarques);
 }
@@ -183,8 +191,9 @@ void remarquerAltitudes(const reseauMoindresCarres& reseau, Remarques& remarques
     remarques.push_back(L"dénivelées sans emploi : aucun point connu n'a d'altitude");
     return;
   }
+  const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
   for (int i = 0; i < reseau.points.GetSize(); ++i) {
-    if (reseau.utilisable.GetAt(i) || !nommeEnAltitude(reseau, i)) continue;
+    if (reseau.utilisable.GetAt(i) || !enAltitude[static_cast<std::size_t>(i)]) continue;
     remarques.push_back(
         base::formater(L"point %s sans altitude : ses dénivelées ne le rattachent à aucune altitude connue",
                        reseau.points.GetAt(i).nom));
