@@ -89,12 +89,13 @@ bool ConfigStore::lire(std::string_view cle, int& valeur) const {
 }
 
 void ConfigStore::poser(std::string_view cle, const AcGePoint2d& valeur) {
-  noeudDe(cle).put_value(valeur, Point2DTranslator());
+  // Every point has a text form; put_value would throw for one that has none.
+  noeudDe(cle).data() = *Point2DTranslator::put_value(valeur);
   m_modifie = true;
 }
 
 void ConfigStore::poser(std::string_view cle, int valeur) {
-  noeudDe(cle).put_value(std::to_string(valeur));
+  noeudDe(cle).data() = std::to_string(valeur);
   m_modifie = true;
 }
 

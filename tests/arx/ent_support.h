@@ -14,16 +14,16 @@ namespace ent_test {
 
 inline std::vector<DxfTag> tagsOf(std::string_view brief) {
   std::vector<DxfTag> tags;
-  while (!brief.empty()) {
-    const std::size_t end = std::min(brief.find('|'), brief.size());
-    const std::string_view item = brief.substr(0, end);
+  for (std::size_t at = 0; at < brief.size();) {
+    const std::size_t end = std::min(brief.find('|', at), brief.size());
+    const std::string_view item = brief.substr(at, end - at);
     const std::size_t blank = std::min(item.find(' '), item.size());
     DxfTag tag;
     tag.code = std::stoi(std::string(item.substr(0, blank)));
     tag.line = static_cast<Adesk::UInt32>(tags.size() + 1) * 2;
     tag.value = blank < item.size() ? item.substr(blank + 1) : std::string_view();
     tags.push_back(tag);
-    brief.remove_prefix(std::min(end + 1, brief.size()));
+    at = end + 1;
   }
   return tags;
 }

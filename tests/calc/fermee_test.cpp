@@ -109,7 +109,7 @@ TEST(PolygonaleFermee, TwoRowsShareTheWholeSum) {
 
 polygonaleFermeeObs lireExemple(const std::string& nom) {
   polygonaleFermeeObs obs;
-  const auto octets = base::lireFichier(std::string(VELTORA_SOURCE_DIR) + "/examples/" + nom);
+  const auto octets = base::lireFichier(VELTORA_SOURCE_DIR "/examples/" + nom);
   EXPECT_TRUE(octets) << nom;
   if (octets) lireObsFermee(*octets, obs);
   return obs;
@@ -135,8 +135,7 @@ TEST(PolygonaleFermee, AgreesWithThePublishedCase) {
 TEST(PolygonaleFermee, TheExampleGivesWhatItShould) {
   const Resultat r = calculerExemple("polygonale_fermee.obs");
   EXPECT_TRUE(memeQueReference("rapport_fermee_exemple.html", r.rapport));
-  const auto texte =
-      base::lireFichier(std::string(VELTORA_SOURCE_DIR) + "/examples/polygonale_fermee.attendu.txt");
+  const auto texte = base::lireFichier(VELTORA_SOURCE_DIR "/examples/polygonale_fermee.attendu.txt");
   ASSERT_TRUE(texte);
   std::istringstream lignes(*texte);
   lignes.imbue(std::locale::classic());

@@ -291,7 +291,7 @@ TEST_F(Helmert, ReportsAndAppliesToASelection) {
 }
 
 TEST_F(Helmert, TheExampleGivesWhatItShould) {
-  const std::string exemples = std::string(VELTORA_SOURCE_DIR) + "/examples/";
+  const std::string exemples = VELTORA_SOURCE_DIR "/examples/";
   demandeHelmert demande;
   demande.fichier = exemples + "helmert.txt";
   resultatHelmertUnAppel r;

@@ -137,7 +137,7 @@ TEST(LireLigne, CutsNamesAndParsesLeniently) {
 }
 
 std::string octetsDe(const std::string& nom) {
-  const auto octets = base::lireFichier(std::string(VELTORA_SOURCE_DIR) + "/" + nom);
+  const auto octets = base::lireFichier(VELTORA_SOURCE_DIR "/" + nom);
   EXPECT_TRUE(octets) << nom;
   return octets.value_or("");
 }

@@ -37,7 +37,7 @@ Resultat calculer(const polygonaleOuverteObs& obs) {
 
 polygonaleOuverteObs lireExemple(const std::string& nom) {
   polygonaleOuverteObs obs;
-  const auto octets = base::lireFichier(std::string(VELTORA_SOURCE_DIR) + "/examples/" + nom);
+  const auto octets = base::lireFichier(VELTORA_SOURCE_DIR "/examples/" + nom);
   EXPECT_TRUE(octets && estObsOuverte(*octets)) << nom;
   if (octets) {
     EXPECT_TRUE(lireObsOuverte(*octets, obs).empty()) << nom;
@@ -134,8 +134,7 @@ TEST(PolygonaleOuverte, TheExampleGivesWhatItShould) {
   const Resultat r = calculer(obs);
   EXPECT_TRUE(memeQueReference("rapport_ouverte_exemple.html", r.rapport));
   const auto stations = stationsOuverte(obs.depart, obs.arrivee.z, r.lignes, r.X, r.Y, r.Z);
-  const auto texte =
-      base::lireFichier(std::string(VELTORA_SOURCE_DIR) + "/examples/polygonale_ouverte.attendu.txt");
+  const auto texte = base::lireFichier(VELTORA_SOURCE_DIR "/examples/polygonale_ouverte.attendu.txt");
   std::istringstream lignes(texte.value_or(""));
   std::string ligne;
   std::size_t i = 0;

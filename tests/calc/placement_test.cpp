@@ -14,7 +14,7 @@
 namespace veltora {
 namespace {
 
-const std::string kExemple = std::string(VELTORA_SOURCE_DIR) + "/examples/polygonale_fermee.obs";
+const std::string kExemple = VELTORA_SOURCE_DIR "/examples/polygonale_fermee.obs";
 
 class Placement : public ProjetEssai {
 protected:

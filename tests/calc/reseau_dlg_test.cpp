@@ -14,7 +14,7 @@
 namespace veltora {
 namespace {
 
-const std::string kExemples = std::string(VELTORA_SOURCE_DIR) + "/examples/";
+const std::string kExemples = VELTORA_SOURCE_DIR "/examples/";
 
 class ReseauPlace : public ProjetEssai {
 protected:

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 std::vector<LispCase> lireCas(const std::string& name) {
-  const std::string path = std::string(VELTORA_SOURCE_DIR) + "/tests/lisp/cases/" + name;
+  const std::string path = VELTORA_SOURCE_DIR "/tests/lisp/cases/" + name;
   std::ifstream file(path);
   if (!file) throw std::runtime_error("no case file " + path);
   std::vector<LispCase> cases;

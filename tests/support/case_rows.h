@@ -37,7 +37,7 @@ inline std::ostream& operator<<(std::ostream& out, const CaseRow& row) {
 /// around a cell count only within quotes; "¶" is a line end. Lines that are empty or begin with ";" say
 /// nothing. Throws std::runtime_error when there is no such table, or no row in it.
 inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table, char bar = '|') {
-  std::ifstream in(std::string(VELTORA_SOURCE_DIR) + "/tests/" + file);
+  std::ifstream in(VELTORA_SOURCE_DIR "/tests/" + file);
   std::vector<CaseRow> rows;
   bool inside = false;
   int number = 0;

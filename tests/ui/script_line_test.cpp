@@ -60,7 +60,7 @@ TEST(ScriptLine, ListWithoutCaptionIsCalledListe) {
 
 TEST(ScriptLine, LongNonsenseIsRefusedQuickly) {
   SampleDialog dialog;
-  DialogScript script({std::string(200000, '/') + " = " + std::string(200000, '=')});
+  DialogScript script({std::string(200000, '/').append(" = ").append(200000, '=')});
   EXPECT_THROW(dialog.doModal(), veltora::base::ScriptError);
 }
 
