@@ -63,8 +63,8 @@ void run(Mesure& measure, int n) {
   const std::filesystem::path path = base::creerFichierTemporaire(base::dossierTemporaire(), "BXY");
   std::wstring reason;
   const std::wstring name = base::fromUtf8(path.string());
-  measure("export text", n, [&] { expect(exporterPoints(points, name, {}, reason), "text"); });
-  measure("export report", n, [&] { expect(exporterPoints(points, name + L".doc", {}, reason), "report"); });
+  measure("export text", n, [&] { expect(exporterPoints(points, name, reason), "text"); });
+  measure("export report", n, [&] { expect(exporterPoints(points, name + L".doc", reason), "report"); });
   std::filesystem::remove(path);
   std::filesystem::remove(path.string() + ".doc");
 }

@@ -68,7 +68,7 @@ std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
     return line;
   }
   std::fflush(stdout);
-  if (ui::Driver* driver = ui::driver()) driver->clearStop();
+  if (ui::Driver* driver = ui::driver()) driver->oublierArret();
   s_waits = 1;
   s_cancelled = 0;
   char* typed = readline(prompt.c_str());

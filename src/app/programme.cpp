@@ -53,7 +53,7 @@ ui::Buttons boutons(AcEdButtons buttons) {
 void surInterruption(int) {
   ui::Driver* driver = ui::driver();
   if (driver && TerminalSource::cancel()) return;
-  if (!driver || driver->wantsToStop()) ::_exit(128 + SIGINT);
+  if (!driver || driver->arretDemande()) ::_exit(128 + SIGINT);
   driver->requestStop();
 }
 
@@ -84,11 +84,6 @@ void Programme::brancher() {
   ports.fileChooser = &m_driver;
   ports.messageBox = [this](const std::wstring& text, const std::wstring& title, AcEdButtons buttons) {
     return reponseHote(m_driver.messageBox(text, title, boutons(buttons)));
-  };
-  ports.userBreak = [this] {
-    const bool stop = m_driver.wantsToStop();
-    if (stop) m_driver.clearStop();  // it ends one job, not the next as well
-    return stop;
   };
   aclispInstall();
 }

@@ -87,7 +87,7 @@ int travailImporterDessin(const Demande& demande) {
   if (!programme.charger() || !programme.ouvrir(demande.dessin) || !tablesPoints) return kEchec;
   listePointsDuDessin& table = tableNommee(*tablesPoints, base::fromUtf8(demande.table));
   const comptesImport comptes = importerToutLeDessin(table, parametresDe(demande));
-  if (ui::driver()->wantsToStop()) {
+  if (ui::driver()->arretDemande()) {
     direErreur("interrompu");
     return kEchec;
   }

@@ -2,12 +2,12 @@
 
 #include "arx/db/dbmain.h"
 #include "base/format.h"
+#include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "drafting/exporter_points.h"
 #include "points/projets_topo.h"
 #include "points/table_obs_xyz.h"
-#include "ui/progress.h"
 
 #include <algorithm>
 #include <numeric>
@@ -83,16 +83,15 @@ bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints
     if (vus.insert(ligne.code).second) codes.getOuCreerCode(ligne.code);
   codes.creerTousLayers(acdbHostApplicationServices()->workingDatabase());
   int sansBloc = 0;
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, static_cast<long long>(liste.lignes.size()) - 1);
+  base::Suivi suivi(static_cast<long long>(liste.lignes.size()) - 1);
   for (const pointXYZ& ligne : liste.lignes) {
-    if (avance.wantsToStop()) return false;
+    if (suivi.arrete()) return false;
     pointDuDessin point;
     point = ligne;
     point.creer(true, ligne.obs.c_str());
     if (point.id.isNull()) ++sansBloc;
     table.Ajouter(point);
-    avance.stepIt();
+    suivi.avancer();
   }
   if (sansBloc > 0)
     resultat.remarques.push_back(
@@ -153,13 +152,7 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   const std::vector<pointDuDessin> points = choisir(*tablesPoints->tablesListe.GetAt(indice), demande);
   if (points.empty()) return echec(resultat, L"aucun point à exporter");
   std::wstring raison;
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, static_cast<long long>(points.size()));
-  const auto etape = [&avance] {
-    avance.stepIt();
-    return !avance.wantsToStop();
-  };
-  if (!exporterPoints(points, nomAffiche(demande.fichier), etape, raison))
+  if (!exporterPoints(points, nomAffiche(demande.fichier), raison))
     return echec(resultat, raison.empty() ? kInterrompu : raison);
   resultat.nombre = static_cast<int>(points.size());
   const auto sansAltitude = std::count_if(points.begin(), points.end(),

@@ -1,6 +1,7 @@
 #include "drafting/exporter_points.h"
 
 #include "base/files.h"
+#include "base/suivi.h"
 #include "base/text.h"
 #include "points/texte_point.h"
 #include "report/html_document.h"
@@ -29,7 +30,7 @@ void ajouterLigne(htmlTable& table, const pointDuDessin& point) {
   table.fermerLigne();
 }
 
-bool exporterRapport(const Points& points, const std::wstring& chemin, const avancement& avance,
+bool exporterRapport(const Points& points, const std::wstring& chemin, base::Suivi& suivi,
                      std::string& raison) {
   htmlDocument document;
   // Deliberate (export-toujours-word): the Word form, under ".htm" too.
@@ -44,18 +45,20 @@ bool exporterRapport(const Points& points, const std::wstring& chemin, const ava
   table.fermerLigne();
   for (const pointDuDessin& point : points) {
     ajouterLigne(table, point);
-    if (avance && !avance()) return false;
+    suivi.avancer();
+    if (suivi.arrete()) return false;
   }
   document.ajouterCorps(table.fermerTable());
   return document.ecrire(&raison);
 }
 
-bool exporterTexte(const Points& points, const std::wstring& chemin, const avancement& avance,
+bool exporterTexte(const Points& points, const std::wstring& chemin, base::Suivi& suivi,
                    std::string& raison) {
   base::RemplacementFichier fichier{std::filesystem::path(base::toUtf8(chemin))};
   for (const pointDuDessin& point : points) {
     if (!fichier.ecrire(texteDuPoint(point))) break;
-    if (avance && !avance()) return false;
+    suivi.avancer();
+    if (suivi.arrete()) return false;
   }
   return fichier.terminer(&raison);
 }
@@ -69,11 +72,11 @@ formeExport formeDuFichier(std::wstring_view chemin) {
   return formeExport::kTexte;
 }
 
-bool exporterPoints(const Points& points, const std::wstring& chemin, const avancement& avance,
-                    std::wstring& raison) {
+bool exporterPoints(const Points& points, const std::wstring& chemin, std::wstring& raison) {
+  base::Suivi suivi(static_cast<long long>(points.size()));
   std::string detail;
   const bool rapport = formeDuFichier(chemin) == formeExport::kRapport;
-  const bool ecrit = (rapport ? exporterRapport : exporterTexte)(points, chemin, avance, detail);
+  const bool ecrit = (rapport ? exporterRapport : exporterTexte)(points, chemin, suivi, detail);
   raison = base::fromUtf8(detail);
   return ecrit;
 }

@@ -2,7 +2,6 @@
 
 #include "points/point_du_dessin.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,13 +12,10 @@ namespace veltora {
 enum class formeExport { kTexte, kRapport };
 VELTORA_API formeExport formeDuFichier(std::wstring_view chemin);
 
-/// Called once a point; false stops the work, and no file is written.
-using avancement = std::function<bool()>;
-
 /// Writes points, in their order, to a file of the form that its name asks for; the old file stays whole when
-/// that fails or is stopped. Reports have the Word form whatever the extension.
+/// that fails or is stopped. Reports have the Word form whatever the extension. Shows progress.
 /// @param raison  why it failed, French; empty when it was stopped
 VELTORA_API bool exporterPoints(const std::vector<pointDuDessin>& points, const std::wstring& chemin,
-                                const avancement& avance, std::wstring& raison);
+                                std::wstring& raison);
 
 }  // namespace veltora

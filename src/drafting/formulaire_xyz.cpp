@@ -7,7 +7,6 @@
 #include "points/numerotation_dlg.h"
 #include "points/point_du_dessin.h"
 #include "ui/driver.h"
-#include "ui/progress.h"
 
 namespace veltora {
 namespace {
@@ -22,16 +21,6 @@ std::optional<base::FileAnswer> choisir(const wchar_t* filtre, bool enregistrer)
   demande.filter = filtre;
   demande.save = enregistrer;
   return ui::chooseFile(demande);
-}
-
-/// Shows the share of a list that is read or written, until the user stops it.
-suiviXYZ suivre(ui::CMyProgressDlg& avance) {
-  return [&avance, ouvert = false](std::size_t fait, std::size_t total) mutable {
-    if (!ouvert) avance.setRange(0, static_cast<long long>(total));
-    ouvert = true;
-    avance.setPos(static_cast<long long>(fait));
-    return !avance.wantsToStop();
-  };
 }
 
 }  // namespace
@@ -73,8 +62,8 @@ void CformulaireXYZ::charger(bool vider) {
   if (!choix) return;
   m_table.nomFichier = choix->path;
   {
-    ui::CMyProgressDlg avance;
-    m_table.charger(nullptr, vider, suivre(avance));
+    base::Suivi suivi;
+    m_table.charger(nullptr, vider, &suivi);
   }
   // Deliberate (fusionner-libelle): a new code is labelled "Code 7" when its list is loaded, but "Code N° 7",
   // by the row that shows it, when its list is merged.
@@ -84,24 +73,23 @@ void CformulaireXYZ::charger(bool vider) {
 
 void CformulaireXYZ::sauvegarder() {
   const auto choix = choisir(L"Fichier Texte (.TXT)|*.txt|Tous (*.*)|*.*||", true);
-  ui::CMyProgressDlg avance;
-  if (choix && !m_table.sauver(choix->path.c_str(), suivre(avance)) && !avance.wantsToStop())
+  base::Suivi suivi;
+  if (choix && !m_table.sauver(choix->path.c_str(), &suivi) && !suivi.arrete())
     acutPrintf(L"\nEcriture impossible du fichier %s", choix->path);
 }
 
 void CformulaireXYZ::placer() {
   m_codes.creerTousLayers(acdbHostApplicationServices()->workingDatabase());
   if (m_table.lignes.empty()) return;
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, static_cast<long long>(m_table.lignes.size()) - 1);
+  base::Suivi suivi(static_cast<long long>(m_table.lignes.size()) - 1);
   for (const pointXYZ& ligne : m_table.lignes) {
-    if (avance.wantsToStop()) return;
+    if (suivi.arrete()) return;
     pointDuDessin point;
     point = ligne;
     // Deliberate (placer-hors-table): blocks only; they enter a table when the drawing is read again
     // (MAJPOINTS). The observation of the line is not shown.
     point.creer(true, L"");
-    avance.stepIt();
+    suivi.avancer();
   }
 }
 

@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
+#include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "drafting/exporter_points.h"
@@ -11,7 +12,6 @@
 #include "points/projets_topo.h"
 #include "points/tri_points.h"
 #include "ui/driver.h"
-#include "ui/progress.h"
 
 #include <algorithm>
 
@@ -34,15 +34,6 @@ std::vector<std::wstring> cellules(const pointDuDessin& point, int rang) {
           coordonnee(point.y),
           coordonnee(point.z),
           base::formater(L"%d", point.code)};
-}
-
-/// Steps a progress dialog once a point, until the user stops the work.
-avancement etapes(ui::CMyProgressDlg& avance, std::size_t nombre) {
-  avance.setRange(0, static_cast<long long>(nombre));
-  return [&avance] {
-    avance.stepIt();
-    return !avance.wantsToStop();
-  };
 }
 
 }  // namespace
@@ -139,10 +130,8 @@ void DlgPntsDuDessin::exporterFichier() {
   const auto choix = ui::chooseFile(demande);
   if (!choix) return;
   const std::vector<pointDuDessin> points = pointsVoulus();
-  ui::CMyProgressDlg avance;
   std::wstring raison;
-  if (!exporterPoints(points, choix->path, etapes(avance, points.size()), raison) && !raison.empty())
-    acutPrintf(L"\n%s", raison);
+  if (!exporterPoints(points, choix->path, raison) && !raison.empty()) acutPrintf(L"\n%s", raison);
 }
 
 void DlgPntsDuDessin::dessinerTable() {
@@ -160,9 +149,7 @@ void DlgPntsDuDessin::dessinerTable() {
     return;
   }
   if (!tableVivante()) return;
-  ui::CMyProgressDlg avance;
-  dessinerTableXYZ(params, points, m_codes, AcGePoint3d(coin[0], coin[1], 0.0),
-                   etapes(avance, points.size()));
+  dessinerTableXYZ(params, points, m_codes, AcGePoint3d(coin[0], coin[1], 0.0));
 }
 
 void DlgPntsDuDessin::importerDuDessin() {
@@ -182,11 +169,11 @@ void DlgPntsDuDessin::relireDessin() {
 
 void DlgPntsDuDessin::placerPoints() {
   m_codes.creerTousLayers(acdbHostApplicationServices()->workingDatabase());
-  ui::CMyProgressDlg avance;
-  const avancement etape = etapes(avance, static_cast<std::size_t>(m_table->nbPoint()));
+  base::Suivi suivi(m_table->nbPoint());
   for (pointDuDessin& point : *m_table->getData()) {
     if (filtreAccepte(point.code)) point.updateDrawing();
-    if (!etape()) break;
+    suivi.avancer();
+    if (suivi.arrete()) break;
   }
 }
 

@@ -11,6 +11,7 @@
 #include "arx/db/dbpl.h"
 #include "arx/db/dbtext.h"
 #include "base/format.h"
+#include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/valider_nombre.h"
@@ -152,7 +153,7 @@ void dessinerLigne(const paramsTableXYZ& p, const std::vector<colonneTable>& col
 }  // namespace
 
 bool dessinerTableXYZ(const paramsTableXYZ& params, const std::vector<pointDuDessin>& points,
-                      tableCodification& codes, const AcGePoint3d& coin, const avancement& avance) {
+                      tableCodification& codes, const AcGePoint3d& coin) {
   AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
   if (!db || points.empty() || params.aucuneColonne()) return false;
   std::vector<colonneTable> colonnes = colonnesDe(params, points, codes);
@@ -160,9 +161,11 @@ bool dessinerTableXYZ(const paramsTableXYZ& params, const std::vector<pointDuDes
   if (!dessin.pret()) return false;
   const double largeur = mesurer(colonnes, dessin);
   dessinerEntete(params, colonnes, dessin, coin, largeur);
+  base::Suivi suivi(static_cast<long long>(points.size()));
   for (std::size_t k = 1; k <= points.size(); ++k) {
     dessinerLigne(params, colonnes, k, dessin, coin, largeur);
-    if (avance && !avance()) break;
+    suivi.avancer();
+    if (suivi.arrete()) break;
   }
   return true;
 }

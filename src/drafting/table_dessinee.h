@@ -1,7 +1,9 @@
 #pragma once
 
 #include "arx/ge/gepoint.h"
-#include "drafting/exporter_points.h"
+#include "points/point_du_dessin.h"
+
+#include <vector>
 
 namespace veltora {
 
@@ -27,10 +29,9 @@ struct paramsTableXYZ {
 
 /// Draws a table of these points into the current space of the working drawing, in the current text style;
 /// `coin` is its upper left corner. A code that the code table lacks is added to it when labels are shown.
-/// @param avance  called once a row; false stops, and the rows drawn so far stay
+/// Shows progress; when the user stops it, the rows drawn so far stay.
 /// @return false when nothing was drawn: no point, no column, no drawing
 VELTORA_API bool dessinerTableXYZ(const paramsTableXYZ& params, const std::vector<pointDuDessin>& points,
-                                  tableCodification& codes, const AcGePoint3d& coin,
-                                  const avancement& avance);
+                                  tableCodification& codes, const AcGePoint3d& coin);
 
 }  // namespace veltora

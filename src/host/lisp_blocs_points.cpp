@@ -5,13 +5,13 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
+#include "base/suivi.h"
 #include "drafting/rattach_z_dlg.h"
 #include "host/designation.h"
 #include "host/fonctions_lisp.h"
 #include "points/attribs_points.h"
 #include "points/attributs_bloc.h"
 #include "points/projets_topo.h"
-#include "ui/progress.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,14 +76,13 @@ bool decalerBloc(const AcDbObjectId& id, double decalage, AcGePoint3d& place) {
 template <class Travail>
 placesBlocs travaillerBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Travail travail) {
   placesBlocs places;
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, static_cast<long long>(blocs.size()) - 1);
+  base::Suivi suivi(static_cast<long long>(blocs.size()) - 1);
   for (const AcDbObjectId& bloc : blocs) {
-    arrete = avance.wantsToStop();
+    arrete = suivi.arrete();
     if (arrete) break;
     AcGePoint3d place;
     if (travail(bloc, place)) places.emplace(bloc, place);
-    avance.stepIt();
+    suivi.avancer();
   }
   return places;
 }

@@ -9,13 +9,13 @@
 #include "arx/db/dbmtext.h"
 #include "arx/db/dbpl.h"
 #include "arx/ed/edselect.h"
+#include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/valider_nombre.h"
 #include "points/attribs_points.h"
 #include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
-#include "ui/progress.h"
 
 #include <algorithm>
 #include <memory>
@@ -317,13 +317,12 @@ bool listeSelectionObjets(const std::vector<AcString>& classes, std::vector<AcDb
 comptesImport importerEntites(listePointsDuDessin& table, const std::vector<AcDbObjectId>& entites,
                               const parametresImport& parametres) {
   importateur import(table, parametres);
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, static_cast<long long>(entites.size()) - 1);
+  base::Suivi suivi(static_cast<long long>(entites.size()) - 1);
   for (const AcDbObjectId& id : entites) {
-    if (avance.wantsToStop()) break;
+    if (suivi.arrete()) break;
     const AcDbObjectPointer<AcDbEntity> entite(id);
     if (entite.openStatus() == Acad::eOk) import.prendre(*entite);
-    avance.stepIt();
+    suivi.avancer();
   }
   table.delDups();
   table.renumeroter(false);

@@ -5,6 +5,7 @@
 #include "arx/ed/edports.h"
 #include "arx/ed/edselect.h"
 #include "base/format.h"
+#include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/valider_nombre.h"
@@ -12,7 +13,6 @@
 #include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
 #include "points/point_xyz.h"
-#include "ui/progress.h"
 
 #include <vector>
 
@@ -35,13 +35,12 @@ bool lireBlocs(std::vector<pointDuDessin>& points) {
   if (acedSSGet(L"X", nullptr, nullptr, filtre.get(), jeu) != RTNORM) return true;
   const std::vector<AcDbObjectId> blocs = acedSSEntities(jeu);
   acedSSFree(jeu);
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, static_cast<long long>(blocs.size()) - 1);
+  base::Suivi suivi(static_cast<long long>(blocs.size()) - 1);
   for (const AcDbObjectId& bloc : blocs) {
-    if (avance.wantsToStop()) return false;
+    if (suivi.arrete()) return false;
     pointDuDessin point;
     if (point.updateFromDrawing(bloc)) points.push_back(point);
-    avance.stepIt();
+    suivi.avancer();
   }
   return true;
 }
@@ -99,12 +98,11 @@ int pointDuDessin::updateFromDrawing(const AcDbObjectId& idBloc) {
 }
 
 void listePointsDuDessin::updateDrawing() {
-  ui::CMyProgressDlg avance;
-  avance.setRange(0, nbPoint() - 1);
+  base::Suivi suivi(nbPoint() - 1);
   for (pointDuDessin& point : pointsTable) {
-    if (avance.wantsToStop()) return;
+    if (suivi.arrete()) return;
     point.updateDrawing();
-    avance.stepIt();
+    suivi.avancer();
   }
 }
 

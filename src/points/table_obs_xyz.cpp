@@ -19,8 +19,15 @@
 namespace veltora {
 namespace {
 
-/// Lines from one call of a `suiviXYZ` to the next.
+/// Lines from one step of the progress to the next.
 constexpr int kLignesParSuivi = 1000;
+
+/// @return true when the user stops
+bool avancer(base::Suivi& suivi, std::size_t fait, std::size_t total) {
+  if (!suivi.ouvert()) suivi.etendre(0, static_cast<long long>(total));
+  suivi.aller(static_cast<long long>(fait));
+  return suivi.arrete();
+}
 constexpr std::string_view kBlancs = " \t\r";
 constexpr std::wstring_view kBordsNom = L" \t,;.";
 
@@ -168,7 +175,7 @@ std::wstring texteRemarque(const remarqueXYZ& remarque) {
   return base::formater(L"ligne %d : %s", remarque.ligne, texte);
 }
 
-int tableObsXYZ::charger(const wchar_t* fichier, bool vider, const suiviXYZ& suivi) {
+int tableObsXYZ::charger(const wchar_t* fichier, bool vider, base::Suivi* suivi) {
   const std::wstring nom = nomPropre(fichier ? fichier : nomFichier);
   if (nom.empty()) return 0;
   std::optional<std::string> octets = base::lireFichier(chemin(nom));
@@ -177,13 +184,13 @@ int tableObsXYZ::charger(const wchar_t* fichier, bool vider, const suiviXYZ& sui
   return lire(*octets, vider, suivi);
 }
 
-int tableObsXYZ::lire(std::string_view octets, bool vider, const suiviXYZ& suivi) {
+int tableObsXYZ::lire(std::string_view octets, bool vider, base::Suivi* suivi) {
   const std::size_t total = octets.size();
   std::vector<pointXYZ> lues;
   remarques.clear();
   std::vector<remarqueXYZ::Genre> genres;
   for (int numero = 1; !octets.empty(); ++numero) {
-    if (suivi && numero % kLignesParSuivi == 0 && !suivi(total - octets.size(), total)) return 0;
+    if (suivi && numero % kLignesParSuivi == 0 && avancer(*suivi, total - octets.size(), total)) return 0;
     const std::size_t fin = std::min(octets.find('\n'), octets.size());
     std::string_view ligne = octets.substr(0, fin);
     octets.remove_prefix(std::min(fin + 1, octets.size()));
@@ -204,7 +211,7 @@ int tableObsXYZ::lire(std::string_view octets, bool vider, const suiviXYZ& suivi
   return 1;
 }
 
-int tableObsXYZ::sauver(const wchar_t* fichier, const suiviXYZ& suivi) const {
+int tableObsXYZ::sauver(const wchar_t* fichier, base::Suivi* suivi) const {
   std::wstring nom = nomPropre(fichier ? fichier : nomFichier);
   if (nom.empty()) return 0;
   if (!base::toLower(nom).ends_with(L".xyz")) nom += L".xyz";
@@ -213,7 +220,7 @@ int tableObsXYZ::sauver(const wchar_t* fichier, const suiviXYZ& suivi) const {
   for (std::size_t i = 0; i < lignes.size(); ++i) {
     octets += texteLigne(lignes[i]);
     if ((i + 1) % kLignesParSuivi != 0) continue;
-    if (suivi && !suivi(i + 1, lignes.size())) return 0;
+    if (suivi && avancer(*suivi, i + 1, lignes.size())) return 0;
     if (!sortie.ecrire(octets)) return 0;
     octets.clear();
   }

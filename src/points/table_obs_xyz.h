@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/suivi.h"
 #include "base/uncopyable.h"
 #include "points/point_xyz.h"
 
@@ -25,9 +26,6 @@ struct remarqueXYZ {
 /// What a remark says, French ("ligne 3 : ...").
 VELTORA_API std::wstring texteRemarque(const remarqueXYZ& remarque);
 
-/// Told from time to time while a list is read (bytes) or written (lines). @return false to stop
-using suiviXYZ = std::function<bool(std::size_t fait, std::size_t total)>;
-
 /// Lines of coordinates in memory, read from and written to `.xyz` files; bytes in the ANSI code page, which
 /// files are written in; those that are in UTF-8 are read too. Each
 /// line has a running number of its own within the process (`pointXYZ::numeroInterne`).
@@ -39,17 +37,17 @@ public:
   /// the observation; words are parted by blanks and tabs. A line that does not give name, X and Y is passed
   /// over.
   /// @param fichier  null for `nomFichier`; trimmed of blanks, tabs and ",;."
-  /// @param vider  drops the former lines first
-  /// @return 1; 0, the lines unchanged, when the name is empty, the file cannot be read or `suivi` stops
-  int charger(const wchar_t* fichier = nullptr, bool vider = true, const suiviXYZ& suivi = {});
+  /// @param vider  drops the former lines first  @param suivi  null: no progress is shown, nothing stops
+  /// @return 1; 0, the lines unchanged, when the name is empty, the file cannot be read or the user stops it
+  int charger(const wchar_t* fichier = nullptr, bool vider = true, base::Suivi* suivi = nullptr);
   /// The same from bytes in memory.
-  int lire(std::string_view octets, bool vider = true, const suiviXYZ& suivi = {});
+  int lire(std::string_view octets, bool vider = true, base::Suivi* suivi = nullptr);
   /// Writes all lines; the old file stays whole when that fails. A name that does not end in ".xyz", whatever
   /// its case, gets that ending. An absent altitude is written in full, as 1e38, and is absent again when
   /// read.
   /// @param fichier  as for `charger`
-  /// @return 1; 0 when the name is empty, the file cannot be written or `suivi` stops
-  int sauver(const wchar_t* fichier = nullptr, const suiviXYZ& suivi = {}) const;
+  /// @return 1; 0 when the name is empty, the file cannot be written or the user stops it
+  int sauver(const wchar_t* fichier = nullptr, base::Suivi* suivi = nullptr) const;
   [[nodiscard]] std::string contenu() const;
 
   /// Line i gets the name made of prefix, start + i, suffix.

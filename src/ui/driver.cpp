@@ -1,6 +1,7 @@
 #include "ui/driver.h"
 
 #include "base/text.h"
+#include "ui/progress.h"
 
 #include <utility>
 
@@ -20,7 +21,15 @@ NoDriver::NoDriver(const std::wstring& title)
 
 Driver* driver() { return current(); }
 
-Driver* setDriver(Driver* driver) { return std::exchange(current(), driver); }
+Driver* setDriver(Driver* driver) {
+  base::setPortSuivi(driver);
+  return std::exchange(current(), driver);
+}
+
+std::unique_ptr<base::AfficheurSuivi> Driver::ouvrirSuivi() {
+  oublierArret();
+  return std::make_unique<DialogueSuivi>();
+}
 
 int messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) {
   if (!driver()) throw NoDriver(title.empty() ? text : title);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/console.h"
+#include "base/suivi.h"
 #include "ui/dialog.h"
 
 #include <atomic>
@@ -11,7 +12,7 @@ namespace veltora::ui {
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
 
 /// Shows dialogs, message boxes, file choices and progress. One driver is in force at a time.
-class VELTORA_API Driver : public base::FileChooser {
+class VELTORA_API Driver : public base::FileChooser, public base::PortSuivi {
 public:
   /// Lets the user work in the dialog until it is no longer open. Called by `Dialog::doModal` after `onInit`.
   virtual void runModal(Dialog& dialog) = 0;
@@ -24,11 +25,12 @@ public:
   /// @return kOk, kCancel, kYes or kNo
   virtual int messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) = 0;
 
-  /// The user wants the long job in progress to stop: set by the driver or by a signal handler, polled by the
-  /// job.
+  /// The user wants the long job in progress to stop: told by the driver or by a signal handler.
   void requestStop() { m_stop.store(true, std::memory_order_relaxed); }
-  void clearStop() { m_stop.store(false, std::memory_order_relaxed); }
-  [[nodiscard]] bool wantsToStop() const { return m_stop.load(std::memory_order_relaxed); }
+  /// Shows a job by `CMyProgressDlg`.
+  std::unique_ptr<base::AfficheurSuivi> ouvrirSuivi() override;
+  [[nodiscard]] bool arretDemande() const override { return m_stop.load(std::memory_order_relaxed); }
+  void oublierArret() override { m_stop.store(false, std::memory_order_relaxed); }
 
 private:
   std::atomic<bool> m_stop = false;
@@ -42,7 +44,8 @@ public:
 
 /// The driver in force, null for none.
 VELTORA_API Driver* driver();
-/// Installs a driver, which the caller owns and uninstalls with null. @return the former one
+/// Installs a driver, which the caller owns and uninstalls with null, as the port of progress too.
+/// @return the former one
 VELTORA_API Driver* setDriver(Driver* driver);
 
 /// @return kOk, kCancel, kYes or kNo. @throws NoDriver

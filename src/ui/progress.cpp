@@ -18,7 +18,6 @@ void CMyProgressDlg::setRange(long long minimum, long long maximum) {
   bar.setRange(minimum, maximum);
   if (!m_opened && driver()) {
     m_opened = true;
-    driver()->clearStop();
     openModeless();
   }
   showPercent();
@@ -33,8 +32,6 @@ void CMyProgressDlg::setPos(long long position) {
   bar.setPosition(position);
   showPercent();
 }
-
-bool CMyProgressDlg::wantsToStop() const { return driver() && driver()->wantsToStop(); }
 
 void CMyProgressDlg::showPercent() {
   const int percent = bar.percent();

@@ -89,7 +89,7 @@ TEST_F(TableDessinee, PlacesByHand) {
   p.hauteur = 1.0;
   const std::vector<pointDuDessin> points(table().getData()->begin(), table().getData()->end());
   const double l = 0.9 * 2 + 0.7;  // "Num" is the widest text
-  EXPECT_TRUE(dessinerTableXYZ(p, points, getTableCodification(), {100, 50, 9}, {}));
+  EXPECT_TRUE(dessinerTableXYZ(p, points, getTableCodification(), {100, 50, 9}));
   EXPECT_EQ(contenu(), base::formater("texte milieu \"Num\" %.4f,48.9000 h=1.0000\n"
                                       "trait 100.0000,48.6000 %.4f,48.6000\n"
                                       "cadre 100.0000,50.0000 %.4f,50.0000 %.4f,44.6000 100.0000,44.6000\n"
@@ -111,7 +111,7 @@ TEST_F(TableDessinee, FrameBitsDrawTheirLines) {
     const std::string avant = contenu();
     paramsTableXYZ p;
     p.cadre = c.cadre;
-    dessinerTableXYZ(p, points, getTableCodification(), {0, 0, 0}, {});
+    dessinerTableXYZ(p, points, getTableCodification(), {0, 0, 0});
     const std::string nouveau = contenu().substr(avant.size());
     int traits = 0;
     for (std::size_t i = nouveau.find("trait "); i != std::string::npos; i = nouveau.find("trait ", i + 1))

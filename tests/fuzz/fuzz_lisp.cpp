@@ -7,6 +7,7 @@
 #include "arx/lisp/lispinterp.h"
 #include "arx/lisp/lispprinter.h"
 #include "base/text.h"
+#include "support/arret_compte.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -20,8 +21,7 @@ namespace {
 void onDrawing(const std::wstring& text) {
   AcDbDatabase drawing;
   acdbHostApplicationServices()->setWorkingDatabase(&drawing);
-  int asked = 0;
-  acedPorts().userBreak = [&asked] { return ++asked > 10; };
+  const ArretCompte user(10);
   aclispInstall();
   // Nothing that leaves the process.
   acutRelRb(acedPorts().evaluate(L"(setq open nil load nil vl-file-delete nil getenv nil vl-file-size nil)"));

@@ -1,5 +1,6 @@
 // The evaluator at the command line: prompts, commands, undo, files, functions of modules.
 #include "lisp/host_support.h"
+#include "support/arret_compte.h"
 
 namespace base = veltora::base;
 
@@ -173,12 +174,11 @@ TEST_F(Lisp, functionsOfModulesGetAndGiveValues) {
 }
 
 TEST_F(Lisp, anEndlessLoopIsInterrupted) {
-  int asked = 0;
-  acedPorts().userBreak = [&] { return ++asked > 3; };
+  ArretCompte user(3);
   source.person = true;
   for (const char* loop :
        {"(while T)", "(repeat 2000000000 1)", "(while T (vl-catch-all-apply 'car '(5)))"}) {
-    asked = 0;
+    user.recommencer();
     transcript.text.clear();
     EXPECT_EQ(outcome(loop), "Fonction annulée") << loop;
   }

@@ -342,11 +342,16 @@ class CountingDriver : public ui::ScriptDriver {
 public:
   using ScriptDriver::ScriptDriver;
   void update(ui::Dialog& dialog) override {
+    auto& progress = dynamic_cast<ui::CMyProgressDlg&>(dialog);
     ++updates;
     if (updates == 50 && stopAtFifty) requestStop();
-    if (updates == 50 && closeAtFifty) dynamic_cast<ui::CMyProgressDlg&>(dialog).fermer.userPress();
+    if (updates == 50 && closeAtFifty) progress.fermer.userPress();
+    text = progress.pourcentage.text();
+    open = progress.isOpen();
   }
   int updates = 0;
+  std::wstring text;
+  bool open = false;
   bool stopAtFifty = false;
   bool closeAtFifty = false;
 };
@@ -358,29 +363,24 @@ protected:
     ui::Driver* former = ui::setDriver(&driver);
     int done = 0;
     {
-      ui::CMyProgressDlg progress;
-      progress.setRange(0, 499999);
-      while (done < 499999 && !progress.wantsToStop()) {
+      veltora::base::Suivi suivi(499999);
+      while (done < 499999 && !suivi.arrete()) {
         ++done;
-        progress.stepIt();
+        suivi.avancer();
       }
-      text = progress.pourcentage.text();
-      open = progress.isOpen();
     }
     ui::setDriver(former);
     return done;
   }
   DialogScript lines{{}};
   CountingDriver driver{lines, lines};
-  std::wstring text;
-  bool open = false;
 };
 
 TEST_F(Progress, TellsTheDriverOnlyOfNewPercentages) {
   EXPECT_EQ(run(), 499999);
   EXPECT_EQ(driver.updates, 101);
-  EXPECT_EQ(text, L"100%");
-  EXPECT_TRUE(open);
+  EXPECT_EQ(driver.text, L"100%");
+  EXPECT_TRUE(driver.open);
   EXPECT_EQ(lines.transcript, "") << "a script's transcript is not littered";
 }
 
@@ -388,14 +388,14 @@ TEST_F(Progress, StopsWhenTheUserWants) {
   driver.requestStop();  // of an earlier job
   driver.stopAtFifty = true;
   EXPECT_EQ(run(), 245000);
-  EXPECT_EQ(text, L"49%");
+  EXPECT_EQ(driver.text, L"49%");
 }
 
 TEST_F(Progress, ItsButtonOnlyClosesIt) {
   driver.closeAtFifty = true;
   EXPECT_EQ(run(), 499999);
   EXPECT_EQ(driver.updates, 50);
-  EXPECT_FALSE(open);
+  EXPECT_FALSE(driver.open);
 }
 
 TEST(ProgressBar, AnyRangeHasAPercentage) {

@@ -2,6 +2,7 @@
 
 #include "arx/ed/edports.h"
 #include "arx/ed/edprompt.h"
+#include "base/suivi.h"
 #include "base/text.h"
 
 #include <cmath>
@@ -222,7 +223,12 @@ int acedGetInput(ACHAR* result, std::size_t size) {
   return status == RTNORM && !storeText(text, result, size) ? RTERROR : status;
 }
 
-int acedUsrBrk() { return acedPorts().userBreak && acedPorts().userBreak() ? 1 : 0; }
+int acedUsrBrk() {
+  base::PortSuivi* const port = base::portSuivi();
+  if (!port || !port->arretDemande()) return 0;
+  port->oublierArret();  // it ends one job, not the next as well
+  return 1;
+}
 
 int acedGrRead(int, int* type, resbuf* result) {
   if (!type || !result) return RTERROR;

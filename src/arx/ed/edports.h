@@ -34,8 +34,6 @@ struct ARX_API AcEdPorts {
   std::function<resbuf*(const std::wstring& expression)> evaluate;
   /// True when a routine defined the LISP function "C:name", so that the name works as a command.
   std::function<bool(const std::wstring& name)> isLispCommand;
-  /// True when the user asked to stop a long job.
-  std::function<bool()> userBreak;
 };
 
 /// The ports in force; assign to change them.
