@@ -10,7 +10,7 @@
 #include "codes/table_codification.h"
 #include "core/installation.h"
 #include "mesure.h"
-#include "points/import_dessin.h"
+#include "points/exchange/import_dessin.h"
 #include "points/projets_topo.h"
 
 #include <cstdlib>

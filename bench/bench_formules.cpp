@@ -1,6 +1,6 @@
 // Weight formulas: parsed, evaluated through the network's interface and directly.
 
-#include "calc/formules_poids.h"
+#include "calc/network/formules_poids.h"
 #include "mesure.h"
 
 #include <cmath>

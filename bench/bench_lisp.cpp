@@ -2,7 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/edports.h"
-#include "arx/lisp/aclisp.h"
+#include "arx/lisp/host/aclisp.h"
 #include "mesure.h"
 
 #include <cstdlib>

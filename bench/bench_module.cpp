@@ -4,7 +4,7 @@
 #include "arx/ap/acdocman.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/edports.h"
-#include "arx/lisp/aclisp.h"
+#include "arx/lisp/host/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/files.h"
 #include "core/installation.h"

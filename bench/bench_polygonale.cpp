@@ -1,8 +1,8 @@
 // Traverses without error, closed and open: read from the text of a file, computed with and without report.
 
-#include "calc/obs_fermee.h"
-#include "calc/obs_ouverte.h"
-#include "calc/polygonale_fermee.h"
+#include "calc/traverse/obs_fermee.h"
+#include "calc/traverse/obs_ouverte.h"
+#include "calc/traverse/polygonale_fermee.h"
 #include "mesure.h"
 #include "report/html_document.h"
 

@@ -3,7 +3,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
-#include "calc/fichier_mc.h"
+#include "calc/network/fichier_mc.h"
 #include "mesure.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Clearing of overlaps: blocks in a dense plan with three attributes each, by the grid and by the full
 // search.
 
-#include "drafting/superpositions.h"
+#include "drafting/texts/superpositions.h"
 #include "mesure.h"
 
 #include <cmath>

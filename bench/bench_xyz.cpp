@@ -3,9 +3,9 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
-#include "drafting/exporter_points.h"
 #include "mesure.h"
-#include "points/table_obs_xyz.h"
+#include "points/exchange/exporter_points.h"
+#include "points/exchange/table_obs_xyz.h"
 #include "points/tri_points.h"
 
 #include <algorithm>

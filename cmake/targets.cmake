@@ -22,11 +22,17 @@ function(veltora_precompile target)
   endif()
 endfunction()
 
-# A layer of the module: every source of src/<name>, linked into the module and into the unit tests.
+# A room of the module: every source of src/<name> and its folders but dialogs/, linked into the module and into the unit
+# tests. The room called "dialogs" is the dialogs of all rooms.
 #   veltora_layer(<name> [LINK <libraries>...])
 function(veltora_layer name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp)
+  if(name STREQUAL "dialogs")
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/*/dialogs/*.cpp)
+  else()
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/dialogs/")
+  endif()
   add_library(veltora_${name} STATIC ${sources} ${VELTORA_EMPTY_SOURCE})
   set_target_properties(veltora_${name} PROPERTIES LINKER_LANGUAGE CXX CXX_VISIBILITY_PRESET hidden
                         VISIBILITY_INLINES_HIDDEN ON)
@@ -34,12 +40,12 @@ function(veltora_layer name)
   veltora_precompile(veltora_${name})
 endfunction()
 
-# Unit tests of one folder: every *_test.cpp of tests/<name>, one program, run alone with `ctest -R unit.<name>`.
+# Unit tests of one room: every source of tests/<name> and its folders, one program, run alone with `ctest -R unit.<name>`.
 # The suite runs a second time in a French locale and another time zone.
 #   veltora_unit_tests(<name> [LINK <libraries>...])
 function(veltora_unit_tests name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
   if(NOT sources)
     return()
   endif()

@@ -3,8 +3,8 @@
 #include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "codes/xml_champs.h"
 #include "core/installation.h"
+#include "core/xml_champs.h"
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 #include "arx/ed/acutads.h"
 #include "base/format.h"
 #include "base/text.h"
-#include "codes/xml_champs.h"
 #include "core/installation.h"
+#include "core/xml_champs.h"
 
 #include <algorithm>
 #include <memory>
@@ -39,6 +39,11 @@ AcDbObjectId trouverOuCreerLayer(AcDbLayerTable& calques, const std::wstring& no
   if (calques.add(id, calque.get()) != Acad::eOk) return AcDbObjectId::kNull;
   calque.release()->close();
   return id;
+}
+
+presentationCodes*& presentation() {
+  static presentationCodes* enVigueur = nullptr;
+  return enVigueur;
 }
 
 int signe(int a, int b) { return a < b ? -1 : (a > b ? 1 : 0); }
@@ -231,6 +236,18 @@ void tableCodification::creerTousLayers(AcDbDatabase* dessin) {
   for (codifPoint& ligne : codes) creerLayers(ligne, calques);
   calques->close();
 }
+
+int tableCodification::modifierLigne(int index) {
+  if (index < 0 || index >= codes.GetSize()) return 0;
+  if (presentation()) presentation()->modifier(*this, codes.GetAt(index));
+  return 1;
+}
+
+void tableCodification::afficherTable() {
+  if (presentation()) presentation()->afficher(*this);
+}
+
+void setPresentationCodes(presentationCodes* qui) { presentation() = qui; }
 
 tableCodification& getTableCodification() {
   static tableCodification table;

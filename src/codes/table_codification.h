@@ -66,7 +66,7 @@ public:
 
   /// Lets the user edit a row, its code excepted. @return 0 for a bad index, else 1, also when he cancels
   int modifierLigne(int index);
-  /// Shows the table's dialog.
+  /// Shows the table to the user.
   void afficherTable();
 
   std::wstring nomFichier;
@@ -82,6 +82,17 @@ private:
   mutable std::unordered_map<int, int> m_premiers;
   mutable int m_indexees = 0;
 };
+
+/// Shows the code table to the user: its dialogs, which stand above it.
+class VELTORA_API presentationCodes {
+public:
+  virtual ~presentationCodes() = default;
+  /// Lets him edit a row of the table, its code excepted; the row stays when he cancels.
+  virtual void modifier(tableCodification& table, codifPoint& ligne) = 0;
+  virtual void afficher(tableCodification& table) = 0;
+};
+/// Installs who shows code tables, which the caller owns; null for nobody, and then nothing is shown.
+VELTORA_API void setPresentationCodes(presentationCodes* presentation);
 
 /// The table of the process, made at the first call.
 VELTORA_API tableCodification& getTableCodification();

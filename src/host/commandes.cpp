@@ -5,12 +5,12 @@
 #include "arx/ed/accmd.h"
 #include "arx/ed/acutads.h"
 #include "arx/rx/rxdict.h"
-#include "calc/fermee_dlg.h"
-#include "calc/moindres_carres_dlg.h"
-#include "calc/ouverte_dlg.h"
+#include "calc/dialogs/fermee_dlg.h"
+#include "calc/dialogs/moindres_carres_dlg.h"
+#include "calc/dialogs/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
-#include "drafting/formulaire_xyz.h"
-#include "drafting/points_dlg.h"
+#include "drafting/dialogs/formulaire_xyz_dlg.h"
+#include "drafting/dialogs/points_dlg.h"
 #include "points/projets_topo.h"
 
 #include <array>

@@ -3,9 +3,10 @@
 #include "arx/rx/appmsg.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/export.h"
+#include "codes/dialogs/tab_codification_dlg.h"
 #include "host/commandes.h"
 #include "host/donnees_document.h"
-#include "host/table_lisp.h"
+#include "host/lisp/table_lisp.h"
 #include "points/projets_topo.h"
 
 namespace veltora {
@@ -24,6 +25,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
       acrxDynamicLinker->unlockApplication(appId);
       acrxDynamicLinker->registerAppMDIAware(appId);
       veltora::enregistrerCommandes();
+      veltora::installerDialoguesCodes();
       break;
     case AcRx::kUnloadAppMsg:
       veltora::retirerCommandes();

@@ -1,5 +1,7 @@
 #include "points/projets_topo.h"
 
+#include "base/text.h"
+
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -57,6 +59,19 @@ listePointsDuDessin* projetsTopo::currTable() {
   listePointsDuDessin*& table = tablesListe.GetAt(tableCourante);
   if (!table) table = new listePointsDuDessin;
   return table;
+}
+
+listePointsDuDessin* projetsTopo::chercherTable(const std::wstring& nom) {
+  if (nom.empty()) return currTable();
+  for (listePointsDuDessin* table : tablesListe)
+    if (table && base::compareNoCase(table->getNomTable(), nom) == 0) return table;
+  return nullptr;
+}
+
+listePointsDuDessin& projetsTopo::tableOuNouvelle(const std::wstring& nom) {
+  if (listePointsDuDessin* table = chercherTable(nom)) return *table;
+  creerTablePoints(nom.c_str());
+  return *tablesListe.GetAt(tablesListe.GetSize() - 1);
 }
 
 void projetsTopo::decalZ(const double& dz) {

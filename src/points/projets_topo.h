@@ -25,6 +25,10 @@ public:
   /// The current table, never null; repairs an empty list and an index past its end.
   /// @throws std::invalid_argument for a negative index on a list that has tables
   listePointsDuDessin* currTable();
+  /// The first table of this name, ignoring case; the current one for an empty name. Null when there is none.
+  listePointsDuDessin* chercherTable(const std::wstring& nom);
+  /// The same; a table that is missing is made.
+  listePointsDuDessin& tableOuNouvelle(const std::wstring& nom);
   void decalZ(const double& dz);
   void notifyPositionPoint(const AcDbObjectId& id, const AcGePoint3d& pt, int masque);
   void notifyPositionPoints(const placesBlocs& places, int masque);

@@ -2,7 +2,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
-#include "codes/xml_champs.h"
+#include "core/xml_champs.h"
 #include "support/case_rows.h"
 #include "support/dossier_essai.h"
 

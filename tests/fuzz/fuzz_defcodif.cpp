@@ -3,8 +3,8 @@
 #include "base/text.h"
 #include "codes/flux_texte.h"
 #include "codes/table_codification.h"
-#include "codes/xml_champs.h"
 #include "core/installation.h"
+#include "core/xml_champs.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Reads any bytes as a formula file; what was read is compiled, evaluated and listed.
 #include "base/files.h"
-#include "calc/formules_poids.h"
+#include "calc/network/formules_poids.h"
 #include "core/file_serializer.h"
 
 #include <cstddef>

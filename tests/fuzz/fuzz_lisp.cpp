@@ -3,7 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/edports.h"
 #include "arx/ed/edselect.h"
-#include "arx/lisp/aclisp.h"
+#include "arx/lisp/host/aclisp.h"
 #include "arx/lisp/lispinterp.h"
 #include "arx/lisp/lispprinter.h"
 #include "base/text.h"

@@ -1,6 +1,6 @@
 // Reads any bytes as a network, and solves what is small enough: it may fail by the exception of a foreign
 // index, and in no other way.
-#include "calc/fichier_mc.h"
+#include "calc/network/fichier_mc.h"
 
 #include <cmath>
 #include <cstddef>

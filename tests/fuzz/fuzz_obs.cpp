@@ -1,6 +1,6 @@
 // Reads any bytes as a traverse file, writes and reads them again, and computes with what was read.
-#include "calc/obs_fermee.h"
-#include "calc/polygonale_fermee.h"
+#include "calc/traverse/obs_fermee.h"
+#include "calc/traverse/polygonale_fermee.h"
 #include "report/html_document.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // Reads any bytes as a list of coordinates, writes and reads them again, sorts and compares names.
 #include "points/comparer_numeros.h"
-#include "points/table_obs_xyz.h"
+#include "points/exchange/table_obs_xyz.h"
 
 #include <cmath>
 #include <cstddef>

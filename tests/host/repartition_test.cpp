@@ -3,8 +3,8 @@
 #include "arx/ap/apsession.h"
 #include "arx/db/dbdict.h"
 #include "host/donnees_document.h"
-#include "host/table_lisp.h"
-#include "module_essai.h"
+#include "host/lisp/table_lisp.h"
+#include "support/module_essai.h"
 
 #include <sstream>
 

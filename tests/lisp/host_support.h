@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arx/ap_support.h"
-#include "arx/lisp/aclisp.h"
+#include "arx/lisp/host/aclisp.h"
 
 /// A host with an empty drawing, an evaluator, and two commands of its own.
 class LispHost : public HostTest {

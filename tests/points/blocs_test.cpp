@@ -1,9 +1,9 @@
 // The crossings between records and blocks, on a real drawing with a block file of its own.
 
-#include "points/atelier.h"
 #include "points/attribs_points.h"
 #include "points/bloc_fichier.h"
 #include "points/point_xyz.h"
+#include "support/atelier.h"
 
 namespace {
 

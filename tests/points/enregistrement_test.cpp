@@ -3,8 +3,8 @@
 #include "base/files.h"
 #include "core/file_serializer.h"
 #include "core/resbuf_serializer.h"
-#include "points/atelier.h"
-#include "points/export_tables.h"
+#include "points/exchange/export_tables.h"
+#include "support/atelier.h"
 
 #include "arx/db/dbdict.h"
 

@@ -1,12 +1,12 @@
 // Names of points: handing them out, their order, the two dialogs.
 
 #include "base/format.h"
-#include "points/atelier.h"
-#include "points/choix_multiple_dlg.h"
 #include "points/comparer_numeros.h"
-#include "points/numerotation_dlg.h"
+#include "points/dialogs/choix_multiple_dlg.h"
+#include "points/dialogs/numerotation_dlg.h"
 #include "points/numeroteur.h"
 #include "points/tri_points.h"
+#include "support/atelier.h"
 #include "support/dialog_script.h"
 
 #include <algorithm>

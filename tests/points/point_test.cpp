@@ -1,7 +1,7 @@
 // The point record: names, comparison, altitude text.
 
-#include "points/atelier.h"
 #include "points/point_xyz.h"
+#include "support/atelier.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // One table: names, duplicates, numbers, removal.
 
-#include "points/atelier.h"
+#include "support/atelier.h"
 
 #include <limits>
 #include <random>

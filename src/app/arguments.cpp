@@ -1,0 +1,84 @@
+#include "app/arguments.h"
+
+#include "app/jobs/session.h"
+#include "app/jobs/table.h"
+#include "app/session/output.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <utility>
+#include <vector>
+
+namespace veltora::app {
+namespace {
+
+constexpr const char* kDescription =
+    "Veltora : topographie dans le dessin.\n"
+    "Sans travail nommé, ouvre ou crée un dessin et lit des commandes au terminal ou dans un script.";
+
+void toFrench(CLI::App& app) {
+  const auto formatter = app.get_formatter();
+  formatter->label("Usage", "Utilisation");
+  formatter->label("OPTIONS", "OPTIONS");
+  formatter->label("Needs", "avec");
+  formatter->label("Excludes", "sans");
+  formatter->label("SUBCOMMAND", "TRAVAIL");
+  formatter->label("SUBCOMMANDS", "TRAVAIL");
+  formatter->label("Positionals", "Arguments");
+  formatter->label("REQUIRED", "(obligatoire)");
+  formatter->label("TEXT", "TEXTE");
+  formatter->label("INT", "ENTIER");
+  formatter->label("Options", "Options");
+  app.set_help_flag("-h,--help", "Affiche cette aide");
+}
+
+std::string inFrench(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  if (dynamic_cast<const CLI::ExtrasError*>(&error)) {
+    return "argument inattendu : " +
+           text.substr(text.find(": ") == std::string::npos ? 0 : text.find(": ") + 2);
+  }
+  if (dynamic_cast<const CLI::RequiresError*>(&error))
+    return "options incomplètes : " + text.substr(text.rfind(' ') + 1) + " manque";
+  if (dynamic_cast<const CLI::ExcludesError*>(&error))
+    return "options incompatibles : " + text.substr(0, text.find(' ')) + " et " +
+           text.substr(text.rfind(' ') + 1);
+  const std::string name = text.substr(0, text.find_first_of(": "));
+  if (dynamic_cast<const CLI::RequiredError*>(&error)) return "argument obligatoire manquant : " + name;
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) return "valeur manquante ou en trop : " + name;
+  if (dynamic_cast<const CLI::ConversionError*>(&error) ||
+      dynamic_cast<const CLI::ValidationError*>(&error)) {
+    return "valeur refusée : " + name;
+  }
+  return "arguments refusés : " + text;
+}
+
+}  // namespace
+
+Run readArguments(int argc, char** argv, int& status) {
+  CLI::App app(kDescription, "veltora");
+  toFrench(app);
+  app.set_version_flag("--version", std::string("veltora ") + VELTORA_VERSION, "Affiche la version");
+  const Run session = declareSession(app);
+  std::vector<std::pair<const CLI::App*, Run>> runs;
+  for (const Job& job : jobTable()) {
+    CLI::App* sub = app.add_subcommand(job.name, job.help)->group("Travaux");
+    runs.emplace_back(sub, job.declare(*sub));
+    toFrench(*sub);
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& done) {
+    status = app.exit(done, std::cout, std::cerr) == 0 ? kSuccess : kBadCall;
+    return {};
+  } catch (const CLI::ParseError& error) {
+    printError(inFrench(error) + "\nEssayez « veltora --help ».");
+    status = kBadCall;
+    return {};
+  }
+  for (const auto& [sub, run] : runs)
+    if (*sub) return run;
+  return session;
+}
+
+}  // namespace veltora::app

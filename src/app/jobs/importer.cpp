@@ -1,0 +1,116 @@
+#include "app/jobs/importer.h"
+
+#include "app/session/output.h"
+#include "app/session/program.h"
+#include "base/format.h"
+#include "base/text.h"
+#include "jobs/importer_dessin.h"
+#include "jobs/importer_liste.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace veltora::app {
+namespace {
+
+struct Options {
+  std::string drawing;
+  std::string list;
+  std::string table;
+  std::string output;
+  std::vector<std::string> sources;
+  std::vector<std::string> tags;  // number, altitude, code
+};
+
+std::vector<std::wstring> wide(const std::vector<std::string>& texts) {
+  std::vector<std::wstring> result;
+  for (const std::string& text : texts) result.push_back(base::fromUtf8(text));
+  return result;
+}
+
+std::vector<std::string> sourceNames() {
+  std::vector<std::string> names;
+  for (const std::wstring& name : nomsSourcesImport()) names.push_back(base::toUtf8(name));
+  return names;
+}
+
+int importList(const Options& options) {
+  if (options.output.empty()) {
+    printError("argument obligatoire manquant : --sortie");
+    return kBadCall;
+  }
+  LinesSource none("", {});
+  Program program(none);
+  if (!program.load() || !program.open(options.drawing)) return kFailure;
+  resultatPoints result;
+  const bool good = placerListeXYZ({options.list, base::fromUtf8(options.table)}, result);
+  printErrors(result.remarques);
+  if (!good) printError(result.erreur);
+  if (!good || !program.save(options.output)) return kFailure;
+  const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";
+  print("\n" + std::to_string(result.nombre) + what + options.output + "\n");
+  return kSuccess;
+}
+
+int importEntities(const Options& options) {
+  LinesSource none("", {});
+  Program program(none);
+  if (options.drawing.empty()) {
+    printError("il faut un dessin, ou une liste de points (--points)");
+    return kBadCall;
+  }
+  if (!program.load() || !program.open(options.drawing)) return kFailure;
+  resultatImportDessin result;
+  if (!importerDessin({base::fromUtf8(options.table), wide(options.sources), wide(options.tags)}, result)) {
+    printError(result.erreur);
+    return kFailure;
+  }
+  print("\n");
+  for (const auto& [count, title] : result.comptes)
+    print(base::formater("%6d  %s\n", count, base::toUtf8(title)));
+  print(base::formater("Table %s : %d points\n", base::toUtf8(result.table), result.points));
+  if (options.output.empty()) return kSuccess;
+  if (!program.save(options.output)) return kFailure;
+  print("Dessin : " + options.output + "\n");
+  return kSuccess;
+}
+
+int run(const Options& options) {
+  return options.list.empty() ? importEntities(options) : importList(options);
+}
+
+}  // namespace
+
+Run declareImporter(CLI::App& sub) {
+  const auto options = std::make_shared<Options>();
+  sub.add_option("dessin", options->drawing, "Dessin DXF ; un nouveau dessin sans ce nom")
+      ->type_name("DESSIN");
+  sub.add_option(
+         "--points", options->list,
+         "Liste .xyz : une ligne par point, numéro X Y Z code observation ; sans liste, les entités du "
+         "dessin donnent les points")
+      ->type_name("LISTE");
+  sub.add_option("--table", options->table, "Table qui reçoit les points, créée s'il le faut (la courante)")
+      ->type_name("NOM");
+  sub.add_option("--sortie", options->output, "Dessin à enregistrer")->type_name("DESSIN");
+  CLI::Option* sources =
+      sub.add_option(
+             "--sources", options->sources,
+             "Entités reprises, séparées par des virgules : polylignes3d, polylignes2d, points, "
+             "maillages, polyfaces, facettes, lignes, polylignes, blocs, attributs, insertions, textes "
+             "(toutes)")
+          ->type_name("SOURCES")
+          ->delimiter(',')
+          ->check(CLI::IsMember(sourceNames()).description(""));
+  CLI::Option* tags =
+      sub.add_option("--attributs", options->tags,
+                     "Attributs des blocs repris par « attributs » : numéro,altitude[,code] (NUMPT,Z)")
+          ->type_name("ETIQUETTES")
+          ->delimiter(',')
+          ->expected(1)
+          ->take_all();
+  for (CLI::Option* option : {sources, tags}) option->excludes("--points");
+  return [options] { return run(*options); };
+}
+
+}  // namespace veltora::app

@@ -1,0 +1,92 @@
+#include "jobs/polygonale.h"
+
+#include "app/jobs/polygonale.h"
+#include "app/session/output.h"
+#include "app/session/program.h"
+#include "arx/ed/edgraphics.h"
+#include "base/format.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace veltora::app {
+namespace {
+
+struct Options {
+  demandePolygonale job;
+  std::string file;
+  std::string report;
+  std::string drawing;
+  std::string output;
+};
+
+const char* unitName(int modeAngle) {
+  constexpr const char* kNames[] = {"grades", "degrés", "radians"};
+  return kNames[modeAngle >= 0 && modeAngle <= 2 ? modeAngle : 0];
+}
+
+void show(const resultatPolygonale& result) {
+  const fermeturesPolygonale& f = result.fermetures;
+  print(result.ouverte ? "Polygonale ouverte\n" : "Polygonale fermée\n");
+  print(base::formater("Fermeture angulaire : %.5f %s\n", f.E, unitName(result.modeAngle)));
+  print(base::formater("Fermeture en X, Y   : %.4f  %.4f\n", f.Ex, f.Ey));
+  print(base::formater("Fermeture en Z      : %.4f\n", f.H));
+  print(base::formater("Longueur            : %.4f\n\n", f.D));
+  const std::size_t width = nameWidth(result.stations, [](const stationCalculee& s) { return s.nom; });
+  print(padded(L"Station", width) + base::formater("%15s%15s%15s\n", "X", "Y", "Z"));
+  for (const stationCalculee& s : result.stations)
+    print(padded(s.nom, width) + base::formater("%15.4f%15.4f%15.4f\n", s.x, s.y, s.z));
+}
+
+int run(const Options& options) {
+  LinesSource none("", {});
+  Program program(none);
+  const bool draw = !options.output.empty();
+  if (!program.load() || (draw && !program.open(options.drawing))) return kFailure;
+  demandePolygonale job = options.job;
+  job.fichier = options.file;
+  job.rapport = options.report;
+  job.placer = draw;
+  resultatPolygonale result;
+  const bool good = executerPolygonale(job, result);
+  printErrors(result.remarques);
+  if (!good) {
+    printError(result.erreur);
+    return kFailure;
+  }
+  show(result);
+  // A new drawing opens elsewhere on its contents.
+  if (draw && options.drawing.empty()) acedZoomExtents();
+  if (draw && !program.save(options.output)) return kFailure;
+  if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
+  if (draw) print("Dessin  : " + options.output + "\n");
+  return kSuccess;
+}
+
+}  // namespace
+
+Run declarePolygonale(CLI::App& sub) {
+  const auto options = std::make_shared<Options>();
+  sub.add_option("fichier", options->file, "Fichier d'observations .obs")->type_name("FICHIER")->required();
+  sub.add_option("--rapport", options->report,
+                 "Rapport à écrire (HTML ; forme Word si le nom finit par .doc)")
+      ->type_name("FICHIER");
+  CLI::Option* drawing = sub.add_option("--dessin", options->drawing,
+                                        "Dessin où placer les stations (nouveau dessin sans cette option)")
+                             ->type_name("DESSIN");
+  CLI::Option* output = sub.add_option("--sortie", options->output, "Dessin à enregistrer avec les stations")
+                            ->type_name("DESSIN");
+  sub.add_option("--code", options->job.code, "Code des stations, 1 à 9999")
+      ->type_name("CODE")
+      ->capture_default_str();
+  CLI::Option* heights =
+      sub.add_flag("--altitudes", options->job.altitudes, "Place les stations avec leur altitude");
+  CLI::Option* raw =
+      sub.add_flag("--tracer-brute", options->job.dessinerBrute, "Dessine la polygonale originelle");
+  CLI::Option* adjusted =
+      sub.add_flag("--tracer-compensee", options->job.dessinerCompensee, "Dessine la polygonale compensée");
+  for (CLI::Option* option : {drawing, heights, raw, adjusted}) option->needs(output);
+  return [options] { return run(*options); };
+}
+
+}  // namespace veltora::app

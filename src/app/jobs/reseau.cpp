@@ -1,0 +1,93 @@
+#include "jobs/reseau.h"
+
+#include "app/jobs/reseau.h"
+#include "app/session/output.h"
+#include "app/session/program.h"
+#include "arx/ed/edgraphics.h"
+#include "base/format.h"
+#include "base/numbers.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace veltora::app {
+namespace {
+
+std::string coordinate(double value) {
+  return value == base::Z_ABSENT ? base::formater("%15s", "-") : base::formater(" %14.4f", value);
+}
+
+void showPoints(const std::vector<pointReseau>& points) {
+  const std::size_t width = nameWidth(points, [](const pointReseau& p) { return p.nom; });
+  print(padded(L"Point", width) + base::formater("%15s%15s%15s\n", "X", "Y", "Z"));
+  for (const pointReseau& p : points)
+    print(padded(p.nom, width) + coordinate(p.x) + coordinate(p.y) + coordinate(p.z) + "\n");
+}
+
+void show(const resultatReseau& r) {
+  print("Points       : " + counted(r.connus, "connu") + ", " +
+        base::formater("%d à calculer\n", r.aCalculer));
+  print("Observations : " + counted(r.angles, "angle") + ", " + counted(r.distances, "distance") + ", " +
+        counted(r.denivelees, "dénivelée") + "\n");
+  print(base::formater("Passes       : %d%s\n\n", r.passes, r.convergence ? "" : ", sans convergence"));
+  showPoints(r.calcules);
+  print(
+      "\nCompensation sans pondération : un écart d'un radian (63.66 grades) compte autant qu'un mètre ;\n"
+      "les poids, donnés ou par formule, ne changent pas les coordonnées.\n");
+}
+
+struct Options {
+  std::string file;
+  std::string log;
+  std::string drawing;
+  std::string output;
+};
+
+int run(const Options& options) {
+  LinesSource none("", {});
+  Program program(none);
+  demandeReseau job;
+  job.fichier = options.file;
+  job.journal = options.log;
+  job.placer = !options.output.empty();
+  if (!program.load() || (job.placer && !program.open(options.drawing))) return kFailure;
+  resultatReseau result;
+  const bool good = executerReseau(job, result);
+  printErrors(result.remarques);
+  if (!good) {
+    printError(result.erreur);
+    return kFailure;
+  }
+  show(result);
+  // A new drawing opens elsewhere on its contents.
+  if (job.placer && options.drawing.empty()) acedZoomExtents();
+  if (job.placer && !program.save(options.output)) return kFailure;
+  if (!options.log.empty()) print("\nJournal : " + options.log + "\n");
+  if (job.placer) {
+    print("Dessin  : " + options.output + ", " + counted(result.places, "point") +
+          (result.places > 1 ? " placés\n" : " placé\n"));
+  }
+  return kSuccess;
+}
+
+}  // namespace
+
+Run declareReseau(CLI::App& sub) {
+  const auto options = std::make_shared<Options>();
+  sub.add_option("fichier", options->file,
+                 "Réseau .mc : points connus, puis angles (grades sans autre mot), distances, dénivelées")
+      ->type_name("FICHIER")
+      ->required();
+  sub.add_option("--journal", options->log, "Journal complet du calcul à écrire (texte)")
+      ->type_name("FICHIER");
+  CLI::Option* drawing = sub.add_option("--dessin", options->drawing,
+                                        "Dessin où placer les points (nouveau dessin sans cette option)")
+                             ->type_name("DESSIN");
+  CLI::Option* output =
+      sub.add_option("--sortie", options->output, "Dessin à enregistrer avec tous les points, code 100")
+          ->type_name("DESSIN");
+  drawing->needs(output);
+  return [options] { return run(*options); };
+}
+
+}  // namespace veltora::app

@@ -1,0 +1,59 @@
+#include "app/jobs/session.h"
+
+#include "app/session/output.h"
+#include "app/session/program.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace veltora::app {
+namespace {
+
+struct Options {
+  std::string drawing;
+  std::string script;
+  std::vector<std::string> lines;
+  std::string output;
+};
+
+std::unique_ptr<base::LineSource> sourceOf(const Options& options) {
+  auto chain = std::make_unique<ChainedSource>();
+  if (!options.lines.empty()) chain->append(std::make_unique<LinesSource>("--commande", options.lines));
+  if (!options.script.empty()) {
+    auto lines = lireScript(options.script);
+    if (!lines) {
+      printError("impossible de lire le script \"" + options.script + "\"");
+      return nullptr;
+    }
+    chain->append(std::make_unique<LinesSource>(options.script, std::move(*lines)));
+  }
+  if (options.lines.empty() && options.script.empty()) chain->append(std::make_unique<TerminalSource>());
+  return chain;
+}
+
+int run(const Options& options) {
+  const std::unique_ptr<base::LineSource> source = sourceOf(options);
+  if (!source) return kFailure;
+  Program program(*source);
+  if (!program.load() || !program.open(options.drawing)) return kFailure;
+  if (!program.run()) return kFailure;
+  if (!options.output.empty() && !program.save(options.output)) return kFailure;
+  return kSuccess;
+}
+
+}  // namespace
+
+Run declareSession(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("dessin", options->drawing, "Dessin à ouvrir")->type_name("DESSIN");
+  app.add_option("--script", options->script, "Lit les lignes de ce fichier au lieu du terminal")
+      ->type_name("FICHIER");
+  app.add_option("--commande", options->lines, "Exécute une ligne ; peut être répété")
+      ->type_name("LIGNE")
+      ->expected(1)
+      ->take_all();
+  app.add_option("--sortie", options->output, "Enregistre le dessin à la fin")->type_name("DESSIN");
+  return [options] { return run(*options); };
+}
+
+}  // namespace veltora::app

@@ -1,0 +1,31 @@
+#include "app/jobs/table.h"
+
+#include "app/jobs/exporter.h"
+#include "app/jobs/helmert.h"
+#include "app/jobs/importer.h"
+#include "app/jobs/lisp.h"
+#include "app/jobs/points.h"
+#include "app/jobs/polygonale.h"
+#include "app/jobs/reseau.h"
+
+namespace veltora::app {
+
+std::span<const Job> jobTable() {
+  static constexpr Job kJobs[] = {
+      {"polygonale", "Calcule une polygonale, fermée ou ouverte (fichier .obs), affiche les coordonnées",
+       declarePolygonale},
+      {"helmert",
+       "Calcule une transformation d'Helmert sur des couples de points, affiche paramètres et résidus",
+       declareHelmert},
+      {"reseau", "Compense un réseau par moindres carrés (fichier .mc), affiche les coordonnées calculées",
+       declareReseau},
+      {"points", "Affiche les tables de points enregistrées dans un dessin", declarePoints},
+      {"importer", "Place dans un dessin les points d'une liste (.xyz), ou reprend ceux de ses entités",
+       declareImporter},
+      {"exporter", "Écrit les points d'un dessin dans un fichier de coordonnées", declareExporter},
+      {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
+  };
+  return kJobs;
+}
+
+}  // namespace veltora::app

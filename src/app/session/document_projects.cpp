@@ -1,0 +1,36 @@
+#include "app/session/document_projects.h"
+
+namespace veltora::app {
+namespace {
+// Arguments of setSrcInfosTopo.
+constexpr int kSauvegarder = 1;
+constexpr int kCharger = 1;
+constexpr int kSansCharger = 0;
+}  // namespace
+
+DocumentProjects::~DocumentProjects() {
+  acDocManager->removeReactor(this);
+  setSrcInfosTopo(nullptr, nullptr, kSauvegarder, kSansCharger);
+}
+
+void DocumentProjects::documentCreated(AcApDocument* document) {
+  auto& project = m_projects[document];
+  project = std::make_unique<projetsTopo>();
+  setSrcInfosTopo(document->database(), project.get(), kSauvegarder,
+                  document->isNamedDrawing() ? kCharger : kSansCharger);
+}
+
+void DocumentProjects::documentBecameCurrent(AcApDocument* document) {
+  const auto found = m_projects.find(document);
+  if (found == m_projects.end()) return;
+  setSrcInfosTopo(document->database(), found->second.get(), kSauvegarder, kSansCharger);
+}
+
+void DocumentProjects::documentToBeDestroyed(AcApDocument* document) {
+  const auto found = m_projects.find(document);
+  if (found == m_projects.end()) return;
+  if (tablesPoints == found->second.get()) setSrcInfosTopo(nullptr, nullptr, kSauvegarder, kSansCharger);
+  m_projects.erase(found);
+}
+
+}  // namespace veltora::app

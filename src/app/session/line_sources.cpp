@@ -1,0 +1,138 @@
+#include "app/session/line_sources.h"
+
+#include "base/files.h"
+#include "base/text.h"
+#include "ui/driver.h"
+
+#include <editline/readline.h>
+#include <unistd.h>
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+namespace veltora::app {
+namespace {
+
+constexpr int kHistoryLength = 500;
+
+volatile std::sig_atomic_t s_waits = 0;
+volatile std::sig_atomic_t s_cancelled = 0;
+
+/// Where the history of typed lines is kept; empty when there is no home.
+std::filesystem::path historyFile() {
+  const char* state = std::getenv("XDG_STATE_HOME");
+  const char* home = std::getenv("HOME");
+  std::filesystem::path folder;
+  if (state && *state) {
+    folder = state;
+  } else if (home && *home) {
+    folder = std::filesystem::path(home) / ".local" / "state";
+  } else {
+    return {};
+  }
+  folder /= "veltora";
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  return error ? std::filesystem::path() : folder / "historique";
+}
+
+}  // namespace
+
+TerminalSource::TerminalSource() : m_interactive(::isatty(STDIN_FILENO) == 1) {
+  if (!m_interactive) return;
+  // The editing library converts prompts by the locale, and fails on accents in any other than this one.
+  std::setlocale(LC_CTYPE, "C.UTF-8");
+  using_history();
+  stifle_history(kHistoryLength);
+  m_history = historyFile();
+  if (!m_history.empty()) read_history(m_history.c_str());
+}
+
+TerminalSource::~TerminalSource() {
+  if (m_interactive && !m_history.empty()) write_history(m_history.c_str());
+}
+
+bool TerminalSource::cancel() {
+  if (s_waits) s_cancelled = 1;
+  return s_waits != 0;
+}
+
+std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
+  ++m_line;
+  if (!m_interactive) {
+    std::string line;
+    if (!std::getline(std::cin, line)) return std::nullopt;
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    return line;
+  }
+  std::fflush(stdout);
+  if (ui::Driver* driver = ui::driver()) driver->oublierArret();
+  s_waits = 1;
+  s_cancelled = 0;
+  char* typed = readline(prompt.c_str());
+  s_waits = 0;
+  if (!typed && s_cancelled) {
+    std::puts("");
+    return "*Annuler*";
+  }
+  if (!typed) return std::nullopt;
+  std::string line = typed;
+  std::free(typed);
+  if (!line.empty()) add_history(line.c_str());
+  return line;
+}
+
+std::string TerminalSource::position() const {
+  return m_interactive || m_line == 0 ? std::string() : "entrée standard:" + std::to_string(m_line);
+}
+
+LinesSource::LinesSource(std::string name, std::vector<std::string> lines)
+    : m_name(std::move(name)), m_lines(std::move(lines)) {}
+
+std::optional<std::string> LinesSource::readLine(const std::string&) {
+  if (m_next >= m_lines.size()) return std::nullopt;
+  return m_lines[m_next++];
+}
+
+std::string LinesSource::position() const {
+  return m_next == 0 ? std::string() : m_name + ":" + std::to_string(m_next);
+}
+
+std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& path) {
+  const auto content = base::lireFichier(path);
+  if (!content) return std::nullopt;
+  std::string_view rest = *content;
+  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
+  std::vector<std::string> lines;
+  while (!rest.empty()) {
+    const std::size_t end = rest.find('\n');
+    std::string_view line = rest.substr(0, end);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    lines.push_back(base::isUtf8(line) ? std::string(line) : base::toUtf8(base::widen(line)));
+    if (end == std::string_view::npos) break;
+    rest.remove_prefix(end + 1);
+  }
+  return lines;
+}
+
+std::optional<std::string> ChainedSource::readLine(const std::string& prompt) {
+  while (!m_sources.empty()) {
+    if (auto line = m_sources.front()->readLine(prompt)) return line;
+    if (m_sources.size() == 1) return std::nullopt;
+    m_sources.pop_front();
+  }
+  return std::nullopt;
+}
+
+std::string ChainedSource::position() const {
+  return m_sources.empty() ? std::string() : m_sources.front()->position();
+}
+
+void StandardOutput::print(const std::string& text) {
+  std::fwrite(text.data(), 1, text.size(), stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace veltora::app

@@ -1,0 +1,28 @@
+#include "app/session/output.h"
+
+#include "base/format.h"
+#include "base/text.h"
+
+#include <cstdio>
+
+namespace veltora::app {
+
+void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+void printError(const std::string& message) { std::fprintf(stderr, "veltora : %s\n", message.c_str()); }
+
+void printError(const std::wstring& message) { printError(base::toUtf8(base::trim(message, L"\r\n \t"))); }
+
+void printErrors(const std::vector<std::wstring>& messages) {
+  for (const std::wstring& message : messages) printError(message);
+}
+
+std::string padded(const std::wstring& text, std::size_t width) {
+  return base::toUtf8(text.size() < width ? text + std::wstring(width - text.size(), L' ') : text);
+}
+
+std::string counted(int number, const char* word) {
+  return base::formater("%d %s%s", number, word, number > 1 ? "s" : "");
+}
+
+}  // namespace veltora::app

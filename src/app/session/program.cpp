@@ -1,0 +1,142 @@
+#include "app/session/program.h"
+
+#include "app/session/output.h"
+#include "arx/ap/apsession.h"
+#include "arx/ed/edports.h"
+#include "arx/lisp/host/aclisp.h"
+#include "arx/rx/rxdlinkr.h"
+#include "base/text.h"
+
+#include <unistd.h>
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+
+namespace veltora::app {
+namespace {
+
+constexpr const wchar_t* kModule = L"veltora.arx";
+
+std::filesystem::path programFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+AcEdAnswer hostAnswer(int answer) {
+  switch (answer) {
+    case ui::kOk:
+      return AcEdAnswer::kOk;
+    case ui::kYes:
+      return AcEdAnswer::kYes;
+    case ui::kNo:
+      return AcEdAnswer::kNo;
+    default:
+      return AcEdAnswer::kCancel;
+  }
+}
+
+ui::Buttons buttonsOf(AcEdButtons buttons) {
+  switch (buttons) {
+    case AcEdButtons::kOkCancel:
+      return ui::Buttons::OkCancel;
+    case AcEdButtons::kYesNo:
+      return ui::Buttons::YesNo;
+    case AcEdButtons::kYesNoCancel:
+      return ui::Buttons::YesNoCancel;
+    default:
+      return ui::Buttons::Ok;
+  }
+}
+
+/// Ctrl-C asks the job in progress to stop; a second one ends the program, should the first find no listener.
+/// While the user types it cancels the prompt.
+void onInterrupt(int) {
+  ui::Driver* driver = ui::driver();
+  if (driver && TerminalSource::cancel()) return;
+  if (!driver || driver->arretDemande()) ::_exit(128 + SIGINT);
+  driver->requestStop();
+}
+
+}  // namespace
+
+Program::Program(base::LineSource& source) : m_source(source), m_driver(source, m_output) {
+  connect();
+  ui::setDriver(&m_driver);
+  std::signal(SIGINT, onInterrupt);
+  m_projects = std::make_unique<DocumentProjects>();
+}
+
+Program::~Program() {
+  acDocManager->quit();
+  m_projects.reset();
+  std::signal(SIGINT, SIG_DFL);
+  ui::setDriver(nullptr);
+  acedPorts() = {};
+}
+
+void Program::connect() {
+  AcEdPorts& ports = acedPorts();
+  ports.source = &m_source;
+  ports.sink = &m_output;
+  ports.fileChooser = &m_driver;
+  ports.messageBox = [this](const std::wstring& text, const std::wstring& title, AcEdButtons buttons) {
+    return hostAnswer(m_driver.messageBox(text, title, buttonsOf(buttons)));
+  };
+  aclispInstall();
+}
+
+bool Program::load() {
+  std::wstring message;
+  const std::filesystem::path path = programFolder() / kModule;
+  if (acrxDynamicLinker->loadModule(base::fromUtf8(path.string()).c_str(), false, &message)) return true;
+  printError(message);
+  return false;
+}
+
+bool Program::open(const std::string& drawing) {
+  std::wstring message;
+  const Acad::ErrorStatus status =
+      drawing.empty() ? acDocManager->appContextNewDocument(nullptr, &message)
+                      : acDocManager->appContextOpenDocument(base::fromUtf8(drawing).c_str(), &message);
+  if (status != Acad::eOk) printError(message);
+  return status == Acad::eOk;
+}
+
+bool Program::run() {
+  return run([](AcApSession& session) {
+    session.run();
+    return true;
+  });
+}
+
+bool Program::run(const std::string& line) {
+  return run([&line](AcApSession& session) { return session.runLine(base::fromUtf8(line)); });
+}
+
+template <class Work>
+bool Program::run(Work work) {
+  AcApSession session;
+  try {
+    return work(session);
+  } catch (const base::ScriptError& error) {
+    const std::string position = m_source.position();
+    printError(position.empty() ? error.message : position + " : " + error.message);
+    return false;
+  }
+}
+
+bool Program::save(const std::string& output) {
+  AcApDocument* document = curDoc();
+  std::wstring message;
+  if (!document) {
+    printError("aucun dessin n'est ouvert, rien à enregistrer sous \"" + output + "\"");
+    return false;
+  }
+  if (acDocManager->saveDocument(document, base::fromUtf8(output).c_str(), &message) == Acad::eOk)
+    return true;
+  printError(message);
+  return false;
+}
+
+}  // namespace veltora::app

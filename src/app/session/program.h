@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/session/document_projects.h"
+#include "app/session/line_sources.h"
+#include "base/uncopyable.h"
+#include "ui/script_driver.h"
+
+#include <memory>
+#include <string>
+
+namespace veltora::app {
+
+/// The host with its module, wired to one source of lines and to standard output. One at a time.
+class Program : private Uncopyable {
+public:
+  explicit Program(base::LineSource& source);
+  ~Program();
+
+  /// Loads the module. @return false with the reason printed on standard error
+  bool load();
+  /// Opens a drawing, or makes an empty one for an empty path. @return false with the reason on standard
+  /// error
+  bool open(const std::string& drawing);
+  /// Runs the lines of the source to their end. @return false when a script failed
+  bool run();
+  /// Runs one line; the source answers what it asks. @return false when it failed
+  bool run(const std::string& line);
+  /// Saves the current drawing. @return false with the reason on standard error
+  bool save(const std::string& output);
+
+private:
+  void connect();
+  template <class Work>
+  bool run(Work work);
+
+  base::LineSource& m_source;
+  StandardOutput m_output;
+  ui::ScriptDriver m_driver;
+  std::unique_ptr<DocumentProjects> m_projects;
+};
+
+}  // namespace veltora::app

@@ -1,0 +1,52 @@
+#include "calc/dialogs/moindres_carres_dlg.h"
+
+#include "base/files.h"
+#include "base/text.h"
+#include "calc/dialogs/tab_poids_dlg.h"
+#include "calc/network/fichier_mc.h"
+#include "calc/network/listing_reseau.h"
+#include "jobs/placer_reseau.h"
+#include "ui/driver.h"
+
+namespace veltora {
+
+CDlgMoindresCarres::CDlgMoindresCarres() : Dialog(L"Moindres carrés") {
+  // Deliberate (iterer-inerte): the button "Itérer" does nothing; "Calculer X,Y" goes through all passes.
+  for (ui::TextField* champ : {&journal, &lecture}) {
+    champ->setReadOnly();
+    champ->setMultiline();
+  }
+}
+
+void CDlgMoindresCarres::charger() {
+  base::FileRequest demande;
+  demande.filter = L"Fichier Moindres carrés (*.mc)|*.mc||";
+  demande.extension = L"mc";
+  const auto choix = ui::chooseFile(demande);
+  if (!choix) return;
+  // Whatever could be read is listed, nothing included.
+  if (const auto octets = base::lireFichier(base::toUtf8(choix->path))) lireMc(*octets, m_reseau);
+  lecture.setText(listerReseau(m_reseau));
+}
+
+void CDlgMoindresCarres::calculerPlan() {
+  std::wstring texte;
+  journal.setText(texte);
+  veltora::iterer(m_reseau, texte);
+  journal.setText(texte);
+}
+
+void CDlgMoindresCarres::calculerAltitudes() {
+  std::wstring texte;
+  journal.setText(texte);
+  m_reseau.calculerAlti(texte);
+  journal.setText(texte);
+}
+
+void CDlgMoindresCarres::placer(bool canevas) {
+  placerReseau(canevas ? pointsCanevas(m_reseau) : pointsCalcules(m_reseau));
+}
+
+void CDlgMoindresCarres::montrerPoids() { CDlgTabPoidsObse(m_reseau).doModal(); }
+
+}  // namespace veltora

@@ -1,0 +1,189 @@
+#include "base/format.h"
+#include "calc/angles.h"
+#include "calc/network/reseau_moindres_carres.h"
+#include "calc/network/systeme_normal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+// Symbols: U number of unknown points, X of point k is unknown k and its Y unknown U + k; L right-hand side
+// (measured minus computed); A derivatives; v = A x; d1 distance station to target, d2 distance station to
+// reference.
+
+namespace veltora {
+namespace {
+
+constexpr double kPasNegligeable = 1e-8;  // norm of the step, strict
+constexpr double kEchec = -1e+38;         // norm of a step that could not be computed
+constexpr double kMillimetres = 1000.0;
+constexpr double kMilligrades = 63661.97723675814;  // 200000/pi
+
+}  // namespace
+
+/// One linearised system of the plan.
+class systemePlani {
+public:
+  explicit systemePlani(reseauMoindresCarres& reseau) : m_reseau(reseau) {}
+  /// Solves, logs and moves the points. @return norm of the step
+  double resoudre(std::wstring& journal);
+  /// Numbers the unknowns and gathers the rows.
+  systemeNormal lineariser();
+  /// Points to which some of the unknowns belong, each once.
+  [[nodiscard]] std::vector<int> pointsDe(const std::vector<int>& inconnues) const;
+
+private:
+  void numeroter();
+  [[nodiscard]] bool compte(const ObservationReduite& o) const;
+  [[nodiscard]] systemeNormal::Ligne ligne(const ObservationReduite& o) const;
+  void deriver(systemeNormal::Ligne& ligne, int point, double dx, double dy) const;
+  void journaliserResidus(std::wstring& journal, const std::vector<double>& v,
+                          const systemeNormal& systeme) const;
+  void deplacer(std::wstring& journal, const std::vector<double>& x);
+
+  reseauMoindresCarres& m_reseau;
+  std::vector<int> m_colonnes;
+  int m_inconnus = 0;
+};
+
+void systemePlani::numeroter() {
+  m_colonnes.assign(m_reseau.points.size(), -1);
+  for (std::size_t i = 0; i < m_colonnes.size(); ++i) {
+    if (!m_reseau.points[i].planiConnue && m_reseau.utilisable[i]) m_colonnes[i] = m_inconnus++;
+  }
+}
+
+bool systemePlani::compte(const ObservationReduite& o) const {
+  if (o.type != ObservationReduite::kAngle && o.type != ObservationReduite::kDistance) return false;
+  const auto utilisable = [this](int point) { return m_reseau.utilisable.GetAt(point) != 0; };
+  if (!utilisable(o.station) || !utilisable(o.vise)) return false;
+  return o.type == ObservationReduite::kDistance || o.reference == -1 || utilisable(o.reference);
+}
+
+void systemePlani::deriver(systemeNormal::Ligne& ligne, int point, double dx, double dy) const {
+  const int k = m_colonnes[static_cast<std::size_t>(point)];
+  if (k < 0) return;
+  for (const auto& [colonne, valeur] : {std::pair(k, dx), std::pair(m_inconnus + k, dy)}) {
+    ligne.coefficients.emplace_back(colonne, valeur);
+  }
+}
+
+systemeNormal::Ligne systemePlani::ligne(const ObservationReduite& o) const {
+  systemeNormal::Ligne resultat;
+  resultat.second = o.mesure - m_reseau.valeurCalculee(o);
+  resultat.poids = m_reseau.poidsObservation(o);
+  // Deliberate (poids-unitaires): every weight becomes 1.0 over the evaluated one; the adjustment is
+  // unweighted.
+  resultat.poids = 1.0;
+  const pointACalculer& s = m_reseau.point(o.station);
+  const pointACalculer& v = m_reseau.point(o.vise);
+  const double dx = v.X - s.X;
+  const double dy = v.Y - s.Y;
+  if (o.type == ObservationReduite::kDistance) {
+    const double d = std::hypot(dx, dy);
+    deriver(resultat, o.vise, dx / d, dy / d);
+    deriver(resultat, o.station, -(dx / d), -(dy / d));
+    return resultat;
+  }
+  const double d1 = dx * dx + dy * dy;
+  deriver(resultat, o.vise, dy / d1, -dx / d1);
+  if (o.reference == -1) {
+    deriver(resultat, o.station, -(dy / d1), dx / d1);
+    return resultat;
+  }
+  const pointACalculer& r = m_reseau.point(o.reference);
+  const double rx = r.X - s.X;
+  const double ry = r.Y - s.Y;
+  const double d2 = rx * rx + ry * ry;
+  deriver(resultat, o.reference, -ry / d2, rx / d2);
+  deriver(resultat, o.station, ry / d2 - dy / d1, dx / d1 - rx / d2);
+  return resultat;
+}
+
+void systemePlani::journaliserResidus(std::wstring& journal, const std::vector<double>& v,
+                                      const systemeNormal& systeme) const {
+  for (std::size_t r = 0; r < v.size(); ++r) {
+    const double ecart = v[r] - systeme.lignes()[r].second;
+    // Deliberate (residu-index): the unit follows the observation whose index equals the row's, not the row's
+    // own.
+    const bool longueur = m_reseau.observations[r].type == ObservationReduite::kDistance;
+    const double facteur = longueur ? kMillimetres : kMilligrades;
+    journal +=
+        base::formater(longueur ? L"\r\nRésidu pour l'observation %d  =%14.10f mm (- L : %14.10f mm)"
+                                : L"\r\nRésidu pour l'observation %d  =%14.10f mgr (- L : %14.10f mgr)",
+                       static_cast<int>(r), v[r] * facteur, ecart * facteur);
+  }
+}
+
+void systemePlani::deplacer(std::wstring& journal, const std::vector<double>& x) {
+  journal += L"\r\nXYZ:";
+  for (std::size_t i = 0; i < m_colonnes.size(); ++i) {
+    if (m_colonnes[i] < 0) continue;
+    pointACalculer& p = m_reseau.points[i];
+    p.X += x[static_cast<std::size_t>(m_colonnes[i])];
+    p.Y += x[static_cast<std::size_t>(m_inconnus) + static_cast<std::size_t>(m_colonnes[i])];
+    journal += base::formater(L"\r\n[%s]\t(%14.4f\t%14.4f)", p.nom, p.X, p.Y);
+  }
+}
+
+systemeNormal systemePlani::lineariser() {
+  numeroter();
+  m_reseau.formules.compiler();
+  systemeNormal systeme(2 * m_inconnus);
+  for (const ObservationReduite& o : m_reseau.observations) {
+    if (compte(o)) systeme.ajouter(ligne(o));
+  }
+  return systeme;
+}
+
+std::vector<int> systemePlani::pointsDe(const std::vector<int>& inconnues) const {
+  std::vector<int> points;
+  for (int i = 0; i < static_cast<int>(m_colonnes.size()); ++i) {
+    const int k = m_colonnes[static_cast<std::size_t>(i)];
+    const auto sienne = [this, k](int inconnue) { return inconnue == k || inconnue == m_inconnus + k; };
+    if (k >= 0 && std::any_of(inconnues.begin(), inconnues.end(), sienne)) points.push_back(i);
+  }
+  return points;
+}
+
+double systemePlani::resoudre(std::wstring& journal) {
+  const systemeNormal systeme = lineariser();
+  const std::vector<double> x = systeme.resoudre();
+  journaliserVecteur(journal, x);
+  if (x.empty()) return kEchec;
+  double somme = 0.0;
+  for (const double pas : x) somme += pas * pas;
+  const std::vector<double> v = systeme.produit(x);
+  journaliserResidus(journal, v, systeme);
+  deplacer(journal, x);
+  double chi2 = 0.0;
+  for (std::size_t r = 0; r < v.size(); ++r) {
+    const double poids = systeme.lignes()[r].poids;
+    chi2 += v[r] * v[r] * (poids * poids);
+  }
+  journal += base::formater(L"\r\n\r\nValeur du chi 2=%14.10f", chi2);
+  return std::sqrt(somme);
+}
+
+bool reseauMoindresCarres::calculerPlani(std::wstring& journal, bool premierPassage) {
+  preparerUtilisable();
+  dernierPas = 0.0;
+  if (premierPassage) {
+    reduireObservations(journal);
+    if (!calculerPointsProvisoires(journal)) return false;
+  }
+  bool aCalculer = false;
+  for (std::size_t i = 0; i < points.size(); ++i)
+    aCalculer = aCalculer || (!points[i].planiConnue && utilisable[i]);
+  if (!aCalculer) return false;
+  dernierPas = systemePlani(*this).resoudre(journal);
+  return dernierPas > kPasNegligeable;
+}
+
+std::vector<int> reseauMoindresCarres::pointsIndetermines() {
+  preparerUtilisable();
+  systemePlani plan(*this);
+  return plan.pointsDe(plan.lineariser().inconnuesFaibles());
+}
+
+}  // namespace veltora

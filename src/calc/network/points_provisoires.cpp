@@ -1,0 +1,298 @@
+#include "calc/network/points_provisoires.h"
+
+#include "base/format.h"
+#include "calc/angles.h"
+#include "calc/network/lieux.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+// Provisional coordinates: each observation that joins an unknown point to usable ones is a locus; the mean
+// of the intersections of the loci gives the point, which then serves the next ones.
+
+namespace veltora {
+namespace {
+
+constexpr double kLongueurDirection = 1000.0;  // length of the vectors that stand for directions
+constexpr double kObservationVerifiee = 1e-8;  // radians or metres, strict
+constexpr int kDirectionsMax = 3;              // directions out of a point from which it is skipped
+
+AcGePoint2d position(const pointACalculer& p) { return {p.X, p.Y}; }
+
+AcGePoint2d auGisement(const AcGePoint2d& depuis, double gisement, double distance) {
+  return {depuis.x + std::cos(kPi / 2.0 - gisement) * distance,
+          depuis.y + std::sin(kPi / 2.0 - gisement) * distance};
+}
+
+double gisementRadians(const pointACalculer& a, const pointACalculer& b) {
+  return calculGisement(a.X, a.Y, b.X, b.Y, 2);
+}
+
+/// The observations of each point, in their order.
+std::vector<std::vector<int>> observationsParPoint(const reseauMoindresCarres& reseau) {
+  std::vector<std::vector<int>> liste(reseau.points.size());
+  const auto inscrire = [&](int point, int observation) {
+    if (point < 0) return;
+    std::vector<int>& siennes = liste.at(static_cast<std::size_t>(point));
+    if (siennes.empty() || siennes.back() != observation) siennes.push_back(observation);
+  };
+  for (int i = 0; i < reseau.observations.GetSize(); ++i) {
+    const ObservationReduite& o = reseau.observations.GetAt(i);
+    if (o.type != ObservationReduite::kAngle && o.type != ObservationReduite::kDistance) continue;
+    // Out of range indices raise here as they would where they are first used.
+    (void)reseau.points.GetAt(o.station);
+    (void)reseau.points.GetAt(o.vise);
+    inscrire(o.station, i);
+    inscrire(o.vise, i);
+    if (o.type != ObservationReduite::kAngle || o.reference == -1) continue;
+    (void)reseau.points.GetAt(o.reference);
+    inscrire(o.reference, i);
+  }
+  return liste;
+}
+
+/// One unknown point with the loci that its observations give.
+class Intersection {
+public:
+  Intersection(reseauMoindresCarres& reseau, int point) : m_reseau(reseau), m_point(point) {}
+
+  /// @return false when the point has too many directions out of it
+  bool rassembler(const std::vector<int>& observations);
+  [[nodiscard]] int nombreEquations() const { return static_cast<int>(m_equations.size()); }
+  std::optional<AcGePoint2d> calculer();
+  /// Why `calculer` gives nothing.
+  etatProvisoire examiner(const std::vector<int>& observations);
+
+private:
+  struct Somme {
+    int nombre = 0;
+    double x = 0.0;
+    double y = 0.0;
+    void ajouter(const AcGePoint2d& p) { ++nombre, x += p.x, y += p.y; }
+    [[nodiscard]] AcGePoint2d moyenne() const { return {x / nombre, y / nombre}; }
+  };
+  [[nodiscard]] bool utilisable(int point) const { return m_reseau.utilisable.GetAt(point) != 0; }
+  [[nodiscard]] bool sert(const ObservationReduite& o) const;
+  [[nodiscard]] lieuGeometrique lieu(const ObservationReduite& o) const;
+  [[nodiscard]] lieuGeometrique lieuAngle(const ObservationReduite& o) const;
+  void croiser();
+  /// The pairs in order: single intersections, and the nearer of two once something is known.
+  void cumuler(Somme& somme, bool lever);
+  [[nodiscard]] int candidatVerifie(const ObservationReduite& o, const pointsCommuns& communs);
+  [[nodiscard]] std::optional<AcGePoint2d> germe() const;
+
+  struct Paire {
+    std::size_t i;
+    std::size_t j;
+    pointsCommuns communs;
+  };
+  reseauMoindresCarres& m_reseau;
+  int m_point;
+  int m_directions = 0;
+  std::vector<const ObservationReduite*> m_equations;
+  std::vector<Paire> m_paires;
+};
+
+bool Intersection::sert(const ObservationReduite& o) const {
+  if (o.type == ObservationReduite::kDistance) return utilisable(o.station == m_point ? o.vise : o.station);
+  int connus = o.reference == -1 || utilisable(o.reference) ? 1 : 0;
+  connus += utilisable(o.station) ? 1 : 0;
+  connus += utilisable(o.vise) ? 1 : 0;
+  return connus >= 2;
+}
+
+bool Intersection::rassembler(const std::vector<int>& observations) {
+  for (const int i : observations) {
+    const ObservationReduite& o = m_reseau.observations.GetAt(i);
+    if (o.type == ObservationReduite::kAngle && o.station == m_point && utilisable(o.vise)) ++m_directions;
+    if (sert(o)) m_equations.push_back(&o);
+  }
+  // Deliberate (trois-directions): a station sighted from itself on three known points is skipped, whatever
+  // else it has.
+  return m_directions < kDirectionsMax;
+}
+
+lieuGeometrique Intersection::lieuAngle(const ObservationReduite& o) const {
+  const pointACalculer& vise = m_reseau.points.GetAt(o.vise);
+  if (o.station == m_point) {
+    const AcGePoint2d cible = position(vise);
+    if (o.reference == -1)
+      return lieuGeometrique::droite(cible, auGisement(cible, o.mesure + kPi, kLongueurDirection));
+    return lieuGeometrique::arcCapable(cible, position(m_reseau.points.GetAt(o.reference)), o.mesure);
+  }
+  const pointACalculer& station = m_reseau.points.GetAt(o.station);
+  double direction = o.mesure;
+  if (o.vise == m_point) {
+    if (o.reference != -1) direction += gisementRadians(station, m_reseau.points.GetAt(o.reference));
+  } else {
+    direction = gisementRadians(station, vise) - o.mesure;
+  }
+  return lieuGeometrique::droite(position(station),
+                                 auGisement(position(station), direction, kLongueurDirection));
+}
+
+lieuGeometrique Intersection::lieu(const ObservationReduite& o) const {
+  if (o.type == ObservationReduite::kAngle) return lieuAngle(o);
+  return lieuGeometrique::cercle(position(m_reseau.points.GetAt(o.station == m_point ? o.vise : o.station)),
+                                 o.mesure);
+}
+
+void Intersection::croiser() {
+  std::vector<lieuGeometrique> lieux;
+  lieux.reserve(m_equations.size());
+  for (const ObservationReduite* o : m_equations) lieux.push_back(lieu(*o));
+  for (std::size_t i = 0; i < lieux.size(); ++i) {
+    for (std::size_t j = i + 1; j < lieux.size(); ++j) {
+      const pointsCommuns communs = intersecter(lieux[i], lieux[j]);
+      if (communs.nombre > 0) m_paires.push_back({i, j, communs});
+    }
+  }
+}
+
+int Intersection::candidatVerifie(const ObservationReduite& o, const pointsCommuns& communs) {
+  if (o.type != ObservationReduite::kAngle || o.station == m_point) return -1;
+  pointACalculer& p = m_reseau.points.GetAt(m_point);
+  const double x = p.X;
+  const double y = p.Y;
+  bool verifie[2] = {false, false};
+  for (std::size_t k = 0; k < 2; ++k) {
+    p.X = communs.points[k].x;
+    p.Y = communs.points[k].y;
+    double r = m_reseau.valeurCalculee(o) - o.mesure;
+    if (r > kPi) r = 2.0 * kPi - r;
+    verifie[k] = std::fabs(r) < kObservationVerifiee;
+  }
+  p.X = x;
+  p.Y = y;
+  return verifie[0] == verifie[1] ? -1 : verifie[0] ? 0 : 1;
+}
+
+void Intersection::cumuler(Somme& somme, bool lever) {
+  for (const Paire& paire : m_paires) {
+    const pointsCommuns& communs = paire.communs;
+    if (communs.nombre == 1) {
+      somme.ajouter(communs.points[0]);
+    } else if (somme.nombre > 0) {
+      const AcGePoint2d moyenne = somme.moyenne();
+      const bool second = communs.points[1].distanceTo(moyenne) < communs.points[0].distanceTo(moyenne);
+      somme.ajouter(communs.points[second ? 1 : 0]);
+    } else if (lever) {
+      int choix = candidatVerifie(*m_equations[paire.i], communs);
+      if (choix < 0) choix = candidatVerifie(*m_equations[paire.j], communs);
+      if (choix >= 0) somme.ajouter(communs.points[static_cast<std::size_t>(choix)]);
+    }
+  }
+}
+
+std::optional<AcGePoint2d> Intersection::germe() const {
+  const auto deux = [](const Paire& paire) { return paire.communs.nombre == 2; };
+  const auto a = std::find_if(m_paires.begin(), m_paires.end(), deux);
+  if (a == m_paires.end()) return std::nullopt;
+  const auto b = std::find_if(a + 1, m_paires.end(), deux);
+  if (b == m_paires.end()) return std::nullopt;
+  const auto& [a0, a1] = a->communs.points;
+  const auto& [b0, b1] = b->communs.points;
+  const double dA1 = std::min(a1.distanceTo(b0), a1.distanceTo(b1));
+  const double dA0 = std::min(a0.distanceTo(b0), a0.distanceTo(b1));
+  const AcGePoint2d& proche = dA1 > dA0 ? a0 : a1;
+  return proche.distanceTo(b0) < proche.distanceTo(b1) ? b0 : b1;
+}
+
+std::optional<AcGePoint2d> Intersection::calculer() {
+  croiser();
+  Somme somme;
+  cumuler(somme, true);
+  if (somme.nombre > 0) return somme.moyenne();
+  const std::optional<AcGePoint2d> depart = germe();
+  if (!depart) return std::nullopt;
+  somme.ajouter(*depart);
+  cumuler(somme, false);
+  if (somme.nombre > 1) {
+    --somme.nombre;
+    somme.x -= depart->x;
+    somme.y -= depart->y;
+  }
+  return somme.moyenne();
+}
+
+etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
+  using Cause = etatProvisoire::Cause;
+  etatProvisoire etat;
+  const bool trop = !rassembler(observations);
+  etat.directions = m_directions;
+  etat.equations = nombreEquations();
+  etat.droitesSeules = std::all_of(m_equations.begin(), m_equations.end(), [this](const auto* o) {
+    return lieu(*o).genre == lieuGeometrique::kDroite;
+  });
+  if (observations.empty()) {
+    etat.cause = Cause::kSansObservation;
+  } else if (trop) {
+    etat.cause = Cause::kTropDirections;
+  } else if (etat.equations < 2) {
+    etat.cause = etat.equations == 0 ? Cause::kPasRattache : Cause::kUneEquation;
+  } else {
+    const bool calculable = calculer().has_value();
+    etat.cause = calculable ? Cause::kAucune : m_paires.empty() ? Cause::kLieuxDisjoints : Cause::kIndecis;
+  }
+  return etat;
+}
+
+}  // namespace
+
+std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau) {
+  std::vector<etatProvisoire> etats(reseau.points.size());
+  const bool canevas = std::any_of(reseau.points.begin(), reseau.points.end(),
+                                   [](const pointACalculer& p) { return p.planiConnue; });
+  const std::vector<std::vector<int>> parPoint = observationsParPoint(reseau);
+  for (std::size_t i = 0; i < etats.size(); ++i) {
+    const int point = static_cast<int>(i);
+    if (point < reseau.utilisable.GetSize() && reseau.utilisable.GetAt(point)) continue;
+    if (canevas)
+      etats[i] = Intersection(reseau, point).examiner(parPoint[i]);
+    else
+      etats[i].cause = etatProvisoire::Cause::kSansCanevas;
+  }
+  return etats;
+}
+
+std::wstring solutionTrouvee(const pointACalculer& p) {
+  if (p.Z == base::Z_ABSENT) {
+    return base::formater(L"\r\nSolution trouvée: X=%14.4f Y=%14.4f ", p.X, p.Y);
+  }
+  return base::formater(L"\r\nSolution trouvée: X=%14.4f Y=%14.4f Z=%14.4f", p.X, p.Y, p.Z);
+}
+
+bool reseauMoindresCarres::calculerPointsProvisoires(std::wstring& journal) {
+  utilisable.RemoveAll();
+  utilisable.SetSize(points.size());
+  bool connu = false;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    utilisable[i] = points[i].planiConnue ? 1 : 0;
+    connu = connu || points[i].planiConnue;
+  }
+  if (!connu) return false;
+  const std::vector<std::vector<int>> parPoint = observationsParPoint(*this);
+  bool calcule = true;
+  while (calcule) {
+    calcule = false;
+    for (int i = 0; i < points.GetSize(); ++i) {
+      if (utilisable.GetAt(i)) continue;
+      Intersection intersection(*this, i);
+      if (!intersection.rassembler(parPoint[static_cast<std::size_t>(i)])) continue;
+      journal += base::formater(L"\r\nCalcul du point %s  à l'aide de %d equations ", points.GetAt(i).nom,
+                                intersection.nombreEquations());
+      const std::optional<AcGePoint2d> trouve = intersection.calculer();
+      if (!trouve) continue;
+      points.GetAt(i).X = trouve->x;
+      points.GetAt(i).Y = trouve->y;
+      utilisable.GetAt(i) = 1;
+      calcule = true;
+      journal += solutionTrouvee(points.GetAt(i));
+    }
+  }
+  return true;
+}
+
+}  // namespace veltora

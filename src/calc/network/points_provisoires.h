@@ -1,0 +1,30 @@
+#pragma once
+
+#include "calc/network/reseau_moindres_carres.h"
+
+#include <vector>
+
+namespace veltora {
+
+/// Why a point has no provisional coordinates.
+struct etatProvisoire {
+  enum class Cause {
+    kAucune,           ///< it has coordinates
+    kSansCanevas,      ///< no point of the network is known
+    kSansObservation,  ///< neither angle nor distance names it
+    kTropDirections,   ///< three directions or more go from it to usable points
+    kPasRattache,      ///< no observation joins it to usable points
+    kUneEquation,      ///< only one does
+    kLieuxDisjoints,   ///< the loci do not meet: parallel lines, circles too far apart, the same locus twice
+    kIndecis           ///< they meet in two places, and nothing tells which
+  } cause = Cause::kAucune;
+  int directions = 0;          ///< from the point to usable ones
+  int equations = 0;           ///< loci
+  bool droitesSeules = false;  ///< all loci are lines
+};
+
+/// The state of each point as the last pass of provisional coordinates left it; `utilisable` is that of the
+/// plan, not yet of the heights.
+std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau);
+
+}  // namespace veltora

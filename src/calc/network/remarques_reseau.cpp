@@ -1,0 +1,203 @@
+#include "calc/network/remarques_reseau.h"
+
+#include "base/format.h"
+#include "base/text.h"
+#include "calc/angles.h"
+#include "calc/network/listing_reseau.h"
+#include "calc/network/points_provisoires.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace veltora {
+namespace {
+
+/// Sentences of one kind that are told one by one.
+constexpr std::size_t kPhrasesCitees = 20;
+/// Up to this difference (radians) a measure and its computed value are one direction, but for the turn.
+constexpr double kProcheDeZero = 0.3;
+
+/// Sentences of one kind: the first ones, then how many more there are.
+class Liste {
+public:
+  explicit Liste(Remarques& remarques) : m_remarques(remarques) {}
+  ~Liste() {
+    if (m_nombre > kPhrasesCitees)
+      m_remarques.push_back(base::formater(L"… et %d de plus", static_cast<int>(m_nombre - kPhrasesCitees)));
+  }
+  Liste(const Liste&) = delete;
+  Liste& operator=(const Liste&) = delete;
+  void ajouter(const std::wstring& phrase) {
+    if (m_nombre++ < kPhrasesCitees) m_remarques.push_back(phrase);
+  }
+
+private:
+  Remarques& m_remarques;
+  std::size_t m_nombre = 0;
+};
+
+/// The observation without the padding of its columns.
+std::wstring citer(const reseauMoindresCarres& reseau, const ObservationReduite& o) {
+  std::wstring texte;
+  for (const wchar_t c : nommerObservation(reseau, o)) {
+    if (c != L' ' || texte.empty() || texte.back() != L' ') texte += c;
+  }
+  return base::trim(texte);
+}
+
+bool fini(const pointACalculer& p) { return std::isfinite(p.X) && std::isfinite(p.Y); }
+
+/// For each point whether a height difference names it.
+std::vector<bool> nommesEnAltitude(const reseauMoindresCarres& reseau) {
+  std::vector<bool> nommes(reseau.points.size());
+  for (const ObservationReduite& o : reseau.observations) {
+    if (o.type != ObservationReduite::kDenivelee) continue;
+    for (const int point : {o.station, o.vise}) nommes.at(static_cast<std::size_t>(point)) = true;
+  }
+  return nommes;
+}
+
+std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
+  using Cause = etatProvisoire::Cause;
+  switch (etat.cause) {
+    case Cause::kSansCanevas:
+      return L"le réseau n'a aucun point connu";
+    case Cause::kSansObservation:
+      return enAltitude ? L"il n'a que des dénivelées, ni angle ni distance"
+                        : L"aucune observation d'angle ou de distance ne le concerne";
+    case Cause::kTropDirections:
+      return base::formater(
+          L"%d directions partent de lui vers des points calculables ; à partir de trois il est laissé de "
+          L"côté, quelles que soient ses autres observations : n'en gardez que deux",
+          etat.directions);
+    case Cause::kPasRattache:
+      return L"aucune de ses observations ne s'appuie sur assez de points calculables : leurs coordonnées "
+             L"manquent aussi";
+    case Cause::kUneEquation:
+      return L"une seule observation le rattache à des points calculables, il en faut deux";
+    case Cause::kLieuxDisjoints:
+      return etat.droitesSeules
+                 ? L"ses directions sont parallèles ou confondues"
+                 : L"ses observations ne se coupent pas (distance trop courte ou trop longue, angle faux)";
+    case Cause::kIndecis:
+      return L"ses observations se coupent en deux endroits et rien ne les départage : il en faut une de "
+             L"plus";
+    case Cause::kAucune:
+      break;
+  }
+  return L"le calcul n'a pas de valeur (distance nulle)";
+}
+
+/// "A, B, C", the first ones.
+std::wstring nommer(const reseauMoindresCarres& reseau, const std::vector<int>& points) {
+  std::wstring noms;
+  for (std::size_t i = 0; i < points.size() && i < kPhrasesCitees; ++i) {
+    noms += (i > 0 ? L", " : L"") + reseau.points.GetAt(points[i]).nom;
+  }
+  return points.size() > kPhrasesCitees ? noms + L"…" : noms;
+}
+
+void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques) {
+  const double pas = reseau.dernierPas;
+  if (!std::isfinite(pas)) {
+    remarques.push_back(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
+    return;
+  }
+  if (pas < 0.0) {
+    remarques.push_back(
+        L"le système est singulier : tous les points gardent leurs coordonnées provisoires, rien n'est "
+        L"compensé");
+  } else if (!bilan.convergence) {
+    remarques.push_back(base::formater(
+        L"pas de convergence après %d passes (dernier pas : %.4f) : ces coordonnées ne valent rien",
+        bilan.passes, pas));
+  }
+  const std::vector<int> faibles = reseau.pointsIndetermines();
+  if (!faibles.empty()) {
+    remarques.push_back(
+        L"observations insuffisantes pour fixer " + nommer(reseau, faibles) +
+        L" (ou les points qui en dépendent) : il manque un point connu, une orientation ou une distance");
+  }
+}
+
+/// Angles whose measure and computed value lie on both sides of 0: the difference counts as a whole turn.
+void remarquerTours(const reseauMoindresCarres& reseau, Remarques& remarques) {
+  Liste liste(remarques);
+  const auto place = [&reseau](int point) {
+    return reseau.utilisable.GetAt(point) && fini(reseau.points.GetAt(point));
+  };
+  for (const ObservationReduite& o : reseau.observations) {
+    if (o.type != ObservationReduite::kAngle || !place(o.station) || !place(o.vise)) continue;
+    if (o.reference != -1 && !place(o.reference)) continue;
+    const double calcule = reseau.valeurCalculee(o);
+    const double ecart = std::fabs(o.mesure - calcule);
+    if (ecart <= kPi || std::fabs(ecart - 2.0 * kPi) > kProcheDeZero) continue;
+    liste.ajouter(base::formater(
+        L"%s : la valeur calculée est %.4f, l'écart compte comme un tour entier et fausse le calcul ; donnez "
+        L"l'angle avec un tour de plus ou de moins, ou depuis une autre référence",
+        citer(reseau, o), calcule * 200.0 / kPi));
+  }
+}
+
+}  // namespace
+
+void remarquerObservations(const reseauMoindresCarres& reseau, Remarques& remarques) {
+  int poids = 0;
+  {
+    Liste liste(remarques);
+    for (const ObservationReduite& o : reseau.observations) {
+      if (o.poids != base::Z_ABSENT) ++poids;
+      if (o.station == o.vise) {
+        liste.ajouter(citer(reseau, o) + L" : le point se vise lui-même");
+      } else if (o.type == ObservationReduite::kAngle && o.reference == o.station) {
+        liste.ajouter(citer(reseau, o) + L" : la station est sa propre référence");
+      } else if (o.type == ObservationReduite::kDistance && !(o.mesure > 0.0)) {
+        liste.ajouter(citer(reseau, o) + L" : distance nulle ou négative");
+      }
+    }
+  }
+  {
+    Liste liste(remarques);
+    for (const auto& [supprimee, gardee] : reseau.equivalentes) {
+      liste.ajouter(base::formater(L"%s : laissée de côté, équivalente à %s", citer(reseau, supprimee),
+                                   citer(reseau, gardee)));
+    }
+  }
+  if (poids > 0) {
+    remarques.push_back(
+        base::formater(L"%d poids donnés dans le fichier : sans effet sur les coordonnées", poids));
+  }
+}
+
+void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques) {
+  remarquerIteration(reseau, bilan, remarques);
+  const std::vector<etatProvisoire> etats = examinerPoints(reseau);
+  const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
+  for (int i = 0; i < reseau.points.GetSize(); ++i) {
+    const pointACalculer& p = reseau.points.GetAt(i);
+    if (p.planiConnue || (reseau.utilisable.GetAt(i) && fini(p))) continue;
+    const auto rang = static_cast<std::size_t>(i);
+    remarques.push_back(
+        base::formater(L"point %s sans coordonnées : %s", p.nom, raison(etats[rang], enAltitude[rang])));
+  }
+  remarquerTours(reseau, remarques);
+}
+
+void remarquerAltitudes(const reseauMoindresCarres& reseau, Remarques& remarques) {
+  const bool connue = std::any_of(reseau.points.begin(), reseau.points.end(),
+                                  [](const pointACalculer& p) { return p.altiConnue; });
+  if (!connue) {
+    remarques.push_back(L"dénivelées sans emploi : aucun point connu n'a d'altitude");
+    return;
+  }
+  const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
+  for (int i = 0; i < reseau.points.GetSize(); ++i) {
+    if (reseau.utilisable.GetAt(i) || !enAltitude[static_cast<std::size_t>(i)]) continue;
+    remarques.push_back(
+        base::formater(L"point %s sans altitude : ses dénivelées ne le rattachent à aucune altitude connue",
+                       reseau.points.GetAt(i).nom));
+  }
+}
+
+}  // namespace veltora

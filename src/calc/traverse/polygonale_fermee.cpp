@@ -1,0 +1,123 @@
+// Closed traverse. Symbols, with N rows and indices modulo N:
+//   tour, demi   full and half circle in the unit in force
+//   f            factor to radians
+//   angInt       interior angle
+//   S, E         sum of the interior angles, angular misclosure
+//   gis          bearing of leg i
+//   dx, dy       leg i as measured
+//   D, Ex, Ey    sums of the lengths, of dx and of dy
+//   X, Y         adjusted station after i legs
+#include "calc/traverse/polygonale_fermee.h"
+
+#include "base/text.h"
+#include "calc/angles.h"
+#include "calc/traverse/dessin_polygonale.h"
+#include "calc/traverse/etapes_fermee.h"
+#include "calc/traverse/nivellement.h"
+#include "calc/traverse/rapport_fermee.h"
+
+#include <cmath>
+#include <cstddef>
+#include <optional>
+
+namespace veltora {
+namespace {
+
+void compenserAngles(double Vo, const uniteAngle& unite, const lignesPolygonale& lignes, etapesFermee& e) {
+  const std::size_t n = lignes.size();
+  e.angInt.resize(n);
+  e.angIntCorr.resize(n);
+  e.angExtCorr.resize(n);
+  e.gis.resize(n);
+  for (std::size_t i = 0; i < n; ++i) {
+    e.angInt[i] = unite.tour - lignes[i].angle;
+    e.f.S += e.angInt[i];
+  }
+  // Deliberate (angle-sans-tolerance): always the sum of interior angles, and any misclosure is spread,
+  // however large.
+  e.f.E = e.f.S - (static_cast<double>(n) - 2.0) * unite.tour * 0.5;
+  for (std::size_t i = 0; i < n; ++i) {
+    e.angIntCorr[i] = e.angInt[i] - e.f.E / static_cast<double>(n);
+    e.angExtCorr[i] = reduireAngle(unite.tour - e.angIntCorr[i], unite.tour);
+  }
+  // Deliberate (premier-angle-inutile): Vo stands as given, the corrected angle of row 0 goes into no
+  // bearing.
+  e.gis[0] = Vo;
+  for (std::size_t i = 1; i < n; ++i) {
+    e.gis[i] = reduireAngle(e.gis[i - 1] + e.angExtCorr[i] - unite.demi(), unite.tour);
+  }
+}
+
+void compenserDistances(double Xdep, double Ydep, const uniteAngle& unite, const lignesPolygonale& lignes,
+                        etapesFermee& e, base::CArray<double>& X, base::CArray<double>& Y) {
+  const std::size_t n = lignes.size();
+  e.dx.resize(n);
+  e.dy.resize(n);
+  for (std::size_t i = 0; i < n; ++i) {
+    e.dx[i] = std::sin(unite.versRadians * e.gis[i]) * lignes[i].distance;
+    e.dy[i] = std::cos(unite.versRadians * e.gis[i]) * lignes[i].distance;
+    e.f.D += lignes[i].distance;
+    e.f.Ex += e.dx[i];
+    e.f.Ey += e.dy[i];
+  }
+  X.Add(Xdep);
+  Y.Add(Ydep);
+  for (std::size_t i = 1; i < n; ++i) {
+    // The division comes first: the last digit depends on it.
+    X.Add(X[i - 1] + e.dx[i - 1] - (lignes[i - 1].distance / e.f.D) * e.f.Ex);
+    Y.Add(Y[i - 1] + e.dy[i - 1] - (lignes[i - 1].distance / e.f.D) * e.f.Ey);
+  }
+}
+
+void vider(base::CArray<double>& sortie, std::size_t reserve) {
+  sortie.RemoveAll();
+  sortie.reserve(reserve);
+}
+
+}  // namespace
+
+std::vector<stationCalculee> stationsFermee(const lignesPolygonale& lignes, const base::CArray<double>& X,
+                                            const base::CArray<double>& Y, const base::CArray<double>& Z) {
+  std::vector<stationCalculee> stations;
+  const std::size_t n = lignes.size();
+  for (std::size_t i = 0; i < n; ++i) stations.push_back({lignes[(i + n - 1) % n].nom, X[i], Y[i], Z[i]});
+  return stations;
+}
+
+int calculerPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double Ydep, double Zdep, double Vo,
+                             int modeNivellement, int modeAngle, lignesPolygonale& lignes,
+                             base::CArray<double>& X, base::CArray<double>& Y, base::CArray<double>& Z,
+                             htmlDocument* rapport, bool dessinerBrute, bool dessinerCompensee,
+                             fermeturesPolygonale* fermetures) {
+  const std::size_t n = lignes.size();
+  if (n < 2) return 0;
+  const uniteAngle& unite = uniteDeMode(modeAngle);
+  for (base::CArray<double>* sortie : {&X, &Y, &Z}) vider(*sortie, n + 1);
+  std::optional<rapportFermee> feuille;
+  if (rapport) feuille.emplace(*rapport, lignes);
+
+  if (feuille) feuille->donnees(nomDepart, Xdep, Ydep, Zdep, Vo);
+  if (dessinerBrute) dessinerTraceBrut({Xdep, Ydep}, Vo, unite, lignes);
+  etapesFermee e;
+  compenserAngles(Vo, unite, lignes, e);
+  if (feuille) feuille->angles(e);
+  compenserDistances(Xdep, Ydep, unite, lignes, e, X, Y);
+  if (feuille) feuille->distances(e, X, Y);
+
+  for (const obsPolygonale& ligne : lignes) e.f.H += ligne.dz;
+  if (compenseAltitudes(modeNivellement)) {
+    const corrections parts = repartirFermeture(modeNivellement, e.f.H, lignes, X, Y);
+    compenserAltitudes(parts, Zdep, lignes, Z);
+    if (feuille) feuille->altitudes(modeNivellement, parts, X, Y, Z);
+  } else {
+    cheminerAltitudes(Zdep, lignes, Z);
+    if (feuille) feuille->sansAltitudes();
+  }
+  if (feuille) feuille->coordonnees(X, Y, Z);
+  // Deliberate (premier-sommet-double): X and Y begin with the departure, so it stands twice at the start.
+  if (dessinerCompensee) dessinerTraceCompense({Xdep, Ydep}, X, Y, true);
+  if (fermetures) *fermetures = e.f;
+  return 1;
+}
+
+}  // namespace veltora

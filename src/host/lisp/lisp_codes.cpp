@@ -1,0 +1,32 @@
+// LISP functions on the code table.
+
+#include "arx/ed/edlisp.h"
+#include "codes/commandes_codes.h"
+#include "codes/selectionner_code.h"
+#include "host/lisp/arguments_lisp.h"
+#include "host/lisp/fonctions_lisp.h"
+
+namespace veltora {
+
+int lispLoadCodePt() {
+  const argumentsLisp liste(loadcodept());
+  return acedRetList(liste.chaine());
+}
+
+int lispAddCodePt() {
+  const argumentsLisp args(acedGetArgs());
+  const argumentsLisp resultat(addcodept(args.chaine()));
+  return resultat.chaine() ? acedRetT() : acedRetNil();
+}
+
+int lispResetCodesPts() {
+  const argumentsLisp resultat(resetcodespts());
+  return acedRetNil();
+}
+
+int lispSelectionnerCode() {
+  int code = 0;
+  return selectionnerCode(code) ? acedRetInt(code) : acedRetNil();
+}
+
+}  // namespace veltora

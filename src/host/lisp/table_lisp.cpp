@@ -1,0 +1,83 @@
+#include "host/lisp/table_lisp.h"
+
+#include "arx/ed/acutads.h"
+#include "arx/ed/edlisp.h"
+#include "host/lisp/fonctions_lisp.h"
+
+namespace veltora {
+namespace {
+
+/// Says that a function is not there yet, under the name by which it was called.
+int nonDisponible() {
+  const ACHAR* nom = tableFonctionsLisp[static_cast<std::size_t>(acedGetFunCode())].nom;
+  acutPrintf(L"\nLa fonction %s n'est pas encore disponible dans cette version.", nom);
+  return acedRetNil();
+}
+
+}  // namespace
+
+constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
+    {L"calctailleblock", lispCalcTailleBlock},
+    {L"add_pt", lispAddPt},
+    {L"analyse", lispAnalyse},
+    {L"attrvisibility", lispAttrVisibility},
+    {L"c:projpoly", nonDisponible},
+    {L"c:vcode", lispVCode},
+    {L"ename_pt", lispEnamePt},
+    {L"getsegtype", lispGetSegType},
+    {nullptr, nullptr},  // kept free
+    {L"k_getpt", lispKGetPt},
+    {L"maxnum", lispMaxNum},
+    {L"modif-attrib", lispModifAttrib},
+    {L"reg_pts", lispRegPts},
+    {L"select_all", lispSelectAll},
+    {L"seloncode", lispSelOnCode},
+    {L"selonnum", lispSelOnNum},
+    {L"vndelfile", lispVnDelFile},
+    {L"superpos", lispSuperpos},
+    {L"sxd", lispSxd},
+    {L"wait_user", lispWaitUser},
+    {L"tpcdaddpt", lispTpcdAddPt},
+    {L"loadcodept", lispLoadCodePt},
+    {L"addcodept", lispAddCodePt},
+    {L"resetcodespts", lispResetCodesPts},
+    {L"choixpoint", lispChoixPoint},
+    {L"chgreppts", lispChgRepPts},
+    {L"updarxttxt", lispUpdArxTtxt},
+    {L"c:decrireblock", nonDisponible},
+    {L"c:tablegendes", nonDisponible},
+    {L"c:gererLeves", lispGererLeves},
+    {L"C:pointsParDecalage", lispPointsParDecalage},
+    {L"C:ZoomLeve", lispZoomLeve},
+    {L"selectionnerCode", lispSelectionnerCode},
+    {L"c:TopJndre", lispTopJndre},
+    {L"VARNTEXT", lispVarnText},
+    {L"c:DISSOCBLOCK", lispDissocBlock},
+    {L"c:IMPLANT2", nonDisponible},
+    {L"c:VNDEPORTPNTS", lispVnDeportPnts},
+    {L"c:VNAJUSTERZ", lispVnAjusterZ},
+    {L"c:HELMERT", lispHelmert},
+    {L"c:CREERPLANCHE", nonDisponible},
+    {L"C:POL3DTOPOL2D", nonDisponible},
+}};
+
+void enregistrerFonctionsLisp() {
+  for (std::size_t code = 0; code < tableFonctionsLisp.size(); ++code) {
+    const ACHAR* nom = tableFonctionsLisp[code].nom;
+    if (nom && acedDefun(nom, static_cast<int>(code)) != RTNORM) return;
+  }
+}
+
+void retirerFonctionsLisp() {
+  for (std::size_t code = 0; code < tableFonctionsLisp.size(); ++code)
+    if (const ACHAR* nom = tableFonctionsLisp[code].nom) acedUndef(nom, static_cast<int>(code));
+}
+
+void appelerFonctionLisp() {
+  acedRetVoid();
+  const int code = acedGetFunCode();
+  if (code < 0 || code >= static_cast<int>(kNombreFonctionsLisp)) return;
+  if (const auto fonction = tableFonctionsLisp[static_cast<std::size_t>(code)].fonction) fonction();
+}
+
+}  // namespace veltora

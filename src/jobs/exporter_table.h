@@ -1,0 +1,24 @@
+#pragma once
+
+#include "base/export.h"
+#include "jobs/resultat_points.h"
+#include "points/tri_points.h"
+
+#include <filesystem>
+#include <string>
+
+/// A point table written as a file in one call, from the installed project.
+namespace veltora {
+
+struct demandeExportPoints {
+  std::filesystem::path fichier;  ///< its extension tells the form: .htm, .html, .doc, any other is text
+  std::wstring table;             ///< empty for the current one
+  int code = 0;                   ///< only points of this code; 0 for all
+  colonnePoints tri = colonnePoints::kOrdre;
+};
+
+/// Writes the points of a table. @return false with `erreur` set, no file written: no project, an unknown
+/// table, no point, the file cannot be written, the user stops it
+VELTORA_API bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat);
+
+}  // namespace veltora

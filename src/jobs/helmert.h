@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/export.h"
+#include "calc/helmert/helmert.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace veltora {
+
+/// A transformation run from a file of pairs in one call, without a dialog.
+struct demandeHelmert {
+  std::filesystem::path fichier;  ///< lines `[name] x y X Y`
+  std::filesystem::path rapport;  ///< report to write; empty for none; the Word form when it ends in ".doc"
+  bool appliquer = false;         ///< to all entities of the model space of the working drawing
+};
+
+struct residuHelmert {
+  std::wstring nom;
+  AcGeVector2d ecart;  ///< carried point less final point
+};
+
+struct resultatHelmertUnAppel {
+  resultatHelmert parametres;
+  std::vector<residuHelmert> residus;  ///< one a pair, in order
+  ecartsHelmert ecarts;
+  int transformees = 0;                 ///< entities carried
+  int refusees = 0;                     ///< entities that would not be
+  std::vector<std::wstring> remarques;  ///< French: what was passed over
+  std::wstring erreur;                  ///< French, why there is no result; empty on success
+};
+
+/// Reads, computes, writes the report, transforms, in this order; the first failure ends it, and nothing is
+/// transformed then.
+/// @return false with `erreur` set: the file cannot be read or has fewer than three pairs, the pairs
+/// determine no transformation, the report cannot be written
+VELTORA_API bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resultat);
+
+}  // namespace veltora

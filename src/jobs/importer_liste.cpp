@@ -1,0 +1,109 @@
+#include "jobs/importer_liste.h"
+
+#include "arx/db/dbmain.h"
+#include "base/format.h"
+#include "base/suivi.h"
+#include "base/text.h"
+#include "codes/table_codification.h"
+#include "points/exchange/table_obs_xyz.h"
+#include "points/projets_topo.h"
+
+#include <algorithm>
+#include <set>
+
+namespace veltora {
+namespace {
+
+/// Remarks that are told one by one.
+constexpr std::size_t kRemarquesCitees = 20;
+
+std::wstring nomAffiche(const std::filesystem::path& fichier) { return base::fromUtf8(fichier.string()); }
+
+void remarquerLignes(const tableObsXYZ& liste, const std::wstring& fichier, resultatPoints& resultat) {
+  const std::size_t nombre = liste.remarques.size();
+  for (std::size_t i = 0; i < std::min(nombre, kRemarquesCitees); ++i)
+    resultat.remarques.push_back(fichier + L", " + texteRemarque(liste.remarques[i]));
+  if (nombre > kRemarquesCitees)
+    resultat.remarques.push_back(
+        base::formater(L"%s : %d autres remarques", fichier, static_cast<int>(nombre - kRemarquesCitees)));
+}
+
+void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
+  int coupes = 0;
+  int doubles = 0;
+  std::set<std::string> noms;
+  for (const pointXYZ& ligne : liste.lignes) {
+    std::string nom = base::narrow(ligne.nom);
+    if (nom.size() > pointDuDessin::kLongueurNom) {
+      ++coupes;
+      nom.resize(pointDuDessin::kLongueurNom);
+    }
+    if (!noms.insert(base::toLowerAnsi(nom)).second) ++doubles;
+  }
+  const auto dire = [&resultat](const wchar_t* texte, int nombre) {
+    if (nombre > 0) resultat.remarques.push_back(base::formater(texte, nombre));
+  };
+  dire(L"noms coupés à 9 caractères : %d", coupes);
+  dire(L"noms qui se répètent dans la liste : %d", doubles);
+}
+
+/// Removes the points whose names the list brings again.
+void remplacer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
+  int remplaces = 0;
+  for (const pointXYZ& ligne : liste.lignes) {
+    pointDuDessin point;
+    point.setNomPoint(ligne.nom.c_str());
+    const std::wstring nom = base::widen(point.nomPoint);
+    const int avant = table.nbPoint();
+    table.supprimerPoint(nom.c_str());
+    remplaces += avant - table.nbPoint();
+  }
+  if (remplaces > 0)
+    resultat.remarques.push_back(base::formater(L"points du même nom remplacés : %d", remplaces));
+}
+
+/// @return false when the user stops
+bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
+  tableCodification& codes = getTableCodification();
+  std::set<int> vus;
+  for (const pointXYZ& ligne : liste.lignes)
+    if (vus.insert(ligne.code).second) codes.getOuCreerCode(ligne.code);
+  codes.creerTousLayers(acdbHostApplicationServices()->workingDatabase());
+  int sansBloc = 0;
+  base::Suivi suivi(static_cast<long long>(liste.lignes.size()) - 1);
+  for (const pointXYZ& ligne : liste.lignes) {
+    if (suivi.arrete()) return false;
+    pointDuDessin point;
+    point = ligne;
+    point.creer(true, ligne.obs.c_str());
+    if (point.id.isNull()) ++sansBloc;
+    table.Ajouter(point);
+    suivi.avancer();
+  }
+  if (sansBloc > 0)
+    resultat.remarques.push_back(
+        base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", sansBloc));
+  return true;
+}
+
+}  // namespace
+
+bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
+  resultat = {};
+  const std::wstring fichier = nomAffiche(demande.fichier);
+  if (!tablesPoints) return resultat.echec(kSansProjet);
+  tableObsXYZ liste;
+  liste.colonneZCompte = true;
+  if (!liste.charger(fichier.c_str()))
+    return resultat.echec(L"« " + fichier + L" » : fichier introuvable ou illisible");
+  remarquerLignes(liste, fichier, resultat);
+  if (liste.lignes.empty()) return resultat.echec(L"« " + fichier + L" » : aucun point");
+  remarquerNoms(liste, resultat);
+  listePointsDuDessin& table = tablesPoints->tableOuNouvelle(demande.table);
+  remplacer(table, liste, resultat);
+  if (!placer(table, liste, resultat)) return resultat.echec(kInterrompu);
+  resultat.nombre = static_cast<int>(liste.lignes.size());
+  return true;
+}
+
+}  // namespace veltora

@@ -1,0 +1,35 @@
+#include "jobs/placer_stations.h"
+
+#include "base/text.h"
+#include "codes/table_codification.h"
+#include "points/projets_topo.h"
+
+namespace veltora {
+
+void preparerCodeStations(int code, bool modifier) {
+  tableCodification& table = getTableCodification();
+  int rang = table.chercherCode(code);
+  if (rang < 0) {
+    codifPoint nouveau;
+    nouveau.code = code;
+    table.codes.Add(nouveau);
+    rang = table.chercherCode(code);
+  }
+  if (modifier) table.modifierLigne(rang);
+  table.creerLayers(table.codes.GetAt(rang));
+}
+
+void placerStations(const std::vector<stationCalculee>& stations, int code, bool altitudes) {
+  if (!tablesPoints) return;
+  listePointsDuDessin* table = tablesPoints->currTable();
+  for (const stationCalculee& station : stations) {
+    pointDuDessin point;
+    point.setParams(station.nom.c_str(), AcGePoint3d(station.x, station.y, altitudes ? station.z : Z_ABSENT),
+                    code);
+    table->supprimerPoint(base::widen(point.getNomPoint()).c_str());
+    point.creer(true, nullptr);
+    table->Ajouter(point);
+  }
+}
+
+}  // namespace veltora

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "base/export.h"
+#include "calc/traverse/polygonale.h"
+
+#include <vector>
+
+namespace veltora {
+
+/// Makes sure that the code table holds the code, new rows with default values, and that its layers stand in
+/// the drawing.
+/// @param code 1 to 9999
+/// @param modifier shows the code's row for editing in between
+VELTORA_API void preparerCodeStations(int code, bool modifier);
+
+/// Places stations in order, each after the removal of a point of its name: into the current table and, with
+/// its block, into the drawing. Names are cut to 9 characters, the length that a point holds.
+/// @param altitudes false places every point without altitude
+VELTORA_API void placerStations(const std::vector<stationCalculee>& stations, int code, bool altitudes);
+
+}  // namespace veltora

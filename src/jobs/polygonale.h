@@ -1,0 +1,39 @@
+#pragma once
+
+#include "base/export.h"
+#include "calc/traverse/polygonale.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace veltora {
+
+/// A traverse run from its file in one call, without a dialog. The file tells whether it is open or closed.
+struct demandePolygonale {
+  std::filesystem::path fichier;  ///< the .obs file
+  std::filesystem::path rapport;  ///< report to write; empty for none; the Word form when it ends in ".doc"
+  bool placer = true;             ///< stations into the current table and the working drawing
+  int code = 100;                 ///< of the stations, 1 to 9999
+  bool altitudes = false;         ///< place the stations with their altitudes
+  bool dessinerBrute = false;
+  bool dessinerCompensee = false;
+};
+
+struct resultatPolygonale {
+  bool ouverte = false;
+  std::vector<stationCalculee> stations;  ///< departure first; the last of an open traverse is its arrival
+  fermeturesPolygonale fermetures;
+  int modeAngle = 0;  ///< of the file: 0 grades, 1 degres, 2 radians
+  std::vector<std::wstring>
+      remarques;        ///< French, what was passed over, guessed or looks wrong; the run goes on
+  std::wstring erreur;  ///< French, why there is no result; empty on success
+};
+
+/// Reads, computes, writes the report, places the stations, in this order; the first failure ends it, and
+/// nothing is placed or drawn then. Shows nothing.
+/// @return false with `erreur` set: the file cannot be read or has fewer than two rows, the code is out of
+/// range, the coordinates are no numbers, the report cannot be written. `remarques` is filled in any case
+VELTORA_API bool executerPolygonale(const demandePolygonale& demande, resultatPolygonale& resultat);
+
+}  // namespace veltora

@@ -1,0 +1,115 @@
+#include "jobs/reseau.h"
+
+#include "base/files.h"
+#include "base/text.h"
+#include "calc/network/fichier_mc.h"
+#include "calc/network/remarques_reseau.h"
+#include "jobs/noms_coupes.h"
+#include "jobs/placer_reseau.h"
+#include "jobs/placer_stations.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace veltora {
+namespace {
+
+bool lire(const demandeReseau& demande, reseauMoindresCarres& reseau, resultatReseau& resultat) {
+  const std::wstring nom = L"« " + base::fromUtf8(demande.fichier.string()) + L" »";
+  const auto octets = base::lireFichier(demande.fichier);
+  if (!octets) {
+    resultat.erreur = nom + L" : fichier introuvable ou illisible";
+    return false;
+  }
+  const bool suffisant = lireMc(*octets, reseau, &resultat.remarques);
+  if (!suffisant) {
+    resultat.erreur = nom + (reseau.points.empty() ? L" : aucun point" : L" : aucune observation");
+    return false;
+  }
+  const bool nord = std::any_of(reseau.observations.begin(), reseau.observations.end(),
+                                [](const auto& o) { return o.station == -1 || o.vise == -1; });
+  if (nord) resultat.erreur = nom + L" : « NORD » ne peut être ni station ni point visé, seulement référence";
+  return !nord;
+}
+
+void compter(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
+  for (const pointACalculer& p : reseau.points) ++(p.planiConnue ? resultat.connus : resultat.aCalculer);
+  for (const ObservationReduite& o : reseau.observations) {
+    if (o.type == ObservationReduite::kAngle) ++resultat.angles;
+    if (o.type == ObservationReduite::kDistance) ++resultat.distances;
+    if (o.type == ObservationReduite::kDenivelee) ++resultat.denivelees;
+  }
+}
+
+/// Computes X and Y, then heights. @return the whole log
+std::wstring calculer(reseauMoindresCarres& reseau, resultatReseau& resultat) {
+  std::wstring premiere;
+  std::wstring derniere;
+  const bilanIteration bilan = iterer(reseau, derniere, &premiere);
+  compter(reseau, resultat);
+  resultat.passes = bilan.passes;
+  resultat.convergence = bilan.convergence;
+  remarquerObservations(reseau, resultat.remarques);
+  remarquerPlan(reseau, bilan, resultat.remarques);
+  std::wstring journal = L"Première passe" + premiere;
+  journal += L"\r\n\r\nPasse " + std::to_wstring(bilan.passes) + derniere;
+  if (resultat.denivelees > 0) {
+    // The heights start anew from what is usable for them; X and Y are kept, and which points have them.
+    std::wstring altitudes;
+    reseau.calculerAlti(altitudes);
+    journal += L"\r\n\r\nAltitudes" + altitudes;
+    remarquerAltitudes(reseau, resultat.remarques);
+  }
+  return journal + L"\r\n";
+}
+
+double ouAbsent(double valeur) { return std::isfinite(valeur) ? valeur : base::Z_ABSENT; }
+
+void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
+  for (const pointACalculer& p : reseau.points) {
+    pointReseau calcule{p.nom, ouAbsent(p.X), ouAbsent(p.Y), ouAbsent(p.Z)};
+    if (calcule.y == base::Z_ABSENT) calcule.x = base::Z_ABSENT;
+    const bool plan = !p.planiConnue && calcule.x != base::Z_ABSENT;
+    const bool altitude = !p.altiConnue && calcule.z != base::Z_ABSENT;
+    if (plan || altitude) resultat.calcules.push_back(calcule);
+  }
+}
+
+void placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
+  const std::vector<stationCalculee> points = pointsSitues(reseau);
+  remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
+  preparerCodeStations(kCodePointsReseau, false);
+  placerReseau(points);
+  resultat.places = static_cast<int>(points.size());
+}
+
+bool executer(const demandeReseau& demande, resultatReseau& resultat) {
+  reseauMoindresCarres reseau;
+  if (!lire(demande, reseau, resultat)) return false;
+  const std::wstring journal = calculer(reseau, resultat);
+  rassembler(reseau, resultat);
+  std::string raison;
+  if (!demande.journal.empty() && !base::remplacerFichier(demande.journal, base::narrow(journal), &raison)) {
+    resultat.erreur = base::fromUtf8(raison);
+    return false;
+  }
+  if (resultat.calcules.empty()) {
+    resultat.erreur = resultat.aCalculer == 0 ? L"aucun point à calculer : tous ceux du fichier sont connus"
+                                              : L"aucun point n'a pu être calculé";
+    return false;
+  }
+  if (demande.placer) placer(reseau, resultat);
+  return true;
+}
+
+}  // namespace
+
+bool executerReseau(const demandeReseau& demande, resultatReseau& resultat) {
+  resultat = {};
+  const bool reussi = executer(demande, resultat);
+  const std::wstring nom = base::fromUtf8(demande.fichier.filename().string());
+  for (std::wstring& remarque : resultat.remarques) remarque.insert(0, nom + L", ");
+  return reussi;
+}
+
+}  // namespace veltora

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace veltora {
+
+inline constexpr const wchar_t* kSansProjet = L"aucun dessin n'est ouvert";
+inline constexpr const wchar_t* kInterrompu = L"interrompu";
+
+/// What a job on point tables gives.
+struct resultatPoints {
+  int nombre = 0;                       ///< points placed or written
+  std::vector<std::wstring> remarques;  ///< French, what was passed over or changed; the run goes on
+  std::wstring erreur;                  ///< French, why nothing was done; empty on success
+
+  /// Notes why nothing was done. @return false
+  bool echec(const std::wstring& raison) {
+    erreur = raison;
+    return false;
+  }
+};
+
+}  // namespace veltora

@@ -1,0 +1,93 @@
+#include "points/exchange/export_tables.h"
+
+#include "base/format.h"
+#include "base/text.h"
+#include "points/lecture_tables.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace veltora {
+namespace {
+
+constexpr std::size_t kColonnes = 5;
+using ligneTable = std::array<std::wstring, kColonnes>;
+const ligneTable kTitres{L"Nom", L"X", L"Y", L"Z", L"Code"};
+
+/// A coordinate: to the millimetre for reading, in full for another program; empty when absent.
+std::wstring coordonnee(double valeur, formatTables format) {
+  if (valeur == Z_ABSENT) return {};
+  return format == formatTables::kCsv ? base::widen(base::ecrireReel(valeur))
+                                      : base::formater(L"%.3f", valeur);
+}
+
+ligneTable ligneDe(const pointDuDessin& point, formatTables format) {
+  return {base::widen(point.nomPoint), coordonnee(point.x, format), coordonnee(point.y, format),
+          coordonnee(point.z, format), base::formater(L"%d", point.code)};
+}
+
+std::wstring champCsv(const std::wstring& texte) {
+  if (texte.find_first_of(L";\"\r\n") == std::wstring::npos) return texte;
+  std::wstring sortie = L"\"";
+  for (const wchar_t lettre : texte) sortie.append(lettre == L'"' ? 2 : 1, lettre);
+  return sortie + L'"';
+}
+
+void ecrireCsv(const listePointsDuDessin& table, bool courante, std::wstring& sortie) {
+  const std::wstring debut = champCsv(table.getNomTable()) + (courante ? L";oui" : L";non");
+  for (const pointDuDessin& point : *table.getData()) {
+    sortie += debut;
+    for (const std::wstring& champ : ligneDe(point, formatTables::kCsv)) sortie += L';' + champCsv(champ);
+    sortie += L'\n';
+  }
+}
+
+/// Names to the left, numbers to the right.
+void ecrireLigne(const ligneTable& ligne, const std::array<std::size_t, kColonnes>& largeurs,
+                 std::wstring& sortie) {
+  std::wstring texte;
+  for (std::size_t i = 0; i < kColonnes; ++i) {
+    const std::wstring blancs(largeurs[i] - ligne[i].size(), L' ');
+    texte += L"  " + (i == 0 ? ligne[i] + blancs : blancs + ligne[i]);
+  }
+  sortie += base::trimRight(texte, L" ") + L'\n';
+}
+
+void ecrireTexte(const listePointsDuDessin& table, bool courante, std::wstring& sortie) {
+  if (!sortie.empty()) sortie += L'\n';
+  const int nombre = table.nbPoint();
+  const wchar_t* mot = nombre > 1 ? L"points" : L"point";
+  sortie += base::formater(L"Table \"%s\"%s : %d %s\n", table.getNomTable(),
+                           std::wstring(courante ? L" (courante)" : L""), nombre, mot);
+  if (nombre == 0) return;
+  std::vector<ligneTable> lignes{kTitres};
+  for (const pointDuDessin& point : *table.getData()) lignes.push_back(ligneDe(point, formatTables::kTexte));
+  std::array<std::size_t, kColonnes> largeurs{};
+  for (const ligneTable& ligne : lignes)
+    for (std::size_t i = 0; i < kColonnes; ++i) largeurs[i] = std::max(largeurs[i], ligne[i].size());
+  for (const ligneTable& ligne : lignes) ecrireLigne(ligne, largeurs, sortie);
+}
+
+}  // namespace
+
+bool exporterTables(AcDbDatabase* db, formatTables format, std::string& sortie) {
+  projetsTopo projets;
+  const lectureTables lu = lireTables(db, projets);
+  if (lu == lectureTables::kIllisibles) {
+    sortie = "Les points enregistrés dans ce dessin sont illisibles.\n";
+    return false;
+  }
+  const bool csv = format == formatTables::kCsv;
+  std::wstring texte = csv ? L"Table;Courante;Nom;X;Y;Z;Code\n" : L"";
+  if (lu == lectureTables::kAucune) {
+    if (!csv) texte = L"Aucune table de points dans ce dessin.\n";
+  } else {
+    for (int i = 0; i < projets.tablesListe.GetSize(); ++i)
+      (csv ? ecrireCsv : ecrireTexte)(*projets.tablesListe.GetAt(i), i == projets.tableCourante, texte);
+  }
+  sortie = base::toUtf8(texte);
+  return true;
+}
+
+}  // namespace veltora

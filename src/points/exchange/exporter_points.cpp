@@ -1,0 +1,84 @@
+#include "points/exchange/exporter_points.h"
+
+#include "base/files.h"
+#include "base/suivi.h"
+#include "base/text.h"
+#include "points/exchange/texte_point.h"
+#include "report/html_document.h"
+#include "report/html_table.h"
+#include "report/report_setup.h"
+
+#include <filesystem>
+
+namespace veltora {
+namespace {
+
+using Points = std::vector<pointDuDessin>;
+/// Decimals of the coordinates in a report.
+constexpr int kDecimales = 4;
+
+void ajouterLigne(htmlTable& table, const pointDuDessin& point) {
+  table.ouvrirLigne();
+  table.ajouterCellule(point.nomPoint, attributs::kTexte);
+  table.ajouterCelluleDouble(point.x, kDecimales, attributs::kNombre);
+  table.ajouterCelluleDouble(point.y, kDecimales, attributs::kNombre);
+  if (point.z == Z_ABSENT)
+    table.ajouterCellule("&nbsp", attributs::kNombre);
+  else
+    table.ajouterCelluleDouble(point.z, kDecimales, attributs::kNombre);
+  table.ajouterCelluleEntier(point.code, attributs::kNombre);
+  table.fermerLigne();
+}
+
+bool exporterRapport(const Points& points, const std::wstring& chemin, base::Suivi& suivi,
+                     std::string& raison) {
+  htmlDocument document;
+  // Deliberate (export-toujours-word): the Word form, under ".htm" too.
+  document.setFichier(base::toUtf8(chemin), chemin.size() < 3 ? htmlDocument::simple : htmlDocument::word);
+  ajouterPrologue(document);
+  htmlTable table;
+  preparerTable(table);
+  table.reserver(points.size(), 100);
+  table.ouvrirLigne();
+  for (const wchar_t* titre : {L"N°", L"X", L"Y", L"Z", L"Code"})
+    table.ajouterCellule(base::narrow(titre), attributs::kGrisMaj);
+  table.fermerLigne();
+  for (const pointDuDessin& point : points) {
+    ajouterLigne(table, point);
+    suivi.avancer();
+    if (suivi.arrete()) return false;
+  }
+  document.ajouterCorps(table.fermerTable());
+  return document.ecrire(&raison);
+}
+
+bool exporterTexte(const Points& points, const std::wstring& chemin, base::Suivi& suivi,
+                   std::string& raison) {
+  base::RemplacementFichier fichier{std::filesystem::path(base::toUtf8(chemin))};
+  for (const pointDuDessin& point : points) {
+    if (!fichier.ecrire(texteDuPoint(point))) break;
+    suivi.avancer();
+    if (suivi.arrete()) return false;
+  }
+  return fichier.terminer(&raison);
+}
+
+}  // namespace
+
+formeExport formeDuFichier(std::wstring_view chemin) {
+  const std::wstring nom = base::toLower(chemin);
+  for (const wchar_t* extension : {L".htm", L".html", L".doc"})
+    if (nom.ends_with(extension)) return formeExport::kRapport;
+  return formeExport::kTexte;
+}
+
+bool exporterPoints(const Points& points, const std::wstring& chemin, std::wstring& raison) {
+  base::Suivi suivi(static_cast<long long>(points.size()));
+  std::string detail;
+  const bool rapport = formeDuFichier(chemin) == formeExport::kRapport;
+  const bool ecrit = (rapport ? exporterRapport : exporterTexte)(points, chemin, suivi, detail);
+  raison = base::fromUtf8(detail);
+  return ecrit;
+}
+
+}  // namespace veltora

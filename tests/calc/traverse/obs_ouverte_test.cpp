@@ -1,0 +1,184 @@
+#include "calc/traverse/obs_ouverte.h"
+#include "base/format.h"
+#include "base/text.h"
+#include "calc/dialogs/ouverte_dlg.h"
+#include "support/dialog_script.h"
+#include "support/dossier_essai.h"
+#include "support/golden.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace veltora {
+namespace {
+
+std::string resume(const stationConnue& s) {
+  return base::formater("%s %g %g %g %g", base::toUtf8(s.nom), s.x, s.y, s.z, s.gisement);
+}
+
+/// What a file leaves in a traverse, as one line.
+std::string resume(const polygonaleOuverteObs& d) {
+  std::string texte = resume(d.depart) + " > " + resume(d.arrivee) +
+                      base::formater(" f%g a%d n%d", d.fermeture, d.modeAngle, d.modeNivellement);
+  for (const ligneObs& l : d.lignes) texte += base::toUtf8(L" [" + l.nom + L"]");
+  return texte;
+}
+
+const char* const kVide = " 0 0 0 0 >  0 0 0 0 f7 a2 n3";
+
+TEST(LireObsOuverte, FermetureGardeeAndEachFormOfLine) {
+  struct Cas {
+    const char* nom;
+    const char* octets;
+    const char* resume;
+    std::vector<const char*> remarques;
+  };
+  const std::vector<Cas> cas = {
+      {"an empty file keeps modes and closing angle", "", kVide, {}},
+      {"both stations, in any order and spelling",
+       "gis 5 Z=3 y: 2 xyz=1 depart=\"ST 1\"\nARR B X 1 Y 2 Z 3 Gis -4",
+       "ST 1 1 2 3 5 > B 1 2 3 -4 f7 a2 n3",
+       {}},
+      {"keywords and rows",
+       "Fermeture: 12.5\nAngles d\nNive s\n\"C 1\" 1 2 3",
+       " 0 0 0 0 >  0 0 0 0 f12.5 a1 n1 [C 1]",
+       {}},
+      {"the last block counts", "Nivellement: simple\nNivellement: racine", kVide, {}},
+      {"neither departure nor arrival",
+       "Nom=A X= 1 Y= 2 Z= 3 Gis= 4",
+       kVide,
+       {"ligne 1 : clé inconnue « Nom », ignorée", "ligne 1 : ignorée, « Nom A »"}},
+      {"a key that is missing leaves its value",
+       "Depart=A X= 1 Y= 2 Z= 3 Gis= 4\nD=B X=9 Ref=1 W=2 Z=8",
+       "B 9 2 8 4 >  0 0 0 0 f7 a2 n3",
+       {"ligne 2 : clé inconnue « Ref », ignorée", "ligne 2 : clé inconnue « W », ignorée"}},
+      {"unreadable numbers",
+       "Fermeture: x\nDepart=A X= 1,5 Y= 2 Z= 3 Gis= 4",
+       "A 1 2 3 4 >  0 0 0 0 f0 a2 n3",
+       {"ligne 1 : nombre illisible « x », lu comme 0.0",
+        "ligne 2 : nombre illisible « 1,5 », lu comme 1.0"}},
+  };
+  for (const Cas& c : cas) {
+    polygonaleOuverteObs d;
+    d.depart = d.arrivee = {L"ANCIENNE", 1, 1, 1, 1};
+    d.fermeture = 7;
+    d.modeAngle = 2;
+    d.modeNivellement = 3;
+    d.lignes.push_back({L"ancienne", L"1", L"2", L"3"});
+    const std::vector<remarqueObs> remarques = lireObsOuverte(c.octets, d);
+    EXPECT_EQ(resume(d), c.resume) << c.nom;
+    ASSERT_EQ(remarques.size(), c.remarques.size()) << c.nom;
+    for (std::size_t i = 0; i < remarques.size(); ++i) {
+      EXPECT_EQ(base::toUtf8(texteRemarque(remarques[i])), c.remarques[i]) << c.nom;
+    }
+  }
+}
+
+TEST(EstObsOuverte, LooksForTheLinesOfKnownStations) {
+  const std::vector<std::pair<const char*, bool>> cas = {
+      {"", false},
+      {"Nom=\"Depart\" X= 1 Y= 2 Z= 3 Gis= 4", false},
+      {"* Depart=A X= 1 Y= 2 Z= 3 Gis= 4", false},
+      {"Angles: degres\nD 1 2 3\nArrivee 1", false},
+      {"Angles: degres\n\nX= 1 Y= 2 Z= 3 Gis= 4 depart=A", true},
+      {"Arrivee=\"A\" X= 1 Y= 2 Z= 3 Gis= 4", true},
+  };
+  for (const auto& [octets, ouverte] : cas) EXPECT_EQ(estObsOuverte(octets), ouverte) << octets;
+}
+
+TEST(EcrireObsOuverte, BlocNivellementDouble) {
+  polygonaleOuverteObs d;
+  d.depart = {L"Été 1", 650000.123456, 2, -1, 399.99999};
+  d.arrivee = {L"B", 1, 2, 3, -4};
+  d.fermeture = 12.34567;
+  d.modeAngle = 1;
+  d.modeNivellement = 2;
+  d.lignes = {formaterLigne(L"B 2", 1.0, 2.0, -3.0), {L"B", L"4", L"5.", L"6"}};
+  const std::string octets = ecrireObsOuverte(d);
+  EXPECT_TRUE(memeQueReference("polygonale_ouverte_ecrite.obs", octets));
+  const std::string mode = "\nNivellement: distance\n";
+  EXPECT_NE(octets.find(mode), octets.rfind(mode));
+  polygonaleOuverteObs relue;
+  EXPECT_TRUE(lireObsOuverte(octets, relue).empty());
+  EXPECT_EQ(ecrireObsOuverte(relue), octets);
+}
+
+class DialogueOuverte : public ::testing::Test {
+protected:
+  void SetUp() override { base::setDossierTemporaire(m_dossier.chemin); }
+  void TearDown() override { base::setDossierTemporaire({}); }
+  [[nodiscard]] std::string chemin(const std::string& nom) const { return (m_dossier.chemin / nom).string(); }
+  DossierEssai m_dossier;
+};
+
+TEST_F(DialogueOuverte, TypesComputesSavesAndLoadsBack) {
+  corrPolygoOuverteDLG dialogue;
+  DialogScript script({"Station de départ/Numéro = A",
+                       "Station de départ/X = 1000",
+                       "Station de départ/Y = 1000",
+                       "Station de départ/Gisement = 100",
+                       "Station d'arrivée/Numéro = D",
+                       "Station d'arrivée/X = 1300",
+                       "Station d'arrivée/Y = 1000",
+                       "Station d'arrivée/Z = 2",
+                       "Station d'arrivée/Gisement = 100",
+                       "Dernier Angle = 200",
+                       "Nivellement = simple",
+                       "[Calculer !]",
+                       "[OK]",
+                       "[Placer !!!]",
+                       "[OK]",
+                       "Station = B",
+                       "Angle = 200",
+                       "Distance = 100",
+                       "Données/Altitude = 1",
+                       "[Ajouter]",
+                       "Station = D",
+                       "Distance = 199.9",
+                       "[Ajouter]",
+                       "[Ajouter]",
+                       "[Enlever !]",
+                       "[Calculer !]",
+                       "[Sauvegarder]",
+                       chemin("R.doc"),
+                       "[OK]",
+                       "[Fermer]",
+                       "[Sauvegarder]",
+                       chemin("Saisie"),
+                       "[Fermer]"});
+  dialogue.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_NE(script.transcript.find("--- Calculs Topo ---\nErreur , données insuffisantes \n"),
+            std::string::npos);
+  EXPECT_EQ(dialogue.liste.rowCount(), 2);
+  EXPECT_EQ(dialogue.liste.cell(1, 2), L"199.90000");
+  EXPECT_NE(m_dossier.lire("R.doc").find("<td class=celnorm align='left'>Erreur</td><td class=celnorm "
+                                         "align=right>0.1000</td>"),
+            std::string::npos);
+  corrPolygoOuverteDLG autre;
+  DialogScript lecture({"[Charger]", chemin("saisie.obs"), "[Sauvegarder]", chemin("copie"), "[Fermer]"});
+  autre.doModal();
+  EXPECT_TRUE(lecture.finished()) << lecture.transcript;
+  EXPECT_EQ(m_dossier.lire("copie.obs"), m_dossier.lire("saisie.obs"));
+  EXPECT_EQ(autre.dernierAngle.value(), 200.0);
+  EXPECT_EQ(autre.nivellement.index(), 1);
+}
+
+TEST_F(DialogueOuverte, BothCalButtonsComputeTheBearingFromTheirStation) {
+  corrPolygoOuverteDLG dialogue;
+  DialogScript script({"Angles = degres", "Station de départ/Numéro = A", "Station de départ/X = 650000",
+                       "Station de départ/Y = 6860000", "[Station de départ/Cal]", "?",
+                       "Direction/X = 650100", "Direction/Y = 6860100", "[OK]", "Station d'arrivée/X = 10",
+                       "[Station d'arrivée/Cal]", "Direction/X = 5", "[OK]", "[Station d'arrivée/Cal]",
+                       "Direction/X = 5000", "[Cancel]", "[Fermer]"});
+  dialogue.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_NE(script.transcript.find("650000"), std::string::npos);
+  EXPECT_NEAR(dialogue.depart.gisement.value(), 45.0, 1e-9);
+  EXPECT_NEAR(dialogue.arrivee.gisement.value(), 270.0, 1e-9);
+}
+
+}  // namespace
+}  // namespace veltora

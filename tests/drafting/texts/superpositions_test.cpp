@@ -1,0 +1,176 @@
+// Overlaps between annotations, fitted texts, and the dialog of altitude shifts.
+
+#include "drafting/texts/superpositions.h"
+
+#include "drafting/dialogs/rattach_z_dlg.h"
+#include "drafting/texts/texte_ajuste.h"
+#include "support/dialog_script.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+using namespace veltora;
+
+TEST(SurfaceCommune, isTheIntersectionHoweverTheBoxesLie) {
+  struct {
+    const char* nom;
+    boitePlane a, b;
+    double surface;
+  } const cas[] = {
+      {"corner", {0, 0, 4, 4}, {3, 2, 4, 4}, 2},
+      {"inside", {0, 0, 4, 4}, {1, 1, 1, 2}, 2},
+      {"cross, no corner inside", {0, 1, 9, 1}, {4, 0, 1, 9}, 1},
+      {"side by side", {0, 0, 4, 4}, {4, 0, 4, 4}, 0},
+      {"apart in y", {0, 0, 4, 4}, {1, 5, 1, 1}, 0},
+      {"same", {0, 0, 2, 3}, {0, 0, 2, 3}, 6},
+  };
+  for (const auto& c : cas) {
+    EXPECT_EQ(surfaceCommune(c.a, c.b), c.surface) << c.nom;
+    EXPECT_EQ(surfaceCommune(c.b, c.a), c.surface) << c.nom << ", exchanged";
+  }
+}
+
+annotationPlane mobile(boitePlane boite, double x, double y, double rayon = 1.0) {
+  annotationPlane a;
+  a.boite = boite;
+  a.ancreX = x;
+  a.ancreY = y;
+  a.rayon = rayon;
+  return a;
+}
+annotationPlane obstacle(boitePlane boite) {
+  annotationPlane a;
+  a.boite = boite;
+  a.fixe = true;
+  return a;
+}
+
+std::vector<double> reduire(std::vector<annotationPlane>& annotations,
+                            rechercheVoisins recherche = rechercheVoisins::kGrille) {
+  std::vector<double> bilans;
+  reduireSuperpositions(
+      annotations, [](int, int, int) { return true; }, [&](double s) { bilans.push_back(s); }, recherche);
+  return bilans;
+}
+
+TEST(Superpositions, takeTheEarliestOfTheEightPlacesThatCoverLeast) {
+  // A box of 2 by 1 around the anchor at the origin, radius 1; all places but one are blocked.
+  const boitePlane places[] = {{-1, 1, 2, 1},  {1, 1, 2, 1},   {1, -0.5, 2, 1},  {1, -2, 2, 1},
+                               {-1, -2, 2, 1}, {-3, -2, 2, 1}, {-3, -0.5, 2, 1}, {-3, 1, 2, 1}};
+  for (std::size_t libre = 0; libre < 8; ++libre) {
+    std::vector<annotationPlane> annotations = {mobile({-0.4, -0.4, 2, 1}, 0, 0),
+                                                obstacle({-0.4, -0.4, 0.3, 0.3})};
+    for (std::size_t i = 0; i < libre; ++i)
+      annotations.push_back(obstacle({places[i].x + 0.9, places[i].y + 0.45, 0.7, 0.3}));
+    const std::vector<double> bilans = reduire(annotations);
+    EXPECT_EQ(bilans, std::vector<double>({0.0})) << libre;
+    EXPECT_TRUE(annotations[0].deplacee);
+    EXPECT_EQ(annotations[0].boite.x, places[libre].x) << libre;
+    EXPECT_EQ(annotations[0].boite.y, places[libre].y) << libre;
+  }
+}
+
+TEST(Superpositions, leaveWhatIsFreeWhatIsFixedAndWhatIsNotStrictlyBetter) {
+  std::vector<annotationPlane> annotations = {mobile({50, 50, 2, 1}, 0, 0), obstacle({0, 0, 1, 1}),
+                                              obstacle({0.5, 0, 1, 1})};
+  EXPECT_EQ(reduire(annotations), std::vector<double>({0.0}));
+  EXPECT_FALSE(annotations[0].deplacee);
+  // Everything is covered alike: the place stays, and the second sum is not below the first.
+  annotations = {mobile({0, 0, 2, 1}, 0, 0), obstacle({-100, -100, 200, 200})};
+  EXPECT_EQ(reduire(annotations), std::vector<double>({2.0, 2.0}));
+  EXPECT_FALSE(annotations[0].deplacee);
+  annotations.clear();
+  EXPECT_EQ(reduire(annotations), std::vector<double>({0.0}));
+}
+
+TEST(Superpositions, stopWhenTheUserAsks) {
+  std::vector<annotationPlane> annotations(3, mobile({0, 0, 2, 1}, 0, 0));
+  int appels = 0;
+  reduireSuperpositions(
+      annotations, [&](int, int element, int nombre) { return ++appels, element < 2 && nombre == 3; },
+      [](double) { FAIL(); });
+  EXPECT_EQ(appels, 2);
+  EXPECT_TRUE(annotations[0].deplacee) << "what was placed stays";
+}
+
+TEST(Superpositions, gridAndFullSearchGiveTheSameDigits) {
+  for (const unsigned graine : {1U, 2U, 3U}) {
+    std::mt19937 hasard(graine);
+    std::uniform_real_distribution<double> lieu(0.0, 60.0);
+    std::uniform_real_distribution<double> cote(0.1, 4.0);
+    std::vector<annotationPlane> grille;
+    for (int i = 0; i < 250; ++i) {
+      const double x = 650000 + lieu(hasard);
+      const double y = 6860000 + lieu(hasard);
+      grille.push_back(mobile({x, y, cote(hasard), cote(hasard)}, x, y, cote(hasard)));
+      grille.back().fixe = i % 7 == 0;
+    }
+    grille.push_back(obstacle({649000, 6859990, 5000, 20}));  // over very many cells
+    grille.push_back(obstacle({-1e300, 0, 1e301, 1}));
+    std::vector<annotationPlane> toutes = grille;
+    EXPECT_EQ(reduire(grille), reduire(toutes, rechercheVoisins::kToutes)) << graine;
+    for (std::size_t i = 0; i < grille.size(); ++i) {
+      EXPECT_EQ(grille[i].boite.x, toutes[i].boite.x) << graine << " " << i;
+      EXPECT_EQ(grille[i].boite.y, toutes[i].boite.y) << graine << " " << i;
+      EXPECT_EQ(grille[i].deplacee, toutes[i].deplacee) << graine << " " << i;
+    }
+  }
+}
+
+TEST(TexteAjuste, narrowsThenLowers) {
+  struct {
+    double largeur, limite, facteurLargeur, facteurHauteur;
+  } const cas[] = {{100, kSansLimite, 1, 1}, {100, 100.1, 1, 1}, {100, 100, 1, 1},
+                   {100, 80, 0.8, 1},        {100, 60, 0.6, 1},  {100, 50, 0.6, 50 / 60.0},
+                   {100, 30, 0.6, 0.7},      {0, 0, 1, 1}};
+  for (const auto& c : cas) {
+    const ajustementTexte a = ajusterLargeur(c.largeur, c.limite);
+    EXPECT_DOUBLE_EQ(a.facteurLargeur, c.facteurLargeur) << c.largeur << " in " << c.limite;
+    EXPECT_DOUBLE_EQ(a.facteurHauteur, c.facteurHauteur) << c.largeur << " in " << c.limite;
+  }
+}
+
+TEST(CDlgRattachZ, keepsAltitudesAndDifferenceInStep) {
+  struct {
+    const char* nom;
+    std::vector<std::string> lignes;
+    double decalage;
+    bool tous;
+  } const cas[] = {
+      {"new altitude", {"Mode/Altitude = 102.123456", "[OK]"}, 2.123456, true},
+      {"kept, with all its digits", {"[OK]"}, 2.123456, true},
+      {"previous moves the new one",
+       {"Altitude précédente = 50", "Points à modifier = Sélection de points seulement", "[OK]"},
+       2.123456,
+       false},
+      {"cancelled", {"Mode/Altitude = 9", "[Annuler]"}, 0, true},
+      {"difference", {"[Différence d'altitudes]", "Différence = -1.5", "[OK]"}, -1.5, true},
+      {"difference moved the new one",
+       {"[Nouvelle altitude]", "Altitude précédente = 48.5", "[OK]"},
+       -1.5,
+       true},
+  };
+  for (const auto& c : cas) {
+    CDlgRattachZ dialogue;
+    DialogScript script(c.lignes);
+    int resultat = 0;
+    try {
+      resultat = dialogue.doModal();
+    } catch (const base::ScriptError& erreur) {
+      FAIL() << c.nom << ": " << erreur.message;
+    }
+    EXPECT_TRUE(script.finished()) << c.nom << script.transcript;
+    if (resultat == ui::kOk) {
+      EXPECT_NEAR(dialogue.decalage(), c.decalage, 1e-12) << c.nom;
+    }
+    EXPECT_EQ(dialogue.tousLesPoints(), c.tous) << c.nom;
+    EXPECT_EQ(dialogue.nouvelleAltitude.usable() || dialogue.differenceAltitudes.usable(), true) << c.nom;
+    EXPECT_NE(dialogue.nouvelleAltitude.usable(), dialogue.differenceAltitudes.usable()) << c.nom;
+  }
+}
+
+}  // namespace
