@@ -11,17 +11,11 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
-#include <filesystem>
 
 namespace veltora::app {
 namespace {
 
 constexpr const wchar_t* kModule = L"veltora.arx";
-
-std::filesystem::path programFolder() {
-  std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-}
 
 AcEdAnswer hostAnswer(int answer) {
   switch (answer) {
@@ -88,8 +82,7 @@ void Program::connect() {
 
 bool Program::load() {
   std::wstring message;
-  const std::filesystem::path path = programFolder() / kModule;
-  if (acrxDynamicLinker->loadModule(base::fromUtf8(path.string()).c_str(), false, &message)) return true;
+  if (acrxDynamicLinker->loadModule(kModule, false, &message)) return true;
   printError(message);
   return false;
 }

@@ -73,7 +73,11 @@ bool AcRxDynamicLinker::loadModule(const ACHAR* fileName, bool, std::wstring* me
   if (find(fileName)) return true;
   auto module = std::make_unique<Module>();
   module->name = moduleName(fileName);
-  module->library = dlopen(libraryPath(fileName).c_str(), RTLD_NOW | RTLD_LOCAL);
+  // What the program is linked with is in the process already, wherever its file was found: never a second
+  // copy.
+  const std::string file = fs::path(base::toUtf8(fileName)).filename().string();
+  module->library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
+  if (!module->library) module->library = dlopen(libraryPath(fileName).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!module->library) return tellReason(message, dlReason()), false;
   module->entry = reinterpret_cast<AcRxEntryPoint>(dlsym(module->library, "acrxEntryPoint"));
   if (!module->entry) {
