@@ -191,6 +191,11 @@ Acad::ErrorStatus AcDbDatabase::getViewportTable(AcDbViewportTable*& table, AcDb
   return openTable(table, "VPORT", mode);
 }
 
+bool AcDbDatabase::hasRegApp(const std::wstring& name) const {
+  const AcDbSymbolTable* const table = tableOf(regAppTableId());
+  return table && table->has(name.c_str());
+}
+
 AcDbObjectId AcDbDatabase::layerZero() { return recordOf("LAYER", L"0"); }
 AcDbObjectId AcDbDatabase::byLayerLinetype() { return recordOf("LTYPE", L"ByLayer"); }
 AcDbObjectId AcDbDatabase::byBlockLinetype() { return recordOf("LTYPE", L"ByBlock"); }

@@ -71,6 +71,8 @@ public:
   /// name gives the null id. For readers of files: not noted for undo while recording is off. A drawing's
   /// handles must lie below `handseed` by then, as a new record takes the next one.
   [[nodiscard]] AcDbObjectId recordOf(const char* kind, const std::wstring& name);
+  /// Whether an application is registered for extended data, whatever the case of its name.
+  [[nodiscard]] bool hasRegApp(const std::wstring& name) const;
   /// The table of this kind, made when the drawing has none.
   [[nodiscard]] AcDbObjectId ensureTable(const std::string& kind);
   /// Header variables by name without "$" ("TEXTSIZE"). @return false when there is none

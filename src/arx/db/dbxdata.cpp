@@ -1,10 +1,11 @@
-// Extended data of objects, kept as file text.
+#include "arx/db/dbxdata.h"
 
-#include "arx/db/dbmain.h"
-#include "arx/db/dbobject_rare.h"
 #include "arx/db/dbtagchain.h"
-
 #include "base/text.h"
+
+#include <vector>
+
+using veltora::base::compareNoCase;
 
 namespace {
 
@@ -33,10 +34,6 @@ std::size_t sizeOf(const DxfTag& tag) {
 bool isXDataCode(int code) {
   return (code >= 1000 && code <= 1005) || (code >= 1010 && code <= 1013) || (code >= 1040 && code <= 1042) ||
          code == 1070 || code == 1071;
-}
-
-bool sameName(std::string_view a, std::wstring_view b) {
-  return veltora::base::compareNoCase(dxfToWide(a), b) == 0;
 }
 
 /// The data of one application.
@@ -81,64 +78,46 @@ bool isSound(const resbuf* chain) {
 
 }  // namespace
 
-resbuf* AcDbObject::xData(const ACHAR* application) const {
-  if (!m_rare || m_rare->xData.empty()) return nullptr;
-  if (!application) return chainOfTags(m_rare->xData, nullptr);
-  for (const Part& part : partsOf(m_rare->xData)) {
-    if (veltora::base::compareNoCase(part.application, application) == 0)
-      return chainOfTags(part.tags, nullptr);
+resbuf* acdbXDataChain(const DxfTagText& tags, const ACHAR* application) {
+  if (tags.empty()) return nullptr;
+  if (!application) return chainOfTags(tags, nullptr);
+  for (const Part& part : partsOf(tags)) {
+    if (compareNoCase(part.application, application) == 0) return chainOfTags(part.tags, nullptr);
   }
   return nullptr;
 }
 
-bool AcDbObject::hasXData(const ACHAR* application) const {
-  if (!m_rare) return false;
-  DxfTagText::Cursor cursor = m_rare->xData.tags();
+bool acdbHasXData(const DxfTagText& tags, const ACHAR* application) {
+  DxfTagText::Cursor cursor = tags.tags();
   for (DxfTag tag; cursor.next(tag);) {
-    if (tag.code == 1001 && (!application || sameName(tag.value, application))) return true;
+    if (tag.code == 1001 && (!application || compareNoCase(dxfToWide(tag.value), application) == 0))
+      return true;
   }
   return false;
 }
 
-Acad::ErrorStatus AcDbObject::setXData(const resbuf* chain) {
+Acad::ErrorStatus acdbReplaceXData(DxfTagText& tags, const resbuf* chain,
+                                   const std::function<bool(const std::wstring&)>& isRegistered) {
   DxfTagText added;
   if (!isSound(chain) || !tagsOfChain(chain, added)) return Acad::eInvalidInput;
-  std::vector<Part> parts = partsOf(xDataTags());
+  std::vector<Part> parts = partsOf(tags);
   for (Part& fresh : partsOf(added)) {
-    if (m_stub) {
-      const auto* table = AcDbRegAppTable::cast(
-          database()->regAppTableId().isLive() ? database()->regAppTableId().stub()->object : nullptr);
-      if (!table || !table->has(fresh.application.c_str())) return Acad::eRegappIdNotFound;
-    }
+    if (!isRegistered(fresh.application)) return Acad::eRegappIdNotFound;
     auto place = parts.begin();
-    while (place != parts.end() && veltora::base::compareNoCase(place->application, fresh.application) != 0)
-      ++place;
+    while (place != parts.end() && compareNoCase(place->application, fresh.application) != 0) ++place;
     if (place == parts.end())
       parts.push_back(std::move(fresh));
     else
       *place = std::move(fresh);
   }
   DxfTagText all;
-  std::size_t size = 0;
   for (const Part& part : parts) {
-    if (part.items < 2) continue;
-    all.appendText(part.tags.text());
+    if (part.items >= 2) all.appendText(part.tags.text());
   }
+  std::size_t size = 0;
   DxfTagText::Cursor cursor = all.tags();
   for (DxfTag tag; cursor.next(tag);) size += sizeOf(tag);
   if (size > kMaximalXData) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) setXDataTags(std::move(all));
-  return status;
-}
-
-const DxfTagText& AcDbObject::xDataTags() const {
-  static const DxfTagText none;
-  return m_rare ? m_rare->xData : none;
-}
-
-void AcDbObject::setXDataTags(DxfTagText tags) {
-  if (tags.empty() && !m_rare) return;
-  rare().xData = std::move(tags);
-  rare().xData.shrink();
+  tags = std::move(all);
+  return Acad::eOk;
 }
