@@ -70,6 +70,7 @@ public:
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
+  [[nodiscard]] std::vector<AcDbObjectId> ownedObjects() const override { return m_entities; }
 
 protected:
   void exchangeFields(AcDbBlockTableRecord& other);

@@ -170,6 +170,14 @@ void AcDbDictionary::visitReferences(const std::function<void(AcDbObjectId&)>& v
   visit(m_default);
 }
 
+std::vector<AcDbObjectId> AcDbDictionary::ownedObjects() const {
+  std::vector<AcDbObjectId> owned;
+  for (const Entry& entry : m_entries) {
+    if (entry.id.isValid() && entry.id.stub()->object->ownerId() == objectId()) owned.push_back(entry.id);
+  }
+  return owned;
+}
+
 void AcDbDictionary::exchangeFields(AcDbDictionary& other) {
   exchangeBase(other);
   std::swap(m_entries, other.m_entries);

@@ -40,6 +40,7 @@ public:
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
+  [[nodiscard]] std::vector<AcDbObjectId> ownedObjects() const override;
 
   struct Entry {
     AcString key;
@@ -100,6 +101,7 @@ public:
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
 
 protected:
+  [[nodiscard]] bool isFileText() const override { return true; }
   void exchangeFields(AcDbXrecord& other);
 
 private:
@@ -151,6 +153,7 @@ public:
   void setTags(DxfTagText tags) { m_tags = std::move(tags); }
 
 protected:
+  [[nodiscard]] bool isFileText() const override { return true; }
   void exchangeFields(AcDbOtherObject& other);
 
 private:

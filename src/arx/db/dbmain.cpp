@@ -24,8 +24,9 @@ AcDbSymbolTableRecord* newRecord(std::string_view kind) {
   return nullptr;
 }
 
+/// Of an id that the list of tables holds.
 AcDbSymbolTable* tableOf(AcDbObjectId id) {
-  return id.isLive() ? AcDbSymbolTable::cast(id.stub()->object) : nullptr;
+  return id.isLive() ? static_cast<AcDbSymbolTable*>(id.stub()->object) : nullptr;
 }
 
 }  // namespace
@@ -160,7 +161,7 @@ AcDbObjectId AcDbDatabase::recordOf(const char* kind, const std::wstring& name) 
   record->assignName(name);
   addAcDbObject(id, record);
   record->setOwnerId(table->objectId());
-  if (auto* layer = AcDbLayerTableRecord::cast(record)) layer->setLinetypeObjectId(continuousLinetype());
+  record->setDatabaseDefaults(*this);
   record->close();
   table->enter(id, name);
   return id;

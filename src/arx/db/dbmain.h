@@ -128,7 +128,7 @@ public:
   std::vector<std::string>& sectionOrder() { return m_sectionOrder; }
   std::vector<std::pair<std::string, DxfTagText>>& headerList() { return m_headers; }
   void setNamedObjectsDictionary(AcDbObjectId id) { m_namedObjects = id; }
-  void enterTable(AcDbObjectId table) { m_tables.push_back(table); }
+  void enterTable(AcDbObjectId symbolTable) { m_tables.push_back(symbolTable); }
   std::vector<AcDbObjectId>& objectOrder() {
     return m_objectOrder;
   }  ///< objects section, in order of the file

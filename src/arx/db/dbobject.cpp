@@ -74,8 +74,7 @@ void AcDbObject::forgetIdentity() {
   AcDbDatabase* const origin = database();
   m_stub = nullptr;
   m_owner.setNull();
-  const bool holdsText = isKindOf(AcDbXrecord::desc()) || isKindOf(AcDbOtherObject::desc());
-  if (!m_rare && !(origin && holdsText)) return;
+  if (!m_rare && !(origin && isFileText())) return;
   Rare& r = rare();
   r.extensionDictionary.setNull();
   r.reactors.clear();
@@ -151,16 +150,9 @@ void AcDbObject::markErased(AcDbObjectId id, bool erased) {
     stub->erased = erased;
     stub->database->undoLog().noteErased(stub, erased);
     const AcDbObject& object = *stub->object;
-    const std::vector<AcDbObjectId> parts = object.subObjects();
-    pending.insert(pending.end(), parts.rbegin(), parts.rend());
     if (object.m_rare) pending.push_back(object.m_rare->extensionDictionary);
-    if (const auto* dictionary = AcDbDictionary::cast(&object)) {
-      for (const AcDbDictionary::Entry& entry : dictionary->entries()) {
-        if (entry.id.isValid() && entry.id.stub()->object->ownerId() == next) pending.push_back(entry.id);
-      }
-    } else if (const auto* block = AcDbBlockTableRecord::cast(&object)) {
-      pending.insert(pending.end(), block->entities().begin(), block->entities().end());
-    }
+    const std::vector<AcDbObjectId> owned = object.ownedObjects();
+    pending.insert(pending.end(), owned.rbegin(), owned.rend());
   }
 }
 
@@ -330,7 +322,7 @@ void AcDbObject::dxfInBraces(std::span<const DxfTag> tags, AcDbDatabase& databas
 
 void AcDbObject::dxfOut(AcDbDxfWriter& out) const {
   out.text(0, dxfName());
-  if (const auto* table = AcDbSymbolTable::cast(this)) out.text(2, table->kind());
+  dxfOutHead(out);
   if (m_stub) out.handle(dxfName() == "DIMSTYLE" ? 105 : 5, handle());
   if (m_rare) dxfOutBraces(out);
   if (m_stub || !m_owner.isNull()) out.id(330, m_owner);
@@ -364,6 +356,7 @@ void AcDbObject::dxfOutBraces(AcDbDxfWriter& out) const {
   if (any) out.text(102, "}");
 }
 
+void AcDbObject::dxfOutHead(AcDbDxfWriter&) const {}
 void AcDbObject::dxfInFields(AcDbDxfReader&) {}
 void AcDbObject::dxfOutFields(AcDbDxfWriter&) const {}
 

@@ -82,6 +82,9 @@ public:
 
   /// Objects that are owned part by part and written behind this one (attributes, vertices), in order.
   [[nodiscard]] virtual std::vector<AcDbObjectId> subObjects() const { return {}; }
+  /// Objects that are erased with this one and come back with it, in order: the parts, the entries that a
+  /// dictionary owns, the entities of a block. The extension dictionary, which goes along too, is not told.
+  [[nodiscard]] virtual std::vector<AcDbObjectId> ownedObjects() const { return subObjects(); }
   /// References that this object holds, for walks over what a copy needs: calls `visit` on each id in place,
   /// owner and extension dictionary excluded. References inside kept groups are visited too and replaced when
   /// changed.
@@ -104,6 +107,10 @@ protected:
     if (status == Acad::eOk) field = value;
     return status;
   }
+  /// Groups that stand between the type and the handle.
+  virtual void dxfOutHead(AcDbDxfWriter& out) const;
+  /// Whether the fields are kept as file text, in which handles name objects.
+  [[nodiscard]] virtual bool isFileText() const { return false; }
   /// Groups kept in a section, to be called at its end by `dxfOutFields`.
   void writeExtras(AcDbDxfWriter& out, std::string_view subclass) const;
   void exchangeBase(AcDbObject& other);

@@ -1,5 +1,6 @@
 // The records of symbol tables that the host models, and those that it only carries.
 
+#include "arx/db/dbmain.h"
 #include "arx/db/dbsymtb.h"
 
 #include <cmath>
@@ -43,6 +44,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId linetyp
   if (linetype.objectClass() != AcDbLinetypeTableRecord::desc()) return Acad::eWrongObjectType;
   if (database() && linetype.database() != database()) return Acad::eWrongDatabase;
   return change(m_linetype, linetype);
+}
+
+void AcDbLayerTableRecord::setDatabaseDefaults(AcDbDatabase& database) {
+  setLinetypeObjectId(database.continuousLinetype());
 }
 
 void AcDbLayerTableRecord::dxfInFields(AcDbDxfReader& in) {

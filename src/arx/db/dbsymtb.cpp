@@ -174,6 +174,8 @@ void AcDbSymbolTable::dxfInFields(AcDbDxfReader& in) {
   }
 }
 
+void AcDbSymbolTable::dxfOutHead(AcDbDxfWriter& out) const { out.text(2, m_kind); }
+
 void AcDbSymbolTable::dxfOutFields(AcDbDxfWriter& out) const {
   AcDbObject::dxfOutFields(out);
   out.subclass("AcDbSymbolTable");

@@ -19,6 +19,8 @@ public:
   Acad::ErrorStatus setName(const ACHAR* name);
   /// The name as a file spells it, unchecked, in a record that is in no table yet.
   void assignName(const AcString& name) { m_name = name; }
+  /// What a record gets that the drawing makes by itself, for want of one of this name.
+  virtual void setDatabaseDefaults(AcDbDatabase&) {}
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
@@ -77,6 +79,7 @@ public:
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
 protected:
+  void dxfOutHead(AcDbDxfWriter& out) const override;
   void exchangeFields(AcDbSymbolTable& other);
 
 private:
@@ -108,6 +111,7 @@ public:
   [[nodiscard]] AcDbObjectId linetypeObjectId() const { return m_linetype; }
   Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId linetype);
   [[nodiscard]] int lineWeight() const { return m_lineWeight; }
+  void setDatabaseDefaults(AcDbDatabase& database) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
