@@ -2,7 +2,8 @@
 // line a file: objects, seconds, megabytes a second, peak memory, and growth of the time against the first
 // file (1.00 is linear).
 #include "arx/db/dbmain.h"
-#include "arx/dxf/dxffile.h"
+#include "arx/dxf/dxfread.h"
+#include "arx/dxf/dxfwrite.h"
 #include "base/text.h"
 
 #include <chrono>

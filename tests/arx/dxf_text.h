@@ -1,7 +1,8 @@
 #pragma once
 
 #include "arx/db/dbmain.h"
-#include "arx/dxf/dxffile.h"
+#include "arx/dxf/dxfread.h"
+#include "arx/dxf/dxfwrite.h"
 #include "base/text.h"
 
 #include <string>

@@ -1,7 +1,8 @@
 // Reads any bytes as a drawing. What is read is saved and read again: it must be accepted and give the same
 // text.
 #include "arx/db/dbmain.h"
-#include "arx/dxf/dxffile.h"
+#include "arx/dxf/dxfread.h"
+#include "arx/dxf/dxfwrite.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -2,6 +2,7 @@
 // listed on standard output; a refusal is printed on standard error and gives status 1.
 #include "arx/db/dbmain.h"
 #include "arx/dxf/dxffile.h"
+#include "arx/dxf/dxfread.h"
 #include "base/text.h"
 
 #include <cstdio>

@@ -3,6 +3,7 @@
 // Every entity class of the host.
 
 #include "arx/db/dbattr.h"
+#include "arx/db/dbblockmarkers.h"
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbcircle.h"
 #include "arx/db/dbheavypoly.h"

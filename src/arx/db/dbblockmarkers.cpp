@@ -1,4 +1,4 @@
-#include "arx/db/dbblockref.h"
+#include "arx/db/dbblockmarkers.h"
 
 ACDB_DEFINE_MEMBERS(AcDbBlockBegin, AcDbEntity, "BLOCK")
 ACDB_DEFINE_MEMBERS(AcDbBlockEnd, AcDbEntity, "ENDBLK")

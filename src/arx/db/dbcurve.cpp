@@ -1,5 +1,7 @@
 #include "arx/db/dbcurve.h"
 
+#include "arx/db/dbintersect.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -234,6 +236,15 @@ Acad::ErrorStatus AcDbCurve::getArea(double& area) const {
 
 Acad::ErrorStatus AcDbCurve::getOffsetCurves(double, std::vector<AcDbCurve*>&) const {
   return Acad::eNotImplementedYet;
+}
+
+Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                           AcGePoint3dArray& points) const {
+  if (!other) return Acad::eNullObjectPointer;
+  const AcDbCurve* second = AcDbCurve::cast(other);
+  if (!second) return Acad::eNotImplementedYet;
+  acdbIntersect(*this, (type & AcDb::kExtendThis) != 0, *second, (type & AcDb::kExtendArg) != 0, points);
+  return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbCurve::getGeomExtents(AcDbExtents& extents) const {

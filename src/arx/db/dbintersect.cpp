@@ -1,14 +1,13 @@
-// Intersection of curves, piece by piece.
-//
-// Two straight pieces meet where they come nearest to each other. A straight piece meets an arc in the arc's
-// plane: at most two points when it lies in the plane, else where it passes through. Two arcs of one plane
-// meet as plane circles; of two planes, on the line in which the planes cut.
+#include "arx/db/dbintersect.h"
 
-#include "arx/db/dbcurve.h"
 #include "arx/ge/gearc2d.h"
 
 #include <algorithm>
 #include <cmath>
+
+// Two straight pieces meet where they come nearest to each other. A straight piece meets an arc in the arc's
+// plane: at most two points when it lies in the plane, else where it passes through. Two arcs of one plane
+// meet as plane circles; of two planes, on the line in which the planes cut.
 
 namespace {
 
@@ -141,13 +140,10 @@ private:
 
 }  // namespace
 
-Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Intersect type,
-                                           AcGePoint3dArray& points) const {
-  if (!other) return Acad::eNullObjectPointer;
-  const AcDbCurve* second = AcDbCurve::cast(other);
-  if (!second) return Acad::eNotImplementedYet;
-  const std::vector<Operand> mine = operandsOf(*this, (type & AcDb::kExtendThis) != 0);
-  const std::vector<Operand> theirs = operandsOf(*second, (type & AcDb::kExtendArg) != 0);
+void acdbIntersect(const AcDbCurve& first, bool extendFirst, const AcDbCurve& second, bool extendSecond,
+                   AcGePoint3dArray& points) {
+  const std::vector<Operand> mine = operandsOf(first, extendFirst);
+  const std::vector<Operand> theirs = operandsOf(second, extendSecond);
   std::vector<AcDbExtents> boxes(theirs.size());
   for (std::size_t i = 0; i < theirs.size(); ++i) theirs[i].piece.addToExtents(AcGeMatrix3d(), boxes[i]);
   for (const Operand& a : mine) {
@@ -159,5 +155,4 @@ Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Inters
       if (!bounded || !apart(box, boxes[i], tol)) Meeting(a, theirs[i], tol, points).find();
     }
   }
-  return Acad::eOk;
 }

@@ -1,6 +1,6 @@
 #include "arx/db/dbmain.h"
 
-#include "arx/db/dbdefault.h"
+#include "arx/db/dbfileformat.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -29,13 +29,19 @@ AcDbSymbolTable* tableOf(AcDbObjectId id) {
   return id.isLive() ? static_cast<AcDbSymbolTable*>(id.stub()->object) : nullptr;
 }
 
+Acad::ErrorStatus tellNoFormat(std::wstring* message) {
+  if (message) *message = L"Aucun format de dessin n'est installé.";
+  return Acad::eNotImplementedYet;
+}
+
 }  // namespace
 
 AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) {
   liveDatabases().push_back(this);
-  if (!buildDefaultDrawing) return;
+  const AcDbFileFormat* const format = AcDbFileFormat::installed();
+  if (!buildDefaultDrawing || !format) return;
   m_undo.setRecording(false);
-  dxfBuildDefaultDrawing(*this);
+  format->buildDefault(*this);
   m_undo.setRecording(true);
   m_undo.clear();
   m_modified = false;
@@ -333,4 +339,54 @@ Acad::ErrorStatus AcDbDatabase::setTextstyle(AcDbObjectId style) {
   value.append(7, dxfFromWide(record->name()));
   setHeader("TEXTSTYLE", std::move(value));
   return Acad::eOk;
+}
+
+// ---- Files
+
+Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, std::wstring* message) {
+  if (!fileName) return Acad::eInvalidInput;
+  const AcDbFileFormat* const format = AcDbFileFormat::installed();
+  if (!format) return tellNoFormat(message);
+  const Acad::ErrorStatus status = format->read(*this, fileName, message);
+  if (status == Acad::eOk) m_fileName = fileName;
+  return status;
+}
+
+Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName, std::wstring* message) {
+  if (!fileName || !*fileName) return Acad::eInvalidInput;
+  const AcDbFileFormat* const format = AcDbFileFormat::installed();
+  if (!format) return tellNoFormat(message);
+  const Acad::ErrorStatus status = format->write(*this, fileName, message);
+  if (status != Acad::eOk) return status;
+  m_fileName = fileName;
+  m_modified = false;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* blockName, AcDbDatabase* source,
+                                       bool) {
+  blockId.setNull();
+  if (!blockName || !source || source == this) return Acad::eInvalidInput;
+  const AcDbFileFormat* const format = AcDbFileFormat::installed();
+  if (!format) return Acad::eNotImplementedYet;
+  m_undo.begin(L"INSERT");
+  const Acad::ErrorStatus status = format->insert(*this, blockId, blockName, *source);
+  m_undo.end();
+  return status;
+}
+
+void AcDbDatabase::clear() {
+  m_undo.clear();
+  for (auto& [handle, stub] : m_stubs) delete stub.object;
+  m_stubs.clear();
+  m_nextHandle = 1;
+  m_tables.clear();
+  m_namedObjects.setNull();
+  m_objectOrder.clear();
+  m_headers.clear();
+  m_rawSections.clear();
+  m_sectionOrder.clear();
+  m_version.clear();
+  m_fileName.clear();
+  m_modified = false;
 }

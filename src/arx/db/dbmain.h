@@ -2,10 +2,10 @@
 
 #include "arx/db/dbblocktable.h"
 #include "arx/db/dbdict.h"
-#include "arx/db/dbsymtb.h"
+#include "arx/db/dbservices.h"
+#include "arx/db/dbsymrecords.h"
 #include "arx/db/dbundo.h"
 
-#include <filesystem>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -22,8 +22,7 @@ struct DxfRawSection {
 class ARX_API AcDbDatabase {
 public:
   /// @param buildDefaultDrawing true makes an empty drawing with all tables and dictionaries that other
-  /// programs
-  ///        expect; false leaves everything empty, to be filled by `readDwgFile`
+  ///        programs expect; false leaves everything empty, to be filled by `readDwgFile`
   explicit AcDbDatabase(bool buildDefaultDrawing = true, bool noDocument = false);
   ~AcDbDatabase();
   AcDbDatabase(const AcDbDatabase&) = delete;
@@ -101,6 +100,8 @@ public:
   /// Makes room for a known number of objects.
   void reserve(std::size_t objects);
 
+  // Drawing files, which the installed `AcDbFileFormat` serves; `eNotImplementedYet` without any.
+
   /// Reads a drawing file into this empty database (made with `buildDefaultDrawing` false). A name ending in
   /// ".dwg" is served by the file itself when its content is a text drawing, else by the same name ending in
   /// ".dxf". On failure the database stays empty and `message` names file and line in French.
@@ -151,23 +152,3 @@ private:
   bool m_modified = false;
   AcDbUndoLog m_undo;
 };
-
-/// Services of the host to code that has no document at hand.
-class ARX_API AcDbHostApplicationServices {
-public:
-  [[nodiscard]] AcDbDatabase* workingDatabase() const { return m_working; }
-  void setWorkingDatabase(AcDbDatabase* database) { m_working = database; }
-  /// Looks a file up: as given, then in the folder of the working drawing, then in the support folders. An
-  /// empty result when it is nowhere.
-  [[nodiscard]] std::wstring findFile(const std::wstring& name) const;
-  void addSupportFolder(const std::filesystem::path& folder) { m_support.push_back(folder); }
-
-private:
-  AcDbDatabase* m_working = nullptr;
-  std::vector<std::filesystem::path> m_support;
-};
-ARX_API AcDbHostApplicationServices* acdbHostApplicationServices();
-
-/// Registers an application name for xdata in the working database; success also when it is registered
-/// already.
-ARX_API Acad::ErrorStatus acdbRegApp(const ACHAR* name);

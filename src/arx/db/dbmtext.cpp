@@ -1,15 +1,45 @@
 #include "arx/db/dbmtext.h"
 
 #include "arx/db/dbmain.h"
+#include "arx/db/dbmtextplain.h"
 #include "arx/db/dbplanemap.h"
+#include "arx/db/dbtextsize.h"
 
+#include <algorithm>
 #include <cmath>
 
 ACDB_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
 
 namespace {
 
-constexpr std::size_t kChunk = 250;  // characters in one group of a long text
+constexpr std::size_t kChunk = 250;       // characters in one group of a long text
+constexpr double kLinePitch = 5.0 / 3.0;  // of the height: from one base line to the next at spacing 1
+
+// Lines of a paragraph broken between words, for a column of this width; a word longer than the column has
+// its own.
+void measureParagraph(std::wstring_view text, AcDbObjectId style, double height, double column, double& width,
+                      std::size_t& lines) {
+  std::size_t start = 0;
+  std::size_t end = 0;  // of what fits
+  while (true) {
+    std::size_t next = text.find(L' ', end + (end > start ? 1 : 0));
+    if (next == std::wstring_view::npos) next = text.size();
+    const double candidate = acdbTextExtents(text.substr(start, next - start), style, height, 0.0).width;
+    if (column > 0 && candidate > column && end > start) {
+      ++lines;
+      start = end + 1;
+      end = start;
+      continue;
+    }
+    if (next == end || next == text.size()) {
+      width = std::max(width, candidate);
+      ++lines;
+      return;
+    }
+    width = std::max(width, candidate);
+    end = next;
+  }
+}
 
 }  // namespace
 
@@ -72,6 +102,24 @@ Acad::ErrorStatus AcDbMText::setTextStyle(AcDbObjectId style) {
 void AcDbMText::setDatabaseDefaults(AcDbDatabase* database) {
   AcDbEntity::setDatabaseDefaults(database);
   if (database && m_style.isNull()) m_style = database->textstyle();
+}
+
+AcString AcDbMText::text() const { return acdbPlainText(m_contents); }
+
+AcDbMText::Size AcDbMText::measure() const {
+  const AcString plain = text();
+  Size size;
+  std::size_t lines = 0;
+  const AcDbTextSize one = acdbTextExtents(L"X", m_style, m_height, 0.0);
+  for (std::size_t at = 0; at <= plain.size();) {
+    const std::size_t end = std::min(plain.find(L'\n', at), plain.size());
+    measureParagraph(std::wstring_view(plain).substr(at, end - at), m_style, m_height, m_width, size.width,
+                     lines);
+    at = end + 1;
+  }
+  const double spacing = m_spacing > 0 ? m_spacing : 1.0;
+  if (!plain.empty()) size.height = one.height * (1 + static_cast<double>(lines - 1) * kLinePitch * spacing);
+  return size;
 }
 
 double AcDbMText::actualWidth() const { return measure().width; }

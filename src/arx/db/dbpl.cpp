@@ -1,6 +1,7 @@
 #include "arx/db/dbpl.h"
 
 #include "arx/db/dbplanemap.h"
+#include "arx/db/dbploffset.h"
 
 #include <algorithm>
 #include <cmath>
@@ -216,6 +217,18 @@ std::vector<AcDbCurvePiece> AcDbPolyline::pieces() const {
     result.back().endParam = i + 1.0;
   }
   return result;
+}
+
+Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
+  const std::vector<AcDbOffsetVertex> moved = acdbOffsetVertices(*this, offset);
+  if (moved.empty()) return Acad::eInvalidInput;
+  auto* copy = static_cast<AcDbPolyline*>(cloneAlone());
+  for (std::size_t i = 0; i < moved.size(); ++i) {
+    copy->m_vertices[i].point = moved[i].point;
+    copy->m_vertices[i].bulge = moved[i].bulge;
+  }
+  curves.push_back(copy);
+  return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolyline::transformBy(const AcGeMatrix3d& matrix) {

@@ -1,6 +1,4 @@
-// Parallel of a lightweight polyline. Each segment moves to the right of the direction of travel; where two
-// of them met, their parallels meet again. What cannot be had with the same number of vertices is refused: a
-// segment that turns round, an arc whose radius vanishes, neighbours whose parallels do not meet.
+#include "arx/db/dbploffset.h"
 
 #include "arx/db/dbpl.h"
 
@@ -106,6 +104,11 @@ std::vector<AcGePoint2d> endsOf(const std::vector<Moved>& moved, bool closed, co
   return ends;
 }
 
+bool isSegment(const AcDbPolyline& polyline, unsigned int index) {
+  const AcDbPolyline::SegType type = polyline.segType(index);
+  return type == AcDbPolyline::kLine || type == AcDbPolyline::kArc;
+}
+
 // The segment behind a vertex, moved; none when it vanishes.
 std::optional<Moved> moveSegment(const AcDbPolyline& polyline, unsigned int index, double offset) {
   AcGeLineSeg2d line;
@@ -123,34 +126,34 @@ std::optional<Moved> moveSegment(const AcDbPolyline& polyline, unsigned int inde
 
 }  // namespace
 
-Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
-  if (!std::isfinite(offset) || numVerts() < 2) return Acad::eInvalidInput;
+std::vector<AcDbOffsetVertex> acdbOffsetVertices(const AcDbPolyline& polyline, double offset) {
+  if (!std::isfinite(offset) || polyline.numVerts() < 2) return {};
   std::vector<Moved> moved;
   std::vector<std::size_t> segmentOf;  // moved segment that starts at a vertex, or follows a doubled one
   double size = 1;
-  for (unsigned int i = 0; i < numVerts(); ++i) {
-    const AcGePoint2d& from = m_vertices[i].point;
+  for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
+    AcGePoint2d from;
+    polyline.getPointAt(i, from);
     size = std::max({size, std::fabs(from.x), std::fabs(from.y)});
     segmentOf.push_back(moved.size());
-    if (segType(i) != kLine && segType(i) != kArc) continue;
-    const std::optional<Moved> next = moveSegment(*this, i, offset);
-    if (!next) return Acad::eInvalidInput;
+    if (!isSegment(polyline, i)) continue;
+    const std::optional<Moved> next = moveSegment(polyline, i, offset);
+    if (!next) return {};
     moved.push_back(*next);
   }
-  if (moved.empty()) return Acad::eInvalidInput;
-  const std::vector<AcGePoint2d> ends = endsOf(moved, isClosed(), {1e-9 + size * 8e-15, 1e-12});
-  if (ends.empty()) return Acad::eInvalidInput;
+  if (moved.empty()) return {};
+  const std::vector<AcGePoint2d> ends = endsOf(moved, polyline.isClosed(), {1e-9 + size * 8e-15, 1e-12});
+  if (ends.empty()) return {};
   for (std::size_t k = 0; k < moved.size(); ++k) {
     const std::optional<double> bulge = bulgeBetween(moved[k], ends[k], ends[k + 1]);
-    if (!bulge) return Acad::eInvalidInput;
+    if (!bulge) return {};
     moved[k].bulge = *bulge;
   }
-  auto* copy = static_cast<AcDbPolyline*>(cloneAlone());
-  for (unsigned int i = 0; i < numVerts(); ++i) {
+  std::vector<AcDbOffsetVertex> vertices(segmentOf.size());
+  for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
     const std::size_t k = segmentOf[i];
-    copy->m_vertices[i].point = ends[k];
-    copy->m_vertices[i].bulge = segType(i) == kArc ? moved[k].bulge : 0.0;
+    const bool isArc = polyline.segType(i) == AcDbPolyline::kArc;
+    vertices[i] = {ends[k], isArc ? moved[k].bulge : 0.0};
   }
-  curves.push_back(copy);
-  return Acad::eOk;
+  return vertices;
 }

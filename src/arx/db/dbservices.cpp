@@ -1,3 +1,5 @@
+#include "arx/db/dbservices.h"
+
 #include "arx/db/dbmain.h"
 #include "base/text.h"
 

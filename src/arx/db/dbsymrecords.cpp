@@ -1,7 +1,6 @@
-// The records of symbol tables that the host models, and those that it only carries.
+#include "arx/db/dbsymrecords.h"
 
 #include "arx/db/dbmain.h"
-#include "arx/db/dbsymtb.h"
 
 #include <cmath>
 #include <cstdlib>

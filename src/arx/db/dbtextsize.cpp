@@ -1,5 +1,6 @@
-#include "arx/db/dbsymtb.h"
-#include "arx/db/dbtext.h"
+#include "arx/db/dbtextsize.h"
+
+#include "arx/db/dbsymrecords.h"
 
 #include <cmath>
 #include <cwctype>

@@ -1,8 +1,9 @@
 #include "arx/dxf/dxfcomplete.h"
 
-#include "arx/db/dbblockref.h"
+#include "arx/db/dbblockmarkers.h"
 #include "arx/dxf/dxfdefault.h"
-#include "arx/dxf/dxfloader.h"
+#include "arx/dxf/dxffactory.h"
+#include "arx/dxf/dxfscanner.h"
 #include "base/text.h"
 
 #include <deque>

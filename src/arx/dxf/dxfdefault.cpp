@@ -1,8 +1,5 @@
 #include "arx/dxf/dxfdefault.h"
 
-#include "arx/dxf/dxffile.h"
-#include "arx/dxf/dxfloader.h"
-
 #include <string_view>
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "arx/db/dbentityfactory.h"
 #include "arx/db/dbsubents.h"
-#include "arx/dxf/dxfloader.h"
+#include "arx/dxf/dxffactory.h"
 #include "base/text.h"
 
 #include <array>
@@ -351,14 +351,4 @@ Acad::ErrorStatus DxfInserter::run(AcDbObjectId& blockId, const ACHAR* name) {
   fill(*block);
   blockId = id;
   return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* blockName, AcDbDatabase* source,
-                                       bool) {
-  blockId.setNull();
-  if (!blockName || !source || source == this) return Acad::eInvalidInput;
-  m_undo.begin(L"INSERT");
-  const Acad::ErrorStatus status = DxfInserter(*this, *source).run(blockId, blockName);
-  m_undo.end();
-  return status;
 }

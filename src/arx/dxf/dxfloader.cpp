@@ -1,10 +1,29 @@
 #include "arx/dxf/dxfloader.h"
 
+#include "arx/db/dbblockmarkers.h"
+#include "arx/db/dbentityfactory.h"
+#include "arx/db/dbsubents.h"
 #include "arx/dxf/dxfcomplete.h"
+#include "arx/dxf/dxffactory.h"
+#include "arx/dxf/dxfwrite.h"
 #include "base/text.h"
 
 #include <algorithm>
-#include <array>
+
+using veltora::base::toUtf8;
+
+namespace {
+
+/// Last subclass marker, which names the object's own class.
+std::string markerOf(std::span<const DxfTag> tags) {
+  std::string marker;
+  for (const DxfTag& tag : tags) {
+    if (tag.code == 100) marker = std::string(tag.value);
+  }
+  return marker;
+}
+
+}  // namespace
 
 DxfLoader::DxfLoader(AcDbDatabase& database, DxfSource& source, DxfFindings& findings, Adesk::UInt64 seed)
     : m_db(database),
@@ -154,14 +173,189 @@ AcDbObjectId DxfLoader::place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 
     }
     // An object made while reading stands where the file has one of its own: the file's seed was wrong.
     if (handle >= m_seed && !m_seedForced) throw DxfSeedNeeded{};
-    finding(veltora::base::toUtf8(L"handle ") +
-            std::string(dxfFirst(m_scan.tags(), m_scan.type() == "DIMSTYLE" ? 105 : 5)) +
+    finding(toUtf8(L"handle ") + std::string(dxfFirst(m_scan.tags(), m_scan.type() == "DIMSTYLE" ? 105 : 5)) +
             " déjà pris, remplacé");
   }
   if (!m_seedKnown) throw DxfSeedNeeded{};
   m_db.addAcDbObject(id, object.get());
   object.release()->close();
   return id;
+}
+
+// ---- Tables
+
+void DxfLoader::beginTable() {
+  const std::string kind = veltora::base::trim(dxfFirst(m_scan.tags(), 2));
+  if (kind.empty()) throw DxfError{m_scan.line(), "table sans nom"};
+  const AcDbObjectId known = m_db.tableId(kind);
+  if (known.isValid()) {
+    m_table = AcDbSymbolTable::cast(known.stub()->object);
+    if (!m_tablesReady) finding("table " + kind + " donnée deux fois, réunie");
+    return;
+  }
+  auto table = std::make_unique<AcDbSymbolTable>();
+  table->setKind(kind);
+  table->dxfIn(m_scan.tags(), m_db);
+  m_table = table.get();
+  m_db.enterTable(place(std::move(table), itemHandle()));
+}
+
+void DxfLoader::tableRecord() {
+  const std::string type(m_scan.type());
+  if (!m_table) throw DxfError{m_scan.line(), "enregistrement \"" + type + "\" hors d'une table"};
+  if (type != m_table->kind()) {
+    throw DxfError{m_scan.line(), "enregistrement \"" + type + "\" dans la table " + m_table->kind()};
+  }
+  const std::wstring name = dxfToWide(dxfFirst(m_scan.tags(), 2));
+  std::unique_ptr<AcDbObject> record = dxfNewRecord(type, markerOf(m_scan.tags()));
+  Deferred deferred{record.get(), {}, m_scan.line()};
+  for (const DxfTag& tag : m_scan.tags()) deferred.tags.append(tag.code, tag.value);
+  static_cast<AcDbSymbolTableRecord&>(*record).assignName(
+      name);  // is found by others before its fields are read
+  const AcDbObjectId id = place(std::move(record), itemHandle());
+  m_table->enter(id, name);
+  deferred.object->setOwnerId(m_table->objectId());
+  m_deferred.push_back(std::move(deferred));
+}
+
+void DxfLoader::finishRecords() {
+  std::vector<DxfTag> tags;
+  for (const Deferred& record : m_deferred) {
+    tags.clear();
+    DxfTagText::Cursor cursor = record.tags.tags();
+    Adesk::UInt32 line = record.line;
+    for (DxfTag tag; cursor.next(tag);) {
+      tag.line = line += 2;
+      tags.push_back(tag);
+    }
+    const AcDbObjectId table = record.object->ownerId();
+    record.object->dxfIn(m_old ? m_upgrade.record(record.object->dxfName(), tags, m_db) : tags, m_db);
+    record.object->setOwnerId(table);
+  }
+  m_deferred.clear();
+}
+
+void DxfLoader::readTables() {
+  m_table = nullptr;
+  while (nextInSection("TABLES")) {
+    if (m_scan.type() == "TABLE") {
+      beginTable();
+    } else if (m_scan.type() == "ENDTAB") {
+      m_table = nullptr;
+    } else {
+      tableRecord();
+    }
+  }
+  m_table = nullptr;
+  prepareTables();
+  finishRecords();
+}
+
+// ---- Blocks and entities
+
+AcDbBlockTableRecord* DxfLoader::beginBlock() {
+  auto begin = std::make_unique<AcDbBlockBegin>();
+  begin->dxfIn(m_scan.tags(), m_db);
+  if (m_old) begin->name = dxfPresentBlockName(begin->name);
+  AcDbObjectId id = begin->ownerId();
+  if (!id.isValid() || !id.stub()->object->isKindOf(AcDbBlockTableRecord::desc())) {
+    id = m_db.recordOf("BLOCK_RECORD", begin->name);
+  }
+  auto* record = id.isValid() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
+  if (!record) throw DxfError{m_scan.line(), "bloc \"" + toUtf8(begin->name) + "\" sans enregistrement"};
+  if (!m_begunBlocks.insert(record).second) {
+    finding("bloc \"" + toUtf8(record->name()) + "\" donné deux fois, réuni");
+    return record;
+  }
+  record->setOrigin(begin->origin);
+  record->setComments(begin->comments.c_str());
+  begin->setOwnerId(id);
+  record->setBlockMarkers(place(std::move(begin), itemHandle()), record->blockEndId());
+  return record;
+}
+
+void DxfLoader::endBlock(AcDbBlockTableRecord& record) {
+  if (!record.blockEndId().isNull()) return;
+  auto end = std::make_unique<AcDbBlockEnd>();
+  end->dxfIn(m_scan.tags(), m_db);
+  end->setOwnerId(record.objectId());
+  record.setBlockMarkers(record.blockBeginId(), place(std::move(end), itemHandle()));
+}
+
+void DxfLoader::readBlocks() {
+  prepareTables();
+  AcDbBlockTableRecord* block = nullptr;
+  while (nextInSection("BLOCKS")) {
+    if (m_scan.type() == "BLOCK") {
+      closeParent();
+      block = beginBlock();
+    } else if (m_scan.type() == "ENDBLK") {
+      closeParent();
+      if (block) endBlock(*block);
+      block = nullptr;
+    } else if (!block) {
+      throw DxfError{m_scan.line(), "entité \"" + std::string(m_scan.type()) + "\" hors d'un bloc"};
+    } else {
+      entity(block);
+    }
+  }
+  closeParent();
+}
+
+void DxfLoader::readEntities() {
+  prepareTables();
+  while (nextInSection("ENTITIES")) {
+    if (m_scan.type() == "BLOCK" || m_scan.type() == "ENDBLK") {
+      throw DxfError{m_scan.line(), "définition de bloc hors de la section BLOCKS"};
+    }
+    entity(nullptr);
+  }
+  closeParent();
+}
+
+void DxfLoader::entity(AcDbBlockTableRecord* block) {
+  if (m_scan.type() == "SEQEND") return sequenceEnd();
+  const std::span<const DxfTag> tags = m_old ? m_upgrade.entity(m_scan.type(), m_scan.tags()) : m_scan.tags();
+  std::unique_ptr<AcDbEntity> entity(acdbNewEntity(m_scan.type(), tags));
+  entity->dxfIn(tags, m_db);
+  const Adesk::UInt64 handle = itemHandle();
+  AcDbSubEntityOwner* const parent = m_parent ? m_parent->subEntityOwner() : nullptr;
+  if (parent && entity->isKindOf(parent->subEntityClass())) {
+    entity->setOwnerId(m_parent->objectId());
+    parent->enterSub(place(std::move(entity), handle));
+    return;
+  }
+  if (m_scan.type() == "ATTRIB" || m_scan.type() == "VERTEX") {
+    finding("\"" + std::string(m_scan.type()) + "\" sans entité à laquelle l'attacher, laissé de côté");
+    return;
+  }
+  closeParent();
+  if (!block) block = blockOf(*entity);
+  entity->setOwnerId(block->objectId());
+  AcDbEntity* const placed = entity.get();
+  block->enter(place(std::move(entity), handle));
+  if (placed->subEntityOwner()) m_parent = placed;
+}
+
+void DxfLoader::sequenceEnd() {
+  AcDbSubEntityOwner* const parent = m_parent ? m_parent->subEntityOwner() : nullptr;
+  if (!parent) return finding("SEQEND sans entité à laquelle l'attacher, laissé de côté");
+  std::unique_ptr<AcDbEntity> end(acdbNewEntity("SEQEND", m_scan.tags()));
+  end->dxfIn(m_scan.tags(), m_db);
+  end->setOwnerId(m_parent->objectId());
+  parent->enterEnd(place(std::move(end), itemHandle()));
+  m_parent = nullptr;
+}
+
+void DxfLoader::closeParent() {
+  AcDbEntity* const entity = std::exchange(m_parent, nullptr);
+  AcDbSubEntityOwner* const parent = entity ? entity->subEntityOwner() : nullptr;
+  if (!parent || parent->subEntityIds().empty()) return;
+  finding("SEQEND manquant, ajouté");
+  std::unique_ptr<AcDbEntity> end(acdbNewEntity("SEQEND", {}));
+  end->setLayer(entity->layerId());
+  end->setOwnerId(entity->objectId());
+  parent->enterEnd(place(std::move(end), 0));
 }
 
 AcDbBlockTableRecord* DxfLoader::blockOf(const AcDbEntity& entity) {
@@ -177,6 +371,8 @@ AcDbBlockTableRecord* DxfLoader::blockOf(const AcDbEntity& entity) {
   return AcDbBlockTableRecord::cast(space.stub()->object);
 }
 
+// ---- Objects
+
 void DxfLoader::object() {
   std::unique_ptr<AcDbObject> object = dxfNewObject(m_scan.type());
   object->dxfIn(m_scan.tags(), m_db);
@@ -191,18 +387,4 @@ void DxfLoader::object() {
 void DxfLoader::readObjects() {
   prepareTables();
   while (nextInSection("OBJECTS")) object();
-}
-
-std::string_view dxfFirst(std::span<const DxfTag> tags, int code) {
-  for (const DxfTag& tag : tags) {
-    if (tag.code == code) return tag.value;
-  }
-  return {};
-}
-
-std::unique_ptr<AcDbObject> dxfNewObject(std::string_view type) {
-  if (type == "DICTIONARY" || type == "ACDBDICTIONARYWDFLT") return std::make_unique<AcDbDictionary>();
-  if (type == "XRECORD") return std::make_unique<AcDbXrecord>();
-  if (type == "GROUP") return std::make_unique<AcDbGroup>();
-  return std::make_unique<AcDbOtherObject>(std::string(type));
 }

@@ -2,8 +2,8 @@
 
 #include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
-#include "arx/dxf/dxffile.h"
 #include "arx/dxf/dxfold.h"
+#include "arx/dxf/dxfread.h"
 #include "arx/dxf/dxfscanner.h"
 
 #include <memory>
@@ -77,10 +77,3 @@ private:
   AcDbStub* m_lastOwner = nullptr;
   AcDbBlockTableRecord* m_lastBlock = nullptr;
 };
-
-/// Value of the first group of this code, empty when there is none.
-std::string_view dxfFirst(std::span<const DxfTag> tags, int code);
-/// An object of the class that models a table record; `subclass` serves those that the host does not model.
-std::unique_ptr<AcDbObject> dxfNewRecord(std::string_view type, std::string_view subclass);
-/// An object of the OBJECTS section.
-std::unique_ptr<AcDbObject> dxfNewObject(std::string_view type);

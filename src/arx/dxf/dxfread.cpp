@@ -1,6 +1,5 @@
-#include "arx/db/dbdefault.h"
-#include "arx/dxf/dxfdefault.h"
-#include "arx/dxf/dxffile.h"
+#include "arx/dxf/dxfread.h"
+
 #include "arx/dxf/dxfloader.h"
 #include "base/text.h"
 
@@ -53,18 +52,6 @@ Acad::ErrorStatus read(AcDbDatabase& database, DxfSource& source, const std::str
   }
 }
 
-bool endsIn(const fs::path& path, const std::wstring& extension) {
-  return veltora::base::compareNoCase(path.extension().wstring(), extension) == 0;
-}
-
-/// A drawing of the binary kind, by its first bytes.
-bool isBinaryDrawing(const fs::path& path) {
-  DxfFileSource source(path);
-  char head[6] = {};
-  return source.isOpen() && source.read(head, sizeof head) == sizeof head &&
-         std::string_view(head, 4) == "AC10";
-}
-
 }  // namespace
 
 Acad::ErrorStatus dxfReadText(AcDbDatabase& database, std::string_view text, const std::string& name,
@@ -81,44 +68,4 @@ Acad::ErrorStatus dxfReadFile(AcDbDatabase& database, const fs::path& path, std:
     return Acad::eFileNotFound;
   }
   return read(database, source, path.string(), message, findings);
-}
-
-fs::path dxfServingFile(const fs::path& path, bool forWriting) {
-  std::error_code ignored;
-  if (!endsIn(path, L".dwg")) return path;
-  if (fs::is_regular_file(path, ignored) && !isBinaryDrawing(path)) return path;
-  const fs::path twin = fs::path(path).replace_extension(".dxf");
-  return forWriting || fs::is_regular_file(twin, ignored) || !fs::exists(path, ignored) ? twin : path;
-}
-
-Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, std::wstring* message) {
-  if (!fileName) return Acad::eInvalidInput;
-  const fs::path path(veltora::base::toUtf8(fileName));
-  const fs::path serving = dxfServingFile(path);
-  const Acad::ErrorStatus status = dxfReadFile(*this, serving, message);
-  if (status == Acad::eOk) m_fileName = fileName;
-  return status;
-}
-
-void AcDbDatabase::clear() {
-  m_undo.clear();
-  for (auto& [handle, stub] : m_stubs) delete stub.object;
-  m_stubs.clear();
-  m_nextHandle = 1;
-  m_tables.clear();
-  m_namedObjects.setNull();
-  m_objectOrder.clear();
-  m_headers.clear();
-  m_rawSections.clear();
-  m_sectionOrder.clear();
-  m_version.clear();
-  m_fileName.clear();
-  m_modified = false;
-}
-
-void dxfBuildDefaultDrawing(AcDbDatabase& database) {
-  const std::string text = dxfDefaultText();
-  DxfMemorySource source(text);
-  DxfFindings findings;
-  load(database, source, findings);
 }

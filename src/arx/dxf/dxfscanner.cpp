@@ -253,3 +253,10 @@ Adesk::UInt64 dxfHighestHandle(DxfSource& source) {
   source.restart();
   return highest;
 }
+
+std::string_view dxfFirst(std::span<const DxfTag> tags, int code) {
+  for (const DxfTag& tag : tags) {
+    if (tag.code == code) return tag.value;
+  }
+  return {};
+}

@@ -74,3 +74,5 @@ Adesk::UInt64 dxfHighestHandle(DxfSource& source);
 inline constexpr Adesk::UInt64 kDxfHandleLimit = Adesk::UInt64{1} << 62U;
 /// A hexadecimal handle; 0 when the text is none.
 Adesk::UInt64 dxfHandleOf(std::string_view text);
+/// Value of the first group of this code, empty when there is none.
+std::string_view dxfFirst(std::span<const DxfTag> tags, int code);

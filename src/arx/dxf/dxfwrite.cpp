@@ -1,8 +1,7 @@
-#include "arx/db/dbblockref.h"
+#include "arx/dxf/dxfwrite.h"
+
+#include "arx/db/dbblockmarkers.h"
 #include "arx/dxf/dxfcomplete.h"
-#include "arx/dxf/dxffile.h"
-#include "base/files.h"
-#include "base/text.h"
 
 #include <algorithm>
 #include <array>
@@ -11,9 +10,9 @@
 
 namespace {
 
-/// Sections that the host models, in the order in which they are written.
 constexpr int kHasAttributes = 2;  // bit of a block's flags
 
+/// Sections that the host models, in the order in which they are written.
 constexpr std::array<const char*, 5> kModelled = {"HEADER", "TABLES", "BLOCKS", "ENTITIES", "OBJECTS"};
 
 class DxfDrawingWriter {
@@ -234,19 +233,4 @@ std::string dxfWriteText(AcDbDatabase& database) {
   std::string text;
   dxfWrite(database, [&](std::string_view piece) { text += piece; });
   return text;
-}
-
-Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName, std::wstring* message) {
-  if (!fileName || !*fileName) return Acad::eInvalidInput;
-  const std::filesystem::path path(veltora::base::toUtf8(fileName));
-  veltora::base::RemplacementFichier file(dxfServingFile(path, true));
-  dxfWrite(*this, [&](std::string_view piece) { file.ecrire(piece); });
-  std::string reason;
-  if (!file.terminer(&reason)) {
-    if (message) *message = veltora::base::fromUtf8(reason);
-    return Acad::eFileAccessErr;
-  }
-  m_fileName = fileName;
-  m_modified = false;
-  return Acad::eOk;
 }
