@@ -3,7 +3,6 @@
 // file (1.00 is linear).
 #include "arx/db/dbmain.h"
 #include "arx/dxf/dxfread.h"
-#include "arx/dxf/dxfwrite.h"
 #include "base/text.h"
 
 #include <chrono>

@@ -1,8 +1,9 @@
-// Printing, files, loading.
+#include "arx/lisp/lispfiles.h"
 
-#include "arx/lisp/lispfile.h"
 #include "arx/lisp/lispinterp.h"
+#include "arx/lisp/lispopenfile.h"
 #include "arx/lisp/lispprinter.h"
+#include "arx/lisp/lisptexts.h"
 #include "base/files.h"
 #include "base/text.h"
 

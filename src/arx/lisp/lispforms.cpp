@@ -1,4 +1,4 @@
-// Special forms and the functions that call functions.
+#include "arx/lisp/lispforms.h"
 
 #include "arx/lisp/lispinterp.h"
 #include "arx/lisp/lispprinter.h"

@@ -1,4 +1,4 @@
-// Points. Angles in radians, counter-clockwise from +X, in the plane of x and y.
+#include "arx/lisp/lispgeometry.h"
 
 #include "arx/lisp/lispconvert.h"
 #include "arx/lisp/lispinterp.h"

@@ -1,8 +1,17 @@
 #include "arx/lisp/lispinterp.h"
 
 #include "arx/lisp/lispconvert.h"
+#include "arx/lisp/lispfiles.h"
+#include "arx/lisp/lispforms.h"
+#include "arx/lisp/lispgeometry.h"
+#include "arx/lisp/lisplists.h"
+#include "arx/lisp/lispmath.h"
+#include "arx/lisp/lisppredicates.h"
 #include "arx/lisp/lispprinter.h"
 #include "arx/lisp/lispreader.h"
+#include "arx/lisp/lisptexts.h"
+#include "arx/lisp/lispunits.h"
+#include "arx/lisp/lispvllists.h"
 #include "base/text.h"
 
 #include <pthread.h>
@@ -74,6 +83,19 @@ private:
 };
 
 constexpr std::size_t kShownExpression = 160;
+
+/// Calls the routine's own error handler. What fails in it only ends it.
+bool callHandler(Interpreter& in, const LispError& error) {
+  const Value handler = in.intern(L"*ERROR*")->value;
+  if (!handler) return false;
+  try {
+    Value message = Value::text(error.message);
+    in.apply(handler, std::span<Value>(&message, 1));
+  } catch (const LispError& inner) {
+    in.print(L"\n; erreur dans *error* : " + inner.message + L"\n");
+  }
+  return true;
+}
 
 }  // namespace
 
@@ -310,6 +332,36 @@ Value Interpreter::evalBody(const Value& forms) {
   return eval(at->car());
 }
 
+Value Interpreter::evalText(const std::wstring& text, const std::wstring& source,
+                            const std::function<std::optional<std::wstring>()>& more) {
+  Reader reader(*this, text, source, more);
+  Value result;
+  Value form;
+  while (reader.next(form)) result = eval(form);
+  return result;
+}
+
+std::optional<Value> Interpreter::run(const std::function<Value()>& work, LispError& error, bool& handled) {
+  const std::size_t before = mark();
+  std::optional<Value> result;
+  handled = false;
+  try {
+    result = work();
+  } catch (const LispError& failure) {
+    error = failure;
+  } catch (...) {
+    // Not ours: a script that stops, a module's fault. The routine may still tidy up.
+    callHandler(*this, {LispError::kCancelled, L"Fonction annulée", {}, {}});
+    unwind(before);
+    flushFiles(*this);
+    throw;
+  }
+  if (!result) handled = callHandler(*this, error);
+  unwind(before);
+  flushFiles(*this);
+  return result;
+}
+
 void Interpreter::bind(Symbol* symbol, Value value) {
   m_bindings.push_back({symbol, std::move(symbol->value)});
   symbol->value = std::move(value);
@@ -366,8 +418,6 @@ bool Interpreter::stackIsShort() const {
   const char here = 0;
   return m_stackEnd && &here < m_stackEnd - kStackReserve / 2;
 }
-
-void refuseMoreObjects() { throw LispError{LispError::kError, L"mémoire insuffisante", {}, {}}; }
 
 void Interpreter::checkText(std::size_t length) const {
   if (length > m_limits.textLength) fail(L"chaîne trop longue");

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "arx/db/resbuf.h"
+#include "arx/lisp/lispargs.h"
+#include "arx/lisp/lisperror.h"
 #include "arx/lisp/lispvalue.h"
 
 #include <functional>
@@ -14,8 +16,6 @@
 namespace aclisp {
 
 #define ACLISP_APART __attribute__((noinline))
-
-class Interpreter;
 
 /// What the interpreter needs of the program around it. Everything may be absent.
 struct Host {
@@ -38,58 +38,6 @@ struct Limits {
   std::size_t textLength = 16'000'000;       ///< characters in one text
   static constexpr int kReaderDepth = 2000;  ///< nested brackets in a text
 };
-
-/// A failure, an interruption or a call of `exit`. Not derived from std::exception: it never leaves the
-/// interpreter.
-struct ARX_API LispError {
-  enum Kind { kError, kCancelled, kQuit } kind = kError;
-  std::wstring message;     ///< French, as `*error*` gets it
-  std::wstring expression;  ///< the call in which it happened, shortened; empty outside of any
-  std::wstring position;    ///< "fichier.lsp:12", empty for what was typed
-};
-
-/// Arguments of a built-in function, with the conversions that fail with a French message.
-class ARX_API Args {
-public:
-  Args(Interpreter& interpreter, std::span<Value> values) : in(interpreter), m_values(values) {}
-  [[nodiscard]] std::size_t size() const { return m_values.size(); }
-  /// Nil beyond the end.
-  const Value& operator[](std::size_t i) const { return i < m_values.size() ? m_values[i] : kNilValue; }
-  [[nodiscard]] std::span<Value> values() const { return m_values; }
-  [[nodiscard]] bool has(std::size_t i) const { return i < m_values.size() && m_values[i]; }
-
-  [[nodiscard]] std::int32_t integer(std::size_t i) const;
-  [[nodiscard]] double number(std::size_t i) const;
-  [[nodiscard]] const std::wstring& text(std::size_t i) const;
-  [[nodiscard]] const Value& list(std::size_t i) const;  ///< nil allowed
-  [[nodiscard]] Symbol* symbol(std::size_t i) const;
-  /// Two or three numbers; z 0 when absent. @return how many there were
-  std::size_t point(std::size_t i, ads_point result) const;
-  [[nodiscard]] const Name& name(std::size_t i, Kind kind) const;
-  /// An integer, or the fallback when the argument is absent or nil.
-  [[nodiscard]] std::int32_t integerOr(std::size_t i, std::int32_t fallback) const;
-
-  Interpreter& in;
-
-private:
-  std::span<Value> m_values;
-};
-
-/// A built-in function: with evaluated arguments (`call`), or a special form that gets them as they stand.
-struct Subr {
-  const wchar_t* name;
-  Value (*call)(Args& arguments);
-  Value (*special)(Interpreter& in, const Value& rest);
-  int least;
-  int most;  ///< -1 for any number
-};
-inline constexpr int kAny = -1;
-inline constexpr Subr function(const wchar_t* name, Value (*call)(Args&), int least, int most) {
-  return {name, call, nullptr, least, most};
-}
-inline constexpr Subr specialForm(const wchar_t* name, Value (*call)(Interpreter&, const Value&)) {
-  return {name, nullptr, call, 0, kAny};
-}
 
 /// The evaluator: dynamic scope, one value slot a symbol. Owns no file, console or other state of the
 /// process.
@@ -205,34 +153,5 @@ private:
   Symbol* m_lambda;
   Symbol* m_slash;
 };
-
-// The functions by theme; each table stands in the file of that name.
-std::span<const Subr> formFunctions();
-std::span<const Subr> listFunctions();
-std::span<const Subr> vlListFunctions();
-std::span<const Subr> predicateFunctions();
-std::span<const Subr> mathFunctions();
-std::span<const Subr> geometryFunctions();
-std::span<const Subr> textFunctions();
-std::span<const Subr> unitFunctions();
-std::span<const Subr> fileFunctions();
-// Of the host: prompts, entities, selection sets, tables, commands.
-std::span<const Subr> inputFunctions();
-std::span<const Subr> entityFunctions();
-std::span<const Subr> selectionFunctions();
-std::span<const Subr> tableFunctions();
-std::span<const Subr> commandFunctions();
-
-// Helpers that several themes need.
-/// Equal in structure; numbers may differ by `fuzz` when both are numbers.
-bool equalValues(const Value& a, const Value& b, double fuzz = 0.0);
-/// A text argument of LISP as ANSI code: 1 to 255 in Windows-1252, a code point above.
-int codeOfCharacter(wchar_t c);
-wchar_t characterOfCode(std::int32_t code);
-/// Value of a system variable as a number.
-double systemNumber(const wchar_t* name, double fallback);
-/// Writes out the files that routines left open.
-void flushFiles(Interpreter& in);
-Value loadFile(Interpreter& in, const std::wstring& path);
 
 }  // namespace aclisp

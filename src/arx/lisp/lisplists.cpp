@@ -1,6 +1,7 @@
-// Lists: building, taking apart, searching.
+#include "arx/lisp/lisplists.h"
 
 #include "arx/lisp/lispinterp.h"
+#include "arx/lisp/lisppredicates.h"
 #include "arx/lisp/lispprinter.h"
 
 #include <vector>

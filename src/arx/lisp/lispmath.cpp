@@ -1,5 +1,4 @@
-// Arithmetic. Integers have 32 bits and wrap around when they overflow, as routines for this dialect expect;
-// one real among the arguments makes the rest of the computation real.
+#include "arx/lisp/lispmath.h"
 
 #include "arx/lisp/lispinterp.h"
 

@@ -1,4 +1,4 @@
-// Questions about values and their order.
+#include "arx/lisp/lisppredicates.h"
 
 #include "arx/lisp/lispinterp.h"
 

@@ -1,5 +1,6 @@
 #include "arx/lisp/lispreader.h"
 
+#include "arx/lisp/lisptexts.h"
 #include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"

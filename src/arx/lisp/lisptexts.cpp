@@ -1,4 +1,4 @@
-// Texts.
+#include "arx/lisp/lisptexts.h"
 
 #include "arx/ed/acutads.h"
 #include "arx/lisp/lispinterp.h"
@@ -11,6 +11,20 @@
 namespace base = veltora::base;
 
 namespace aclisp {
+
+int codeOfCharacter(wchar_t c) {
+  const std::string ansi = veltora::base::narrow(std::wstring_view(&c, 1));
+  const auto byte = static_cast<unsigned char>(ansi.empty() ? '?' : ansi.front());
+  return byte == '?' && c != L'?' ? static_cast<int>(c) : byte;
+}
+
+wchar_t characterOfCode(std::int32_t code) {
+  if (code <= 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return L'\0';
+  if (code > 0xFF) return static_cast<wchar_t>(code);
+  const char byte = static_cast<char>(code);
+  const std::wstring wide = veltora::base::widen(std::string_view(&byte, 1));
+  return wide.empty() ? L'\0' : wide.front();
+}
 
 namespace {
 

@@ -1,4 +1,4 @@
-// Numbers and angles as texts in the units of the drawing, and back.
+#include "arx/lisp/lispunits.h"
 
 #include "arx/ed/edvars.h"
 #include "arx/lisp/lispinterp.h"

@@ -1,8 +1,12 @@
 #include "arx/lisp/lispvalue.h"
 
+#include "arx/lisp/lisperror.h"
+
 #include <vector>
 
 namespace aclisp {
+
+void refuseMoreObjects() { throw LispError{LispError::kError, L"mémoire insuffisante", {}, {}}; }
 
 namespace {
 

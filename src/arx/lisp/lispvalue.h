@@ -13,6 +13,7 @@
 namespace aclisp {
 
 class Value;
+/// Fails with a `LispError`: `Object::ceiling` is reached.
 [[noreturn]] void refuseMoreObjects();
 struct Symbol;
 struct Subr;

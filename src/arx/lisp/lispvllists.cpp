@@ -1,6 +1,8 @@
-// The later list functions: filtering and sorting with a function.
+#include "arx/lisp/lispvllists.h"
 
 #include "arx/lisp/lispinterp.h"
+#include "arx/lisp/lisppredicates.h"
+#include "arx/lisp/lisptexts.h"
 #include "base/text.h"
 
 #include <algorithm>

@@ -5,7 +5,11 @@
 #include "arx/ed/edlisp.h"
 #include "arx/ed/edports.h"
 #include "arx/lisp/host/lispcommand.h"
+#include "arx/lisp/host/lispentities.h"
 #include "arx/lisp/host/lisphost.h"
+#include "arx/lisp/host/lispinput.h"
+#include "arx/lisp/host/lispselect.h"
+#include "arx/lisp/host/lisptables.h"
 #include "arx/lisp/lispprinter.h"
 #include "base/text.h"
 

@@ -1,16 +1,10 @@
-// (command ...): answers for the host's commands.
-//
-// A command runs from its first to its last answer without a break. When the answers run out before it ends,
-// it is rolled back and its answers are kept; the next (command ...) appends its own and runs it again. So
-// routines may give a polyline point by point. What is still open when the expression ends, the user
-// finishes.
-
 #include "arx/lisp/host/lispcommand.h"
 
 #include "arx/ap/apsession.h"
 #include "arx/ed/edports.h"
 #include "arx/lisp/host/lisphost.h"
 #include "arx/lisp/lispprinter.h"
+#include "arx/lisp/lispunits.h"
 #include "base/numbers.h"
 #include "base/text.h"
 
@@ -18,12 +12,12 @@
 
 namespace base = veltora::base;
 
-namespace aclisp {
+// A command runs from its first to its last answer without a break. When the answers run out before it ends,
+// it is rolled back and its answers are kept; the next (command ...) appends its own and runs it again. So
+// routines may give a polyline point by point. What is still open when the expression ends, the user
+// finishes.
 
-HostState& hostState(Interpreter& in) {
-  if (!in.hostState) in.hostState = std::make_shared<HostState>();
-  return *static_cast<HostState*>(in.hostState.get());
-}
+namespace aclisp {
 
 namespace {
 

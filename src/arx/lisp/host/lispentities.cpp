@@ -1,4 +1,4 @@
-// Entities of the working drawing.
+#include "arx/lisp/host/lispentities.h"
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/acdbads.h"

@@ -25,6 +25,9 @@ struct HostState {
   std::map<std::int64_t, std::size_t> dictionaryAt;  ///< where `dictnext` stands, by handle
   int depth = 0;                                     ///< expressions at work, one within the other
 };
-HostState& hostState(Interpreter& in);
+inline HostState& hostState(Interpreter& in) {
+  if (!in.hostState) in.hostState = std::make_shared<HostState>();
+  return *static_cast<HostState*>(in.hostState.get());
+}
 
 }  // namespace aclisp

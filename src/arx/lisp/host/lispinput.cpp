@@ -1,4 +1,4 @@
-// Prompts, system variables, messages.
+#include "arx/lisp/host/lispinput.h"
 
 #include "arx/ed/acutads.h"
 #include "arx/ed/edfiles.h"

@@ -1,4 +1,4 @@
-// Selection sets.
+#include "arx/lisp/host/lispselect.h"
 
 #include "arx/ed/edselect.h"
 #include "arx/lisp/lispconvert.h"

@@ -1,4 +1,4 @@
-// Symbol tables and dictionaries.
+#include "arx/lisp/host/lisptables.h"
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/acdbads.h"

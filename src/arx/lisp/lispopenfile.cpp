@@ -1,4 +1,4 @@
-#include "arx/lisp/lispfile.h"
+#include "arx/lisp/lispopenfile.h"
 
 #include "base/files.h"
 #include "base/text.h"
