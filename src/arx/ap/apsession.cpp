@@ -1,6 +1,7 @@
 #include "arx/ap/apsession.h"
 
 #include "arx/ap/acdocman.h"
+#include "arx/ap/commands.h"
 #include "arx/ed/acutads.h"
 #include "arx/ed/edprompt.h"
 #include "arx/ed/edvalue.h"

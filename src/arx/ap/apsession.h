@@ -44,6 +44,3 @@ private:
   std::wstring m_lastCommand;
   bool m_quit = false;
 };
-
-/// Adds the host's own commands to the command stack as group "ARX"; once.
-ARX_API void acapRegisterCommands();

@@ -1,6 +1,13 @@
 #include "arx/ap/commands.h"
 
-#include "arx/ap/apsession.h"
+#include "arx/ap/commands_draw.h"
+#include "arx/ap/commands_edit.h"
+#include "arx/ap/commands_files.h"
+#include "arx/ap/commands_layer.h"
+#include "arx/ap/commands_text.h"
+#include "arx/ap/commands_undo.h"
+#include "arx/ap/commands_view.h"
+#include "arx/ed/accmd.h"
 
 void acapRegisterCommands() {
   struct Row {

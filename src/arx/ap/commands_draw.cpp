@@ -1,7 +1,7 @@
-// LINE, PLINE, POINT, CIRCLE, ARC.
+#include "arx/ap/commands_draw.h"
+
 #include "arx/ap/acdocman.h"
-#include "arx/ap/commands.h"
-#include "arx/ap/commands_support.h"
+#include "arx/ap/commands_shared.h"
 #include "arx/db/dballents.h"
 #include "arx/ed/edinput.h"
 #include "arx/ge/gearc2d.h"

@@ -1,7 +1,7 @@
-// U, REDO, LIST, ERASE, MOVE.
+#include "arx/ap/commands_edit.h"
+
 #include "arx/ap/acdocman.h"
-#include "arx/ap/commands.h"
-#include "arx/ap/commands_support.h"
+#include "arx/ap/commands_shared.h"
 #include "arx/db/dballents.h"
 #include "arx/ed/edgroups.h"
 #include "arx/ed/edselect.h"
@@ -114,28 +114,6 @@ int change(const ads_name set, Work work) {
 }  // namespace
 
 namespace arx_commands {
-
-void undo() {
-  AcApDocument* const document = curDoc();
-  if (!document) return;
-  AcDbUndoLog& log = document->database()->undoLog();
-  if (!log.canUndo()) {
-    acedPrompt(L"\nTout a été annulé.\n");
-    return;
-  }
-  acutPrintf(L"\nAnnulé : %s\n", log.undo());
-}
-
-void redo() {
-  AcApDocument* const document = curDoc();
-  if (!document) return;
-  AcDbUndoLog& log = document->database()->undoLog();
-  if (!log.canRedo()) {
-    acedPrompt(L"\nRien à rétablir.\n");
-    return;
-  }
-  acutPrintf(L"\nRétabli : %s\n", log.redo());
-}
 
 void listEntities() {
   ads_name set;

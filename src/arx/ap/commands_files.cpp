@@ -1,7 +1,7 @@
-// NEW, OPEN, QSAVE, SAVEAS, CLOSE, QUIT.
+#include "arx/ap/commands_files.h"
+
 #include "arx/ap/acdocman.h"
 #include "arx/ap/apsession.h"
-#include "arx/ap/commands.h"
 #include "arx/ed/acutads.h"
 #include "arx/ed/edinput.h"
 #include "base/text.h"

@@ -1,7 +1,7 @@
-// LAYER, at the command line.
+#include "arx/ap/commands_layer.h"
+
 #include "arx/ap/acdocman.h"
-#include "arx/ap/commands.h"
-#include "arx/ap/commands_support.h"
+#include "arx/ap/commands_shared.h"
 #include "arx/ed/edinput.h"
 #include "arx/ed/edports.h"
 #include "base/text.h"

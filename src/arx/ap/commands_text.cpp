@@ -1,7 +1,7 @@
-// TEXT, INSERT.
+#include "arx/ap/commands_text.h"
+
 #include "arx/ap/acdocman.h"
-#include "arx/ap/commands.h"
-#include "arx/ap/commands_support.h"
+#include "arx/ap/commands_shared.h"
 #include "arx/db/dballents.h"
 #include "arx/ed/edinput.h"
 #include "arx/ed/edports.h"

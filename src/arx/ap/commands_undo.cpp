@@ -1,14 +1,33 @@
-// UNDO, REGEN: what routines begin and end with.
+#include "arx/ap/commands_undo.h"
 
 #include "arx/ap/acdocman.h"
-#include "arx/ap/commands.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbundo.h"
-#include "arx/ed/edgraphics.h"
 #include "arx/ed/edinput.h"
-#include "arx/ed/edports.h"
 
 namespace arx_commands {
+
+void undo() {
+  AcApDocument* const document = curDoc();
+  if (!document) return;
+  AcDbUndoLog& log = document->database()->undoLog();
+  if (!log.canUndo()) {
+    acedPrompt(L"\nTout a été annulé.\n");
+    return;
+  }
+  acutPrintf(L"\nAnnulé : %s\n", log.undo());
+}
+
+void redo() {
+  AcApDocument* const document = curDoc();
+  if (!document) return;
+  AcDbUndoLog& log = document->database()->undoLog();
+  if (!log.canRedo()) {
+    acedPrompt(L"\nRien à rétablir.\n");
+    return;
+  }
+  acutPrintf(L"\nRétabli : %s\n", log.redo());
+}
 
 /// A number of steps; within a routine, a group. What a routine does is one step as it is, which its groups
 /// are part of, so nothing is left to open or close; a group over several typed commands is not offered.
@@ -29,8 +48,5 @@ void undoSteps() {
   for (; count > 0 && log.canUndo(); --count) undo();
   if (count > 0) undo();  // says that nothing is left
 }
-
-/// Nothing drawn is kept but what was drawn over the drawing.
-void regenerate() { acedRedraw(nullptr, 0); }
 
 }  // namespace arx_commands

@@ -1,6 +1,6 @@
-// ZOOM.
+#include "arx/ap/commands_view.h"
+
 #include "arx/ap/acdocman.h"
-#include "arx/ap/commands.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edinput.h"
 
@@ -22,7 +22,9 @@ void zoomCenter() {
 
 }  // namespace
 
-void arx_commands::zoom() {
+namespace arx_commands {
+
+void zoom() {
   if (!curDoc()) return;
   ads_point first;
   ads_point second;
@@ -38,3 +40,8 @@ void arx_commands::zoom() {
   if (acedGetCorner(first, L"\nCoin opposé : ", second) != RTNORM) return;
   acedZoomWindow({first[0], first[1]}, {second[0], second[1]});
 }
+
+/// Nothing drawn is kept but what was drawn over the drawing.
+void regenerate() { acedRedraw(nullptr, 0); }
+
+}  // namespace arx_commands

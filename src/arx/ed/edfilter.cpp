@@ -300,8 +300,3 @@ bool AcEdFilter::testXData(const Node& node, const Groups& groups) {
   }
   return false;
 }
-
-bool acedIsFilter(const resbuf* filter) { return AcEdFilter(filter).valid(); }
-bool acedMatchesFilter(const AcDbEntity& entity, const resbuf* filter) {
-  return AcEdFilter(filter).fits(entity);
-}

@@ -1,10 +1,6 @@
 #include "arx/ed/edgraphics.h"
 
 #include "arx/db/dbmain.h"
-#include "arx/ed/edprompt.h"
-#include "arx/ed/edselect.h"
-#include "arx/ed/edsets.h"
-#include "base/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -112,15 +108,3 @@ Acad::ErrorStatus acedZoomExtents() {
 }
 
 double acedPixelSize() { return acedView().height / 1000.0; }
-
-void acedForgetDatabase(AcDbDatabase* database) {
-  AcEdSelectionSets& all = acedSelectionSets();
-  for (auto& [number, set] : all.sets) set.dropDatabase(database);
-  const auto isGone = [&](AcDbObjectId id) { return id.database() == database; };
-  std::erase_if(all.previous, isGone);
-  std::erase_if(all.pickFirst, isGone);
-  if (acdbHostApplicationServices()->workingDatabase() != database) return;
-  vectors().clear();
-  const ads_point origin = {0, 0, 0};
-  acedSetLastPoint(origin);
-}

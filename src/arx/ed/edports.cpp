@@ -10,22 +10,10 @@ AcEdPorts& acedPorts() {
   return *ports;
 }
 
-int acedPrompt(const std::wstring& text) {
-  if (acedPorts().sink) acedPorts().sink->print(base::toUtf8(text));
-  return RTNORM;
-}
-
-int acedPrompt(const ACHAR* text) { return text ? acedPrompt(std::wstring(text)) : RTERROR; }
-
 AcEdAnswer acedMessageBox(const std::wstring& text, const std::wstring& title, AcEdButtons buttons) {
   if (acedPorts().messageBox) return acedPorts().messageBox(text, title, buttons);
   acedPrompt(L"\n" + text + L"\n");
   return buttons == AcEdButtons::kOk ? AcEdAnswer::kOk : AcEdAnswer::kCancel;
-}
-
-int acedAlert(const ACHAR* text) {
-  acedMessageBox(text ? text : L"", L"", AcEdButtons::kOk);
-  return RTNORM;
 }
 
 std::optional<std::wstring> acedReadLine(const std::wstring& prompt) {

@@ -314,3 +314,94 @@ int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int pick
   }
   return RTNORM;
 }
+
+// ---- Sets
+
+int acedSSLength(const ads_name set, Adesk::Int32* length) {
+  const AcEdSelectionSet* found = acedSelectionSets().find(set);
+  if (!found || !length) return RTERROR;
+  *length = static_cast<Adesk::Int32>(found->entities().size());
+  return RTNORM;
+}
+
+int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity) {
+  const AcEdSelectionSet* found = acedSelectionSets().find(set);
+  if (!found || !entity || index < 0) return RTERROR;
+  if (static_cast<std::size_t>(index) >= found->entities().size()) return RTERROR;
+  acedNameOf(found->entities()[static_cast<std::size_t>(index)], entity);
+  return RTNORM;
+}
+
+int acedSSAdd(const ads_name entity, const ads_name set, ads_name result) {
+  if (!result) return RTERROR;
+  const bool hasEntity = entity && !ads_name_nil(entity);
+  const bool hasSet = set && !ads_name_nil(set);
+  const AcDbObjectId id = hasEntity ? acedIdOf(entity) : AcDbObjectId();
+  if (hasEntity && (!id.objectClass() || !id.objectClass()->isDerivedFrom(AcDbEntity::desc())))
+    return RTERROR;
+  if (!hasSet) {
+    AcEdSelectionSet& made = acedSelectionSets().make(result);
+    if (hasEntity) made.add(id);
+    return RTNORM;
+  }
+  AcEdSelectionSet* found = acedSelectionSets().find(set);
+  if (!found || !hasEntity) return RTERROR;
+  found->add(id);
+  ads_name_set(set, result);
+  return RTNORM;
+}
+
+int acedSSDel(const ads_name entity, const ads_name set) {
+  AcEdSelectionSet* found = acedSelectionSets().find(set);
+  return found && found->remove(acedIdOf(entity)) ? RTNORM : RTERROR;
+}
+
+int acedSSMemb(const ads_name entity, const ads_name set) {
+  const AcEdSelectionSet* found = acedSelectionSets().find(set);
+  const AcDbObjectId id = acedIdOf(entity);
+  return found && !id.isNull() && found->has(id) ? RTNORM : RTERROR;
+}
+
+int acedSSFree(const ads_name set) {
+  if (!acedSelectionSets().find(set)) return RTERROR;
+  acedSelectionSets().sets.erase(set[0]);
+  return RTNORM;
+}
+
+int acedSSSetFirst(const ads_name, const ads_name pickSet) {
+  acedSelectionSets().pickFirst.clear();
+  if (!pickSet || ads_name_nil(pickSet)) return RTNORM;
+  const AcEdSelectionSet* found = acedSelectionSets().find(pickSet);
+  if (!found) return RTERROR;
+  acedSelectionSets().pickFirst = found->entities();
+  return RTNORM;
+}
+
+bool acedIsSelectionSet(const ads_name name) { return acedSelectionSets().find(name) != nullptr; }
+
+std::vector<AcDbObjectId> acedSSEntities(const ads_name set) {
+  const AcEdSelectionSet* found = acedSelectionSets().find(set);
+  return found ? found->entities() : std::vector<AcDbObjectId>();
+}
+
+void acedSSFromEntities(const std::vector<AcDbObjectId>& entities, ads_name set) {
+  AcEdSelectionSet& made = acedSelectionSets().make(set);
+  for (const AcDbObjectId id : entities) made.add(id);
+}
+
+bool acedIsFilter(const resbuf* filter) { return AcEdFilter(filter).valid(); }
+bool acedMatchesFilter(const AcDbEntity& entity, const resbuf* filter) {
+  return AcEdFilter(filter).fits(entity);
+}
+
+void acedForgetDatabase(AcDbDatabase* database) {
+  AcEdSelectionSets& all = acedSelectionSets();
+  for (auto& [number, set] : all.sets) set.dropDatabase(database);
+  const auto isGone = [&](AcDbObjectId id) { return id.database() == database; };
+  std::erase_if(all.previous, isGone);
+  std::erase_if(all.pickFirst, isGone);
+  if (acdbHostApplicationServices()->workingDatabase() != database) return;
+  acedRedraw(nullptr, 0);
+  const ads_point origin = {0, 0, 0};
+  acedSetLastPoint(origin);
+}

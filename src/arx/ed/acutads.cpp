@@ -1,8 +1,24 @@
 #include "arx/ed/acutads.h"
+
+#include "arx/ed/edports.h"
 #include "base/text.h"
 
 #include <string_view>
 #include <vector>
+
+int acedPrompt(const std::wstring& text) {
+  if (acedPorts().sink) acedPorts().sink->print(veltora::base::toUtf8(text));
+  return RTNORM;
+}
+
+int acedPrompt(const ACHAR* text) { return text ? acedPrompt(std::wstring(text)) : RTERROR; }
+
+int acedAlert(const ACHAR* text) {
+  acedMessageBox(text ? text : L"", L"", AcEdButtons::kOk);
+  return RTNORM;
+}
+
+// ---- Patterns
 
 namespace {
 

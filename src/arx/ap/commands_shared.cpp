@@ -1,4 +1,4 @@
-#include "arx/ap/commands_support.h"
+#include "arx/ap/commands_shared.h"
 
 #include "arx/ap/acdocman.h"
 #include "arx/db/dballents.h"

@@ -1,0 +1,6 @@
+#pragma once
+
+// LAYER, at the command line.
+namespace arx_commands {
+void layer();
+}  // namespace arx_commands

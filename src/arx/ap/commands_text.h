@@ -1,0 +1,7 @@
+#pragma once
+
+// TEXT, INSERT.
+namespace arx_commands {
+void text();
+void insert();
+}  // namespace arx_commands
