@@ -276,17 +276,32 @@ TEST_F(EntSelTest, BlocksArePickedByWhatTheyShow) {
   }
   at[0] = 200, at[1] = 200, at[2] = 0;
   EXPECT_EQ(acedNEntSelP(nullptr, name, at, 1, matrix, &references), RTERROR) << "at a given point";
+  {
+    auto* hidden = new AcDbAttributeDefinition({2, 50, 0}, L"X", L"CACHE", L"");
+    hidden->setHeight(1.0);
+    hidden->setConstant(true);
+    hidden->setInvisible(true);
+    AcDbObjectId record;
+    AcDbObjectPointer<AcDbBlockTable>(db->blockTableId())->getIdAt(L"SIGNE", record);
+    AcDbObjectPointer<AcDbBlockTableRecord>(record, AcDb::kForWrite)->appendAcDbEntity(hidden);
+    hidden->close();
+  }
+  at[0] = 102.1, at[1] = 150.1;
+  EXPECT_EQ(acedNEntSelP(nullptr, name, at, 1, matrix, &references), RTERROR) << "an invisible attribute";
 }
 
-TEST_F(EntSelTest, ABlockThatShowsItselfEndsSomewhere) {
+// Each reference in it was once followed to the sixteenth level: with twenty of them, for ever.
+TEST_F(EntSelTest, ABlockThatShowsItselfIsEnteredOnce) {
   block();
   AcDbObjectId record;
   AcDbObjectPointer<AcDbBlockTable>(db->blockTableId())->getIdAt(L"SIGNE", record);
   {
     AcDbObjectPointer<AcDbBlockTableRecord> open(record, AcDb::kForWrite);
-    auto* self = new AcDbBlockReference({0, 0, 0}, record);
-    open->appendAcDbEntity(self);
-    self->close();
+    for (int i = 0; i < 20; ++i) {
+      auto* self = new AcDbBlockReference({0, 0, 0}, record);
+      open->appendAcDbEntity(self);
+      self->close();
+    }
   }
   answer({"103.5,100"});
   ads_name name;

@@ -46,6 +46,7 @@ public:
   /// Takes tag, flags, look and text of a definition and its place under the reference's transform.
   Acad::ErrorStatus setAttributeFromBlock(const AcDbAttributeDefinition* definition,
                                           const AcGeMatrix3d& blockTransform);
+  [[nodiscard]] bool isHidden() const override { return isInvisible() || AcDbText::isHidden(); }
 
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -78,6 +79,10 @@ public:
   [[nodiscard]] bool isVerifiable() const { return m_fields.flag(4); }
   [[nodiscard]] bool isPreset() const { return m_fields.flag(8); }
   [[nodiscard]] const AcDbAttributeFields& fields() const { return m_fields; }
+  /// The same for all references, and not hidden: the others have values of their own.
+  [[nodiscard]] bool isShownByReferences() const override {
+    return isConstant() && !isInvisible() && AcDbText::isShownByReferences();
+  }
 
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;

@@ -2,90 +2,20 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/db/dbplanemap.h"
+#include "arx/gi/gigeometry.h"
 
-#include <algorithm>
 #include <cmath>
-#include <unordered_map>
 
 ACDB_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, "INSERT")
 
 namespace {
 
-constexpr std::size_t kDeepest = 200;       // blocks within blocks; what is deeper is not measured
-constexpr std::size_t kFewEntities = 1000;  // of a nested block that is measured exactly each time
-constexpr double kRightAngle = 1e-9;        // relative: axes of a block that are farther from it are refused
+constexpr double kRightAngle = 1e-9;  // relative: axes of a block that are farther from it are refused
 
 bool isFactor(double value) { return value != 0 && std::isfinite(value); }
 
 const AcDbBlockTableRecord* recordOf(AcDbObjectId block) {
   return block.isLive() ? AcDbBlockTableRecord::cast(block.stub()->object) : nullptr;
-}
-
-// The blocks whose extents are being gathered, one within the other, and the boxes of nested ones found so
-// far. A block that shows itself is entered once; a nested block with many entities is measured once and
-// stands in as a box after that, so that deep nesting costs no more than its blocks have entities.
-class BlockVisit {
-public:
-  explicit BlockVisit(const AcDbBlockTableRecord* block)
-      : m_isNew(block && depth() < kDeepest && !contains(block)) {
-    if (m_isNew) state().open.push_back(block);
-  }
-  ~BlockVisit() {
-    if (!m_isNew) return;
-    state().open.pop_back();
-    if (state().open.empty()) state().boxes.clear();
-  }
-  BlockVisit(const BlockVisit&) = delete;
-  BlockVisit& operator=(const BlockVisit&) = delete;
-  [[nodiscard]] bool isNew() const { return m_isNew; }
-  [[nodiscard]] static std::size_t depth() { return state().open.size(); }
-  static std::unordered_map<const AcDbBlockTableRecord*, AcDbExtents>& boxes() { return state().boxes; }
-
-private:
-  struct State {
-    std::vector<const AcDbBlockTableRecord*> open;
-    std::unordered_map<const AcDbBlockTableRecord*, AcDbExtents> boxes;
-  };
-  static State& state() {
-    thread_local State value;
-    return value;
-  }
-  static bool contains(const AcDbBlockTableRecord* block) {
-    const auto& open = state().open;
-    return std::find(open.begin(), open.end(), block) != open.end();
-  }
-  bool m_isNew;
-};
-
-// What a reference shows of an entity of its block: not the definitions of attributes that have values of
-// their own.
-bool isShown(const AcDbEntity& entity) {
-  if (entity.visibility() == AcDb::kInvisible) return false;
-  const AcDbAttributeDefinition* definition = AcDbAttributeDefinition::cast(&entity);
-  return !definition || (definition->isConstant() && !definition->isInvisible());
-}
-
-void addEntities(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix, AcDbExtents& extents) {
-  for (const AcDbObjectId& id : block.entities()) {
-    const AcDbEntity* entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
-    if (entity && isShown(*entity)) entity->addExtentsUnder(matrix, extents);
-  }
-}
-
-void addBlock(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix, AcDbExtents& extents) {
-  if (BlockVisit::depth() <= 2 && block.entities().size() <= kFewEntities)
-    return addEntities(block, matrix, extents);
-  if (BlockVisit::depth() <= 1) return addEntities(block, matrix, extents);
-  const auto [found, isNew] = BlockVisit::boxes().try_emplace(&block);
-  if (isNew) {
-    AcDbExtents own;
-    addEntities(block, AcGeMatrix3d(), own);
-    BlockVisit::boxes()[&block] = own;  // the map may have grown meanwhile
-  }
-  AcDbExtents box = BlockVisit::boxes()[&block];
-  if (box.isEmpty()) return;
-  box.transformBy(matrix);
-  extents.addExt(box);
 }
 
 }  // namespace
@@ -202,39 +132,22 @@ Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
   return status == Acad::eOk && database() ? transformSubs(matrix) : status;
 }
 
-Acad::ErrorStatus AcDbBlockReference::getGeomExtents(AcDbExtents& extents) const {
-  AcDbExtents own;
-  addExtentsUnder(AcGeMatrix3d(), own);
-  if (own.isEmpty()) return Acad::eInvalidExtents;
-  extents = own;
-  return Acad::eOk;
-}
-
-// The block at the four corners of its rows and columns: their box holds what lies between.
-void AcDbBlockReference::addGridExtents(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  const AcDbBlockTableRecord& block = *recordOf(m_block);
-  const AcGeMatrix3d placed = blockTransform();
-  addBlock(block, matrix * placed, extents);
-  if (!m_grid || (m_grid->columns <= 1 && m_grid->rows <= 1)) return;
-  const AcGeMatrix3d turned = AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal)) *
-                              AcGeMatrix3d::rotation(acdbRadians(m_rotation), AcGeVector3d::kZAxis);
-  const AcGeVector3d across = turned * AcGeVector3d((m_grid->columns - 1) * m_grid->columnSpacing, 0, 0);
-  const AcGeVector3d up = turned * AcGeVector3d(0, (m_grid->rows - 1) * m_grid->rowSpacing, 0);
-  for (const AcGeVector3d& step : {across, up, across + up}) {
-    addBlock(block, matrix * AcGeMatrix3d::translation(step) * placed, extents);
-  }
-}
-
-void AcDbBlockReference::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  {
-    const BlockVisit visit(recordOf(m_block));
-    if (visit.isNew()) addGridExtents(matrix, extents);
-  }
+void AcDbBlockReference::subWorldDraw(AcGiWorldDraw& draw) const {
   for (const AcDbObjectId& id : subEntityIds()) {
     const AcDbAttribute* attribute = id.isLive() ? AcDbAttribute::cast(id.stub()->object) : nullptr;
-    if (!attribute || attribute->isInvisible() || attribute->visibility() == AcDb::kInvisible) continue;
-    attribute->addExtentsUnder(matrix, extents);
+    if (attribute) draw.geometry().draw(*attribute);
   }
+  const AcDbBlockTableRecord* block = recordOf(m_block);
+  if (!block) return;
+  AcGiBlockPlace place{*block, block->entities().size(), blockTransform()};
+  if (m_grid && (m_grid->columns > 1 || m_grid->rows > 1)) {
+    const AcGeMatrix3d turned = AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal)) *
+                                AcGeMatrix3d::rotation(acdbRadians(m_rotation), AcGeVector3d::kZAxis);
+    place.repeated = true;
+    place.toLastColumn = turned * AcGeVector3d((m_grid->columns - 1) * m_grid->columnSpacing, 0, 0);
+    place.toLastRow = turned * AcGeVector3d(0, (m_grid->rows - 1) * m_grid->rowSpacing, 0);
+  }
+  draw.geometry().block(place);
 }
 
 bool AcDbBlockReference::takeGroup(AcDbDxfReader& in) {

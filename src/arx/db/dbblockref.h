@@ -55,9 +55,8 @@ public:
   [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(true); }
   /// Attributes move along.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  /// Around the block's entities and the visible attributes; a block that shows itself is entered once.
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
+  /// The visible attributes, then the block.
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
@@ -68,7 +67,6 @@ protected:
 
 private:
   Grid& ownGrid();
-  void addGridExtents(const AcGeMatrix3d& matrix, AcDbExtents& extents) const;
   AcGePoint3d m_position;  // own plane
   AcGeScale3d m_scale;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;

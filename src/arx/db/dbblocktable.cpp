@@ -2,6 +2,7 @@
 
 #include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
+#include "arx/gi/gigeometry.h"
 #include "base/text.h"
 
 ACDB_DEFINE_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD")
@@ -97,6 +98,13 @@ Acad::ErrorStatus AcDbBlockTableRecord::getGeomExtents(AcDbExtents& extents) con
   if (all.isEmpty()) return Acad::eInvalidExtents;
   extents = all;
   return Acad::eOk;
+}
+
+void AcDbBlockTableRecord::subWorldDraw(AcGiWorldDraw& draw) const {
+  for (const AcDbObjectId id : m_entities) {
+    const auto* entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+    if (entity && entity->isShownByReferences()) draw.geometry().draw(*entity);
+  }
 }
 
 void AcDbBlockTableRecord::dxfInFields(AcDbDxfReader& in) {

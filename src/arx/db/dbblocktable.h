@@ -60,6 +60,8 @@ public:
   Acad::ErrorStatus getBlockReferenceIds(std::vector<AcDbObjectId>& ids) const;
   /// Box around all live entities; `eInvalidExtents` when there is none.
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+  /// What references show of it.
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   [[nodiscard]] AcDbObjectId blockBeginId() const { return m_begin; }
   [[nodiscard]] AcDbObjectId blockEndId() const { return m_end; }
   void setBlockMarkers(AcDbObjectId begin, AcDbObjectId end) { m_begin = begin, m_end = end; }

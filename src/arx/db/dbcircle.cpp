@@ -38,10 +38,10 @@ Acad::ErrorStatus AcDbRoundCurve::setNormal(const AcGeVector3d& normal) {
   return status;
 }
 
-std::vector<AcDbCurvePiece> AcDbRoundCurve::roundPiece(double start, double sweep) const {
+std::vector<AcGeCurvePiece> AcDbRoundCurve::roundPiece(double start, double sweep) const {
   const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal));
   const double radius = std::fabs(m_radius);
-  AcDbCurvePiece piece;
+  AcGeCurvePiece piece;
   piece.isArc = true;
   piece.center = center();
   piece.xAxis = toWorld * AcGeVector3d::kXAxis;
@@ -115,7 +115,7 @@ void AcDbRoundCurve::exchangeFields(AcDbRoundCurve& other) {
 
 // ---- circle
 
-std::vector<AcDbCurvePiece> AcDbCircle::pieces() const { return roundPiece(0.0, kTurn); }
+std::vector<AcGeCurvePiece> AcDbCircle::pieces() const { return roundPiece(0.0, kTurn); }
 
 Acad::ErrorStatus AcDbCircle::transformBy(const AcGeMatrix3d& matrix) {
   return transformRound(AcDbPlaneMap(matrix, normal()));
@@ -147,7 +147,7 @@ double AcDbArc::totalAngle() const {
   return acdbRadians(degrees);
 }
 
-std::vector<AcDbCurvePiece> AcDbArc::pieces() const { return roundPiece(startAngle(), totalAngle()); }
+std::vector<AcGeCurvePiece> AcDbArc::pieces() const { return roundPiece(startAngle(), totalAngle()); }
 
 Acad::ErrorStatus AcDbArc::transformBy(const AcGeMatrix3d& matrix) {
   const AcDbPlaneMap plane(matrix, normal());

@@ -25,7 +25,7 @@ protected:
   AcDbRoundCurve() = default;
   AcDbRoundCurve(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
   /// The curve as one piece. @param start, sweep  radians
-  [[nodiscard]] std::vector<AcDbCurvePiece> roundPiece(double start, double sweep) const;
+  [[nodiscard]] std::vector<AcGeCurvePiece> roundPiece(double start, double sweep) const;
   /// Moves what is shared; refuses what makes an ellipse.
   Acad::ErrorStatus transformRound(const AcDbPlaneMap& plane);
   bool takeGroup(AcDbDxfReader& in) override;
@@ -48,7 +48,7 @@ public:
       : AcDbRoundCurve(center, normal, radius) {}
 
   [[nodiscard]] bool isClosed() const override { return true; }
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
 };
 
@@ -69,7 +69,7 @@ public:
   [[nodiscard]] double totalAngle() const;
   [[nodiscard]] double length() const { return totalAngle() * radius(); }
 
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;

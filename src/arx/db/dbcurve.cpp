@@ -1,6 +1,7 @@
 #include "arx/db/dbcurve.h"
 
 #include "arx/db/dbintersect.h"
+#include "arx/gi/gigeometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +13,6 @@ ACRX_DEFINE_MEMBERS(AcDbCurve, AcDbEntity, nullptr, nullptr)
 
 namespace {
 
-constexpr double kTurn = 6.283185307179586;
 constexpr double kEndlessParam = 1e300;
 constexpr double kOnCurve = 1e-6;     // units: a point this near lies on the curve
 constexpr double kParamSlack = 1e-9;  // relative: a parameter this far beyond an end counts as the end
@@ -23,7 +23,7 @@ struct Place {
   double t = 0.0;
 };
 
-bool locate(const std::vector<AcDbCurvePiece>& pieces, double param, Place& place) {
+bool locate(const std::vector<AcGeCurvePiece>& pieces, double param, Place& place) {
   if (pieces.empty() || !std::isfinite(param)) return false;
   const double first = pieces.front().startParam;
   const double last = pieces.back().endless ? kEndlessParam : pieces.back().endParam;
@@ -32,16 +32,16 @@ bool locate(const std::vector<AcDbCurvePiece>& pieces, double param, Place& plac
   param = std::clamp(param, first, last);
   const auto behind =
       std::upper_bound(pieces.begin(), pieces.end(), param,
-                       [](double p, const AcDbCurvePiece& piece) { return p < piece.startParam; });
+                       [](double p, const AcGeCurvePiece& piece) { return p < piece.startParam; });
   place.piece = behind == pieces.begin() ? 0 : static_cast<std::size_t>(behind - pieces.begin()) - 1;
-  const AcDbCurvePiece& piece = pieces[place.piece];
+  const AcGeCurvePiece& piece = pieces[place.piece];
   const double range = piece.endParam - piece.startParam;
   place.t = range > 0 ? (param - piece.startParam) / range : 0.0;
   return true;
 }
 
 // Nearest place; `extend` lets the first and the last piece of an open curve go on.
-Place nearest(const std::vector<AcDbCurvePiece>& pieces, const AcGePoint3d& point, bool extend) {
+Place nearest(const std::vector<AcGeCurvePiece>& pieces, const AcGePoint3d& point, bool extend) {
   Place best;
   double least = HUGE_VAL;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
@@ -54,59 +54,13 @@ Place nearest(const std::vector<AcDbCurvePiece>& pieces, const AcGePoint3d& poin
   return best;
 }
 
-double lengthUpTo(const std::vector<AcDbCurvePiece>& pieces, const Place& place) {
+double lengthUpTo(const std::vector<AcGeCurvePiece>& pieces, const Place& place) {
   double length = 0;
   for (std::size_t i = 0; i < place.piece; ++i) length += pieces[i].length();
   return length + pieces[place.piece].length() * place.t;
 }
 
 }  // namespace
-
-double AcDbCurvePiece::length() const { return isArc ? radius * std::fabs(sweep) : start.distanceTo(end); }
-
-AcGePoint3d AcDbCurvePiece::pointAt(double t) const {
-  if (t == 0) return start;
-  if (t == 1) return end;
-  if (!isArc) return start + (end - start) * t;
-  const double a = startAngle + sweep * t;
-  return center + xAxis * (radius * std::cos(a)) + yAxis * (radius * std::sin(a));
-}
-
-double AcDbCurvePiece::closest(const AcGePoint3d& point, bool before, bool after) const {
-  if (!isArc) {
-    const AcGeVector3d along = end - start;
-    const double square = along.lengthSqrd();
-    if (!(square > 0)) return 0.0;
-    const double t = along.dotProduct(point - start) / square;
-    if (t < 0 && !before) return 0.0;
-    return t > 1 && !after ? 1.0 : t;
-  }
-  const AcGeVector3d out = point - center;
-  const double size = std::fabs(sweep);
-  const AcGeVector2d flat(out.dotProduct(xAxis), out.dotProduct(yAxis));
-  if (!(size > 0) || !(flat.lengthSqrd() > 0)) return 0.0;  // at the centre all points are equally near
-  double past = std::fmod(sweep < 0 ? startAngle - flat.angle() : flat.angle() - startAngle, kTurn);
-  if (past < 0) past += kTurn;
-  if (past <= size || after || before) return past / size;
-  return kTurn - past < past - size ? 0.0 : 1.0;
-}
-
-void AcDbCurvePiece::addToExtents(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  extents.addPoint(matrix * start);
-  extents.addPoint(matrix * end);
-  if (!isArc) return;
-  // A coordinate of the mapped circle is c + x cos a + y sin a: extreme where tan a = y / x, and opposite.
-  const AcGeVector3d x = matrix * (xAxis * radius);
-  const AcGeVector3d y = matrix * (yAxis * radius);
-  const AcGePoint3d c = matrix * center;
-  for (const double extreme : {std::atan2(y.x, x.x), std::atan2(y.y, x.y), std::atan2(y.z, x.z)}) {
-    for (const double a : {extreme, extreme + kTurn / 2}) {
-      double past = std::fmod(sweep < 0 ? startAngle - a : a - startAngle, kTurn);
-      if (past < 0) past += kTurn;
-      if (past <= std::fabs(sweep)) extents.addPoint(c + x * std::cos(a) + y * std::sin(a));
-    }
-  }
-}
 
 Acad::ErrorStatus AcDbCurve::getStartParam(double& param) const {
   const auto all = pieces();
@@ -149,7 +103,7 @@ Acad::ErrorStatus AcDbCurve::getParamAtPoint(const AcGePoint3d& point, double& p
   const auto all = pieces();
   if (all.empty()) return Acad::eDegenerateGeometry;
   const Place place = nearest(all, point, false);
-  const AcDbCurvePiece& piece = all[place.piece];
+  const AcGeCurvePiece& piece = all[place.piece];
   if (!(piece.pointAt(place.t).distanceTo(point) <= kOnCurve)) return Acad::eInvalidInput;
   param = piece.paramAt(place.t);
   return Acad::eOk;
@@ -168,7 +122,7 @@ Acad::ErrorStatus AcDbCurve::getParamAtDist(double dist, double& param) const {
   if (all.empty()) return Acad::eDegenerateGeometry;
   double rest = dist;
   double total = 0;
-  for (const AcDbCurvePiece& piece : all) {
+  for (const AcGeCurvePiece& piece : all) {
     const double length = piece.length();
     total += length;
     if (rest >= 0 && (rest <= length || piece.endless)) {
@@ -207,7 +161,7 @@ Acad::ErrorStatus AcDbCurve::getFirstDeriv(double param, AcGeVector3d& derivativ
   const auto all = pieces();
   Place place;
   if (!locate(all, param, place)) return all.empty() ? Acad::eDegenerateGeometry : Acad::eOutOfRange;
-  const AcDbCurvePiece& piece = all[place.piece];
+  const AcGeCurvePiece& piece = all[place.piece];
   const double range = piece.endParam - piece.startParam;
   derivative = piece.end - piece.start;
   if (piece.isArc) {
@@ -224,7 +178,7 @@ Acad::ErrorStatus AcDbCurve::getArea(double& area) const {
   if (all.back().endless) return Acad::eNotApplicable;
   const AcGePoint3d& from = all.front().start;  // near: keeps digits far from the origin
   AcGeVector3d sum;
-  for (const AcDbCurvePiece& piece : all) {
+  for (const AcGeCurvePiece& piece : all) {
     sum = sum + (piece.start - from).crossProduct(piece.end - from) * 0.5;
     if (!piece.isArc) continue;
     const double segment = piece.radius * piece.radius / 2 * (piece.sweep - std::sin(piece.sweep));
@@ -247,16 +201,4 @@ Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Inters
   return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbCurve::getGeomExtents(AcDbExtents& extents) const {
-  AcDbExtents own;
-  addExtentsUnder(AcGeMatrix3d(), own);
-  if (own.isEmpty()) return Acad::eInvalidExtents;
-  extents = own;
-  return Acad::eOk;
-}
-
-void AcDbCurve::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  for (const AcDbCurvePiece& piece : pieces()) {
-    if (!piece.endless) piece.addToExtents(matrix, extents);
-  }
-}
+void AcDbCurve::subWorldDraw(AcGiWorldDraw& draw) const { draw.geometry().curve(pieces()); }

@@ -1,6 +1,7 @@
 #include "arx/db/dbents.h"
 
 #include "arx/db/dbmain.h"
+#include "arx/gi/giextents.h"
 #include "base/text.h"
 
 #include <cmath>
@@ -130,13 +131,23 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d&) { return Acad::eNotImplementedYet; }
 
-Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents&) const { return Acad::eInvalidExtents; }
+Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
+  AcGiExtents look;
+  look.show(*this);
+  if (look.box().isEmpty()) return Acad::eInvalidExtents;
+  extents = look.box();
+  return Acad::eOk;
+}
 
 void AcDbEntity::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  AcDbExtents own;
-  if (getGeomExtents(own) != Acad::eOk || own.isEmpty()) return;
-  own.transformBy(matrix);
-  extents.addExt(own);
+  AcGiExtents look(matrix);
+  look.show(*this);
+  extents.addExt(look.box());
+}
+
+AcGiLayerState AcDbEntity::layerState() const {
+  const auto* layer = m_layer.isLive() ? AcDbLayerTableRecord::cast(m_layer.stub()->object) : nullptr;
+  return layer ? AcGiLayerState{layer->isOff() || layer->isFrozen(), layer->isLocked()} : AcGiLayerState();
 }
 
 Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity*, AcDb::Intersect, AcGePoint3dArray&) const {

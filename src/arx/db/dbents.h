@@ -52,12 +52,15 @@ public:
   /// `eNotImplementedYet` for an entity that the host does not model, `eCannotScaleNonUniformly` where the
   /// shape forbids.
   virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
-  /// Replaces the box by that of the entity in world coordinates; `eInvalidExtents`, box unchanged, when it
-  /// has none.
-  virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
-  /// Adds the box of the entity as a matrix would place it, for blocks that are shown elsewhere; exact for
-  /// curves and texts, else around the corners of the box. Adds nothing for an entity without extents.
-  virtual void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const;
+  /// Replaces the box by that of the entity's look in world coordinates (`AcGiExtents`), hidden or not;
+  /// `eInvalidExtents`, box unchanged, when it has none.
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+  /// Adds the box of the entity as a matrix would place it. Adds nothing for an entity without extents.
+  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const;
+  [[nodiscard]] bool isHidden() const override { return m_invisible; }
+  [[nodiscard]] AcGiLayerState layerState() const override;
+  /// Whether a reference to the block that holds the entity shows it.
+  [[nodiscard]] virtual bool isShownByReferences() const { return !m_invisible; }
   /// Appends the points that both have in common; two points closer than 1e-9 of the coordinates' size count
   /// as one, stretches in common give no point. `eNotImplementedYet` unless both are curves.
   virtual Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbplanemap.h"
 #include "arx/ge/gearc2d.h"
+#include "arx/gi/gigeometry.h"
 
 #include <cmath>
 
@@ -25,7 +26,7 @@ const T* vertexAt(AcDbObjectId id) {
   return id.isLive() ? T::cast(id.stub()->object) : nullptr;
 }
 
-void numberPieces(std::vector<AcDbCurvePiece>& pieces) {
+void numberPieces(std::vector<AcGeCurvePiece>& pieces) {
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     pieces[i].startParam = static_cast<double>(i);
     pieces[i].endParam = static_cast<double>(i) + 1;
@@ -44,9 +45,9 @@ std::vector<const Vertex*> onCurve(const std::vector<AcDbObjectId>& ids) {
   return result;
 }
 
-AcDbCurvePiece bulged(const AcGePoint3d& from, const AcGePoint3d& to, double bulge,
+AcGeCurvePiece bulged(const AcGePoint3d& from, const AcGePoint3d& to, double bulge,
                       const AcGeVector3d& normal) {
-  AcDbCurvePiece piece;
+  AcGeCurvePiece piece;
   piece.start = acdbToWorld(from, normal);
   piece.end = acdbToWorld(to, normal);
   const AcGePoint2d start(from.x, from.y);
@@ -72,10 +73,7 @@ Acad::ErrorStatus AcDbVertex::transformBy(const AcGeMatrix3d& matrix) {
   return change(m_position, matrix * m_position);
 }
 
-Acad::ErrorStatus AcDbVertex::getGeomExtents(AcDbExtents& extents) const {
-  extents = AcDbExtents(m_position, m_position);
-  return Acad::eOk;
-}
+void AcDbVertex::subWorldDraw(AcGiWorldDraw& draw) const { draw.geometry().area({&m_position, 1}); }
 
 bool AcDbVertex::takeGroup(AcDbDxfReader& in) {
   if (in.code() != 70) return in.coordinate(10, m_position);
@@ -194,9 +192,9 @@ AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const {
   return acdbToWorld(vertex.position(), m_normal);
 }
 
-std::vector<AcDbCurvePiece> AcDb2dPolyline::pieces() const {
+std::vector<AcGeCurvePiece> AcDb2dPolyline::pieces() const {
   const auto vertices = onCurve<AcDb2dVertex>(subEntityIds());
-  std::vector<AcDbCurvePiece> result;
+  std::vector<AcGeCurvePiece> result;
   const std::size_t n = vertices.size();
   const std::size_t segments = n < 2 ? n : isClosed() ? n : n - 1;
   for (std::size_t i = 0; i < segments; ++i) {
@@ -308,13 +306,13 @@ Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDbObjectId& id, AcDb3dPolylineV
 
 AcDbObjectIterator* AcDb3dPolyline::vertexIterator() const { return new AcDbObjectIterator(subEntityIds()); }
 
-std::vector<AcDbCurvePiece> AcDb3dPolyline::pieces() const {
+std::vector<AcGeCurvePiece> AcDb3dPolyline::pieces() const {
   const auto vertices = onCurve<AcDb3dPolylineVertex>(subEntityIds());
-  std::vector<AcDbCurvePiece> result;
+  std::vector<AcGeCurvePiece> result;
   const std::size_t n = vertices.size();
   const std::size_t segments = n < 2 ? n : isClosed() ? n : n - 1;
   for (std::size_t i = 0; i < segments; ++i) {
-    AcDbCurvePiece piece;
+    AcGeCurvePiece piece;
     piece.start = vertices[i]->position();
     piece.end = vertices[(i + 1) % n]->position();
     result.push_back(piece);

@@ -9,8 +9,10 @@ struct AcDbPlaneMap;
 class ARX_API AcDbVertex : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbVertex)
 public:
+  /// As the file holds it.
+  [[nodiscard]] const AcGePoint3d& place() const { return m_position; }
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
 
 protected:
   AcDbVertex() = default;
@@ -94,7 +96,7 @@ public:
   AcDbSubEntityOwner* subEntityOwner() override { return this; }
   [[nodiscard]] AcRxClass* subEntityClass() const override { return AcDb2dVertex::desc(); }
   [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(false); }
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -129,7 +131,7 @@ public:
   AcDbSubEntityOwner* subEntityOwner() override { return this; }
   [[nodiscard]] AcRxClass* subEntityClass() const override { return AcDb3dPolylineVertex::desc(); }
   [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(false); }
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;

@@ -17,7 +17,7 @@ constexpr double kParallel = 1e-12;  // sine of the angle between directions tha
 
 // A piece with what the intersection may do beyond its ends.
 struct Operand {
-  AcDbCurvePiece piece;
+  AcGeCurvePiece piece;
   bool before = false;
   bool after = false;
 
@@ -29,7 +29,7 @@ struct Operand {
 };
 
 std::vector<Operand> operandsOf(const AcDbCurve& curve, bool extend) {
-  std::vector<AcDbCurvePiece> pieces = curve.pieces();
+  std::vector<AcGeCurvePiece> pieces = curve.pieces();
   const bool open = extend && !curve.isClosed();
   std::vector<Operand> operands;
   operands.reserve(pieces.size());
@@ -40,7 +40,7 @@ std::vector<Operand> operandsOf(const AcDbCurve& curve, bool extend) {
   return operands;
 }
 
-double sizeOf(const AcDbCurvePiece& piece) {
+double sizeOf(const AcGeCurvePiece& piece) {
   double size = 0;
   for (const AcGePoint3d& p : {piece.start, piece.end}) {
     size = std::max({size, std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
@@ -89,22 +89,22 @@ private:
   }
 
   // Plane coordinates about the centre of an arc, and back.
-  static AcGePoint2d flat(const AcDbCurvePiece& arc, const AcGePoint3d& point) {
+  static AcGePoint2d flat(const AcGeCurvePiece& arc, const AcGePoint3d& point) {
     const AcGeVector3d out = point - arc.center;
     return {out.dotProduct(arc.xAxis), out.dotProduct(arc.yAxis)};
   }
-  static AcGePoint3d lift(const AcDbCurvePiece& arc, const AcGePoint2d& point) {
+  static AcGePoint3d lift(const AcGeCurvePiece& arc, const AcGePoint2d& point) {
     return arc.center + arc.xAxis * point.x + arc.yAxis * point.y;
   }
 
-  void onCircle(const AcGePoint3d& from, const AcGePoint3d& to, const AcDbCurvePiece& arc) {
+  void onCircle(const AcGePoint3d& from, const AcGePoint3d& to, const AcGeCurvePiece& arc) {
     AcGePoint2d found[2];
     const AcGeCircArc2d circle({0, 0}, arc.radius);
     const int count = circle.intersectWith(AcGeLine2d(flat(arc, from), flat(arc, to)), found, {m_tol, 1e-10});
     for (int i = 0; i < count; ++i) offer(lift(arc, found[i]));
   }
 
-  void lineAndArc(const AcDbCurvePiece& line, const Operand& arc) {
+  void lineAndArc(const AcGeCurvePiece& line, const Operand& arc) {
     const AcGeVector3d up = arc.normal();
     const double h0 = up.dotProduct(line.start - arc.piece.center);
     const double h1 = up.dotProduct(line.end - arc.piece.center);
@@ -113,8 +113,8 @@ private:
   }
 
   void arcs() {
-    const AcDbCurvePiece& a = m_first.piece;
-    const AcDbCurvePiece& b = m_second.piece;
+    const AcGeCurvePiece& a = m_first.piece;
+    const AcGeCurvePiece& b = m_second.piece;
     const AcGeVector3d na = m_first.normal();
     const AcGeVector3d nb = m_second.normal();
     const AcGeVector3d cut = na.crossProduct(nb);

@@ -1,6 +1,7 @@
 #include "arx/db/dblines.h"
 
 #include "arx/db/dbplanemap.h"
+#include "arx/gi/gigeometry.h"
 
 #include <cmath>
 
@@ -37,15 +38,9 @@ Acad::ErrorStatus AcDbPoint::transformBy(const AcGeMatrix3d& matrix) {
   return status;
 }
 
-Acad::ErrorStatus AcDbPoint::getGeomExtents(AcDbExtents& extents) const {
-  extents = AcDbExtents();
-  addExtentsUnder(AcGeMatrix3d(), extents);
-  return Acad::eOk;
-}
-
-void AcDbPoint::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  extents.addPoint(matrix * m_position);
-  extents.addPoint(matrix * (m_position + m_normal * m_thickness));
+void AcDbPoint::subWorldDraw(AcGiWorldDraw& draw) const {
+  const AcGePoint3d ends[] = {m_position, m_position + m_normal * m_thickness};
+  draw.geometry().area(ends);
 }
 
 bool AcDbPoint::takeGroup(AcDbDxfReader& in) {
@@ -93,8 +88,8 @@ Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& normal) {
   return change(m_normal, acdbUnitNormal(normal));
 }
 
-std::vector<AcDbCurvePiece> AcDbLine::pieces() const {
-  AcDbCurvePiece piece;
+std::vector<AcGeCurvePiece> AcDbLine::pieces() const {
+  AcGeCurvePiece piece;
   piece.start = m_start;
   piece.end = m_end;
   piece.endParam = m_start.distanceTo(m_end);
@@ -161,16 +156,14 @@ Acad::ErrorStatus AcDbRay::setUnitDir(const AcGeVector3d& direction) {
   return change(m_direction, unit);
 }
 
-std::vector<AcDbCurvePiece> AcDbRay::pieces() const {
-  AcDbCurvePiece piece;
+std::vector<AcGeCurvePiece> AcDbRay::pieces() const {
+  AcGeCurvePiece piece;
   piece.start = m_base;
   piece.end = m_base + m_direction;
   piece.endParam = m_direction.length();
   piece.endless = true;
   return {piece};
 }
-
-Acad::ErrorStatus AcDbRay::getGeomExtents(AcDbExtents&) const { return Acad::eInvalidExtents; }
 
 Acad::ErrorStatus AcDbRay::transformBy(const AcGeMatrix3d& matrix) {
   const AcGeVector3d turned = (matrix * m_direction).normal();
@@ -231,15 +224,7 @@ Acad::ErrorStatus AcDbFace::transformBy(const AcGeMatrix3d& matrix) {
   return status;
 }
 
-Acad::ErrorStatus AcDbFace::getGeomExtents(AcDbExtents& extents) const {
-  extents = AcDbExtents();
-  addExtentsUnder(AcGeMatrix3d(), extents);
-  return Acad::eOk;
-}
-
-void AcDbFace::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
-  for (const AcGePoint3d& corner : m_corners) extents.addPoint(matrix * corner);
-}
+void AcDbFace::subWorldDraw(AcGiWorldDraw& draw) const { draw.geometry().area(m_corners); }
 
 bool AcDbFace::takeGroup(AcDbDxfReader& in) {
   if (in.code() == 70) {

@@ -17,8 +17,7 @@ public:
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
@@ -49,7 +48,7 @@ public:
   [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
@@ -78,8 +77,7 @@ public:
   /// Any length but 0 (`eInvalidInput`); kept as unit vector.
   Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
 
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -107,8 +105,7 @@ public:
   Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, bool& visible) const;
 
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 

@@ -1,5 +1,7 @@
 #include "arx/db/dbmesh.h"
 
+#include "arx/gi/gigeometry.h"
+
 ACDB_DEFINE_MEMBERS(AcDbPolygonMeshVertex, AcDbVertex, "VERTEX")
 ACDB_DEFINE_MEMBERS(AcDbPolyFaceMeshVertex, AcDbVertex, "VERTEX")
 ACDB_DEFINE_MEMBERS(AcDbFaceRecord, AcDbVertex, "VERTEX")
@@ -49,7 +51,7 @@ Acad::ErrorStatus AcDbFaceRecord::setVertexAt(Adesk::UInt16 faceIndex, Adesk::In
 }
 
 Acad::ErrorStatus AcDbFaceRecord::transformBy(const AcGeMatrix3d&) { return assertWriteEnabled(); }
-Acad::ErrorStatus AcDbFaceRecord::getGeomExtents(AcDbExtents&) const { return Acad::eInvalidExtents; }
+void AcDbFaceRecord::subWorldDraw(AcGiWorldDraw&) const {}
 
 bool AcDbFaceRecord::takeGroup(AcDbDxfReader& in) {
   if (in.code() < 71 || in.code() > 74) return AcDbVertex::takeGroup(in);
@@ -87,20 +89,13 @@ Acad::ErrorStatus AcDbMeshBase::transformBy(const AcGeMatrix3d& matrix) {
   return status == Acad::eOk && database() ? transformSubs(matrix) : status;
 }
 
-Acad::ErrorStatus AcDbMeshBase::getGeomExtents(AcDbExtents& extents) const {
-  AcDbExtents all;
-  addExtentsUnder(AcGeMatrix3d(), all);
-  if (all.isEmpty()) return Acad::eInvalidExtents;
-  extents = all;
-  return Acad::eOk;
-}
-
-void AcDbMeshBase::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+void AcDbMeshBase::subWorldDraw(AcGiWorldDraw& draw) const {
+  std::vector<AcGePoint3d> places;
   for (const AcDbObjectId& id : subEntityIds()) {
     const AcDbVertex* vertex = id.isLive() ? AcDbVertex::cast(id.stub()->object) : nullptr;
-    AcDbExtents own;
-    if (vertex && vertex->getGeomExtents(own) == Acad::eOk) extents.addPoint(matrix * own.minPoint());
+    if (vertex && !AcDbFaceRecord::cast(vertex)) places.push_back(vertex->place());
   }
+  draw.geometry().area(places);
 }
 
 bool AcDbMeshBase::takeGroup(AcDbDxfReader& in) {

@@ -46,7 +46,7 @@ public:
   Acad::ErrorStatus setVertexAt(Adesk::UInt16 faceIndex, Adesk::Int16 vertex);
   /// Has no geometry of its own.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
@@ -68,8 +68,7 @@ public:
   [[nodiscard]] AcRxClass* subEntityClass() const override { return AcDbVertex::desc(); }
   [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(false); }
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;
 
 protected:

@@ -4,6 +4,7 @@
 #include "arx/db/dbmtextplain.h"
 #include "arx/db/dbplanemap.h"
 #include "arx/db/dbtextsize.h"
+#include "arx/gi/gigeometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -144,15 +145,7 @@ Acad::ErrorStatus AcDbMText::transformBy(const AcGeMatrix3d& matrix) {
   return status;
 }
 
-Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {
-  AcDbExtents own;
-  addExtentsUnder(AcGeMatrix3d(), own);
-  if (own.isEmpty()) return Acad::eInvalidExtents;
-  extents = own;
-  return Acad::eOk;
-}
-
-void AcDbMText::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+void AcDbMText::subWorldDraw(AcGiWorldDraw& draw) const {
   const Size size = measure();
   const int place = m_attachment >= kTopLeft && m_attachment <= kBottomRight ? m_attachment - 1 : 0;
   const double left = -size.width * (place % 3) / 2;
@@ -160,10 +153,11 @@ void AcDbMText::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents
   const double top = size.height * row / 2;
   const AcGeVector3d along = direction();
   const AcGeVector3d up = acdbUnitNormal(m_normal).crossProduct(along).normal();
-  for (const double x : {left, left + size.width}) {
-    for (const double y : {top, top - size.height})
-      extents.addPoint(matrix * (m_location + along * x + up * y));
-  }
+  const auto corner = [&](double x, double y) { return m_location + along * x + up * y; };
+  const AcGePoint3d corners[] = {corner(left, top - size.height),
+                                 corner(left + size.width, top - size.height), corner(left + size.width, top),
+                                 corner(left, top)};
+  draw.geometry().area(corners);
 }
 
 bool AcDbMText::takeGroup(AcDbDxfReader& in) {

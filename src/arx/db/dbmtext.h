@@ -49,8 +49,7 @@ public:
 
   void setDatabaseDefaults(AcDbDatabase* database) override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-  void addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
   void visitReferences(const std::function<void(AcDbObjectId&)>& visit) override;

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <limits>
 
-ACRX_DEFINE_MEMBERS(AcDbObject, AcRxObject, nullptr, nullptr)
+ACRX_DEFINE_MEMBERS(AcDbObject, AcGiDrawable, nullptr, nullptr)
 
 /// What few objects have.
 struct AcDbObject::Rare {
@@ -55,7 +55,7 @@ AcRxClass* AcDbObjectId::objectClass() const { return isValid() ? m_stub->object
 AcDbObject::AcDbObject() = default;
 
 AcDbObject::AcDbObject(const AcDbObject& other)
-    : AcRxObject(other),
+    : AcGiDrawable(other),
       m_stub(other.m_stub),
       m_owner(other.m_owner),
       m_rare(other.m_rare ? std::make_unique<Rare>(*other.m_rare) : nullptr) {}

@@ -3,7 +3,7 @@
 #include "arx/db/dbfiler.h"
 #include "arx/db/dbid.h"
 #include "arx/db/resbuf.h"
-#include "arx/rx/rxclass.h"
+#include "arx/gi/gidrawable.h"
 
 #include <memory>
 #include <type_traits>
@@ -18,13 +18,13 @@ class AcDbUndoLog;
 /// through `acdbOpenObject` or the scoped pointer classes and closed again; setters refuse with
 /// `eNotOpenForWrite` when a resident object is not open for writing (but while a file is read, with undo
 /// recording off, the mode is not asked). The first change in an undo step keeps a snapshot.
-class ARX_API AcDbObject : public AcRxObject {
+class ARX_API AcDbObject : public AcGiDrawable {
   ACRX_DECLARE_MEMBERS(AcDbObject)
 public:
   ~AcDbObject() override;
 
   [[nodiscard]] AcDbObjectId objectId() const { return AcDbObjectId(m_stub); }
-  [[nodiscard]] AcDbObjectId id() const { return objectId(); }
+  [[nodiscard]] AcDbObjectId id() const override { return objectId(); }
   [[nodiscard]] AcDbHandle handle() const { return objectId().handle(); }
   [[nodiscard]] AcDbDatabase* database() const { return objectId().database(); }
   [[nodiscard]] AcDbObjectId ownerId() const { return m_owner; }

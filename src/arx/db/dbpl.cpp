@@ -14,9 +14,9 @@ constexpr unsigned int kMaxReserve = 1U << 20;  // a count in a file is no reaso
 
 bool isFinite(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
-AcDbCurvePiece pieceOf(const AcGePoint2d& from, const AcGePoint2d& to, double bulge, double elevation,
+AcGeCurvePiece pieceOf(const AcGePoint2d& from, const AcGePoint2d& to, double bulge, double elevation,
                        const AcGeVector3d& normal) {
-  AcDbCurvePiece piece;
+  AcGeCurvePiece piece;
   piece.start = acdbToWorld({from.x, from.y, elevation}, normal);
   piece.end = acdbToWorld({to.x, to.y, elevation}, normal);
   if (!acdbIsCurved(bulge) || from == to) return piece;
@@ -201,8 +201,8 @@ Acad::ErrorStatus AcDbPolyline::reverseCurve() {
   return status;
 }
 
-std::vector<AcDbCurvePiece> AcDbPolyline::pieces() const {
-  std::vector<AcDbCurvePiece> result;
+std::vector<AcGeCurvePiece> AcDbPolyline::pieces() const {
+  std::vector<AcGeCurvePiece> result;
   const std::size_t n = m_vertices.size();
   if (n == 1) {  // one vertex: a place without length
     result.push_back(pieceOf(m_vertices[0].point, m_vertices[0].point, 0.0, m_elevation, m_normal));

@@ -58,7 +58,7 @@ public:
   /// Turns the direction of travel round.
   Acad::ErrorStatus reverseCurve();
 
-  [[nodiscard]] std::vector<AcDbCurvePiece> pieces() const override;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
   Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
   /// `eCannotScaleNonUniformly` also for a matrix that would take the arcs out of shape; polylines without
   /// arcs accept any map that keeps their plane upright.

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/db/dbplanemap.h"
+#include "arx/gi/gigeometry.h"
 
 #include <cmath>
 
@@ -217,31 +218,24 @@ Acad::ErrorStatus AcDbText::moveBy(const AcGeMatrix3d& matrix, bool dropSkew) {
   return status;
 }
 
-Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {
-  AcDbExtents own;
-  addExtentsUnder(AcGeMatrix3d(), own);
-  if (own.isEmpty()) return Acad::eInvalidExtents;
-  extents = own;
-  return Acad::eOk;
-}
-
-void AcDbText::addExtentsUnder(const AcGeMatrix3d& matrix, AcDbExtents& extents) const {
+void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
   const AcDbTextSize size = measure();
   const AcGePoint3d base = basePoint();
   const AcGeVector2d along = direction(m_rotation) * (isMirroredInX() ? -1.0 : 1.0);
   const AcGeVector2d up = direction(m_rotation).perpVector() * (isMirroredInY() ? -1.0 : 1.0);
   const double slant = std::tan(acdbRadians(std::fmod(m_oblique, 180)));
   const double lean = std::fabs(slant) < 12 ? slant : 0.0;  // beyond 85 degrees no program draws
-  const AcGeMatrix3d place = m_normal == AcGeVector3d::kZAxis
-                                 ? matrix
-                                 : matrix * AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal));
-  for (const double v : {-size.descent, size.height}) {
-    for (const double u : {0.0, size.width}) {
-      const double right = u + v * lean;
-      extents.addPoint(place * AcGePoint3d(base.x + along.x * right + up.x * v,
-                                           base.y + along.y * right + up.y * v, base.z));
-    }
-  }
+  const auto corner = [&](double u, double v) {
+    const double right = u + v * lean;
+    return AcGePoint3d(base.x + along.x * right + up.x * v, base.y + along.y * right + up.y * v, base.z);
+  };
+  const AcGePoint3d corners[] = {corner(0.0, -size.descent), corner(size.width, -size.descent),
+                                 corner(size.width, size.height), corner(0.0, size.height)};
+  AcGiGeometry& geometry = draw.geometry();
+  if (m_normal == AcGeVector3d::kZAxis) return geometry.area(corners);
+  geometry.pushModelTransform(AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal)));
+  geometry.area(corners);
+  geometry.popModelTransform();
 }
 
 bool AcDbText::takeTextGroup(AcDbDxfReader& in) {

@@ -3,19 +3,12 @@
 #include "arx/db/dballents.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/edgraphics.h"
+#include "arx/gi/giplan.h"
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
-#include <unordered_map>
 
 namespace {
-
-/// Blocks in blocks are looked into so deep; a block that shows itself ends here.
-constexpr int kMostNested = 16;
-/// Chord of an arc on the search for crossings and picks: a 256th of a turn, off the arc by 0.00008 of the
-/// radius.
-constexpr double kChord = 6.283185307179586 / 256.0;
 
 struct Box {
   AcGePoint2d low;
@@ -64,158 +57,80 @@ bool segmentMeets(const Box& box, const AcGePoint2d& a, const AcGePoint2d& b) {
 
 AcGePoint2d flat(const AcGePoint3d& p) { return {p.x, p.y}; }
 
-using SegmentVisitor = std::function<void(const AcGePoint2d&, const AcGePoint2d&)>;
-
-void visitPiece(const AcDbCurvePiece& piece, const AcGeMatrix3d& matrix, const SegmentVisitor& visit) {
-  // A ray is followed as far as coordinates of drawings reach.
-  constexpr double kFar = 1e9;
-  const AcGePoint3d end = piece.endless ? piece.start + (piece.end - piece.start).normal() * kFar : piece.end;
-  if (!piece.isArc) return visit(flat(matrix * piece.start), flat(matrix * end));
-  const int chords = std::max(1, static_cast<int>(std::ceil(std::min(std::abs(piece.sweep), 7.0) / kChord)));
-  AcGePoint2d from = flat(matrix * piece.start);
-  for (int i = 1; i <= chords; ++i) {
-    const AcGePoint2d to = flat(matrix * piece.pointAt(static_cast<double>(i) / chords));
-    visit(from, to);
-    from = to;
-  }
-}
-
-/// Something drawn by itself: not a block reference.
-struct Leaf {
-  const AcDbEntity& entity;
-  const AcGeMatrix3d& matrix;
-  const std::vector<AcDbObjectId>& references;  // outermost first
-};
-using LeafVisitor = std::function<void(const Leaf&)>;
-
-class Walk {
+/// Finds the nearest thing drawn: keeps what is nearer than the hit so far.
+class Nearest final : public AcGiPlan {
 public:
-  explicit Walk(const LeafVisitor& visit) : m_visit(visit) {}
+  Nearest(const AcGePoint2d& point, AcEdHit& hit) : m_point(point), m_hit(hit) {}
 
-  void entity(const AcDbEntity& entity, const AcGeMatrix3d& matrix) {
-    if (entity.visibility() == AcDb::kInvisible) return;
-    const AcDbBlockReference* reference = AcDbBlockReference::cast(&entity);
-    if (!reference) return m_visit({entity, matrix, m_references});
-    if (m_references.size() >= kMostNested) return;
-    attributes(*reference, matrix);
-    m_references.push_back(reference->objectId());
-    block(*reference, matrix * reference->blockTransform());
-    m_references.pop_back();
+protected:
+  void segment(const AcGePoint2d& from, const AcGePoint2d& to) override {
+    consider(distanceToSegment(m_point, from, to));
+  }
+  void filled(const AcDbExtents& box) override { consider(distanceToBox(m_point, box)); }
+
+private:
+  void consider(double distance) {
+    if (!(distance < m_hit.distance)) return;
+    m_hit.distance = distance;
+    m_hit.innermost = drawn().id();
+    m_hit.toWorld = drawnToWorld();
+    m_hit.references.clear();
+    for (auto at = references().rbegin(); at != references().rend(); ++at)
+      m_hit.references.push_back((*at)->id());
+  }
+  AcGePoint2d m_point;
+  AcEdHit& m_hit;
+};
+
+/// Whether anything drawn lies in a rectangle, partly at least.
+class Crossing final : public AcGiPlan {
+public:
+  explicit Crossing(const Box& window) : m_window(window) {}
+  [[nodiscard]] bool meets() const { return m_meets; }
+
+protected:
+  void segment(const AcGePoint2d& from, const AcGePoint2d& to) override {
+    if (!m_meets) note(segmentMeets(m_window, from, to));
+  }
+  void filled(const AcDbExtents& box) override { note(m_window.meets(box)); }
+
+private:
+  void note(bool meets) {
+    m_meets = m_meets || meets;
+    if (m_meets) finish();
+  }
+  const Box& m_window;
+  bool m_meets = false;
+};
+
+/// How something drawn lies to a line of selection. A box counts with its sides, and fills what is between.
+class Relation final : public AcGiPlan {
+public:
+  explicit Relation(const AcEdOutline& line) : m_line(line) {}
+  /// Wholly in the polygon; false for what has no shape.
+  [[nodiscard]] bool isWithin() const { return m_drawn && m_within; }
+  /// Partly in the polygon, or on the line.
+  [[nodiscard]] bool meets() const { return m_meets; }
+
+protected:
+  void segment(const AcGePoint2d& from, const AcGePoint2d& to) override {
+    m_drawn = true;
+    m_within = m_within && m_line.holds(from) && m_line.holds(to) && !m_line.cuts(from, to);
+    m_meets = m_meets || m_line.holds(from) || m_line.crosses(from, to);
+  }
+  void filled(const AcDbExtents& box) override {
+    const AcGePoint2d low = flat(box.minPoint());
+    const AcGePoint2d high = flat(box.maxPoint());
+    const AcGePoint2d corners[] = {low, {high.x, low.y}, high, {low.x, high.y}, low};
+    for (std::size_t i = 0; i < 4; ++i) segment(corners[i], corners[i + 1]);
+    m_meets = m_meets || distanceToBox(m_line.points().front(), box) == 0.0;
   }
 
 private:
-  void attributes(const AcDbBlockReference& reference, const AcGeMatrix3d& matrix) {
-    for (const AcDbObjectId id : reference.subEntityIds()) {
-      if (!id.isLive()) continue;
-      const AcDbObjectPointer<AcDbAttribute> attribute(id);
-      if (attribute && !attribute->isInvisible() && attribute->visibility() == AcDb::kVisible)
-        m_visit({*attribute, matrix, m_references});
-    }
-  }
-
-  void block(const AcDbBlockReference& reference, const AcGeMatrix3d& matrix) {
-    const AcDbObjectPointer<AcDbBlockTableRecord> record(reference.blockTableRecord());
-    if (!record) return;
-    for (const AcDbObjectId id : record->entities()) {
-      if (!id.isLive()) continue;
-      const AcDbObjectPointer<AcDbEntity> inner(id);
-      if (!inner ||
-          (AcDbAttributeDefinition::cast(inner) && !AcDbAttributeDefinition::cast(inner)->isConstant()))
-        continue;
-      entity(*inner, matrix);
-    }
-  }
-
-  const LeafVisitor& m_visit;
-  std::vector<AcDbObjectId> m_references;
-};
-
-/// Distance of a leaf from a point, without end for what has no shape.
-double leafDistance(const Leaf& leaf, const AcGePoint2d& point) {
-  double best = HUGE_VAL;
-  if (const AcDbCurve* curve = AcDbCurve::cast(&leaf.entity)) {
-    for (const AcDbCurvePiece& piece : curve->pieces()) {
-      visitPiece(piece, leaf.matrix, [&](const AcGePoint2d& a, const AcGePoint2d& b) {
-        best = std::min(best, distanceToSegment(point, a, b));
-      });
-    }
-    return best;
-  }
-  AcDbExtents box;
-  leaf.entity.addExtentsUnder(leaf.matrix, box);
-  return box.isEmpty() ? best : distanceToBox(point, box);
-}
-
-/// What is drawn of a leaf: its segments, or the sides of the box around it.
-void visitSegments(const Leaf& leaf, const SegmentVisitor& visit) {
-  if (const AcDbCurve* curve = AcDbCurve::cast(&leaf.entity)) {
-    for (const AcDbCurvePiece& piece : curve->pieces()) visitPiece(piece, leaf.matrix, visit);
-    return;
-  }
-  AcDbExtents box;
-  leaf.entity.addExtentsUnder(leaf.matrix, box);
-  if (box.isEmpty()) return;
-  const AcGePoint2d low = flat(box.minPoint());
-  const AcGePoint2d high = flat(box.maxPoint());
-  const AcGePoint2d corners[] = {low, {high.x, low.y}, high, {low.x, high.y}, low};
-  for (std::size_t i = 0; i < 4; ++i) visit(corners[i], corners[i + 1]);
-}
-
-/// Whether a point lies within a leaf that fills its box, as texts do.
-bool leafHolds(const Leaf& leaf, const AcGePoint2d& point) {
-  AcDbExtents box;
-  if (AcDbCurve::cast(&leaf.entity)) return false;
-  leaf.entity.addExtentsUnder(leaf.matrix, box);
-  return !box.isEmpty() && distanceToBox(point, box) == 0.0;
-}
-
-/// How an entity lies to a line of selection.
-struct Relation {
-  bool drawn = false;  ///< it has a shape at all
-  bool within = true;  ///< wholly in the polygon
-  bool meets = false;  ///< partly in the polygon, or on the line
-  void add(const Leaf& leaf, const AcEdOutline& line) {
-    visitSegments(leaf, [&](const AcGePoint2d& a, const AcGePoint2d& b) {
-      drawn = true;
-      within = within && line.holds(a) && line.holds(b) && !line.cuts(a, b);
-      meets = meets || line.holds(a) || line.crosses(a, b);
-    });
-    meets = meets || leafHolds(leaf, line.points().front());
-  }
-};
-
-bool leafMeets(const Leaf& leaf, const Box& window) {
-  bool meets = false;
-  if (const AcDbCurve* curve = AcDbCurve::cast(&leaf.entity)) {
-    for (const AcDbCurvePiece& piece : curve->pieces()) {
-      visitPiece(piece, leaf.matrix, [&](const AcGePoint2d& a, const AcGePoint2d& b) {
-        meets = meets || segmentMeets(window, a, b);
-      });
-    }
-    return meets;
-  }
-  AcDbExtents box;
-  leaf.entity.addExtentsUnder(leaf.matrix, box);
-  return !box.isEmpty() && window.meets(box);
-}
-
-/// Layers that are looked at, each once.
-class LayerStates {
-public:
-  struct State {
-    bool visible = true;
-    bool locked = false;
-  };
-  const State& of(AcDbObjectId layer) {
-    const auto [at, isNew] = m_states.try_emplace(layer);
-    if (!isNew) return at->second;
-    const AcDbObjectPointer<AcDbLayerTableRecord> record(layer);
-    if (record) at->second = {!record->isOff() && !record->isFrozen(), record->isLocked()};
-    return at->second;
-  }
-
-private:
-  std::unordered_map<AcDbObjectId, State> m_states;
+  const AcEdOutline& m_line;
+  bool m_drawn = false;
+  bool m_within = true;
+  bool m_meets = false;
 };
 
 std::vector<AcDbObjectId> entitiesOf(AcDbObjectId space) {
@@ -228,26 +143,23 @@ std::vector<AcDbObjectId> entitiesOf(AcDbObjectId space) {
   return live;
 }
 
-void consider(const Leaf& leaf, const AcGePoint2d& point, AcEdHit& hit) {
-  const double distance = leafDistance(leaf, point);
-  if (!(distance < hit.distance)) return;
-  hit.distance = distance;
-  hit.innermost = leaf.entity.objectId();
-  hit.toWorld = leaf.matrix;
-  hit.references.assign(leaf.references.rbegin(), leaf.references.rend());
+/// Visits the entities of model space that can be seen, in order of drawing: `work(id, entity)`. An index of
+/// places would stand here and leave out those that lie far from what is looked for.
+template <class Work>
+void forEachSeen(AcDbDatabase& database, Work work) {
+  for (const AcDbObjectId id : entitiesOf(database.modelSpaceId())) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity && entity->isSeen()) work(id, *entity);
+  }
 }
 
 }  // namespace
 
 std::vector<AcDbObjectId> AcEdPicker::visible(bool unlocked) const {
-  LayerStates layers;
   std::vector<AcDbObjectId> seen;
-  for (const AcDbObjectId id : entitiesOf(m_database.modelSpaceId())) {
-    const AcDbObjectPointer<AcDbEntity> entity(id);
-    if (!entity || entity->visibility() == AcDb::kInvisible) continue;
-    const LayerStates::State& layer = layers.of(entity->layerId());
-    if (layer.visible && !(unlocked && layer.locked)) seen.push_back(id);
-  }
+  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
+    if (!unlocked || !entity.layerState().locked) seen.push_back(id);
+  });
   return seen;
 }
 
@@ -267,24 +179,21 @@ std::vector<AcDbObjectId> AcEdPicker::all() const {
 std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double aperture) const {
   const AcGePoint2d at = flat(point);
   std::optional<AcEdHit> best;
-  for (const AcDbObjectId id : visible()) {
-    const AcDbObjectPointer<AcDbEntity> entity(id);
-    if (!entity) continue;
+  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
     AcEdHit hit;
     hit.distance = HUGE_VAL;
     // The place of a block is found even where nothing is drawn.
-    if (const AcDbBlockReference* reference = AcDbBlockReference::cast(entity)) {
+    if (const AcDbBlockReference* reference = AcDbBlockReference::cast(&entity)) {
       hit.distance = flat(reference->position()).distanceTo(at);
       hit.innermost = id;
     }
     AcDbExtents extents;
-    const bool hasBox = entity->getGeomExtents(extents) == Acad::eOk && !extents.isEmpty();
-    if (!hasBox || distanceToBox(at, extents) <= aperture)
-      Walk([&](const Leaf& leaf) { consider(leaf, at, hit); }).entity(*entity, AcGeMatrix3d());
-    if (hit.distance > aperture || (best && hit.distance > best->distance)) continue;
+    const bool hasBox = entity.getGeomExtents(extents) == Acad::eOk && !extents.isEmpty();
+    if (!hasBox || distanceToBox(at, extents) <= aperture) Nearest(at, hit).draw(entity);
+    if (hit.distance > aperture || (best && hit.distance > best->distance)) return;
     hit.entity = id;
     best = std::move(hit);
-  }
+  });
   return best;
 }
 
@@ -292,17 +201,17 @@ std::vector<AcDbObjectId> AcEdPicker::window(const AcGePoint3d& a, const AcGePoi
                                              bool crossing) const {
   const Box box = {{std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}};
   std::vector<AcDbObjectId> found;
-  for (const AcDbObjectId id : visible()) {
-    const AcDbObjectPointer<AcDbEntity> entity(id);
+  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
     AcDbExtents extents;
-    if (!entity || entity->getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) continue;
+    if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return;
     bool inside = box.contains(extents);
-    if (!inside && crossing && box.meets(extents))
-      Walk([&](const Leaf& leaf) {
-        inside = inside || leafMeets(leaf, box);
-      }).entity(*entity, AcGeMatrix3d());
+    if (!inside && crossing && box.meets(extents)) {
+      Crossing look(box);
+      look.draw(entity);
+      inside = look.meets();
+    }
     if (inside) found.push_back(id);
-  }
+  });
   return found;
 }
 
@@ -312,15 +221,13 @@ std::vector<AcDbObjectId> AcEdPicker::outline(const AcEdOutline& line, bool cros
   AcDbExtents reach;
   for (const AcGePoint2d& point : line.points()) reach.addPoint({point.x, point.y, 0.0});
   const Box box = {flat(reach.minPoint()), flat(reach.maxPoint())};
-  for (const AcDbObjectId id : visible()) {
-    const AcDbObjectPointer<AcDbEntity> entity(id);
+  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
     AcDbExtents extents;
-    if (!entity || entity->getGeomExtents(extents) != Acad::eOk || extents.isEmpty() || !box.meets(extents))
-      continue;
-    Relation relation;
-    Walk([&](const Leaf& leaf) { relation.add(leaf, line); }).entity(*entity, AcGeMatrix3d());
-    if (crossing || !line.closed() ? relation.meets : relation.drawn && relation.within) found.push_back(id);
-  }
+    if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty() || !box.meets(extents)) return;
+    Relation look(line);
+    look.draw(entity);
+    if (crossing || !line.closed() ? look.meets() : look.isWithin()) found.push_back(id);
+  });
   return found;
 }
 

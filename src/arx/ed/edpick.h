@@ -19,8 +19,8 @@ struct AcEdHit {
   double distance = 0.0;
 };
 
-/// Searches among the entities of model space that can be seen. Distances and windows are those of the plan
-/// view.
+/// Searches among the entities of model space that can be seen, by their look (arx/gi). Distances and windows
+/// are those of the plan view.
 class AcEdPicker {
 public:
   explicit AcEdPicker(AcDbDatabase& database) : m_database(database) {}
