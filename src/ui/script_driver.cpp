@@ -98,9 +98,12 @@ bool isFolder(const std::wstring& path) {
 
 }  // namespace
 
-std::optional<std::wstring> ScriptDriver::readLine(const std::string& prompt) {
+std::optional<std::wstring> ScriptDriver::readLine(base::Request::Kind kind, const char* prompt) {
+  base::Request request;
+  request.kind = kind;
+  request.prompt = prompt;
   for (;;) {
-    const std::optional<std::string> read = m_source.readLine(prompt);
+    const std::optional<std::string> read = m_source.readLine(request);
     if (!read) return std::nullopt;
     const std::wstring line = base::trim(base::fromUtf8(*read), L" \t\r\n");
     if (!line.starts_with(L";")) return line;
@@ -118,7 +121,7 @@ void ScriptDriver::refuse(const base::ScriptError& error) {
 void ScriptDriver::runModal(Dialog& dialog) {
   print(m_source.interactive() ? dialogText(dialog) : titleLine(dialog.title()));
   while (dialog.isOpen()) {
-    const std::optional<std::wstring> line = readLine("Dialogue> ");
+    const std::optional<std::wstring> line = readLine(base::Request::Kind::kDialog, "Dialogue> ");
     if (!line) {
       dialog.onCancel();
       dialog.endDialog(kCancel);
@@ -174,7 +177,7 @@ int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title
   print(L"\n--- " + name + L" ---\n" + base::trim(text, L"\r\n") + L"\n" + captionsOf(choices, L"  ") +
         L"\n");
   for (;;) {
-    const std::optional<std::wstring> line = readLine("Réponse> ");
+    const std::optional<std::wstring> line = readLine(base::Request::Kind::kButton, "Réponse> ");
     const std::wstring expected = L"Le message « " + name + L" » attend " + captionsOf(choices, L" ou ");
     if (!line && m_source.interactive()) return choices.back().answer;
     if (!line) fail(expected + L", et le script est fini.");
@@ -196,7 +199,7 @@ std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest
   }
   if (!request.defaultName.empty()) print(L"  proposé : " + request.defaultName + L"\n");
   for (;;) {
-    const std::optional<std::wstring> line = readLine("Fichier> ");
+    const std::optional<std::wstring> line = readLine(base::Request::Kind::kFile, "Fichier> ");
     if (!line || line->empty()) return std::nullopt;
     try {
       if (std::optional<base::FileAnswer> answer = acceptFile(request, *line)) return answer;

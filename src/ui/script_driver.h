@@ -21,7 +21,7 @@ public:
   std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) override;
 
 private:
-  std::optional<std::wstring> readLine(const std::string& prompt);
+  std::optional<std::wstring> readLine(base::Request::Kind kind, const char* prompt);
   void print(const std::wstring& text);
   void refuse(const base::ScriptError& error);
   void answer(Dialog& dialog, const std::wstring& line);

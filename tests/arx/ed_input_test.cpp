@@ -50,6 +50,42 @@ protected:
   std::wstring text;
 };
 
+TEST_F(InputTest, ASourceLearnsWhatIsAskedFor) {
+  using Kind = veltora::base::Request::Kind;
+  const ads_point base = {10, 20, 5};
+  ads_point point;
+  double value = 0;
+  int number = 0;
+  ads_name name;
+  const struct {
+    const char* what;
+    Kind kind;
+    bool hasBase;
+    std::function<void()> ask;
+  } rows[] = {
+      {"point", Kind::kPoint, true, [&] { acedGetPoint(base, L"Au point : ", point); }},
+      {"corner", Kind::kCorner, true, [&] { acedGetCorner(base, L"Au point : ", point); }},
+      {"distance", Kind::kDistance, true, [&] { acedGetDist(base, L"Au point : ", &value); }},
+      {"angle", Kind::kAngle, false, [&] { acedGetAngle(nullptr, L"Au point : ", &value); }},
+      {"integer", Kind::kInteger, false, [&] { acedGetInt(L"Au point : ", &number); }},
+      {"real", Kind::kReal, false, [&] { acedGetReal(L"Au point : ", &value); }},
+      {"keyword", Kind::kKeyword, false, [&] { acedGetKword(L"Au point : ", text); }},
+      {"entity", Kind::kEntity, false, [&] { acedEntSel(L"Au point : ", name, point); }},
+  };
+  AcDbDatabase drawing;
+  acdbHostApplicationServices()->setWorkingDatabase(&drawing);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    acedInitGet(0, L"Clore annUler _Close Undo");
+    row.ask();
+    EXPECT_EQ(source.asked.kind, row.kind);
+    EXPECT_EQ(source.asked.prompt, "Au point : ");
+    EXPECT_EQ(source.asked.keywords, (std::vector<std::string>{"Clore", "annUler"}));
+    ASSERT_EQ(source.asked.from.has_value(), row.hasBase);
+    if (row.hasBase) EXPECT_EQ(*source.asked.from, (std::array{10.0, 20.0, 5.0}));
+  }
+}
+
 TEST_F(InputTest, PromptsTakeWhatTheyAskForAndRefuseTheRest) {
   const ads_point base = {10, 20, 5};
   const ads_point last = {650000, 6860000, 100};

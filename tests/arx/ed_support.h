@@ -18,8 +18,10 @@ class ScriptedSource : public veltora::base::LineSource {
 public:
   std::deque<std::string> lines;
   bool person = false;
+  veltora::base::Request asked;  ///< latest
 
-  std::optional<std::string> readLine(const std::string&) override {
+  std::optional<std::string> readLine(const veltora::base::Request& request) override {
+    asked = request;
     if (lines.empty()) return std::nullopt;
     std::string line = lines.front();
     lines.pop_front();

@@ -4,7 +4,7 @@
   terminal.py PROGRAM
 
 The editor once crashed on the accent of a prompt in the C locale. Ctrl-C once stayed asked for: it cancelled whatever ran
-next, and pressed again, even at a prompt, it ended the program."""
+next, and pressed again, even at a prompt, it ended the program. Tab completes a command whatever its case."""
 import os
 import pty
 import select
@@ -13,7 +13,7 @@ import tempfile
 import time
 
 INTERRUPT = "\x03"
-LINES = ["inconnue", "ZOOM", "É", "CORRPOLFERMEE", "Nivellement = rien", "Numéro = Élan", "Numéro ?", "[Fermer]",
+LINES = ["inconnue", "zoo\t", "É", "CORRPOLFERMEE", "Nivellement = rien", "Numéro = Élan", "Numéro ?", "[Fermer]",
          "(while T)", INTERRUPT, "(repeat 99999 (setq n 1))", INTERRUPT, INTERRUPT, "(while T (setq n 2))", INTERRUPT,
          "GERERLEVES", INTERRUPT, "(list 5", INTERRUPT, "(* n 21.5)", "QUIT"]
 EXPECTED = ["Commande inconnue", "[Étendue/Centre]", "Le dessin est vide", "n'est pas un choix", "Numéro = Élan",

@@ -19,8 +19,8 @@ public:
   DialogScript(const DialogScript&) = delete;
   DialogScript& operator=(const DialogScript&) = delete;
 
-  std::optional<std::string> readLine(const std::string& prompt) override {
-    prompts.push_back(prompt);
+  std::optional<std::string> readLine(const veltora::base::Request& request) override {
+    prompts.push_back(request.prompt);
     if (m_next == m_lines.size()) return std::nullopt;
     return m_lines[m_next++];
   }

@@ -89,7 +89,7 @@ protected:
     acedPorts() = {};
   }
   void print(const std::string& texte) override { imprime += texte; }
-  std::optional<std::string> readLine(const std::string& /*prompt*/) override {
+  std::optional<std::string> readLine(const base::Request& /*request*/) override {
     if (reponses.empty()) return std::nullopt;
     std::string ligne = reponses.front();
     reponses.pop_front();

@@ -30,8 +30,8 @@ std::string quoted(const std::string& text) {
 class LispSource : public base::LineSource {
 public:
   explicit LispSource(std::vector<std::string> lines) : m_lines("--commande", std::move(lines)) {}
-  std::optional<std::string> readLine(const std::string& prompt) override {
-    return hasLines() ? m_lines.readLine(prompt) : m_terminal.readLine(prompt);
+  std::optional<std::string> readLine(const base::Request& request) override {
+    return hasLines() ? m_lines.readLine(request) : m_terminal.readLine(request);
   }
   [[nodiscard]] std::string position() const override {
     return m_lines.position().empty() ? m_terminal.position() : m_lines.position();

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 
 namespace veltora::app {
@@ -19,6 +20,25 @@ constexpr int kHistoryLength = 500;
 
 volatile std::sig_atomic_t s_waits = 0;
 volatile std::sig_atomic_t s_cancelled = 0;
+/// Words that answer the prompt in progress; null between prompts.
+const std::vector<std::string>* s_keywords = nullptr;
+
+/// The keywords that begin with a text, whatever the case, one a call: what the line editor asks for at Tab.
+char* nextKeyword(const char* text, int state) {
+  static std::size_t s_next = 0;
+  if (state == 0) s_next = 0;
+  const std::wstring wanted = base::toLower(base::fromUtf8(text));
+  while (s_keywords && s_next < s_keywords->size()) {
+    const std::string& keyword = (*s_keywords)[s_next++];
+    if (base::toLower(base::fromUtf8(keyword)).starts_with(wanted)) return ::strdup(keyword.c_str());
+  }
+  return nullptr;
+}
+
+/// Without a keyword that fits the editor goes on with names of files.
+char** completions(const char* text, int, int) {
+  return s_keywords && !s_keywords->empty() ? rl_completion_matches(text, nextKeyword) : nullptr;
+}
 
 /// Where the history of typed lines is kept; empty when there is no home.
 std::filesystem::path historyFile() {
@@ -44,6 +64,7 @@ TerminalSource::TerminalSource() : m_interactive(::isatty(STDIN_FILENO) == 1) {
   if (!m_interactive) return;
   // The editing library converts prompts by the locale, and fails on accents in any other than this one.
   std::setlocale(LC_CTYPE, "C.UTF-8");
+  rl_attempted_completion_function = completions;
   using_history();
   stifle_history(kHistoryLength);
   m_history = historyFile();
@@ -59,7 +80,7 @@ bool TerminalSource::cancel() {
   return s_waits != 0;
 }
 
-std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
+std::optional<std::string> TerminalSource::readLine(const base::Request& request) {
   ++m_line;
   if (!m_interactive) {
     std::string line;
@@ -71,7 +92,9 @@ std::optional<std::string> TerminalSource::readLine(const std::string& prompt) {
   if (ui::Driver* driver = ui::driver()) driver->oublierArret();
   s_waits = 1;
   s_cancelled = 0;
-  char* typed = readline(prompt.c_str());
+  s_keywords = &request.keywords;
+  char* typed = readline(request.prompt.c_str());
+  s_keywords = nullptr;
   s_waits = 0;
   if (!typed && s_cancelled) {
     std::puts("");
@@ -91,7 +114,7 @@ std::string TerminalSource::position() const {
 LinesSource::LinesSource(std::string name, std::vector<std::string> lines)
     : m_name(std::move(name)), m_lines(std::move(lines)) {}
 
-std::optional<std::string> LinesSource::readLine(const std::string&) {
+std::optional<std::string> LinesSource::readLine(const base::Request&) {
   if (m_next >= m_lines.size()) return std::nullopt;
   return m_lines[m_next++];
 }
@@ -117,9 +140,9 @@ std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& 
   return lines;
 }
 
-std::optional<std::string> ChainedSource::readLine(const std::string& prompt) {
+std::optional<std::string> ChainedSource::readLine(const base::Request& request) {
   while (!m_sources.empty()) {
-    if (auto line = m_sources.front()->readLine(prompt)) return line;
+    if (auto line = m_sources.front()->readLine(request)) return line;
     if (m_sources.size() == 1) return std::nullopt;
     m_sources.pop_front();
   }

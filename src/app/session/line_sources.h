@@ -15,7 +15,7 @@ class TerminalSource : public base::LineSource {
 public:
   TerminalSource();
   ~TerminalSource() override;
-  std::optional<std::string> readLine(const std::string& prompt) override;
+  std::optional<std::string> readLine(const base::Request& request) override;
   [[nodiscard]] std::string position() const override;
   [[nodiscard]] bool interactive() const override { return m_interactive; }
   /// Answers the line that the terminal waits for as the Escape key does. For a signal handler.
@@ -32,7 +32,7 @@ private:
 class LinesSource : public base::LineSource {
 public:
   LinesSource(std::string name, std::vector<std::string> lines);
-  std::optional<std::string> readLine(const std::string& prompt) override;
+  std::optional<std::string> readLine(const base::Request& request) override;
   [[nodiscard]] std::string position() const override;
   [[nodiscard]] bool finished() const { return m_next >= m_lines.size(); }
 
@@ -50,7 +50,7 @@ std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& 
 class ChainedSource : public base::LineSource {
 public:
   void append(std::unique_ptr<base::LineSource> source) { m_sources.push_back(std::move(source)); }
-  std::optional<std::string> readLine(const std::string& prompt) override;
+  std::optional<std::string> readLine(const base::Request& request) override;
   [[nodiscard]] std::string position() const override;
   [[nodiscard]] bool interactive() const override {
     return !m_sources.empty() && m_sources.front()->interactive();

@@ -26,6 +26,20 @@ std::wstring bareName(const std::wstring& typed) {
   return base::compareNoCase(name.substr(0, 2), L"C:") == 0 ? name.substr(2) : name;
 }
 
+/// The names of all commands, for a person whose terminal completes them.
+base::Request commandRequest() {
+  base::Request request;
+  request.kind = base::Request::Kind::kCommand;
+  const base::LineSource* const source = acedPorts().source;
+  if (!source || !source->interactive()) return request;
+  for (const AcEdCommand* command : acedRegCmds->commands()) {
+    request.keywords.push_back(base::toUtf8(command->localName()));
+    if (base::compareNoCase(command->localName(), command->globalName()) != 0)
+      request.keywords.push_back(base::toUtf8(command->globalName()));
+  }
+  return request;
+}
+
 /// One level of a document's undo log around some work; gone when the document is.
 class UndoStep {
 public:
@@ -74,7 +88,7 @@ AcApSession* AcApSession::current() { return currentSession(); }
 void AcApSession::run() {
   if (!curDoc()) acDocManager->appContextNewDocument();
   while (!m_quit) {
-    const std::optional<std::wstring> line = acedReadLine(L"\nCommande : ");
+    const std::optional<std::wstring> line = acedReadLine(L"\nCommande : ", commandRequest());
     if (!line) return;
     runLine(*line);
   }

@@ -11,6 +11,8 @@
 
 namespace base = veltora::base;
 
+using Kind = AcEdPrompt::Kind;
+
 namespace {
 
 constexpr double kTurn = 2.0 * std::numbers::pi;
@@ -45,9 +47,9 @@ AcEdPrompt::Verdict noPoint(const std::wstring& line, const wchar_t* expected) {
   return AcEdPrompt::refused(expected);
 }
 
-int askPoint(const ads_point from, const ACHAR* prompt, ads_point result) {
+int askPoint(Kind kind, const ads_point from, const ACHAR* prompt, ads_point result) {
   if (!result) return RTERROR;
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(kind, prompt, from);
   return asking.ask([&](const std::wstring& line) {
     const std::optional<AcGePoint3d> point = acedReadPoint(line, referenceOf(from));
     if (!point) return noPoint(line, L"Un point est attendu : x,y ou x,y,z.");
@@ -88,7 +90,7 @@ private:
     ads_point from = {first.x, first.y, first.z};
     ads_point to;
     acedInitGet(RSG_NONULL, nullptr);
-    const int status = askPoint(from, L"\nDeuxième point : ", to);
+    const int status = askPoint(Kind::kPoint, from, L"\nDeuxième point : ", to);
     if (status != RTNORM) return {true, {}, status};
     return take(m_measure(first, AcGePoint3d(to[0], to[1], to[2]), m_prompt.bits()), result);
   }
@@ -118,17 +120,27 @@ double directionBetween(const AcGePoint3d& from, const AcGePoint3d& to, int) {
 
 }  // namespace
 
+int acedInitGet(int bits, const ACHAR* keywords) {
+  acedPromptState().bits = bits;
+  acedPromptState().keywords = keywords ? keywords : L"";
+  return RTNORM;
+}
+
+void acedSetLastPoint(const ads_point point) {
+  acedPromptState().lastPoint.set(point[0], point[1], point[2]);
+}
+
 int acedGetPoint(const ads_point base_, const ACHAR* prompt, ads_point result) {
-  return askPoint(base_, prompt, result);
+  return askPoint(Kind::kPoint, base_, prompt, result);
 }
 
 int acedGetCorner(const ads_point base_, const ACHAR* prompt, ads_point result) {
-  return base_ ? askPoint(base_, prompt, result) : RTERROR;
+  return base_ ? askPoint(Kind::kCorner, base_, prompt, result) : RTERROR;
 }
 
 int acedGetInt(const ACHAR* prompt, int* result) {
   if (!result) return RTERROR;
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(Kind::kInteger, prompt);
   return asking.ask([&](const std::wstring& line) {
     const std::optional<double> value = acedReadNumber(line);
     const bool whole = value && line.find_first_of(L".eE") == std::wstring::npos;
@@ -144,7 +156,7 @@ int acedGetInt(const ACHAR* prompt, int* result) {
 
 int acedGetReal(const ACHAR* prompt, ads_real* result) {
   if (!result) return RTERROR;
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(Kind::kReal, prompt);
   return asking.ask([&](const std::wstring& line) {
     const std::optional<double> value = acedReadNumber(line);
     if (!value) return AcEdPrompt::refused(L"Un nombre est attendu.");
@@ -156,14 +168,14 @@ int acedGetReal(const ACHAR* prompt, ads_real* result) {
 
 int acedGetDist(const ads_point base_, const ACHAR* prompt, ads_real* result) {
   if (!result) return RTERROR;
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(Kind::kDistance, prompt, base_);
   TwoPointPrompt points(asking, base_, acedReadNumber, distanceBetween, false);
   return points.ask(L"Une distance est attendue : un nombre ou un point.", *result);
 }
 
 int acedGetAngle(const ads_point base_, const ACHAR* prompt, ads_real* result) {
   if (!result) return RTERROR;
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(Kind::kAngle, prompt, base_);
   asking.setRadians();
   TwoPointPrompt points(asking, base_, acedReadAngle, directionBetween, true);
   double angle = 0.0;
@@ -179,7 +191,7 @@ int acedGetOrient(const ads_point base_, const ACHAR* prompt, ads_real* result) 
 }
 
 int acedGetKword(const ACHAR* prompt, std::wstring& result) {
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(Kind::kKeyword, prompt);
   if (asking.keywords().empty() && !(asking.bits() & RSG_OTHER)) return RTERROR;
   const int status = asking.ask([&](const std::wstring&) {
     return AcEdPrompt::refused(L"Réponse attendue : " + asking.keywords().text() + L".");
@@ -199,7 +211,7 @@ int acedGetKword(const ACHAR* prompt, ACHAR* result, std::size_t size) {
 
 int acedGetString(int cronly, const ACHAR* prompt, std::wstring& result) {
   acedForgetInitGet();
-  AcEdPrompt asking(prompt);
+  AcEdPrompt asking(Kind::kText, prompt);
   const int status = asking.ask([&](const std::wstring& line) {
     result = cronly ? line : line.substr(0, line.find_first_of(L" \t"));
     return AcEdPrompt::Verdict{};
@@ -217,6 +229,13 @@ int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, std::size_t si
   return status;
 }
 
+// Remembered apart from the results, as the host does: the text of a keyword is asked for afterwards.
+int acedGetInput(std::wstring& result) {
+  if (!acedPromptState().input) return RTERROR;
+  result = *acedPromptState().input;
+  return RTNORM;
+}
+
 int acedGetInput(ACHAR* result, std::size_t size) {
   std::wstring text;
   const int status = acedGetInput(text);
@@ -232,7 +251,9 @@ int acedUsrBrk() {
 
 int acedGrRead(int, int* type, resbuf* result) {
   if (!type || !result) return RTERROR;
-  const std::optional<std::wstring> line = acedReadLine(L"");
+  base::Request request;
+  request.kind = Kind::kKey;
+  const std::optional<std::wstring> line = acedReadLine(L"", std::move(request));
   if (!line || base::compareNoCase(*line, L"*Annuler*") == 0) return RTCAN;
   result->rbnext = nullptr;
   if (const std::optional<AcGePoint3d> point = acedReadPoint(*line, acedLastPoint())) {

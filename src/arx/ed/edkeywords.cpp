@@ -66,6 +66,13 @@ std::optional<std::wstring> AcEdKeywords::match(const std::wstring& answer) cons
   return std::nullopt;
 }
 
+std::vector<std::wstring> AcEdKeywords::words() const {
+  std::vector<std::wstring> words;
+  for (const Word& word : m_words) words.push_back(word.word);
+  if (m_globalFrom > 0) words.resize(m_globalFrom);
+  return words;
+}
+
 std::wstring AcEdKeywords::text() const {
   std::wstring text;
   for (const Word& word : m_words) text += (text.empty() ? L"" : L"/") + word.word;

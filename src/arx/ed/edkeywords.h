@@ -13,6 +13,8 @@ public:
   /// The keyword that an answer means, in the spelling of the list. Behind an underscore only the global
   /// words count, when there are any.
   [[nodiscard]] std::optional<std::wstring> match(const std::wstring& answer) const;
+  /// The words that a user is offered, without the global ones.
+  [[nodiscard]] std::vector<std::wstring> words() const;
   /// "Oui/Non", for messages.
   [[nodiscard]] std::wstring text() const;
 

@@ -44,7 +44,9 @@ ARX_API AcEdAnswer acedMessageBox(const std::wstring& text, const std::wstring& 
 /// Reads one answer: the part of the prompt in front of its last line end is printed, the rest shown by the
 /// source. For a source that is not interactive, prompt and answer are printed, so that the output reads as a
 /// transcript.
+/// @param request what is asked for; its prompt is filled in here
 /// @return nothing at the end of the input and without a source
-ARX_API std::optional<std::wstring> acedReadLine(const std::wstring& prompt);
+ARX_API std::optional<std::wstring> acedReadLine(const std::wstring& prompt,
+                                                 veltora::base::Request request = {});
 /// A wrong answer: an interactive source gets the message, any other stops with `base::ScriptError`.
 ARX_API void acedRefuse(const std::wstring& message);

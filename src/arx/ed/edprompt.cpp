@@ -12,18 +12,6 @@ namespace base = veltora::base;
 
 namespace {
 
-/// What stays between prompts.
-struct State {
-  int bits = 0;
-  std::wstring keywords;
-  std::optional<std::wstring> input;
-  AcGePoint3d lastPoint;
-};
-State& state() {
-  static auto* const only = new State;
-  return *only;
-}
-
 constexpr const wchar_t* kCancel = L"*Annuler*";
 
 std::vector<std::wstring> split(const std::wstring& text, wchar_t separator) {
@@ -60,6 +48,11 @@ std::optional<AcGeVector3d> readCoordinates(const std::wstring& text) {
 
 }  // namespace
 
+AcEdPromptState& acedPromptState() {
+  static auto* const only = new AcEdPromptState;
+  return *only;
+}
+
 std::optional<double> acedReadNumber(const std::wstring& text) {
   double value = 0.0;
   const std::wstring bare = base::trim(text);
@@ -92,27 +85,16 @@ std::optional<AcGePoint3d> acedReadPoint(const std::wstring& text, const AcGePoi
   return (relative ? reference : AcGePoint3d::kOrigin) + *vector;
 }
 
-AcGePoint3d acedLastPoint() { return state().lastPoint; }
-void acedSetLastPoint(const ads_point point) { state().lastPoint.set(point[0], point[1], point[2]); }
-
-int acedInitGet(int bits, const ACHAR* keywords) {
-  state().bits = bits;
-  state().keywords = keywords ? keywords : L"";
-  return RTNORM;
-}
+AcGePoint3d acedLastPoint() { return acedPromptState().lastPoint; }
 
 void acedForgetInitGet() { acedInitGet(0, nullptr); }
 
-// Remembered apart from the results, as the host does: the text of a keyword is asked for afterwards.
-int acedGetInput(std::wstring& result) {
-  if (!state().input) return RTERROR;
-  result = *state().input;
-  return RTNORM;
-}
-
-AcEdPrompt::AcEdPrompt(const ACHAR* prompt)
-    : m_text(prompt ? prompt : L""), m_bits(state().bits), m_keywords(state().keywords) {
+AcEdPrompt::AcEdPrompt(Kind kind, const ACHAR* prompt, const ads_point from)
+    : m_text(prompt ? prompt : L""), m_bits(acedPromptState().bits), m_keywords(acedPromptState().keywords) {
   acedForgetInitGet();
+  m_request.kind = kind;
+  for (const std::wstring& word : m_keywords.words()) m_request.keywords.push_back(base::toUtf8(word));
+  if (from) m_request.from = {from[0], from[1], from[2]};
 }
 
 std::wstring AcEdPrompt::objection(double value) const {
@@ -123,7 +105,7 @@ std::wstring AcEdPrompt::objection(double value) const {
 
 int AcEdPrompt::ask(const TextReader& reader) {
   for (;;) {
-    const std::optional<std::wstring> line = acedReadLine(m_text);
+    const std::optional<std::wstring> line = acedReadLine(m_text, m_request);
     if (!line || base::compareNoCase(*line, kCancel) == 0) return RTCAN;
     if (const std::optional<int> result = consider(*line, reader)) return *result;
   }
@@ -131,7 +113,7 @@ int AcEdPrompt::ask(const TextReader& reader) {
 
 std::optional<int> AcEdPrompt::empty() const {
   if ((m_bits & RSG_OTHER) && (m_bits & RSG_NONULL)) {
-    state().input = L"";
+    acedPromptState().input = L"";
     return RTKWORD;
   }
   if (!(m_bits & RSG_NONULL)) return RTNONE;
@@ -147,13 +129,13 @@ std::optional<int> AcEdPrompt::consider(const std::wstring& line, const TextRead
 std::optional<int> AcEdPrompt::considerText(const std::wstring& line, const TextReader& reader) {
   if (line.empty()) return empty();
   if (const std::optional<std::wstring> keyword = m_keywords.match(line)) {
-    state().input = keyword;
+    acedPromptState().input = keyword;
     return RTKWORD;
   }
   const Verdict verdict = reader(line);
   if (verdict.taken) return verdict.code;
   if (m_bits & RSG_OTHER) {
-    state().input = line;
+    acedPromptState().input = line;
     return RTKWORD;
   }
   if (!verdict.refusal.empty()) acedRefuse(verdict.refusal);

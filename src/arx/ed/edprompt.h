@@ -3,6 +3,7 @@
 #include "arx/ed/edinput.h"
 #include "arx/ed/edkeywords.h"
 #include "arx/ge/gepoint.h"
+#include "base/console.h"
 
 #include <functional>
 #include <optional>
@@ -23,15 +24,16 @@ public:
   /// Offered the value of an expression first; nothing when it is to be read as text.
   using ValueReader = std::function<std::optional<Verdict>(const resbuf* value)>;
 
-  explicit AcEdPrompt(const ACHAR* prompt);
+  using Kind = veltora::base::Request::Kind;
+
+  /// @param from where a rubber band begins; null for none
+  AcEdPrompt(Kind kind, const ACHAR* prompt, const ads_point from = nullptr);
   [[nodiscard]] int bits() const { return m_bits; }
   [[nodiscard]] const AcEdKeywords& keywords() const { return m_keywords; }
   void setValueReader(ValueReader reader) { m_value = std::move(reader); }
   void setRadians() { m_radians = true; }
   /// An empty line ends the questions whatever the bits say.
   void allowEmpty() { m_bits &= ~RSG_NONULL; }
-  /// Asks another question next, with the same bits and keywords.
-  void setText(std::wstring text) { m_text = std::move(text); }
   int ask(const TextReader& reader);
   /// Refuses 0 and negative values as the bits say; empty when the value is fine.
   [[nodiscard]] std::wstring objection(double value) const;
@@ -45,9 +47,20 @@ private:
   std::wstring m_text;
   int m_bits;
   AcEdKeywords m_keywords;
+  veltora::base::Request m_request;
   ValueReader m_value;
   bool m_radians = false;
 };
+
+/// What stays between prompts: bits and keywords for the next one, the text of the latest keyword, and what
+/// `@` refers to without a base point.
+struct AcEdPromptState {
+  int bits = 0;
+  std::wstring keywords;
+  std::optional<std::wstring> input;
+  AcGePoint3d lastPoint;
+};
+AcEdPromptState& acedPromptState();
 
 /// Reads a point as described at `acedGetPoint`. Nothing when the text is none.
 std::optional<AcGePoint3d> acedReadPoint(const std::wstring& text, const AcGePoint3d& reference);

@@ -93,7 +93,7 @@ public:
       : m_database(database), m_filter(filter), m_single(single) {}
 
   int run(AcEdSelectionSet& set) {
-    AcEdPrompt prompt(L"\nSélectionnez les objets : ");
+    AcEdPrompt prompt(AcEdPrompt::Kind::kSelection, L"\nSélectionnez les objets : ");
     prompt.allowEmpty();
     prompt.setValueReader([&](const resbuf* value) -> std::optional<AcEdPrompt::Verdict> {
       const std::optional<Ids> ids = entitiesOfValue(value);
@@ -261,7 +261,7 @@ AcEdPrompt::Verdict pickLine(const std::wstring& line, AcDbDatabase& database, P
 
 int askEntity(const ACHAR* text, Picked& picked) {
   AcDbDatabase* const database = workingDatabase();
-  AcEdPrompt prompt(text ? text : L"\nSélectionnez un objet : ");
+  AcEdPrompt prompt(AcEdPrompt::Kind::kEntity, text ? text : L"\nSélectionnez un objet : ");
   if (!database) return RTERROR;
   prompt.setValueReader([&](const resbuf* value) { return pickValue(value, picked); });
   const int status = prompt.ask([&](const std::wstring& line) { return pickLine(line, *database, picked); });

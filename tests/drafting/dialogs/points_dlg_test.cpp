@@ -20,8 +20,8 @@ using Mode = DlgPntsDuDessin::Mode;
 class Reponses : public DialogScript {
 public:
   using DialogScript::DialogScript;
-  std::optional<std::string> readLine(const std::string& prompt) override {
-    auto ligne = DialogScript::readLine(prompt);
+  std::optional<std::string> readLine(const base::Request& request) override {
+    auto ligne = DialogScript::readLine(request);
     if (ligne && *ligne == repere && avant) avant();
     return ligne;
   }

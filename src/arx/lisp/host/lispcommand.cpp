@@ -51,20 +51,20 @@ public:
   AnswerSource(std::vector<CommandAnswer>& answers, base::LineSource* user, GatheringSink& sink,
                bool toTheEnd)
       : m_answers(answers), m_user(user), m_sink(sink), m_toTheEnd(toTheEnd) {}
-  std::optional<std::string> readLine(const std::string& prompt) override {
+  std::optional<std::string> readLine(const base::Request& request) override {
     if (m_at == m_answers.size() && !m_toTheEnd) {
       m_dry = true;
       throw base::ScriptError{"la commande attend d'autres réponses"};
     }
-    if (m_at == m_answers.size()) return ask(prompt);
+    if (m_at == m_answers.size()) return ask(request);
     CommandAnswer& answer = m_answers[m_at++];
     if (answer.pause) {
-      std::optional<std::string> line = ask(prompt);
+      std::optional<std::string> line = ask(request);
       if (line) answer = {base::fromUtf8(*line), false};  // asked once, though the command may run again
       return line;
     }
     const std::string text = base::toUtf8(answer.text);
-    if (systemNumber(L"CMDECHO", 1) == 0) m_sink.dropEcho(prompt + text + "\n");
+    if (systemNumber(L"CMDECHO", 1) == 0) m_sink.dropEcho(request.prompt + text + "\n");
     return text;
   }
   [[nodiscard]] std::string position() const override { return m_user ? m_user->position() : std::string(); }
@@ -75,9 +75,9 @@ public:
   [[nodiscard]] std::size_t used() const { return m_at; }
 
 private:
-  std::optional<std::string> ask(const std::string& prompt) {
+  std::optional<std::string> ask(const base::Request& request) {
     m_sink.deliver();
-    return m_user ? m_user->readLine(prompt) : std::nullopt;
+    return m_user ? m_user->readLine(request) : std::nullopt;
   }
   std::vector<CommandAnswer>& m_answers;
   base::LineSource* m_user;
