@@ -8,24 +8,19 @@
 #include "points/exchange/table_obs_xyz.h"
 #include "points/projets_topo.h"
 
-#include <algorithm>
 #include <set>
 
 namespace veltora {
 namespace {
 
-/// Remarks that are told one by one.
-constexpr std::size_t kRemarquesCitees = 20;
-
 std::wstring nomAffiche(const std::filesystem::path& fichier) { return base::fromUtf8(fichier.string()); }
 
-void remarquerLignes(const tableObsXYZ& liste, const std::wstring& fichier, resultatPoints& resultat) {
-  const std::size_t nombre = liste.remarques.size();
-  for (std::size_t i = 0; i < std::min(nombre, kRemarquesCitees); ++i)
-    resultat.remarques.push_back(fichier + L", " + texteRemarque(liste.remarques[i]));
-  if (nombre > kRemarquesCitees)
-    resultat.remarques.push_back(
-        base::formater(L"%s : %d autres remarques", fichier, static_cast<int>(nombre - kRemarquesCitees)));
+void remarquerLignes(const tableObsXYZ& liste, const std::wstring& fichier, base::Remarques& remarques) {
+  base::Remarques lues = liste.remarques;
+  lues.situer(fichier);
+  remarques.citer(lues, [&fichier](int reste) {
+    return fichier + L" : " + std::to_wstring(reste) + L" autres remarques";
+  });
 }
 
 void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
@@ -41,7 +36,7 @@ void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
     if (!noms.insert(base::toLowerAnsi(nom)).second) ++doubles;
   }
   const auto dire = [&resultat](const wchar_t* texte, int nombre) {
-    if (nombre > 0) resultat.remarques.push_back(base::formater(texte, nombre));
+    if (nombre > 0) resultat.remarques.ajouter(base::formater(texte, nombre));
   };
   dire(L"noms coupés à 9 caractères : %d", coupes);
   dire(L"noms qui se répètent dans la liste : %d", doubles);
@@ -59,7 +54,7 @@ void remplacer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoi
     remplaces += avant - table.nbPoint();
   }
   if (remplaces > 0)
-    resultat.remarques.push_back(base::formater(L"points du même nom remplacés : %d", remplaces));
+    resultat.remarques.ajouter(base::formater(L"points du même nom remplacés : %d", remplaces));
 }
 
 /// @return false when the user stops
@@ -81,7 +76,7 @@ bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints
     suivi.avancer();
   }
   if (sansBloc > 0)
-    resultat.remarques.push_back(
+    resultat.remarques.ajouter(
         base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", sansBloc));
   return true;
 }
@@ -96,7 +91,7 @@ bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
   liste.colonneZCompte = true;
   if (!liste.charger(fichier.c_str()))
     return resultat.echec(L"« " + fichier + L" » : fichier introuvable ou illisible");
-  remarquerLignes(liste, fichier, resultat);
+  remarquerLignes(liste, fichier, resultat.remarques);
   if (liste.lignes.empty()) return resultat.echec(L"« " + fichier + L" » : aucun point");
   remarquerNoms(liste, resultat);
   listePointsDuDessin& table = tablesPoints->tableOuNouvelle(demande.table);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/export.h"
+#include "base/remarque.h"
 #include "calc/traverse/polygonale.h"
 
 #include <filesystem>
@@ -24,10 +24,9 @@ struct resultatPolygonale {
   bool ouverte = false;
   std::vector<stationCalculee> stations;  ///< departure first; the last of an open traverse is its arrival
   fermeturesPolygonale fermetures;
-  int modeAngle = 0;  ///< of the file: 0 grades, 1 degres, 2 radians
-  std::vector<std::wstring>
-      remarques;        ///< French, what was passed over, guessed or looks wrong; the run goes on
-  std::wstring erreur;  ///< French, why there is no result; empty on success
+  int modeAngle = 0;          ///< of the file: 0 grades, 1 degres, 2 radians
+  base::Remarques remarques;  ///< what was passed over, guessed or looks wrong
+  std::wstring erreur;        ///< French, why there is no result; empty on success
 };
 
 /// Reads, computes, writes the report, places the stations, in this order; the first failure ends it, and

@@ -107,8 +107,7 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
 bool executerReseau(const demandeReseau& demande, resultatReseau& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  const std::wstring nom = base::fromUtf8(demande.fichier.filename().string());
-  for (std::wstring& remarque : resultat.remarques) remarque.insert(0, nom + L", ");
+  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
   return reussi;
 }
 

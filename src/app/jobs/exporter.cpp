@@ -40,7 +40,7 @@ int run(const Options& options) {
   if (!options.order.empty()) job.tri = columns().at(options.order);
   resultatPoints result;
   const bool good = exporterTable(job, result);
-  printErrors(result.remarques);
+  printRemarks(result.remarques);
   if (!good) {
     printError(result.erreur);
     return kFailure;

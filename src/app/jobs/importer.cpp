@@ -44,7 +44,7 @@ int importList(const Options& options) {
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatPoints result;
   const bool good = placerListeXYZ({options.list, base::fromUtf8(options.table)}, result);
-  printErrors(result.remarques);
+  printRemarks(result.remarques);
   if (!good) printError(result.erreur);
   if (!good || !program.save(options.output)) return kFailure;
   const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";
