@@ -60,7 +60,7 @@ void prendre(codifPoint& ligne, const MotCle& cle, const std::wstring& reste) {
       ligne.chemin = reste;
       break;
     case Mot::Code:
-      ligne.code = std::clamp(base::lireEntier(reste), 1, 9999);
+      ligne.code = std::clamp(base::lireEntier(reste), kSmallestCode, kLargestCode);
       break;
     case Mot::Libelle:
       ligne.libelle = reste;

@@ -9,7 +9,7 @@ namespace veltora {
 
 /// Sorts the table by code. @return a list of dotted pairs (code . label); null when the table is empty
 VELTORA_API resbuf* loadcodept();
-/// Adds a code to the table unless it is there. A code outside 1 to 9999 becomes 1; the label is trimmed of
+/// Adds a code to the table unless it is there. A code outside their range becomes 1; the label is trimmed of
 /// blanks and tabs, and becomes "Code %d" when empty.
 /// @param arguments code (16 or 32 bits), label. @return T; null, nothing changed, when they are missing or
 /// of other types

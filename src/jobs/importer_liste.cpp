@@ -5,6 +5,7 @@
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/point_name.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/projets_topo.h"
 
@@ -28,12 +29,8 @@ void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
   int doubles = 0;
   std::set<std::string> noms;
   for (const pointXYZ& ligne : liste.lignes) {
-    std::string nom = base::narrow(ligne.nom);
-    if (nom.size() > pointDuDessin::kLongueurNom) {
-      ++coupes;
-      nom.resize(pointDuDessin::kLongueurNom);
-    }
-    if (!noms.insert(base::toLowerAnsi(nom)).second) ++doubles;
+    if (ligne.nom.size() > kPointNameLength) ++coupes;
+    if (!noms.insert(base::toLowerAnsi(pointName(ligne.nom))).second) ++doubles;
   }
   const auto dire = [&resultat](const wchar_t* texte, int nombre) {
     if (nombre > 0) resultat.remarques.ajouter(base::formater(texte, nombre));
@@ -46,11 +43,8 @@ void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
 void remplacer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
   int remplaces = 0;
   for (const pointXYZ& ligne : liste.lignes) {
-    pointDuDessin point;
-    point.setNomPoint(ligne.nom.c_str());
-    const std::wstring nom = base::widen(point.nomPoint);
     const int avant = table.nbPoint();
-    table.supprimerPoint(nom.c_str());
+    table.supprimerPoint(base::widen(pointName(ligne.nom)).c_str());
     remplaces += avant - table.nbPoint();
   }
   if (remplaces > 0)

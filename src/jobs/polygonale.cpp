@@ -42,8 +42,9 @@ std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPo
 }
 
 bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
-  if (demande.placer && (demande.code < 1 || demande.code > 9999)) {
-    resultat.erreur = base::formater(L"le code %d n'est pas compris entre 1 et 9999", demande.code);
+  if (demande.placer && !isPointCode(demande.code)) {
+    resultat.erreur = base::formater(L"le code %d n'est pas compris entre %d et %d", demande.code,
+                                     kSmallestCode, kLargestCode);
     return false;
   }
   const std::unique_ptr<polygonaleLue> lue = lire(demande, resultat);

@@ -2,6 +2,7 @@
 
 #include "base/remarque.h"
 #include "calc/traverse/polygonale.h"
+#include "core/code_range.h"
 
 #include <filesystem>
 #include <string>
@@ -14,7 +15,7 @@ struct demandePolygonale {
   std::filesystem::path fichier;  ///< the .obs file
   std::filesystem::path rapport;  ///< report to write; empty for none; the Word form when it ends in ".doc"
   bool placer = true;             ///< stations into the current table and the working drawing
-  int code = 100;                 ///< of the stations, 1 to 9999
+  int code = kStationCode;        ///< of the stations
   bool altitudes = false;         ///< place the stations with their altitudes
   bool dessinerBrute = false;
   bool dessinerCompensee = false;

@@ -8,6 +8,8 @@
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/code_range.h"
+#include "core/picking.h"
 #include "core/valider_nombre.h"
 #include "points/attribs_points.h"
 #include "points/attributs_bloc.h"
@@ -19,22 +21,17 @@
 namespace veltora {
 namespace {
 
-constexpr int kPlusGrandCode = 9999;
-
-/// Code of the attribute text: above 9999, read as an unsigned number, it is 1; so a negative one is 1, and 0
+/// Code of the attribute text, read as an unsigned number: 1 when it is too large, which a negative one is; 0
 /// stays.
 int codeLu(const AcString& texte) {
   const int code = base::lireEntier(texte);
-  return code < 0 || code > kPlusGrandCode ? 1 : code;
+  return code == 0 ? 0 : codeOuDefaut(code);
 }
 
 /// The point blocks of the drawing, whatever their layout, in order. @return false when the user stops
 bool lireBlocs(std::vector<pointDuDessin>& points) {
-  const AcEdRbHolder filtre(acutBuildList(0, L"INSERT", RTNONE));
-  ads_name jeu = {0, 0};
-  if (acedSSGet(L"X", nullptr, nullptr, filtre.get(), jeu) != RTNORM) return true;
-  const std::vector<AcDbObjectId> blocs = acedSSEntities(jeu);
-  acedSSFree(jeu);
+  std::vector<AcDbObjectId> blocs;
+  if (selectEntities(L"X", acutBuildList(0, L"INSERT", RTNONE), blocs) != RTNORM) return true;
   base::Suivi suivi(static_cast<long long>(blocs.size()) - 1);
   for (const AcDbObjectId& bloc : blocs) {
     if (suivi.arrete()) return false;

@@ -4,6 +4,7 @@
 #include "arx/db/dbid.h"
 #include "arx/ge/gepoint.h"
 #include "base/numbers.h"
+#include "core/point_name.h"
 
 namespace veltora {
 
@@ -14,7 +15,7 @@ using base::Z_ABSENT;
 /// One survey point: a plain record of fixed size that owns nothing, so that a table of points is one block
 /// of memory.
 struct VELTORA_API pointDuDessin {
-  static constexpr int kLongueurNom = 9;  ///< longest name, in bytes of the ANSI code page
+  static constexpr int kLongueurNom = kPointNameLength;  ///< longest name, in bytes of the ANSI code page
 
   double x = Z_ABSENT;                   ///< easting, drawing units
   double y = Z_ABSENT;                   ///< northing

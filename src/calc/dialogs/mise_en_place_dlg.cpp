@@ -2,9 +2,6 @@
 
 namespace veltora {
 
-int CParamMisePlaceResultCalcs::codeStations() const {
-  const int valeur = code.intValue();
-  return valeur >= 1 && valeur <= 9999 ? valeur : 100;
-}
+int CParamMisePlaceResultCalcs::codeStations() const { return codeOuDefaut(code.intValue(), kStationCode); }
 
 }  // namespace veltora

@@ -63,7 +63,7 @@ void DlgCodification::reprendre(codifPoint& ligne) const {
 
 int DlgCodification::codeSaisi() const { return base::lireEntier(code.text()); }
 
-bool DlgCodification::codePossible() const { return codeSaisi() >= 1 && codeSaisi() <= 9999; }
+bool DlgCodification::codePossible() const { return isPointCode(codeSaisi()); }
 
 void DlgCodification::onInit() {
   montrerBlock();

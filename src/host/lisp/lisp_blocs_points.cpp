@@ -6,8 +6,8 @@
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "base/suivi.h"
+#include "core/picking.h"
 #include "drafting/dialogs/rattach_z_dlg.h"
-#include "host/lisp/designation.h"
 #include "host/lisp/fonctions_lisp.h"
 #include "points/attribs_points.h"
 #include "points/attributs_bloc.h"
@@ -33,10 +33,9 @@ double& distanceAuChemin() {
 bool choisirChemin(AcDbObjectId& id) {
   AcGePoint3d designe;
   for (;;) {
-    const Reponse reponse = designerEntite(L"\nSelectionnez le Chemin où projeter les points", id, designe);
-    if (reponse == Reponse::kFin) return false;
-    if (reponse == Reponse::kDonnee && AcDbObjectPointer<AcDbCurve>(id).openStatus() == Acad::eOk)
-      return true;
+    const Answer reponse = pickEntityOrLeave(L"\nSelectionnez le Chemin où projeter les points", id, designe);
+    if (reponse == Answer::kEnd) return false;
+    if (reponse == Answer::kGiven && AcDbObjectPointer<AcDbCurve>(id).openStatus() == Acad::eOk) return true;
     acutPrintf(L"\nCe n'est pas une courbe, recommencez ");
   }
 }
@@ -93,16 +92,16 @@ int lispVnDeportPnts() {
   AcDbObjectId id;
   if (!choisirChemin(id)) return RTNORM;
   double distance = distanceAuChemin();
-  if (!demanderDistance(base::formater(L"\nDistance :[%.4f]", distance), distance)) return RTNORM;
+  if (!askDistance(base::formater(L"\nDistance :[%.4f]", distance), distance)) return RTNORM;
   distance = distanceAuChemin() = std::max(std::abs(distance), kPlusPetiteDistance);
   const AcDbObjectPointer<AcDbCurve> chemin(id);
   if (chemin.openStatus() != Acad::eOk) return RTNORM;
   montrerChemin(*chemin, distance);
   bool arrete = false;
-  const placesBlocs portes = travaillerBlocs(selectionnerBlocsPoints(nullptr), arrete,
-                                             [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
-                                               return porterSurChemin(bloc, *chemin, distance, place);
-                                             });
+  const placesBlocs portes =
+      travaillerBlocs(selectPointBlocks(nullptr), arrete, [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
+        return porterSurChemin(bloc, *chemin, distance, place);
+      });
   if (tablesPoints) tablesPoints->notifyPositionPoints(portes, kMasqueXY);
   return RTNORM;
 }
@@ -114,7 +113,7 @@ int lispVnAjusterZ() {
   const double decalage = dialogue.decalage();
   bool arrete = false;
   const placesBlocs decales = travaillerBlocs(
-      selectionnerBlocsPoints(tous ? L"X" : nullptr), arrete,
+      selectPointBlocks(tous ? L"X" : nullptr), arrete,
       [&](const AcDbObjectId& bloc, AcGePoint3d& place) { return decalerBloc(bloc, decalage, place); });
   if (!tablesPoints) return RTNORM;
   // Stopped halfway, the tables follow the blocks that were done.

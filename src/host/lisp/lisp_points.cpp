@@ -5,6 +5,7 @@
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "core/code_range.h"
 #include "core/valider_nombre.h"
 #include "host/lisp/arguments_lisp.h"
 #include "host/lisp/fonctions_lisp.h"
@@ -33,13 +34,13 @@ double lireAltitude(const resbuf* element, bool texteAdmis) {
   return nombre ? base::lireReel(std::wstring_view(element->resval.rstring)) : Z_ABSENT;
 }
 
-/// Code from a number, in 1 to 9999.
+/// Code from a number; 1 for one outside their range.
 int lireCode(const resbuf* element) {
   if (Args::estTexte(element))
     return codeOuDefaut(base::lireEntier(std::wstring_view(element->resval.rstring)));
   if (Args::estEntier(element)) return codeOuDefaut(Args::entier(element));
   const double reel = Args::reel(element);
-  return reel >= 1.0 && reel < 10000.0 ? static_cast<int>(reel) : 1;
+  return reel >= kSmallestCode && reel < kLargestCode + 1 ? static_cast<int>(reel) : kSmallestCode;
 }
 
 /// name, code, position, altitude, observation. @param souple  a code may be any number or a text, an
