@@ -6,10 +6,9 @@
 #include "arx/ed/edselect.h"
 #include "base/format.h"
 #include "base/numbers.h"
-#include "base/text.h"
+#include "core/block_attributes.h"
 #include "core/picking.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -55,13 +54,8 @@ Answer taper(int& code) {
 std::optional<std::wstring> attributCode(AcDbObjectId id) {
   const AcDbObjectPointer<AcDbBlockReference> bloc(id);
   if (bloc.openStatus() != Acad::eOk) return std::nullopt;
-  const std::unique_ptr<AcDbObjectIterator> attributs(bloc->attributeIterator());
-  for (; !attributs->done(); attributs->step()) {
-    const AcDbObjectPointer<AcDbAttribute> attribut(attributs->objectId());
-    if (attribut.openStatus() == Acad::eOk && base::compareNoCase(attribut->tag(), L"CODE") == 0)
-      return std::wstring(attribut->textString());
-  }
-  return std::nullopt;
+  AcString texte;
+  return lireAttribut(*bloc, L"CODE", texte) ? std::optional<std::wstring>(texte) : std::nullopt;
 }
 
 Answer designer(int& code) {

@@ -8,11 +8,11 @@
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/block_attributes.h"
 #include "core/code_range.h"
 #include "core/picking.h"
 #include "core/valider_nombre.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
 #include "points/point_xyz.h"
 

@@ -5,11 +5,11 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/block_attributes.h"
 #include "core/compteur_identifiants.h"
 #include "core/drawing_space.h"
 #include "core/xdata_names.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/bloc_fichier.h"
 #include "points/projets_topo.h"
 

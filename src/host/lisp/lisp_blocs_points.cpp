@@ -6,11 +6,11 @@
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "base/suivi.h"
+#include "core/block_attributes.h"
 #include "core/picking.h"
 #include "drafting/dialogs/rattach_z_dlg.h"
 #include "host/lisp/fonctions_lisp.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/projets_topo.h"
 
 #include <algorithm>

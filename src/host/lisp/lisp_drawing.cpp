@@ -5,9 +5,9 @@
 #include "arx/db/dbpl.h"
 #include "arx/ed/acedads.h"
 #include "base/text.h"
+#include "core/block_attributes.h"
 #include "host/lisp/arguments_lisp.h"
 #include "host/lisp/fonctions_lisp.h"
-#include "points/attributs_bloc.h"
 #include "points/point_xyz.h"
 
 #include <algorithm>

@@ -6,11 +6,11 @@
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "codes/selectionner_code.h"
+#include "core/block_attributes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
 #include "host/lisp/fonctions_lisp.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "points/attributs_bloc.h"
+#include "core/block_attributes.h"
 
 #include "arx/db/dbblockref.h"
 #include "base/text.h"
