@@ -1,4 +1,4 @@
-#include "core/xml_champs.h"
+#include "core/xml_utf8.h"
 
 #include <cstdint>
 
