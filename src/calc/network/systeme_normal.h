@@ -47,6 +47,9 @@ private:
   std::vector<Ligne> m_lignes;
 };
 
+/// Stands for the norm of a solution that could not be computed.
+inline constexpr double kEchecCalcul = -1e+38;
+
 /// The log's lines of a solution vector, each behind "\r\n".
 void journaliserVecteur(std::wstring& journal, const std::vector<double>& x);
 

@@ -9,6 +9,7 @@
 //   X, Y         adjusted station after i legs
 #include "calc/traverse/polygonale_fermee.h"
 
+#include "base/format.h"
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/traverse/dessin_polygonale.h"
@@ -16,12 +17,20 @@
 #include "calc/traverse/nivellement.h"
 #include "calc/traverse/rapport_fermee.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
 
 namespace veltora {
 namespace {
+
+/// Coordinates beyond are taken for a typing error; drawing units, bounds included.
+constexpr double kCoordonneeMax = 1e9;
+/// A shorter leg is refused; drawing units, strict.
+constexpr double kDistanceMin = 0.0001;
+
+bool aberrante(double coordonnee) { return !(coordonnee >= -kCoordonneeMax && coordonnee <= kCoordonneeMax); }
 
 void compenserAngles(double Vo, const uniteAngle& unite, const lignesPolygonale& lignes, etapesFermee& e) {
   const std::size_t n = lignes.size();
@@ -117,6 +126,39 @@ int calculerPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double 
   // Deliberate (premier-sommet-double): X and Y begin with the departure, so it stands twice at the start.
   if (dessinerCompensee) dessinerTraceCompense({Xdep, Ydep}, X, Y, true);
   if (fermetures) *fermetures = e.f;
+  return 1;
+}
+
+int verifierPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double Ydep, double Zdep, double& Vo,
+                             lignesPolygonale& lignes, int modeAngle, const montrerMessage& montrer) {
+  const std::wstring titre = L"Erreur !";
+  // Deliberate (depart-en-capitales): row names are compared in capitals with the name as given, so a
+  // departure typed in lower case is not found.
+  const auto depart = std::find_if(lignes.begin(), lignes.end(), [&](const obsPolygonale& ligne) {
+    return base::trim(base::toUpper(std::wstring_view(ligne.nom))) == nomDepart;
+  });
+  if (depart == lignes.end()) {
+    montrer(L"\nStation de départ introuvable", titre);
+    return 0;
+  }
+  const auto premiere = depart == lignes.begin() ? lignes.end() - 1 : depart - 1;
+  std::rotate(lignes.begin(), premiere, lignes.end());
+  if (aberrante(Xdep) || aberrante(Ydep) || aberrante(Zdep)) {
+    montrer(L"\nErreur coordonnées de départ aberrantes", titre);
+    return 0;
+  }
+  const double tour = uniteDeMode(modeAngle).tour;
+  Vo = reduireAngle(Vo, tour);
+  for (obsPolygonale& ligne : lignes) ligne.angle = reduireAngle(ligne.angle, tour);
+  for (std::size_t i = 0; i < lignes.size(); ++i) {
+    if (!(lignes[i].distance < kDistanceMin)) continue;
+    const obsPolygonale& suivante = lignes[(i + 1) % lignes.size()];
+    montrer(base::formater(L"\nDistance de la station %s vers station %s trop faible %.4f",
+                           static_cast<const wchar_t*>(lignes[i].nom),
+                           static_cast<const wchar_t*>(suivante.nom), lignes[i].distance),
+            titre);
+    return 0;
+  }
   return 1;
 }
 

@@ -3,7 +3,6 @@
 #include "base/text.h"
 #include "calc/obs_jetons.h"
 #include "calc/traverse/obs_fermee.h"
-#include "calc/traverse/obs_nom_fichier.h"
 #include "support/golden.h"
 #include "support/remarques.h"
 
