@@ -9,7 +9,7 @@
 #include "codes/table_codification.h"
 #include "core/block_attributes.h"
 #include "core/installation.h"
-#include "points/projets_topo.h"
+#include "points/infos_topo.h"
 #include "support/dossier_temporaire.h"
 
 #include <gtest/gtest.h>

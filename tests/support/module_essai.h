@@ -7,6 +7,7 @@
 #include "arx/lisp/host/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/format.h"
+#include "points/infos_topo.h"
 #include "support/atelier.h"
 #include "support/case_rows.h"
 
