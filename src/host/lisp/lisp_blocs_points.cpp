@@ -1,4 +1,4 @@
-// LISP functions that move point blocks and their altitudes: c:VNDEPORTPNTS, c:VNAJUSTERZ.
+#include "host/lisp/lisp_blocs_points.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbcurve.h"
@@ -9,7 +9,6 @@
 #include "core/block_attributes.h"
 #include "core/picking.h"
 #include "drafting/dialogs/rattach_z_dlg.h"
-#include "host/lisp/fonctions_lisp.h"
 #include "points/attribs_points.h"
 #include "points/projets_topo.h"
 
@@ -72,15 +71,15 @@ bool decalerBloc(const AcDbObjectId& id, double decalage, AcGePoint3d& place) {
 
 /// Works on each block, with progress, until the user stops it. @return the blocks that were moved, with
 /// their places
-template <class Travail>
-placesBlocs travaillerBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Travail travail) {
+template <class Traitement>
+placesBlocs traiterBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Traitement traiter) {
   placesBlocs places;
   base::Suivi suivi(static_cast<long long>(blocs.size()) - 1);
   for (const AcDbObjectId& bloc : blocs) {
     arrete = suivi.arrete();
     if (arrete) break;
     AcGePoint3d place;
-    if (travail(bloc, place)) places.emplace(bloc, place);
+    if (traiter(bloc, place)) places.emplace(bloc, place);
     suivi.avancer();
   }
   return places;
@@ -99,7 +98,7 @@ int lispVnDeportPnts() {
   montrerChemin(*chemin, distance);
   bool arrete = false;
   const placesBlocs portes =
-      travaillerBlocs(selectPointBlocks(nullptr), arrete, [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
+      traiterBlocs(selectPointBlocks(nullptr), arrete, [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
         return porterSurChemin(bloc, *chemin, distance, place);
       });
   if (tablesPoints) tablesPoints->notifyPositionPoints(portes, kMasqueXY);
@@ -112,7 +111,7 @@ int lispVnAjusterZ() {
   const bool tous = dialogue.tousLesPoints();
   const double decalage = dialogue.decalage();
   bool arrete = false;
-  const placesBlocs decales = travaillerBlocs(
+  const placesBlocs decales = traiterBlocs(
       selectPointBlocks(tous ? L"X" : nullptr), arrete,
       [&](const AcDbObjectId& bloc, AcGePoint3d& place) { return decalerBloc(bloc, decalage, place); });
   if (!tablesPoints) return RTNORM;

@@ -1,4 +1,4 @@
-// C:pointsParDecalage: the parallel of a polyline, and the points of its vertices.
+#include "host/lisp/lisp_decalage.h"
 
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
@@ -6,7 +6,7 @@
 #include "base/format.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
-#include "host/lisp/fonctions_lisp.h"
+#include "host/lisp/lisp_points.h"
 #include "points/liste_points_du_dessin.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// c:TopJndre: a polyline through a run of numbered points.
+#include "host/lisp/lisp_joindre.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
@@ -9,7 +9,7 @@
 #include "core/block_attributes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
-#include "host/lisp/fonctions_lisp.h"
+#include "host/lisp/lisp_points.h"
 #include "points/attribs_points.h"
 #include "points/liste_points_du_dessin.h"
 

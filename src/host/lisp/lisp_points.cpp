@@ -1,4 +1,4 @@
-// LISP functions on the points of the current table.
+#include "host/lisp/lisp_points.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
@@ -8,7 +8,6 @@
 #include "core/code_range.h"
 #include "core/valider_nombre.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 #include "points/bloc_fichier.h"
 #include "points/point_xyz.h"
 #include "points/projets_topo.h"

@@ -1,4 +1,4 @@
-// LISP functions on texts: VARNTEXT, c:DISSOCBLOCK, superpos.
+#include "host/lisp/lisp_textes.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
@@ -10,7 +10,6 @@
 #include "drafting/texts/superposer_dessin.h"
 #include "drafting/texts/texte_ajuste.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 
 #include <memory>
 

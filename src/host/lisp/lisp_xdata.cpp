@@ -1,4 +1,4 @@
-// sxd: sections of extended data that LISP programs keep at entities.
+#include "host/lisp/lisp_xdata.h"
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
@@ -6,7 +6,6 @@
 #include "core/resbuf_serializer.h"
 #include "core/xdata_names.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 
 namespace veltora {
 namespace {

@@ -1,9 +1,9 @@
-// LISP functions that show the point tables.
+#include "host/lisp/lisp_dialogues.h"
 
 #include "arx/ed/edlisp.h"
+#include "calc/dialogs/helmert_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/dialogs/tables_dlg.h"
-#include "host/lisp/fonctions_lisp.h"
 
 namespace veltora {
 
@@ -15,6 +15,11 @@ int lispChoixPoint() {
 int lispGererLeves() {
   gererLeves();
   return acedRetVoid();
+}
+
+int lispHelmert() {
+  CHelmertDLG().doModal();
+  return RTNORM;
 }
 
 }  // namespace veltora

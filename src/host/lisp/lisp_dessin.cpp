@@ -1,4 +1,4 @@
-// LISP functions on blocks, attributes and polylines of the drawing.
+#include "host/lisp/lisp_dessin.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
@@ -7,7 +7,6 @@
 #include "base/text.h"
 #include "core/block_attributes.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 #include "points/point_xyz.h"
 
 #include <algorithm>

@@ -1,11 +1,10 @@
-// LISP functions on the user and the system.
+#include "host/lisp/lisp_utilisateur.h"
 
 #include "arx/ed/acedads.h"
 #include "base/text.h"
 #include "core/installation.h"
 #include "core/resbuf_serializer.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 
 #include <filesystem>
 
