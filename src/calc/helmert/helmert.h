@@ -5,7 +5,9 @@
 
 #include <vector>
 
-/// Plane similarity that best carries departure points onto final points: four parameters by least squares.
+/// Plane similarity that best carries departure points onto final points: X = a x + b y + p, Y = a y - b x +
+/// q in four parameters by least squares (Ghilani, Adjustment Computations, two-dimensional conformal
+/// transformation). Scale and rotation are the polar form of (a, b).
 namespace veltora {
 
 /// A pair is the entry of the same index in both lists, drawing units.

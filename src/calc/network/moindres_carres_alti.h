@@ -12,7 +12,8 @@ namespace veltora {
 /// serves the next ones. @return true when at least one was found
 bool altitudesProvisoires(donneesReseau& reseau, std::wstring& journal);
 
-/// The linear system of the heights. The unknowns are the heights themselves.
+/// The linear system of the heights: Z(vise) - Z(station) = measured, by least squares (Ghilani, Adjustment
+/// Computations, differential leveling). The unknowns are the heights themselves.
 class systemeAlti {
 public:
   explicit systemeAlti(donneesReseau& reseau) : m_reseau(reseau) {}

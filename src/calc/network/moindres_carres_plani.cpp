@@ -1,6 +1,10 @@
 // Symbols: U number of unknown points, X of point k is unknown k and its Y unknown U + k; L right-hand side
 // (measured minus computed); A derivatives; v = A x; d1 distance station to target, d2 distance station to
 // reference.
+//
+// Sources: variation of coordinates (Ghilani, Adjustment Computations, distance, azimuth and angle
+// observations). Of the distance d from (x, y): dd = (x/d) dx + (y/d) dy; of the bearing, the arc tangent of
+// x/y: dg = (y/d^2) dx - (x/d^2) dy; an angle is the difference of two bearings.
 
 #include "calc/network/moindres_carres_plani.h"
 

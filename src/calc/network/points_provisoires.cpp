@@ -10,9 +10,6 @@
 #include <optional>
 #include <vector>
 
-// Provisional coordinates: each observation that joins an unknown point to usable ones is a locus; the mean
-// of the intersections of the loci gives the point, which then serves the next ones.
-
 namespace veltora {
 namespace {
 

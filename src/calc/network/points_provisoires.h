@@ -6,6 +6,8 @@
 
 namespace veltora {
 
+/// Provisional coordinates: each observation that joins an unknown point to usable ones is a locus, see
+/// lieux.h, and the mean of the intersections of the loci gives the point, which then serves the next ones.
 /// Gives X and Y to the unknown points whose observations join them to usable ones, and makes them usable;
 /// known points are usable from the beginning. @return false when no point is known
 bool calculerPointsProvisoires(donneesReseau& reseau, std::wstring& journal);

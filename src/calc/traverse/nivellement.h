@@ -9,7 +9,9 @@
 #include <vector>
 
 /// Heights along a traverse, closed or open, and how their misclosure is spread (`modeNivellement`: 0 aucun,
-/// 1 simple, 2 distance, 3 racine).
+/// 1 simple, 2 distance, 3 racine). By distance is least squares when the variance of a height difference
+/// grows with the length of its leg, simple when it is the same everywhere (Ghilani, Adjustment Computations,
+/// differential leveling); by root shares like the standard deviations.
 namespace veltora {
 
 inline constexpr std::array<std::wstring_view, 4> kModesNivellement = {L"aucun", L"simple", L"distance",

@@ -7,6 +7,10 @@
 //   dx, dy       leg i as measured
 //   D, Ex, Ey    sums of the lengths, of dx and of dy
 //   X, Y         adjusted station after i legs
+//
+// Sources: the interior angles of a polygon make N - 2 half turns (Euclid I.32); the same share of E at every
+// station, and the compass rule, by which the misclosure is shared like the lengths of the legs (Bowditch
+// 1808; Ghilani and Wolf, Elementary Surveying, traverse computations).
 #include "calc/traverse/polygonale_fermee.h"
 
 #include "base/format.h"
@@ -102,27 +106,27 @@ int calculerPolygonaleFermee(const std::wstring& nomDepart, double Xdep, double 
   if (n < 2) return 0;
   const uniteAngle& unite = uniteDeMode(modeAngle);
   for (base::CArray<double>* sortie : {&X, &Y, &Z}) vider(*sortie, n + 1);
-  std::optional<rapportFermee> feuille;
-  if (rapport) feuille.emplace(*rapport, lignes);
+  std::optional<rapportFermee> plume;
+  if (rapport) plume.emplace(*rapport, lignes);
 
-  if (feuille) feuille->donnees(nomDepart, Xdep, Ydep, Zdep, Vo);
+  if (plume) plume->donnees(nomDepart, Xdep, Ydep, Zdep, Vo);
   if (dessinerBrute) dessinerTraceBrut({Xdep, Ydep}, Vo, unite, lignes);
   etapesFermee e;
   compenserAngles(Vo, unite, lignes, e);
-  if (feuille) feuille->angles(e);
+  if (plume) plume->angles(e);
   compenserDistances(Xdep, Ydep, unite, lignes, e, X, Y);
-  if (feuille) feuille->distances(e, X, Y);
+  if (plume) plume->distances(e, X, Y);
 
   for (const obsPolygonale& ligne : lignes) e.f.H += ligne.dz;
   if (compenseAltitudes(modeNivellement)) {
     const corrections parts = repartirFermeture(modeNivellement, e.f.H, lignes, X, Y);
     compenserAltitudes(parts, Zdep, lignes, Z);
-    if (feuille) feuille->altitudes(modeNivellement, parts, X, Y, Z);
+    if (plume) plume->altitudes(modeNivellement, parts, X, Y, Z);
   } else {
     cheminerAltitudes(Zdep, lignes, Z);
-    if (feuille) feuille->sansAltitudes();
+    if (plume) plume->sansAltitudes();
   }
-  if (feuille) feuille->coordonnees(X, Y, Z);
+  if (plume) plume->coordonnees(X, Y, Z);
   // Deliberate (premier-sommet-double): X and Y begin with the departure, so it stands twice at the start.
   if (dessinerCompensee) dessinerTraceCompense({Xdep, Ydep}, X, Y, true);
   if (fermetures) *fermetures = e.f;
