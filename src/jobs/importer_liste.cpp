@@ -77,7 +77,7 @@ bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints
 
 }  // namespace
 
-bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
+bool importerListe(const demandeImportListe& demande, resultatPoints& resultat) {
   resultat = {};
   const std::wstring fichier = nomAffiche(demande.fichier);
   if (!tablesPoints) return resultat.echec(kSansProjet);

@@ -43,7 +43,7 @@ int importList(const Options& options) {
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatPoints result;
-  const bool good = placerListeXYZ({options.list, base::fromUtf8(options.table)}, result);
+  const bool good = importerListe({options.list, base::fromUtf8(options.table)}, result);
   printRemarks(result.remarques);
   if (!good) printError(result.erreur);
   if (!good || !program.save(options.output)) return kFailure;
