@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-/// Where answers come from and where printed text goes. Prompts, dialogs, file choices and message boxes all
-/// read from one source and print to one sink, whoever stands behind them: a terminal, a script, a window, a
-/// test.
+/// Where answers come from and where printed text goes. Prompts, dialogs, file choices and
+/// message boxes all read from one source and print to one sink, whoever stands behind them: a
+/// terminal, a script, a window, a test.
 namespace veltora::base {
 
 /// A source of lines, each of which is one answer.

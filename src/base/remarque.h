@@ -11,8 +11,8 @@
 /// What a reader or a job tells the user while it goes on.
 namespace veltora::base {
 
-/// One thing to tell: where it was met, and a French sentence on what was left out, guessed or looks wrong,
-/// and why.
+/// One thing to tell: where it was met, and a French sentence on what was left out,
+/// guessed or looks wrong, and why.
 struct VELTORA_API Remarque {
   explicit Remarque(std::wstring phraseSeule, int numeroLigne = 0)
       : texte(std::move(phraseSeule)), ligne(numeroLigne) {}

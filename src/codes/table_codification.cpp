@@ -73,8 +73,8 @@ tableCodification::tableCodification(const std::wstring& fichier) {
   }
   nomFichier = cheminInstallation(L"defcodif");
   if (chargerXML()) return;
-  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, is
-  // overwritten.
+  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one
+  // that is broken, is overwritten.
   ajouterDefauts();
   sauverXML();
 }
@@ -154,8 +154,8 @@ codifPoint& tableCodification::getOuCreerCode(int code) {
 std::wstring tableCodification::getLibelleCode(int code) {
   int index = chercherCode(code);
   if (index < 0) {
-    // Deliberate (getlibellecode-format): not the label that `getOuCreerCode` gives; whoever comes first
-    // decides.
+    // Deliberate (getlibellecode-format): not the label that `getOuCreerCode` gives;
+    // whoever comes first decides.
     codes.Add(ligneDefaut(code, base::formater(std::wstring(L"Code N° %d"), code), L"biblio\\varnblk1.dwg"));
     index = codes.GetSize() - 1;
   }

@@ -10,8 +10,8 @@ class AcDbBlockReference;
 
 namespace veltora {
 
-/// Text of the first attribute with this tag, ignoring case. @return 0, `valeur` unchanged, when there is
-/// none
+/// Text of the first attribute with this tag, ignoring case.
+/// @return 0, `valeur` unchanged, when there is none
 VELTORA_API int lireAttribut(const AcDbBlockReference& bloc, const AcString& etiquette, AcString& valeur);
 
 struct valeurAttribut {
@@ -22,8 +22,8 @@ struct valeurAttribut {
 /// Sets every attribute for each pair whose tag matches, ignoring case: the later of two pairs wins.
 /// @return number of settings, the overwritten ones included
 VELTORA_API int ecrireAttributs(const AcDbBlockReference& bloc, std::span<const valeurAttribut> valeurs);
-/// The same for one pair on an object that is exactly a block reference. @return number of settings, 0 for
-/// another
+/// The same for one pair on an object that is exactly a block reference.
+/// @return number of settings, 0 for another
 VELTORA_API int ecrireAttribut(const AcDbObjectId& id, const AcString& etiquette, const AcString& valeur);
 
 /// Shows or hides an attribute, open for writing, as a whole: its own flag and the entity's.

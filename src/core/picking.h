@@ -24,12 +24,12 @@ enum class Answer { kGiven, kEnd, kAgain };
 /// The same for a prompt that goes on until the user picks something or leaves it.
 VELTORA_API Answer pickEntityOrLeave(const ACHAR* prompt, AcDbObjectId& id, AcGePoint3d& where);
 
-/// Lets the user select entities. @param mode, filter  as `acedSSGet`; the filter, which may be null, is
-/// released
+/// Lets the user select entities.
+/// @param mode, filter  as `acedSSGet`; the filter, which may be null, is released
 /// @return as `acedSSGet`; `entities` is empty unless it is RTNORM
 VELTORA_API int selectEntities(const ACHAR* mode, resbuf* filter, std::vector<AcDbObjectId>& entities);
-/// The same among the entities that bear the mark of point blocks. @return empty when he cancels or nothing
-/// was found
+/// The same among the entities that bear the mark of point blocks.
+/// @return empty when he cancels or nothing was found
 VELTORA_API std::vector<AcDbObjectId> selectPointBlocks(const ACHAR* mode);
 
 /// What the user typed as keyword or free text at the prompt before; empty for nothing.

@@ -31,8 +31,8 @@ struct resultatHelmertUnAppel {
   std::wstring erreur;        ///< French, why there is no result; empty on success
 };
 
-/// Reads, computes, writes the report, transforms, in this order; the first failure ends it, and nothing is
-/// transformed then.
+/// Reads, computes, writes the report, transforms, in this order; the first failure ends it, and
+/// nothing is transformed then.
 /// @return false with `erreur` set: the file cannot be read or has fewer than three pairs, the pairs
 /// determine no transformation, the report cannot be written
 VELTORA_API bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resultat);

@@ -12,8 +12,8 @@ class VeltoraSerializer;
 struct pointXYZ;
 using base::Z_ABSENT;
 
-/// One survey point: a plain record of fixed size that owns nothing, so that a table of points is one block
-/// of memory.
+/// One survey point: a plain record of fixed size that owns nothing, so that a table of
+/// points is one block of memory.
 struct VELTORA_API pointDuDessin {
   static constexpr int kLongueurNom = kPointNameLength;  ///< longest name, in bytes of the ANSI code page
 
@@ -42,9 +42,8 @@ struct VELTORA_API pointDuDessin {
   void getXY(double& px, double& py) const { px = x, py = y; }
   // Deliberate (setxy-altitude): sets the altitude too, in spite of its name.
   void setXY(double px, double py, double pz) { x = px, y = py, z = pz; }
-  [[nodiscard]] AcGePoint3d getAs3dPnt() const {
-    return {x, y, z};
-  }  ///< marker of a missing altitude included
+  /// Marker of a missing altitude included.
+  [[nodiscard]] AcGePoint3d getAs3dPnt() const { return {x, y, z}; }
   [[nodiscard]] int getCode() const { return code; }
   [[nodiscard]] AcDbObjectId& getId() { return id; }
   void setId(AcDbObjectId valeur) { id = valeur; }

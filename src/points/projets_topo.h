@@ -46,8 +46,7 @@ private:
   void nettoyerLeveVides();
 };
 
-/// The project on which all commands work; null at load. Its owner installs it
-/// with `setSrcInfosTopo`.
+/// The project on which all commands work; null at load. Its owner installs it with `setSrcInfosTopo`.
 VELTORA_API extern projetsTopo* tablesPoints;
 
 }  // namespace veltora

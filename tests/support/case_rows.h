@@ -45,10 +45,10 @@ inline std::ostream& operator<<(std::ostream& out, const CaseRow& row) {
   return out << row.place << ' ' << row.cells.front();
 }
 
-/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or what is
-/// named in their place. Blanks around a cell count only within quotes; "¶" is a line end. Lines that are
-/// empty or begin with ";" say nothing. Throws std::runtime_error when there is no such table, or no row in
-/// it.
+/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or
+/// what is named in their place. Blanks around a cell count only within quotes; "¶" is a line end.
+/// Lines that are empty or begin with ";" say nothing. Throws std::runtime_error when there is no
+/// such table, or no row in it.
 inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table, char bar = '|') {
   std::ifstream in(VELTORA_SOURCE_DIR "/tests/" + file);
   std::vector<CaseRow> rows;

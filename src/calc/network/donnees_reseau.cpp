@@ -25,8 +25,8 @@ std::wstring decrire(const ObservationReduite& o) {
   return base::formater(L"obs Distance de %d à %d d=%14.4f", o.station, o.vise, o.mesure);
 }
 
-/// Observations with the same key are equivalent. Height differences never are: their place makes the key
-/// unique.
+/// Observations with the same key are equivalent. Height differences never are:
+/// their place makes the key unique.
 using CleObservation = std::tuple<int, int, int, int, std::size_t>;
 CleObservation cleDe(const ObservationReduite& o, std::size_t place) {
   if (o.type == ObservationReduite::kAngle) return {o.type, o.station, o.vise, o.reference, 0};

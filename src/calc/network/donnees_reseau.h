@@ -54,8 +54,8 @@ public:
   [[nodiscard]] const pointACalculer& point(int index) const { return points.GetAt(index); }
   /// One entry of `utilisable` for each point; nothing when it is so.
   void preparerUtilisable();
-  /// Sorts by type and drops equivalent observations, the later ones. @param journal  gets lines behind
-  /// "\r\n"
+  /// Sorts by type and drops equivalent observations, the later ones.
+  /// @param journal  gets lines behind "\r\n"
   void reduireObservations(std::wstring& journal);
   /// Weight of an observation: fixed, or by the formulas, which must be compiled.
   double poidsObservation(const ObservationReduite& observation);

@@ -1,6 +1,6 @@
-// Symbols: U number of unknown points, X of point k is unknown k and its Y unknown U + k; L right-hand side
-// (measured minus computed); A derivatives; v = A x; d1 distance station to target, d2 distance station to
-// reference.
+// Symbols: U number of unknown points, X of point k is unknown k and its Y unknown U + k; L
+// right-hand side (measured minus computed); A derivatives; v = A x; d1 distance station to target,
+// d2 distance station to reference.
 //
 // Sources: variation of coordinates (Ghilani, Adjustment Computations, distance, azimuth and angle
 // observations). Of the distance d from (x, y): dd = (x/d) dx + (y/d) dy; of the bearing, the arc tangent of
@@ -48,8 +48,8 @@ systemeNormal::Ligne systemePlani::ligne(const ObservationReduite& o) const {
   systemeNormal::Ligne resultat;
   resultat.second = o.mesure - m_reseau.valeurCalculee(o);
   resultat.poids = m_reseau.poidsObservation(o);
-  // Deliberate (poids-unitaires): every weight becomes 1.0 over the evaluated one; the adjustment is
-  // unweighted.
+  // Deliberate (poids-unitaires): every weight becomes 1.0 over the evaluated one;
+  // the adjustment is unweighted.
   resultat.poids = 1.0;
   const pointACalculer& s = m_reseau.point(o.station);
   const pointACalculer& v = m_reseau.point(o.vise);
@@ -80,8 +80,8 @@ void systemePlani::journaliserResidus(std::wstring& journal, const std::vector<d
                                       const systemeNormal& systeme) const {
   for (std::size_t r = 0; r < v.size(); ++r) {
     const double ecart = v[r] - systeme.lignes()[r].second;
-    // Deliberate (residu-index): the unit follows the observation whose index equals the row's, not the row's
-    // own.
+    // Deliberate (residu-index): the unit follows the observation whose index equals
+    // the row's, not the row's own.
     const bool longueur = m_reseau.observations[r].type == ObservationReduite::kDistance;
     const double facteur = longueur ? kMillimetres : kMilligrades;
     journal +=

@@ -8,9 +8,9 @@ namespace veltora {
 
 struct systemeCreux;
 
-/// Linearised observations with few unknowns each, all of weight P (diagonal), and their normal equations
-/// N x = b, where N = A^T P A and b = A^T P L (Gauss; Ghilani, Adjustment Computations, principles of least
-/// squares).
+/// Linearised observations with few unknowns each, all of weight P (diagonal), and their normal
+/// equations N x = b, where N = A^T P A and b = A^T P L (Gauss; Ghilani, Adjustment Computations,
+/// principles of least squares).
 class systemeNormal {
 public:
   /// One row: (column, coefficient), right-hand side, weight. A column that stands twice counts with the sum.

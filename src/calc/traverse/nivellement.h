@@ -27,8 +27,8 @@ struct corrections {
   double H = 0.0;   ///< misclosure that is spread
   double SL = 0.0;  ///< sum of L
   double SR = 0.0;  ///< sum of the square roots of L
-  std::vector<double>
-      L;  ///< straight distance from (X[i], Y[i]) to the next one, the first one behind the last
+  /// Straight distance from (X[i], Y[i]) to the next one, the first one behind the last.
+  std::vector<double> L;
   std::vector<double> c;   ///< share of row i
   std::vector<double> dz;  ///< height differences before correction
 };

@@ -37,8 +37,8 @@ private:
   resbuf* m_chaine;
 };
 
-/// A position: a point of two or three coordinates, or a list of two numbers. @return nothing for anything
-/// else
+/// A position: a point of two or three coordinates, or a list of two numbers.
+/// @return nothing for anything else
 std::optional<AcGePoint3d> lirePosition(const resbuf* element);
 
 }  // namespace veltora

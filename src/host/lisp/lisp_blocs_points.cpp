@@ -69,8 +69,8 @@ bool decalerBloc(const AcDbObjectId& id, double decalage, AcGePoint3d& place) {
   return true;
 }
 
-/// Works on each block, with progress, until the user stops it. @return the blocks that were moved, with
-/// their places
+/// Works on each block, with progress, until the user stops it.
+/// @return the blocks that were moved, with their places
 template <class Traitement>
 placesBlocs traiterBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Traitement traiter) {
   placesBlocs places;

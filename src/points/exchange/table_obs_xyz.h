@@ -18,9 +18,9 @@ class VELTORA_API tableObsXYZ : private Uncopyable {
 public:
   static constexpr std::size_t kLongueurLigne = 1024;  ///< characters that are read of a line
 
-  /// Appends the lines of a file. A line: name, X, Y, then Z (none: absent), code (none or 0: 1), the rest is
-  /// the observation; words are parted by blanks and tabs. A line that does not give name, X and Y is passed
-  /// over.
+  /// Appends the lines of a file. A line: name, X, Y, then Z (none: absent), code (none or 0: 1),
+  /// the rest is the observation; words are parted by blanks and tabs. A line that does not give
+  /// name, X and Y is passed over.
   /// @param fichier  null for `nomFichier`; trimmed of blanks, tabs and ",;."
   /// @param vider  drops the former lines first  @param suivi  null: no progress is shown, nothing stops
   /// @return 1; 0, the lines unchanged, when the name is empty, the file cannot be read or the user stops it
