@@ -31,8 +31,8 @@ struct VELTORA_API Remarque {
 /// file of another kind does not fill the memory.
 class VELTORA_API Remarques {
 public:
-  static constexpr std::size_t kCitees =
-      20;  ///< of one kind that are told one by one where there may be many
+  /// How many of one kind are told one by one where there may be many.
+  static constexpr std::size_t kCitees = 20;
   static constexpr std::size_t kGardees = 10000;
 
   void ajouter(Remarque remarque);

@@ -7,6 +7,7 @@
 #include <set>
 
 namespace veltora {
+
 void remarquerNoms(const std::vector<stationCalculee>& stations, const wchar_t* genre, const wchar_t* suite,
                    base::Remarques& remarques) {
   std::set<std::string> noms;

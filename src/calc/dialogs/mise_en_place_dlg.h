@@ -11,7 +11,7 @@ public:
   CParamMisePlaceResultCalcs() : Dialog(L"Params mise en place") {}
 
   /// The code typed; `kStationCode` when it is none.
-  [[nodiscard]] int codeStations() const;
+  [[nodiscard]] int codeStations() const { return codeOuDefaut(code.intValue(), kStationCode); }
 
   ui::NumberField code{this, L"Code des stations", kStationCode, L"%d", ui::NumberField::kInteger};
   ui::CheckBox altitudes{this, L"Ne pas placer les altitudes", L"Placer les altitudes", false};

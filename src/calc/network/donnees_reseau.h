@@ -52,7 +52,7 @@ public:
   std::vector<std::pair<ObservationReduite, ObservationReduite>> equivalentes;
 
   [[nodiscard]] const pointACalculer& point(int index) const { return points.GetAt(index); }
-  /// One entry of `utilisable` for each point; nothing when it is so.
+  /// Gives `utilisable` one entry for each point; new ones are 0.
   void preparerUtilisable();
   /// Sorts by type and drops equivalent observations, the later ones.
   /// @param journal  gets lines behind "\r\n"

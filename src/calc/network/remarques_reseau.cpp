@@ -78,21 +78,21 @@ void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bila
                         base::Remarques& remarques) {
   const double pas = reseau.dernierPas;
   if (!std::isfinite(pas)) {
-    remarques.ajouter(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
+    remarques.douter(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
     return;
   }
   if (pas < 0.0) {
-    remarques.ajouter(
+    remarques.douter(
         L"le système est singulier : tous les points gardent leurs coordonnées provisoires, rien n'est "
         L"compensé");
   } else if (!bilan.convergence) {
-    remarques.ajouter(base::formater(
+    remarques.douter(base::formater(
         L"pas de convergence après %d passes (dernier pas : %.4f) : ces coordonnées ne valent rien",
         bilan.passes, pas));
   }
   const std::vector<int> faibles = reseau.pointsIndetermines();
   if (!faibles.empty()) {
-    remarques.ajouter(
+    remarques.douter(
         L"observations insuffisantes pour fixer " + nommer(reseau, faibles) +
         L" (ou les points qui en dépendent) : il manque un point connu, une orientation ou une distance");
   }
@@ -110,7 +110,7 @@ void remarquerTours(const reseauMoindresCarres& reseau, base::Remarques& remarqu
     const double calcule = reseau.valeurCalculee(o);
     const double ecart = std::fabs(o.mesure - calcule);
     if (ecart <= kPi || std::fabs(ecart - 2.0 * kPi) > kProcheDeZero) continue;
-    liste.ajouter(base::formater(
+    liste.douter(base::formater(
         L"%s : la valeur calculée est %.4f, l'écart compte comme un tour entier et fausse le calcul ; donnez "
         L"l'angle avec un tour de plus ou de moins, ou depuis une autre référence",
         citer(reseau, o), calcule * 200.0 / kPi));

@@ -1,7 +1,7 @@
 // Coordinate files: reading, writing, order, size; the text form of a point.
 
+#include "points/exchange/exporter_points.h"
 #include "points/exchange/table_obs_xyz.h"
-#include "points/exchange/texte_point.h"
 #include "support/atelier.h"
 #include "support/dossier_essai.h"
 
