@@ -11,7 +11,7 @@
 #include "core/installation.h"
 #include "mesure.h"
 #include "points/exchange/import_dessin.h"
-#include "points/projets_topo.h"
+#include "points/infos_topo.h"
 
 #include <cstdlib>
 #include <filesystem>

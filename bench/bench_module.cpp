@@ -9,7 +9,7 @@
 #include "base/files.h"
 #include "core/installation.h"
 #include "mesure.h"
-#include "points/projets_topo.h"
+#include "points/infos_topo.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,5 +1,5 @@
-// Clearing of overlaps: blocks in a dense plan with three attributes each, by the grid and by the full
-// search.
+// Clearing of overlaps: blocks in a dense plan with three attributes each, by the index of
+// boxes and by the full search.
 
 #include "drafting/texts/superpositions.h"
 #include "mesure.h"
@@ -47,7 +47,7 @@ void mesurer(Mesure& mesure, const char* nom, int blocs, rechercheVoisins recher
 int main() {
   Mesure mesure;
   for (const int blocs : {500, 1000, 2000, 8000, 32000})
-    mesurer(mesure, "superpos, grid", blocs, rechercheVoisins::kGrille);
+    mesurer(mesure, "superpos, index", blocs, rechercheVoisins::kIndex);
   for (const int blocs : {500, 1000, 2000})
     mesurer(mesure, "superpos, full search", blocs, rechercheVoisins::kToutes);
 }

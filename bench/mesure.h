@@ -13,8 +13,7 @@ public:
   Mesure() { std::printf("%-34s %9s %9s %11s %10s %9s\n", "job", "N", "s", "1000/s", "growth", "peak MB"); }
 
   /// @param n  how much the job works on; the growth is the factor of time over the factor of size since the
-  /// same job's
-  ///           former size: 1 is linear
+  /// same job's former size: 1 is linear
   template <class Job>
   void operator()(const std::string& name, int n, Job job) {
     const auto start = std::chrono::steady_clock::now();

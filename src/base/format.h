@@ -5,9 +5,9 @@
 
 #include <string>
 
-/// printf-style formatting, the form in which the system's own texts are written. The C locale always
-/// applies. A `const char*` argument belongs to a narrow format, a `const wchar_t*` to a wide one; convert
-/// with base/text.h.
+/// printf-style formatting, the form in which the system's own texts are written. The C locale
+/// always applies. A `const char*` argument belongs to a narrow format, a `const wchar_t*` to a wide
+/// one; convert with base/text.h.
 namespace veltora::base {
 
 template <class... Args>

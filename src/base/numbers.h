@@ -13,9 +13,9 @@ inline constexpr double Z_ABSENT = 1e38;
 /// Start value of searches for a minimum.
 inline constexpr double kDebutRecherche = 1e36;
 
-/// Longest numeric prefix after leading white space ("12abc" is 12, ".5" is 0.5); nothing numeric gives 0.0.
-/// Decimal forms only: "inf", "nan" and hexadecimal text give 0.0 or the digits in front. Overflow gives
-/// infinity.
+/// Longest numeric prefix after leading white space ("12abc" is 12, ".5" is 0.5); nothing numeric
+/// gives 0.0. Decimal forms only: "inf", "nan" and hexadecimal text give 0.0 or the digits in
+/// front. Overflow gives infinity.
 VELTORA_API double lireReel(std::string_view text);
 VELTORA_API double lireReel(std::wstring_view text);
 /// As the C library's `atoi`: white space, sign, digits; nothing numeric gives 0. Out of range saturates.

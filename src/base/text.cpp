@@ -37,12 +37,18 @@ locale_t unicodeLocale() {
   return locale;
 }
 
+bool inAnsi(wchar_t c) { return c == 0 || narrowChar(c) != 0; }
+
+/// A mapping that stays on its side of the code page. Otherwise the capitals of "µ" and "ƒ", which lie
+/// outside, would both become "?" in a name, and those of "ı" and "ſ", which lie inside, "I" and "S".
+wchar_t mapCase(wchar_t c, wint_t (*mapping)(wint_t, locale_t)) {
+  const auto mapped = static_cast<wchar_t>(mapping(static_cast<wint_t>(c), unicodeLocale()));
+  return mapped == c || inAnsi(mapped) == inAnsi(c) ? mapped : c;
+}
+
 std::string mapAnsi(std::string_view text, wchar_t (*mapping)(wchar_t)) {
   std::string result(text);
-  for (char& c : result) {
-    const unsigned char mapped = narrowChar(mapping(widenByte(static_cast<unsigned char>(c))));
-    if (mapped) c = static_cast<char>(mapped);
-  }
+  for (char& c : result) c = static_cast<char>(narrowChar(mapping(widenByte(static_cast<unsigned char>(c)))));
   return result;
 }
 
@@ -129,12 +135,8 @@ bool isUtf8(std::string_view bytes) {
   return true;
 }
 
-wchar_t toLower(wchar_t c) {
-  return static_cast<wchar_t>(towlower_l(static_cast<wint_t>(c), unicodeLocale()));
-}
-wchar_t toUpper(wchar_t c) {
-  return static_cast<wchar_t>(towupper_l(static_cast<wint_t>(c), unicodeLocale()));
-}
+wchar_t toLower(wchar_t c) { return mapCase(c, towlower_l); }
+wchar_t toUpper(wchar_t c) { return mapCase(c, towupper_l); }
 
 std::wstring toLower(std::wstring_view text) {
   std::wstring result(text);

@@ -21,12 +21,14 @@ VELTORA_API std::wstring fromUtf8(std::string_view utf8);
 /// True when every byte belongs to a well-formed UTF-8 sequence (no overlong forms, no surrogates).
 VELTORA_API bool isUtf8(std::string_view bytes);
 
-/// Unicode simple case mapping, whatever the process locale.
+/// Unicode simple case mapping, whatever the process locale. A letter of the code page whose other case lies
+/// outside it stays as it is ("µ", "ƒ"), and so does one from outside whose other case lies in it ("ı", "ſ"):
+/// names that differ by such letters never become the same.
 VELTORA_API wchar_t toLower(wchar_t c);
 VELTORA_API wchar_t toUpper(wchar_t c);
 VELTORA_API std::wstring toLower(std::wstring_view text);
 VELTORA_API std::wstring toUpper(std::wstring_view text);
-/// Case mapping of Windows-1252 bytes; a letter whose other case lies outside the code page stays.
+/// The same on Windows-1252 bytes.
 VELTORA_API std::string toLowerAnsi(std::string_view text);
 VELTORA_API std::string toUpperAnsi(std::string_view text);
 

@@ -31,14 +31,16 @@ inline constexpr std::array<uniteAngle, 3> kUnitesAngle = {{
 VELTORA_API const uniteAngle& uniteDeMode(int modeAngle);
 
 /// Reduces an angle into one turn, from 0 included to `tour` excluded, but for rounding: a negative value too
-/// small to count beside `tour` gives `tour` itself. A `tour` of 0.0 leaves the value as it is.
+/// small to count beside `tour` gives `tour` itself. A `tour` of 0.0 leaves the value as it is. The remainder
+/// x - floor(x / y) y is that of Knuth, The Art of Computer Programming, volume 1, 1.2.4.
 VELTORA_API double reduireAngle(double valeur, double tour);
 
-/// Bearing of a direction point as seen from a station.
+/// Bearing of a direction point as seen from a station: pi/2 less the polar angle, since it turns clockwise
+/// from +Y and the polar angle the other way from +X.
 /// @param stationX, stationY, directionX, directionY plane coordinates in drawing units
 /// @param modeAngle 0 grades, 1 degres, 2 radians
-/// @return clockwise from +Y, in the unit of modeAngle, from 0 to one turn; a quarter turn when the points
-/// coincide
+/// @return clockwise from +Y, in the unit of modeAngle, from 0 to one turn; a quarter
+/// turn when the points coincide
 VELTORA_API double calculGisement(double stationX, double stationY, double directionX, double directionY,
                                   int modeAngle);
 

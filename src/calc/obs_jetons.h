@@ -2,11 +2,15 @@
 
 #include "base/export.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace veltora {
+
+/// What a line of these files may hold, in characters; the rest is cut off.
+inline constexpr std::size_t kLongueurLigneObs = 1024;
 
 /// Splits a line of a data file (.obs, and the network files) into its tokens. An empty line, or one whose
 /// first character is "*", has none. Separators are blank, tab, ":" and "="; a double quote ends the token

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbid.h"
 #include "base/export.h"
+#include "core/code_range.h"
 
 #include <array>
 #include <string>
@@ -21,7 +22,7 @@ struct VELTORA_API codifPoint {
   /// Defaults as below; `chemin` is "biblio\varnblk1.dwg" below the installation directory.
   codifPoint();
 
-  int code = 1;  ///< 1 to 9999
+  int code = kSmallestCode;
   std::wstring libelle = L"Point Topo";
   std::wstring chemin;                                  ///< block drawing; see `completerChemin`
   double tailleBlock = 1.0;                             ///< scale of the block, above 0
@@ -41,8 +42,8 @@ struct VELTORA_API codifPoint {
   /// Values out of range are brought within it; unknown lines are ignored.
   /// @return 1; 0 at the end of the stream or when another record begins, with the fields read so far
   int lireTexte(fluxTexte& flux);
-  /// Writes the record in the same form. Its texts come out cut at their first character and do not read
-  /// back.
+  /// Writes the record in the same form. Its texts come out cut at their first
+  /// character and do not read back.
   void ecrireTexte(fluxTexte& flux) const;
 };
 

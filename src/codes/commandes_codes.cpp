@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/code_range.h"
 
 #include <utility>
 
@@ -51,7 +52,7 @@ resbuf* addcodept(const resbuf* arguments) {
   if (!arguments || !arguments->rbnext || !lireCode(*arguments, code)) return nullptr;
   const resbuf& texte = *arguments->rbnext;
   if (texte.restype != RTSTR) return nullptr;
-  if (code < 1 || code > 9999) code = 1;
+  code = codeOuDefaut(code);
   std::wstring libelle = base::trim(texte.resval.rstring ? texte.resval.rstring : L"");
   if (libelle.empty()) libelle = base::formater(std::wstring(L"Code %d"), code);
   tableCodification& table = getTableCodification();

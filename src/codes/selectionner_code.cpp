@@ -6,9 +6,9 @@
 #include "arx/ed/edselect.h"
 #include "base/format.h"
 #include "base/numbers.h"
-#include "base/text.h"
+#include "core/block_attributes.h"
+#include "core/picking.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -26,14 +26,7 @@ Memoire& memoire() {
   return valeurs;
 }
 
-enum class Issue { Choisi, Annule, Encore };
-
-std::wstring motCle() {
-  std::wstring mot;
-  return acedGetInput(mot) == RTNORM ? mot : std::wstring();
-}
-
-Issue taper(int& code) {
+Answer taper(int& code) {
   acedInitGet(RSG_NOZERO | RSG_NONEG, L"S T");
   const std::wstring invite =
       base::formater(std::wstring(L"\nCode à utiliser / Tous / Sel [%d]"), memoire().dernierCode);
@@ -41,58 +34,50 @@ Issue taper(int& code) {
   switch (acedGetInt(invite.c_str(), &saisi)) {
     case RTNORM:
       code = memoire().dernierCode = saisi;
-      return Issue::Choisi;
+      return Answer::kGiven;
     case RTNONE:
       code = memoire().dernierCode;
-      return Issue::Choisi;
+      return Answer::kGiven;
     case RTKWORD:
-      if (motCle() == L"S") {
+      if (typedText() == L"S") {
         memoire().designer = true;
-        return Issue::Encore;
+        return Answer::kAgain;
       }
       code = kTousLesCodes;
-      return Issue::Choisi;
+      return Answer::kGiven;
     default:
-      return Issue::Annule;
+      return Answer::kEnd;
   }
 }
 
 /// Text of the attribute CODE of a block reference; nothing for any other entity.
-std::optional<std::wstring> attributCode(const ads_name entite) {
-  AcDbObjectId id;
-  if (acdbGetObjectId(id, entite) != Acad::eOk) return std::nullopt;
+std::optional<std::wstring> attributCode(AcDbObjectId id) {
   const AcDbObjectPointer<AcDbBlockReference> bloc(id);
   if (bloc.openStatus() != Acad::eOk) return std::nullopt;
-  const std::unique_ptr<AcDbObjectIterator> attributs(bloc->attributeIterator());
-  for (; !attributs->done(); attributs->step()) {
-    const AcDbObjectPointer<AcDbAttribute> attribut(attributs->objectId());
-    if (attribut.openStatus() == Acad::eOk && base::compareNoCase(attribut->tag(), L"CODE") == 0)
-      return std::wstring(attribut->textString());
-  }
-  return std::nullopt;
+  AcString texte;
+  return lireAttribut(*bloc, L"CODE", texte) ? std::optional<std::wstring>(texte) : std::nullopt;
 }
 
-Issue designer(int& code) {
+Answer designer(int& code) {
   acedInitGet(RSG_NONULL, L"C T");
-  ads_name entite = {0, 0};
-  ads_point point = {0, 0, 0};
-  const int resultat = acedEntSel(L"\nCode a utiliser / Tous / Code :", entite, point);
+  AcDbObjectId id;
+  const int resultat = pickEntity(L"\nCode a utiliser / Tous / Code :", id);
   if (resultat == RTKWORD) {
-    if (motCle() == L"C") {
+    if (typedText() == L"C") {
       memoire().designer = false;
-      return Issue::Encore;
+      return Answer::kAgain;
     }
     code = kTousLesCodes;
-    return Issue::Choisi;
+    return Answer::kGiven;
   }
-  if (resultat == RTERROR) return Issue::Encore;  // nothing at the picked point
-  if (resultat != RTNORM) return Issue::Annule;
-  const auto texte = attributCode(entite);
+  if (resultat == RTERROR) return Answer::kAgain;  // nothing at the picked point
+  if (resultat != RTNORM) return Answer::kEnd;
+  const auto texte = attributCode(id);
   if (!texte) acutPrintf(L"\nCe n'est pas un block Veltora");
   const int lu = texte ? base::lireEntier(*texte) : 0;
-  if (lu < 1) return Issue::Encore;
+  if (lu < 1) return Answer::kAgain;
   code = memoire().dernierCode = lu;
-  return Issue::Choisi;
+  return Answer::kGiven;
 }
 
 }  // namespace
@@ -101,8 +86,8 @@ bool selectionnerCode(int& code) {
   // Without a drawing there is nothing to pick, and every attempt would fail.
   if (!acdbHostApplicationServices()->workingDatabase()) return false;
   for (;;) {
-    const Issue issue = memoire().designer ? designer(code) : taper(code);
-    if (issue != Issue::Encore) return issue == Issue::Choisi;
+    const Answer issue = memoire().designer ? designer(code) : taper(code);
+    if (issue != Answer::kAgain) return issue == Answer::kGiven;
   }
 }
 

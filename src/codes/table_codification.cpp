@@ -16,7 +16,6 @@ namespace veltora {
 namespace {
 
 constexpr std::wstring_view kBords = L" \t,;.";
-constexpr int kCodeMax = 9999;
 
 codifPoint ligneDefaut(int code, const std::wstring& libelle, std::wstring_view bloc) {
   codifPoint ligne;
@@ -74,8 +73,8 @@ tableCodification::tableCodification(const std::wstring& fichier) {
   }
   nomFichier = cheminInstallation(L"defcodif");
   if (chargerXML()) return;
-  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, is
-  // overwritten.
+  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one
+  // that is broken, is overwritten.
   ajouterDefauts();
   sauverXML();
 }
@@ -155,8 +154,8 @@ codifPoint& tableCodification::getOuCreerCode(int code) {
 std::wstring tableCodification::getLibelleCode(int code) {
   int index = chercherCode(code);
   if (index < 0) {
-    // Deliberate (getlibellecode-format): not the label that `getOuCreerCode` gives; whoever comes first
-    // decides.
+    // Deliberate (getlibellecode-format): not the label that `getOuCreerCode` gives;
+    // whoever comes first decides.
     codes.Add(ligneDefaut(code, base::formater(std::wstring(L"Code N° %d"), code), L"biblio\\varnblk1.dwg"));
     index = codes.GetSize() - 1;
   }
@@ -182,7 +181,7 @@ void tableCodification::resetDefauts() {
 void tableCodification::ajouterDefauts() {
   // Deliberate (libelle-point-topo): a small t here, a capital one in the label of a new record.
   codes.Add(ligneDefaut(1, L"Point topo", L"biblio\\varnblk1.dwg"));
-  codes.Add(ligneDefaut(100, L"Station", L"biblio\\varnblk3.dwg"));
+  codes.Add(ligneDefaut(kStationCode, L"Station", L"biblio\\varnblk3.dwg"));
 }
 
 void tableCodification::trierParCode() {
@@ -192,11 +191,11 @@ void tableCodification::trierParCode() {
 }
 
 std::optional<int> tableCodification::codeLibre() const {
-  std::vector<bool> pris(kCodeMax + 1);
+  std::vector<bool> pris(kLargestCode + 1);
   for (const codifPoint& ligne : codes) {
-    if (ligne.code >= 1 && ligne.code <= kCodeMax) pris[static_cast<std::size_t>(ligne.code)] = true;
+    if (isPointCode(ligne.code)) pris[static_cast<std::size_t>(ligne.code)] = true;
   }
-  const auto libre = std::find(pris.begin() + 1, pris.end(), false);
+  const auto libre = std::find(pris.begin() + kSmallestCode, pris.end(), false);
   if (libre == pris.end()) return std::nullopt;
   return static_cast<int>(libre - pris.begin());
 }

@@ -51,7 +51,7 @@ public:
   void resetDefauts();
   /// Sorts by ascending code; rows of the same code keep their order.
   void trierParCode();
-  /// The smallest code from 1 to 9999 that no row has; nothing when all are taken.
+  /// The smallest code that no row has; nothing when all are taken.
   [[nodiscard]] std::optional<int> codeLibre() const;
   /// A comparison of two rows, given by their codes, for the list dialog: by column 0 code, 1 label ignoring
   /// case, 2 decimals then code, 3 block path ignoring case. Negative, 0 or positive; 0 when a row is
@@ -77,8 +77,8 @@ private:
   /// Takes this row and those behind it out of the index.
   void oublierLignes(int premiere) const;
 
-  /// Index of the first row of each code, among the first `m_indexees` rows; the rest follows at the next
-  /// lookup.
+  /// Index of the first row of each code, among the first `m_indexees` rows; the
+  /// rest follows at the next lookup.
   mutable std::unordered_map<int, int> m_premiers;
   mutable int m_indexees = 0;
 };

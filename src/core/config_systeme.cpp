@@ -1,6 +1,5 @@
-#include "core/config_variable.h"
+#include "core/config_systeme.h"
 
-// The variables of the system. A program that links this file fills "config.ini" when it starts.
 namespace veltora {
 
 Static_ConfigVariable<AcGePoint2d> UserPaperScale[6] = {

@@ -32,11 +32,4 @@ public:
 extern template class VELTORA_API Static_ConfigVariable<AcGePoint2d>;
 extern template class VELTORA_API Static_ConfigVariable<int>;
 
-// The variables of the system.
-/// User paper formats 0 to 5 of the sheet dialog, "VARN.UserPaperScale0" and so on; default (1000, 1000).
-VELTORA_API extern Static_ConfigVariable<AcGePoint2d> UserPaperScale[6];
-/// Decimals of x and y in the coordinate lists of the Helmert dialog; default 3.
-VELTORA_API extern Static_ConfigVariable<int> gPrecisionCoordonneesX;
-VELTORA_API extern Static_ConfigVariable<int> gPrecisionCoordonneesY;
-
 }  // namespace veltora

@@ -17,8 +17,8 @@ namespace veltora {
 /// | d | 64-bit float |
 /// | s | 16-bit integer |
 /// | b | the bytes of a block; 8 bytes for an object id |
-/// | c | a text: an "i" item with its length n, then a "b" item of n + 1 bytes in the ANSI code page, the
-/// last one 0 | | e | an "i" item |
+/// | c | a text: an "i" item with its length n, then a "b" item of n + 1 bytes (ANSI code page, a last 0) |
+/// | e | an "i" item |
 class VELTORA_API FileSerializer : public VeltoraSerializer, private Uncopyable {
 public:
   /// @param chemin  path in the ANSI code page
@@ -45,8 +45,8 @@ public:
   /// @throws std::range_error as `writeAcString`
   int writeString(const CString& text) override;
   int writeEnum(const int& value) override;
-  /// Texts of up to 255 characters; a longer one fails. A text that holds a zero byte is read up to it, and
-  /// fails.
+  /// Texts of up to 255 characters; a longer one fails. A text that holds a zero byte
+  /// is read up to it, and fails.
   int readAcString(AcString& text) override;
   int readObjectId(AcDbObjectId& id) override;
   int readByte(unsigned char& value) override;

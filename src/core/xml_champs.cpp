@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "core/xml_controle.h"
+#include "core/xml_utf8.h"
 
 namespace veltora {
 namespace {

@@ -28,15 +28,9 @@ VELTORA_API int lireElementTexte(const TiXmlElement& parent, const char* nom, st
 /// Number of children of exactly this name.
 VELTORA_API int compterElements(const TiXmlElement& parent, const char* nom);
 
-/// The system's own UTF-8, in both directions by 16-bit units: a character above U+FFFF goes out as two
-/// sequences of three bytes, and a sequence of up to six bytes that stands for more than 65535 comes in as
-/// "?". A byte that begins no sequence is skipped; a truncated or malformed sequence ends the text.
-VELTORA_API std::string utf8DepuisTexte(std::wstring_view texte);
-VELTORA_API std::wstring texteDepuisUtf8(std::string_view octets);
-
 /// Reads a document from bytes of any 8-bit encoding.
-/// @return false, the document empty, when they are not well-formed XML, nested deeper than 100 or above 64
-/// MiB
+/// @return false, the document empty, when they are not well-formed XML, nested
+/// deeper than 100 or above 64 MiB
 VELTORA_API bool analyserXML(TiXmlDocument& document, std::string_view octets);
 VELTORA_API bool chargerFichierXML(TiXmlDocument& document, const std::filesystem::path& chemin);
 /// The library's indented printing.

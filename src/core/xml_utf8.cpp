@@ -1,4 +1,4 @@
-#include "core/xml_champs.h"
+#include "core/xml_utf8.h"
 
 #include <cstdint>
 
@@ -31,8 +31,8 @@ std::size_t longueurSequence(unsigned char tete) {
   return tete < 0xFC ? 5 : 6;
 }
 
-/// Value of a whole sequence. @return false when it is truncated or a byte behind the first does not continue
-/// it
+/// Value of a whole sequence.
+/// @return false when it is truncated or a byte behind the first does not continue it
 bool lireSequence(std::string_view octets, std::size_t longueur, std::uint32_t& valeur) {
   if (octets.size() < longueur) return false;
   const auto tete = static_cast<unsigned char>(octets[0]);
@@ -55,8 +55,8 @@ std::string utf8DepuisTexte(std::wstring_view texte) {
     if (valeur <= 0xFFFF) {
       ajouterUnite(octets, valeur);
     } else if (valeur <= 0x10FFFF) {
-      // Deliberate (utf8-substituts): two sequences of three bytes, one for each 16-bit unit, not one of
-      // four.
+      // Deliberate (utf8-substituts): two sequences of three bytes, one for each
+      // 16-bit unit, not one of four.
       ajouterUnite(octets, 0xD800 | ((valeur - 0x10000) >> 10));
       ajouterUnite(octets, 0xDC00 | ((valeur - 0x10000) & 0x3FF));
     } else {

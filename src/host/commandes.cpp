@@ -1,7 +1,6 @@
 #include "host/commandes.h"
 
 #include "arx/db/dblines.h"
-#include "arx/db/dbmain.h"
 #include "arx/ed/accmd.h"
 #include "arx/ed/acutads.h"
 #include "arx/rx/rxdict.h"
@@ -9,6 +8,7 @@
 #include "calc/dialogs/moindres_carres_dlg.h"
 #include "calc/dialogs/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
+#include "core/drawing_space.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "points/projets_topo.h"
@@ -38,16 +38,14 @@ void pointsDuDessin() {
 
 /// Adds a host point for each point of the current table that has an altitude.
 void ptsEn3D() {
-  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
-  if (!tablesPoints || !db) return;
+  if (!tablesPoints) return;
   const listePointsDuDessin& table = *tablesPoints->currTable();
-  const AcDbObjectPointer<AcDbBlockTableRecord> espace(db->modelSpaceId(), AcDb::kForWrite);
-  if (espace.openStatus() != Acad::eOk) return;
+  DrawingSpace espace;
+  if (!espace.ready()) return;
   constexpr double kAltitudeExtreme = 1e8;
   for (const pointDuDessin& point : *table.getData()) {
     if (!(-kAltitudeExtreme <= point.z && point.z < kAltitudeExtreme)) continue;
-    auto entite = std::make_unique<AcDbPoint>(point.getAs3dPnt());
-    if (espace->appendAcDbEntity(entite.get()) == Acad::eOk) entite.release()->close();
+    espace.add(std::make_unique<AcDbPoint>(point.getAs3dPnt()));
   }
   acutPrintf(L"\n%d points", table.nbPoint());
 }

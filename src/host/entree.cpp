@@ -7,7 +7,7 @@
 #include "host/commandes.h"
 #include "host/donnees_document.h"
 #include "host/lisp/table_lisp.h"
-#include "points/projets_topo.h"
+#include "points/infos_topo.h"
 
 namespace veltora {
 namespace {

@@ -7,8 +7,8 @@ namespace veltora {
 
 class htmlDocument;
 
-/// Writes the report of a job without a dialog: the Word form when the name ends in ".doc", nothing for an
-/// empty path.
+/// Writes the report of a job without a dialog: the Word form when the name ends in
+/// ".doc", nothing for an empty path.
 /// @return false with the reason, in French, in `erreur`
 bool ecrireRapport(htmlDocument& rapport, const std::filesystem::path& chemin, std::wstring& erreur);
 

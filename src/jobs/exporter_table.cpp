@@ -42,8 +42,8 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   const auto sansAltitude = std::count_if(points.begin(), points.end(),
                                           [](const pointDuDessin& point) { return point.z == Z_ABSENT; });
   if (sansAltitude > 0)
-    resultat.remarques.push_back(base::formater(L"points sans altitude, dont la colonne Z reste vide : %d",
-                                                static_cast<int>(sansAltitude)));
+    resultat.remarques.ajouter(base::formater(L"points sans altitude, dont la colonne Z reste vide : %d",
+                                              static_cast<int>(sansAltitude)));
   return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/export.h"
+#include "core/code_range.h"
 #include "jobs/resultat_points.h"
 #include "points/tri_points.h"
 
@@ -13,7 +14,7 @@ namespace veltora {
 struct demandeExportPoints {
   std::filesystem::path fichier;  ///< its extension tells the form: .htm, .html, .doc, any other is text
   std::wstring table;             ///< empty for the current one
-  int code = 0;                   ///< only points of this code; 0 for all
+  int code = 0;                   ///< only points of this code, of those that a point may bear; 0 for all
   colonnePoints tri = colonnePoints::kOrdre;
 };
 

@@ -40,8 +40,8 @@ bool lire(const demandeHelmert& demande, couplesNommes& lus, resultatHelmertUnAp
     return false;
   }
   lus = lireCouples(*octets);
-  const std::wstring court = base::fromUtf8(demande.fichier.filename().string());
-  for (const std::wstring& remarque : lus.remarques) resultat.remarques.push_back(court + L", " + remarque);
+  resultat.remarques = lus.remarques;
+  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
   if (lus.noms.size() >= kCouplesMinimum) return true;
   resultat.erreur = base::formater(L"« %s » : %d couple%s de points, il en faut au moins trois", nom.c_str(),
                                    static_cast<int>(lus.noms.size()), lus.noms.size() > 1 ? L"s" : L"");

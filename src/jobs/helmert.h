@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/export.h"
+#include "base/remarque.h"
 #include "calc/helmert/helmert.h"
 
 #include <filesystem>
@@ -25,14 +25,14 @@ struct resultatHelmertUnAppel {
   resultatHelmert parametres;
   std::vector<residuHelmert> residus;  ///< one a pair, in order
   ecartsHelmert ecarts;
-  int transformees = 0;                 ///< entities carried
-  int refusees = 0;                     ///< entities that would not be
-  std::vector<std::wstring> remarques;  ///< French: what was passed over
-  std::wstring erreur;                  ///< French, why there is no result; empty on success
+  int transformees = 0;       ///< entities carried
+  int refusees = 0;           ///< entities that would not be
+  base::Remarques remarques;  ///< what was passed over
+  std::wstring erreur;        ///< French, why there is no result; empty on success
 };
 
-/// Reads, computes, writes the report, transforms, in this order; the first failure ends it, and nothing is
-/// transformed then.
+/// Reads, computes, writes the report, transforms, in this order; the first failure ends it, and
+/// nothing is transformed then.
 /// @return false with `erreur` set: the file cannot be read or has fewer than three pairs, the pairs
 /// determine no transformation, the report cannot be written
 VELTORA_API bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resultat);

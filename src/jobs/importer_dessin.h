@@ -16,8 +16,8 @@ struct demandeImportDessin {
 };
 
 struct resultatImportDessin {
-  std::vector<std::pair<int, std::wstring>>
-      comptes;          ///< points made from each source that gave some, and its title
+  /// Points made from each source that gave some, and its title.
+  std::vector<std::pair<int, std::wstring>> comptes;
   std::wstring table;   ///< that took the points
   int points = 0;       ///< of that table now
   std::wstring erreur;  ///< French, why nothing came of it; empty on success

@@ -5,27 +5,23 @@
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/point_name.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/projets_topo.h"
 
-#include <algorithm>
 #include <set>
 
 namespace veltora {
 namespace {
 
-/// Remarks that are told one by one.
-constexpr std::size_t kRemarquesCitees = 20;
-
 std::wstring nomAffiche(const std::filesystem::path& fichier) { return base::fromUtf8(fichier.string()); }
 
-void remarquerLignes(const tableObsXYZ& liste, const std::wstring& fichier, resultatPoints& resultat) {
-  const std::size_t nombre = liste.remarques.size();
-  for (std::size_t i = 0; i < std::min(nombre, kRemarquesCitees); ++i)
-    resultat.remarques.push_back(fichier + L", " + texteRemarque(liste.remarques[i]));
-  if (nombre > kRemarquesCitees)
-    resultat.remarques.push_back(
-        base::formater(L"%s : %d autres remarques", fichier, static_cast<int>(nombre - kRemarquesCitees)));
+void remarquerLignes(const tableObsXYZ& liste, const std::wstring& fichier, base::Remarques& remarques) {
+  base::Remarques lues = liste.remarques;
+  lues.situer(fichier);
+  remarques.citer(lues, [&fichier](int reste) {
+    return fichier + L" : " + std::to_wstring(reste) + L" autres remarques";
+  });
 }
 
 void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
@@ -33,15 +29,11 @@ void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
   int doubles = 0;
   std::set<std::string> noms;
   for (const pointXYZ& ligne : liste.lignes) {
-    std::string nom = base::narrow(ligne.nom);
-    if (nom.size() > pointDuDessin::kLongueurNom) {
-      ++coupes;
-      nom.resize(pointDuDessin::kLongueurNom);
-    }
-    if (!noms.insert(base::toLowerAnsi(nom)).second) ++doubles;
+    if (ligne.nom.size() > kPointNameLength) ++coupes;
+    if (!noms.insert(base::toLowerAnsi(pointName(ligne.nom))).second) ++doubles;
   }
   const auto dire = [&resultat](const wchar_t* texte, int nombre) {
-    if (nombre > 0) resultat.remarques.push_back(base::formater(texte, nombre));
+    if (nombre > 0) resultat.remarques.ajouter(base::formater(texte, nombre));
   };
   dire(L"noms coupés à 9 caractères : %d", coupes);
   dire(L"noms qui se répètent dans la liste : %d", doubles);
@@ -51,15 +43,12 @@ void remarquerNoms(const tableObsXYZ& liste, resultatPoints& resultat) {
 void remplacer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
   int remplaces = 0;
   for (const pointXYZ& ligne : liste.lignes) {
-    pointDuDessin point;
-    point.setNomPoint(ligne.nom.c_str());
-    const std::wstring nom = base::widen(point.nomPoint);
     const int avant = table.nbPoint();
-    table.supprimerPoint(nom.c_str());
+    table.supprimerPoint(base::widen(pointName(ligne.nom)).c_str());
     remplaces += avant - table.nbPoint();
   }
   if (remplaces > 0)
-    resultat.remarques.push_back(base::formater(L"points du même nom remplacés : %d", remplaces));
+    resultat.remarques.ajouter(base::formater(L"points du même nom remplacés : %d", remplaces));
 }
 
 /// @return false when the user stops
@@ -81,14 +70,14 @@ bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints
     suivi.avancer();
   }
   if (sansBloc > 0)
-    resultat.remarques.push_back(
+    resultat.remarques.ajouter(
         base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", sansBloc));
   return true;
 }
 
 }  // namespace
 
-bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
+bool importerListe(const demandeImportListe& demande, resultatPoints& resultat) {
   resultat = {};
   const std::wstring fichier = nomAffiche(demande.fichier);
   if (!tablesPoints) return resultat.echec(kSansProjet);
@@ -96,7 +85,7 @@ bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat) {
   liste.colonneZCompte = true;
   if (!liste.charger(fichier.c_str()))
     return resultat.echec(L"« " + fichier + L" » : fichier introuvable ou illisible");
-  remarquerLignes(liste, fichier, resultat);
+  remarquerLignes(liste, fichier, resultat.remarques);
   if (liste.lignes.empty()) return resultat.echec(L"« " + fichier + L" » : aucun point");
   remarquerNoms(liste, resultat);
   listePointsDuDessin& table = tablesPoints->tableOuNouvelle(demande.table);

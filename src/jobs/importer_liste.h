@@ -9,7 +9,7 @@
 /// A list of coordinates placed in one call, on the installed project and the working drawing.
 namespace veltora {
 
-struct demandeListeXYZ {
+struct demandeImportListe {
   std::filesystem::path fichier;  ///< the .xyz list
   std::wstring table;             ///< takes the points, made when missing; empty for the current one
 };
@@ -19,6 +19,6 @@ struct demandeListeXYZ {
 /// within the list the same name may stand twice.
 /// @return false with `erreur` set, nothing changed: no project, the file cannot be read or holds no point;
 /// also when the user stops it, and then the points placed so far stay
-VELTORA_API bool placerListeXYZ(const demandeListeXYZ& demande, resultatPoints& resultat);
+VELTORA_API bool importerListe(const demandeImportListe& demande, resultatPoints& resultat);
 
 }  // namespace veltora

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
-/// The point tables stored in a drawing file, listed in one call; neither documents nor the installed project
-/// take part.
+/// The point tables stored in a drawing file, listed in one call; neither documents nor the
+/// installed project take part.
 namespace veltora {
 
 /// @param csv  columns parted by semicolons instead of a text for people  @param texte  UTF-8

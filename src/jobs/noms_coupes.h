@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/remarque.h"
 #include "calc/traverse/polygonale.h"
 
-#include <string>
 #include <vector>
 
 namespace veltora {
@@ -11,6 +11,6 @@ namespace veltora {
 /// @param genre  "deux stations", "deux points": what bears one name
 /// @param suite  what becomes of them: "seule la dernière est placée"
 void remarquerNoms(const std::vector<stationCalculee>& stations, const wchar_t* genre, const wchar_t* suite,
-                   std::vector<std::wstring>& remarques);
+                   base::Remarques& remarques);
 
 }  // namespace veltora

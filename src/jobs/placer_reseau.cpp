@@ -1,5 +1,6 @@
 #include "jobs/placer_reseau.h"
 
+#include "core/code_range.h"
 #include "jobs/placer_stations.h"
 
 #include <cmath>
@@ -38,8 +39,6 @@ std::vector<stationCalculee> pointsSitues(const reseauMoindresCarres& reseau) {
   return liste;
 }
 
-void placerReseau(const std::vector<stationCalculee>& points) {
-  placerStations(points, kCodePointsReseau, true);
-}
+void placerReseau(const std::vector<stationCalculee>& points) { placerStations(points, kStationCode, true); }
 
 }  // namespace veltora

@@ -7,8 +7,6 @@
 
 namespace veltora {
 
-inline constexpr int kCodePointsReseau = 100;  ///< of the points of a network; there is no choice
-
 /// The known points, in the order of the network. An altitude that is unknown or no number is Z_ABSENT.
 std::vector<stationCalculee> pointsCanevas(const reseauMoindresCarres& reseau);
 /// The points to compute that are usable, likewise. One whose X and Y are unknown or no numbers (usable in

@@ -11,32 +11,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <memory>
 
 namespace veltora {
 namespace {
-
-/// Ignored lines that are named one by one.
-constexpr std::size_t kLignesCitees = 20;
-
-using Remarques = std::vector<std::wstring>;
-
-void remarquerLignes(const std::vector<remarqueObs>& lues, Remarques& remarques) {
-  std::wstring ignorees;
-  std::size_t nombre = 0;
-  for (const remarqueObs& remarque : lues) {
-    if (remarque.genre != remarqueObs::Genre::ligneIgnoree) {
-      remarques.push_back(texteRemarque(remarque));
-      continue;
-    }
-    ++nombre;
-    if (nombre <= kLignesCitees) ignorees += (nombre > 1 ? L", " : L"") + std::to_wstring(remarque.ligne);
-    if (nombre == kLignesCitees + 1) ignorees += L"…";
-  }
-  if (nombre == 1) remarques.push_back(L"1 ligne ignorée : " + ignorees);
-  if (nombre > 1) remarques.push_back(std::to_wstring(nombre) + L" lignes ignorées : " + ignorees);
-}
 
 bool finies(const std::vector<stationCalculee>& stations) {
   return std::all_of(stations.begin(), stations.end(), [](const stationCalculee& s) {
@@ -52,9 +30,9 @@ std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPo
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return nullptr;
   }
-  std::vector<remarqueObs> remarques;
-  std::unique_ptr<polygonaleLue> lue = lirePolygonale(*octets, remarques);
-  remarquerLignes(remarques, resultat.remarques);
+  base::Remarques lues;
+  std::unique_ptr<polygonaleLue> lue = lirePolygonale(*octets, lues);
+  resultat.remarques.ajouterGroupees(lues);
   resultat.modeAngle = lue->donnees().modeAngle;
   resultat.ouverte = lue->ouverte();
   if (lue->donnees().lignes.size() >= 2) return lue;
@@ -64,16 +42,16 @@ std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPo
 }
 
 bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
-  if (demande.placer && (demande.code < 1 || demande.code > 9999)) {
-    resultat.erreur = base::formater(L"le code %d n'est pas compris entre 1 et 9999", demande.code);
+  if (demande.placer && !isPointCode(demande.code)) {
+    resultat.erreur = base::formater(L"le code %d n'est pas compris entre %d et %d", demande.code,
+                                     kSmallestCode, kLargestCode);
     return false;
   }
   const std::unique_ptr<polygonaleLue> lue = lire(demande, resultat);
   if (!lue) return false;
   htmlDocument rapport;
   resultat.stations = lue->calculer(&rapport, false, false, resultat.fermetures);
-  for (std::wstring& phrase : lue->doutes(resultat.fermetures))
-    resultat.remarques.push_back(std::move(phrase));
+  resultat.remarques.ajouter(lue->doutes(resultat.fermetures));
   if (demande.placer) {
     remarquerNoms(resultat.stations, L"deux stations", L"seule la dernière est placée", resultat.remarques);
   }
@@ -98,8 +76,7 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
 bool executerPolygonale(const demandePolygonale& demande, resultatPolygonale& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  const std::wstring nom = base::fromUtf8(demande.fichier.filename().string());
-  for (std::wstring& remarque : resultat.remarques) remarque.insert(0, nom + L", ");
+  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
   return reussi;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "base/export.h"
+#include "base/remarque.h"
 #include "calc/traverse/polygonale.h"
+#include "core/code_range.h"
 
 #include <filesystem>
 #include <string>
@@ -14,7 +15,7 @@ struct demandePolygonale {
   std::filesystem::path fichier;  ///< the .obs file
   std::filesystem::path rapport;  ///< report to write; empty for none; the Word form when it ends in ".doc"
   bool placer = true;             ///< stations into the current table and the working drawing
-  int code = 100;                 ///< of the stations, 1 to 9999
+  int code = kStationCode;        ///< of the stations
   bool altitudes = false;         ///< place the stations with their altitudes
   bool dessinerBrute = false;
   bool dessinerCompensee = false;
@@ -24,10 +25,9 @@ struct resultatPolygonale {
   bool ouverte = false;
   std::vector<stationCalculee> stations;  ///< departure first; the last of an open traverse is its arrival
   fermeturesPolygonale fermetures;
-  int modeAngle = 0;  ///< of the file: 0 grades, 1 degres, 2 radians
-  std::vector<std::wstring>
-      remarques;        ///< French, what was passed over, guessed or looks wrong; the run goes on
-  std::wstring erreur;  ///< French, why there is no result; empty on success
+  int modeAngle = 0;          ///< of the file: 0 grades, 1 degres, 2 radians
+  base::Remarques remarques;  ///< what was passed over, guessed or looks wrong
+  std::wstring erreur;        ///< French, why there is no result; empty on success
 };
 
 /// Reads, computes, writes the report, places the stations, in this order; the first failure ends it, and

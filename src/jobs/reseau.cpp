@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/remarques_reseau.h"
+#include "core/code_range.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_reseau.h"
 #include "jobs/placer_stations.h"
@@ -78,7 +79,7 @@ void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
 void placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   const std::vector<stationCalculee> points = pointsSitues(reseau);
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
-  preparerCodeStations(kCodePointsReseau, false);
+  preparerCodeStations(kStationCode, false);
   placerReseau(points);
   resultat.places = static_cast<int>(points.size());
 }
@@ -107,8 +108,7 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
 bool executerReseau(const demandeReseau& demande, resultatReseau& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  const std::wstring nom = base::fromUtf8(demande.fichier.filename().string());
-  for (std::wstring& remarque : resultat.remarques) remarque.insert(0, nom + L", ");
+  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
   return reussi;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/export.h"
+#include "base/remarque.h"
 
 #include <filesystem>
 #include <string>
@@ -33,8 +33,8 @@ struct resultatReseau {
   bool convergence = false;           ///< of X and Y
   std::vector<pointReseau> calcules;  ///< points with X and Y or a height computed, in the order of the file
   int places = 0;
-  std::vector<std::wstring> remarques;  ///< French: what the surveyor must know and the log does not say
-  std::wstring erreur;                  ///< French, why there is no result; empty on success
+  base::Remarques remarques;  ///< what the surveyor must know and the log does not say
+  std::wstring erreur;        ///< French, why there is no result; empty on success
 };
 
 /// Reads, computes X and Y, then the heights when there are height differences, writes the log, places the

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/remarque.h"
+
 #include <string>
-#include <vector>
 
 namespace veltora {
 
@@ -10,9 +11,9 @@ inline constexpr const wchar_t* kInterrompu = L"interrompu";
 
 /// What a job on point tables gives.
 struct resultatPoints {
-  int nombre = 0;                       ///< points placed or written
-  std::vector<std::wstring> remarques;  ///< French, what was passed over or changed; the run goes on
-  std::wstring erreur;                  ///< French, why nothing was done; empty on success
+  int nombre = 0;             ///< points placed or written
+  base::Remarques remarques;  ///< what was passed over or changed
+  std::wstring erreur;        ///< French, why nothing was done; empty on success
 
   /// Notes why nothing was done. @return false
   bool echec(const std::wstring& raison) {

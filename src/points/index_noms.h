@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/point_name.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +13,7 @@ namespace veltora {
 /// Key of a point name: widened, lower-cased, without the characters of `bords` at both ends. A name that is
 /// longer than any point's, or holds a character that no name can hold, gives a key that is never entered.
 struct cleNomPoint {
-  std::array<char16_t, 9> lettres{};
+  std::array<char16_t, kPointNameLength> lettres{};
   std::uint8_t longueur = 0;
   bool impossible = false;
 

@@ -1,17 +1,13 @@
-// Where the point tables live in a drawing: an xrecord in the extension dictionary of layer "0".
+#include "points/infos_topo.h"
 
 #include "arx/db/dbdict.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
 #include "core/resbuf_serializer.h"
-#include "points/lecture_tables.h"
-#include "points/projets_topo.h"
 
 #include <memory>
 
 namespace veltora {
-
-projetsTopo* tablesPoints = nullptr;
 
 namespace {
 

@@ -12,9 +12,9 @@ namespace veltora {
 /// Where blocks have come to stand.
 using placesBlocs = std::unordered_map<AcDbObjectId, AcGePoint3d>;
 
-/// One named table of points: an array, which is the truth, and a dictionary by name, which is a fast way in.
-/// Of two points of one name the dictionary knows the later one. Names compare ignoring case and outer
-/// blanks.
+/// One named table of points: an array, which is the truth, and a dictionary by name, which is a
+/// fast way in. Of two points of one name the dictionary knows the later one. Names compare
+/// ignoring case and outer blanks.
 ///
 /// An index outside the array raises std::invalid_argument. Operations that take a name never throw.
 class VELTORA_API listePointsDuDessin : private Uncopyable {
@@ -42,8 +42,8 @@ public:
   [[nodiscard]] int nombreAyantCode(int code) const;
   /// @return 1 and the point's block, 0 when the name is unknown
   int getObjId(const wchar_t* nom, AcDbObjectId& id) const;
-  /// @return 0 when the name is unknown; else 1, the code, and the block's place or, without a block, the
-  /// table's
+  /// @return 0 when the name is unknown; else 1, the code, and the block's place or,
+  /// without a block, the table's
   int getBlockPosition(const wchar_t* nom, AcGePoint3d& pt, int& code) const;
   /// The point nearest in the plane, the earlier of two equally near ones. @return 0 on an empty table
   int findNearestTo(double x, double y, pointDuDessin& out) const;
@@ -57,8 +57,7 @@ public:
   /// the earliest. A table that lost points comes out sorted by x, y, code.
   void delDups();
   /// @param tous  true: names "1", "2"... in array order, blocks follow; false: only names made of " *." get
-  /// the next
-  ///              free number, neither dictionary nor drawing follow
+  /// the next free number, neither dictionary nor drawing follow
   void renumeroter(bool tous);
   /// Removes the point and erases its block; the last point takes its place.
   void supprimerPoint(const wchar_t* nom);
@@ -70,8 +69,7 @@ public:
   /// Lets the user select entities of the drawing and turns them into points; see points/import_dessin.h.
   /// @param masque  sum of `drapeauSource`; without any nothing happens
   /// @param etiquetteNumero, etiquetteAltitude, etiquetteCode  attributes of the blocks of other tags, the
-  /// code's
-  ///        may be empty
+  /// code's may be empty
   /// @param decalage  from the position of a one-line text to its point, drawing units
   void importFromDrawing(int masque, CString& etiquetteNumero, CString& etiquetteAltitude,
                          CString& etiquetteCode, AcGeVector2d& decalage);

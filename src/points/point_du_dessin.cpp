@@ -1,7 +1,15 @@
 #include "points/point_du_dessin.h"
 
+#include "arx/db/dbblockref.h"
+#include "arx/db/dbmain.h"
+#include "base/format.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/block_attributes.h"
+#include "core/code_range.h"
+#include "core/valider_nombre.h"
+#include "core/veltora_serializer.h"
+#include "points/attribs_points.h"
 #include "points/point_xyz.h"
 
 #include <algorithm>
@@ -15,6 +23,13 @@ namespace {
 constexpr double kMemeCoordonnee = 0.0001;
 
 bool memeCoordonnee(double a, double b) { return std::abs(a - b) < kMemeCoordonnee; }
+
+/// Code of the attribute text, read as an unsigned number: 1 when it is too large,
+/// which a negative one is; 0 stays.
+int codeLu(const AcString& texte) {
+  const int code = base::lireEntier(texte);
+  return code == 0 ? 0 : codeOuDefaut(code);
+}
 
 }  // namespace
 
@@ -70,6 +85,74 @@ double pointDuDessin::distanceTo(const pointDuDessin& autre) const {
   const double dx = autre.x - x;
   const double dy = autre.y - y;
   return std::sqrt(dx * dx + dy * dy);
+}
+
+void pointDuDessin::creer(bool creerCalques, const wchar_t* obs) {
+  pointXYZ source;
+  source.x = x;
+  source.y = y;
+  source.z = z;
+  source.code = code;
+  source.nom = base::toUpper(base::trim(base::widen(nomPoint)));
+  if (obs) source.obs = base::trim(std::wstring_view(obs));
+  source.ecrireBlocPoint(acdbHostApplicationServices()->workingDatabase(), getTableCodification(), id,
+                         z != Z_ABSENT, creerCalques);
+}
+
+void pointDuDessin::updateDrawing() {
+  getTableCodification().getOuCreerCode(code);
+  const AcDbObjectPointer<AcDbObject> objet(id, AcDb::kForWrite);
+  if (!id.isValid() || objet.openStatus() != Acad::eOk) {
+    creer(true, nullptr);
+    return;
+  }
+  AcDbBlockReference* bloc = AcDbBlockReference::cast(objet.object());
+  if (!bloc) return;
+  CString altitude;
+  getZAsString(altitude);
+  // Deliberate (updatedrawing-code): the first pair bears the tag of the number, so the second overwrites it
+  // and the attribute CODE stays as it was.
+  const valeurAttribut valeurs[] = {{etiquettesPoints.numero, base::formater(L"%d", code)},
+                                    {etiquettesPoints.numero, base::widen(nomPoint)},
+                                    {etiquettesPoints.altitude, altitude}};
+  ecrireAttributs(*bloc, valeurs);
+  const AcGePoint3d place = bloc->position();
+  bloc->transformBy(AcGeMatrix3d::translation({x - place.x, y - place.y, 0.0}));
+}
+
+int pointDuDessin::updateFromDrawing(const AcDbObjectId& idBloc) {
+  const AcDbObjectId lu = idBloc;  // the argument may be this record's own id
+  id.setNull();
+  const AcDbObjectPointer<AcDbBlockReference> bloc(lu);
+  if (bloc.openStatus() != Acad::eOk) return 0;
+  x = bloc->position().x;
+  y = bloc->position().y;
+  id = lu;
+  AcString texte;
+  if (!lireAttribut(*bloc, etiquettesPoints.numero, texte)) return 0;
+  setNomPoint(texte.c_str());
+  code = lireAttribut(*bloc, etiquettesPoints.code, texte) ? codeLu(texte) : 1;
+  const bool cote = lireAttribut(*bloc, etiquettesPoints.altitude, texte) && validerNombre(texte);
+  z = cote ? base::lireReel(texte) : Z_ABSENT;
+  return 1;
+}
+
+int pointDuDessin::saveToXRecord(VeltoraSerializer* flux) const {
+  return flux->writeBytes(nomPoint, sizeof(nomPoint)) && flux->writeInt(code) && flux->writeDouble(x) &&
+                 flux->writeDouble(y) && flux->writeDouble(z) && flux->writeObjectId(id)
+             ? 1
+             : 0;
+}
+
+int pointDuDessin::readFromXRecord(VeltoraSerializer* flux) {
+  char nom[sizeof(nomPoint)] = {};
+  if (!flux->readBytes(nom, sizeof(nom))) return 0;
+  nom[kLongueurNom] = 0;
+  setNomPoint(nom);
+  return flux->readInt(code) && flux->readDouble(x) && flux->readDouble(y) && flux->readDouble(z) &&
+                 flux->readObjectId(id)
+             ? 1
+             : 0;
 }
 
 }  // namespace veltora

@@ -4,6 +4,7 @@
 #include "arx/db/dbid.h"
 #include "arx/ge/gepoint.h"
 #include "base/numbers.h"
+#include "core/point_name.h"
 
 namespace veltora {
 
@@ -11,10 +12,10 @@ class VeltoraSerializer;
 struct pointXYZ;
 using base::Z_ABSENT;
 
-/// One survey point: a plain record of fixed size that owns nothing, so that a table of points is one block
-/// of memory.
+/// One survey point: a plain record of fixed size that owns nothing, so that a table of
+/// points is one block of memory.
 struct VELTORA_API pointDuDessin {
-  static constexpr int kLongueurNom = 9;  ///< longest name, in bytes of the ANSI code page
+  static constexpr int kLongueurNom = kPointNameLength;  ///< longest name, in bytes of the ANSI code page
 
   double x = Z_ABSENT;                   ///< easting, drawing units
   double y = Z_ABSENT;                   ///< northing
@@ -41,9 +42,8 @@ struct VELTORA_API pointDuDessin {
   void getXY(double& px, double& py) const { px = x, py = y; }
   // Deliberate (setxy-altitude): sets the altitude too, in spite of its name.
   void setXY(double px, double py, double pz) { x = px, y = py, z = pz; }
-  [[nodiscard]] AcGePoint3d getAs3dPnt() const {
-    return {x, y, z};
-  }  ///< marker of a missing altitude included
+  /// Marker of a missing altitude included.
+  [[nodiscard]] AcGePoint3d getAs3dPnt() const { return {x, y, z}; }
   [[nodiscard]] int getCode() const { return code; }
   [[nodiscard]] AcDbObjectId& getId() { return id; }
   void setId(AcDbObjectId valeur) { id = valeur; }

@@ -5,9 +5,11 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/block_attributes.h"
 #include "core/compteur_identifiants.h"
+#include "core/drawing_space.h"
+#include "core/xdata_names.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/bloc_fichier.h"
 #include "points/projets_topo.h"
 
@@ -18,7 +20,6 @@
 namespace veltora {
 namespace {
 
-constexpr const ACHAR* kApplication = L"VARNPLUS";  ///< its extended data mark a point block
 constexpr int kParCalque = 256;
 
 double s_facteur = 1.0;
@@ -44,10 +45,10 @@ calquesCode trouverCalques(AcDbDatabase& db, tableCodification& codes, codifPoin
 
 void enregistrerApplication(AcDbDatabase& db) {
   const AcDbObjectPointer<AcDbRegAppTable> lecture(db.regAppTableId());
-  if (lecture.openStatus() != Acad::eOk || lecture->has(kApplication)) return;
+  if (lecture.openStatus() != Acad::eOk || lecture->has(kXDataVeltora)) return;
   AcDbObjectId id;
   auto fiche = std::make_unique<AcDbRegAppTableRecord>();
-  fiche->setName(kApplication);
+  fiche->setName(kXDataVeltora);
   lecture->upgradeOpen();
   if (lecture->add(id, fiche.get()) == Acad::eOk) fiche.release()->close();
   lecture->downgradeOpen();
@@ -80,18 +81,9 @@ void ajouterAttribut(AcDbBlockReference& bloc, const attributVoulu& voulu, doubl
   if (bloc.appendAttribute(attribut.get()) == Acad::eOk) attribut.release()->close();
 }
 
-/// Appends a reference to model space and leaves it open for writing. @return null when the drawing refuses
-AcDbBlockReference* insererReference(AcDbDatabase& db, std::unique_ptr<AcDbBlockReference> bloc) {
-  const AcDbObjectPointer<AcDbBlockTableRecord> espace(db.modelSpaceId(), AcDb::kForWrite);
-  AcDbObjectId id;
-  if (espace.openStatus() != Acad::eOk || espace->appendAcDbEntity(id, bloc.get()) != Acad::eOk)
-    return nullptr;
-  return bloc.release();
-}
-
 void marquerBloc(AcDbBlockReference& bloc, AcDbDatabase& db) {
   enregistrerApplication(db);
-  resbuf* marque = acutBuildList(1001, kApplication, 1070, 1, RTNONE);
+  resbuf* marque = acutBuildList(1001, kXDataVeltora, 1070, 1, RTNONE);
   if (marque) bloc.setXData(marque);
   acutRelRb(marque);
 }
@@ -118,7 +110,7 @@ int pointXYZ::ecrireBlocPoint(AcDbDatabase* db, tableCodification& codes, AcDbOb
   auto nouveau = std::make_unique<AcDbBlockReference>(AcGePoint3d(x, y, 0.0), definition);
   nouveau->setScaleFactors(AcGeScale3d(h));
   if (!calques[layerBlock].isNull()) nouveau->setLayer(calques[layerBlock]);
-  AcDbBlockReference* bloc = insererReference(*db, std::move(nouveau));
+  AcDbBlockReference* bloc = DrawingSpace(db).addOpen(std::move(nouveau));
   if (!bloc) return 0;
   idResultat = bloc->objectId();
   const attributVoulu attributs[] = {

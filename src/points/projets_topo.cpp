@@ -1,6 +1,7 @@
 #include "points/projets_topo.h"
 
 #include "base/text.h"
+#include "core/veltora_serializer.h"
 
 #include <memory>
 #include <stdexcept>
@@ -12,6 +13,8 @@ namespace {
 constexpr const wchar_t* kTableParDefaut = L"LEVE";
 
 }  // namespace
+
+projetsTopo* tablesPoints = nullptr;
 
 projetsTopo::projetsTopo() { reset(); }
 
@@ -101,6 +104,31 @@ void projetsTopo::nettoyerLeveVides() {
   }
   for (auto i = vides.rbegin(); i != vides.rend() && tablesListe.GetSize() > 1; ++i) supprimer(*i);
   tableCourante = 0;
+}
+
+int projetsTopo::SaveToXRecord(VeltoraSerializer* flux) const {
+  if (!flux->writeInt(tableCourante) || !flux->writeInt(tablesListe.GetSize())) return 0;
+  for (const listePointsDuDessin* table : tablesListe)
+    if (!(table ? table->saveToXRecord(flux) : listePointsDuDessin().saveToXRecord(flux))) return 0;
+  return 1;
+}
+
+int projetsTopo::GetFromXRecord(VeltoraSerializer* flux) {
+  flux->rewind();
+  removeAll();
+  int nombre = 0;
+  bool lu = flux->readInt(tableCourante) && flux->readInt(nombre);
+  for (int i = 0; lu && i < nombre; ++i) {
+    creerTablePoints(L"");
+    lu = tablesListe.GetAt(i)->GetFromXRecord(flux) != 0;
+  }
+  if (!lu) {
+    reset();
+    return 0;
+  }
+  if (tablesListe.empty()) reset();
+  nettoyerLeveVides();
+  return 1;
 }
 
 }  // namespace veltora

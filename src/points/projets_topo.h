@@ -49,18 +49,4 @@ private:
 /// The project on which all commands work; null at load. Its owner installs it with `setSrcInfosTopo`.
 VELTORA_API extern projetsTopo* tablesPoints;
 
-/// Installs the project of a drawing, which the caller owns.
-/// @param sauvegarder  non-zero: the save message writes the project into the drawing; 0: an empty record
-/// @param charger  non-zero: the project is filled from the drawing `db` (null: the working one). Stored data
-/// that
-///        cannot be read leave a new project, and the user is told
-VELTORA_API void setSrcInfosTopo(AcDbDatabase* db, projetsTopo* projets, int sauvegarder, int charger);
-/// Replaces the stored data of the working drawing by an empty record.
-VELTORA_API void purgeInfosTopo();
-/// Writes the project into the working drawing, as the save message does. @return 0 when something could not
-/// be written
-int sauvegarderInfosTopo();
-/// Fills the installed project from a drawing (null: the working one); nothing without a project.
-void chargerInfosTopo(AcDbDatabase* db);
-
 }  // namespace veltora

@@ -24,9 +24,9 @@ public:
   void ajouterEntete(std::string_view ligne) { m_entetes.emplace_back(ligne); }
   void ajouterCorps(std::string_view ligne) { m_corps.emplace_back(ligne); }
 
-  /// Writes the file, whole or not at all; a format other than `simple` and `word` writes none. Without a
-  /// name it goes to a new "_TP….html" in the temporary folder, which becomes `nomFichier` and is never
-  /// removed.
+  /// Writes the file, whole or not at all; a format other than `simple` and `word` writes none.
+  /// Without a name it goes to a new "_TP….html" in the temporary folder, which becomes
+  /// `nomFichier` and is never removed.
   /// @param raison why it failed, in French
   /// @return false when no file was written
   bool ecrire(std::string* raison = nullptr);

@@ -18,9 +18,9 @@ public:
   virtual ~htmlSize() = default;
 
   void set(double nouvelleValeur, int nouvelleUnite);
-  /// The value as a whole number when nothing stands behind the point (10 in pt is "10pt"), else with two
-  /// decimals; a fractional percentage has a blank in front of its sign ("5.50 %"). An unknown unit prints no
-  /// suffix.
+  /// The value as a whole number when nothing stands behind the point (10 in pt is "10pt"), else
+  /// with two decimals; a fractional percentage has a blank in front of its sign ("5.50 %"). An
+  /// unknown unit prints no suffix.
   [[nodiscard]] std::string css() const;
 
   double valeur = 0.0;

@@ -1,7 +1,7 @@
 #include "report/html_table.h"
 
 #include "base/format.h"
-#include "report/html_number.h"
+#include "report/html_text.h"
 
 #include <algorithm>
 

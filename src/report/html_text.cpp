@@ -1,6 +1,8 @@
 #include "report/html_text.h"
 
-#include "report/html_number.h"
+#include "base/format.h"
+
+#include <algorithm>
 
 namespace veltora {
 
@@ -25,6 +27,10 @@ std::string htmlText::html() const {
     default:
       return {};
   }
+}
+
+std::string texteNombre(double valeur, int decimales) {
+  return base::formater("%.*f", std::clamp(decimales, 0, 99), valeur);
 }
 
 }  // namespace veltora

@@ -11,9 +11,8 @@
 /// them (ui/driver.h). Two kinds of operation stand side by side on a control:
 /// - what the dialog's own code calls (`setText`, `setIndex`, ...) changes the state and calls nothing back;
 /// - what the user does, told by a driver or a test (`userType`, `userPress`, ...), moves the focus, changes
-/// the state
-///   and then calls the callbacks. It gives false, with nothing changed, when the control is hidden or
-///   disabled, or when the control that was left took the focus back.
+///   the state and then calls the callbacks. It gives false, with nothing changed, when the control is
+///   hidden or disabled, or when the control that was left took the focus back.
 namespace veltora::ui {
 
 class Control;
@@ -34,8 +33,8 @@ public:
 
 protected:
   Container() = default;
-  /// Runs each time the dialog opens, before it is shown: the dialog's own first, then those of its groups
-  /// and pages.
+  /// Runs each time the dialog opens, before it is shown: the dialog's own first, then
+  /// those of its groups and pages.
   virtual void onInit() {}
   void initAll();
 
@@ -67,22 +66,22 @@ public:
   /// The control's own state, whatever its containers are.
   [[nodiscard]] bool visible() const { return m_visible; }
   [[nodiscard]] bool enabled() const { return m_enabled; }
-  /// True when the control and all that it lies in is visible (a page that is not in front does not count as
-  /// hidden).
+  /// True when the control and all that it lies in is visible (a page that is not in
+  /// front does not count as hidden).
   [[nodiscard]] bool shown() const;
   /// Likewise visible and enabled.
   [[nodiscard]] bool usable() const;
 
-  /// Places the control on the line of `neighbour`, which lives as long; a script may then say
-  /// `Voisin/Légende`.
+  /// Places the control on the line of `neighbour`, which lives as long; a script
+  /// may then say `Voisin/Légende`.
   void beside(Control& neighbour) { m_neighbour = &neighbour; }
   [[nodiscard]] Control* neighbour() const { return m_neighbour; }
 
-  /// Gives the control the keyboard without leaving another one; inside an `onLeave` it undoes the user's
-  /// move.
+  /// Gives the control the keyboard without leaving another one; inside an
+  /// `onLeave` it undoes the user's move.
   void setFocus();
-  /// The user goes to this control: the one that had the focus is left. @return false when he does not get
-  /// there.
+  /// The user goes to this control: the one that had the focus is left.
+  /// @return false when he does not get there.
   bool userEnter();
   /// True for what the keyboard can go to.
   [[nodiscard]] virtual bool focusable() const { return true; }

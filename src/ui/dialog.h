@@ -43,20 +43,20 @@ public:
   /// @return the result given to `endDialog`
   /// @throws NoDriver when no driver is installed; std::logic_error when the dialog is open already
   int doModal();
-  /// Ends the dialog; `doModal` returns when the callback in progress has returned. Without effect when it is
-  /// closed.
+  /// Ends the dialog; `doModal` returns when the callback in progress has returned.
+  /// Without effect when it is closed.
   void endDialog(int result);
   [[nodiscard]] bool isOpen() const { return m_open; }
   [[nodiscard]] int result() const { return m_result; }
 
-  /// Takes the dialog off the screen for a prompt on the command line, and brings it back. See
-  /// `HiddenDialog`.
+  /// Takes the dialog off the screen for a prompt on the command line, and brings
+  /// it back. See `HiddenDialog`.
   void hide();
   void show();
   [[nodiscard]] bool hidden() const { return m_hidden; }
 
-  /// Shows the dialog and returns at once (progress). Without a driver nothing is shown, and the work goes
-  /// on.
+  /// Shows the dialog and returns at once (progress). Without a driver nothing is
+  /// shown, and the work goes on.
   void openModeless();
   void closeModeless();
 
@@ -70,8 +70,8 @@ public:
   [[nodiscard]] Dialog* dialogOf() override { return this; }
   [[nodiscard]] Control* focus() const { return m_focus; }
   void setFocus(Control* control) { m_focus = control; }
-  /// The user's focus moves: the control that had it is left. @return false when it was called back
-  /// meanwhile.
+  /// The user's focus moves: the control that had it is left.
+  /// @return false when it was called back meanwhile.
   bool moveFocus(Control* control);
 
 private:

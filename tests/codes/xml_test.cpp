@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/xml_champs.h"
+#include "core/xml_utf8.h"
 #include "support/case_rows.h"
 #include "support/dossier_essai.h"
 

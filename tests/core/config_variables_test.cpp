@@ -1,6 +1,6 @@
 // "config.ini" and the variables that live in it.
 #include "core/config_store.h"
-#include "core/config_variable.h"
+#include "core/config_systeme.h"
 #include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>

@@ -40,10 +40,10 @@ void checkRead(const reseauMoindresCarres& network) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   reseauMoindresCarres network;
-  std::vector<std::wstring> remarks;
+  base::Remarques remarks;
   const bool read = lireMc(bytes, network, &remarks);
   require(read == (!network.points.empty() && !network.observations.empty()));
-  for (const std::wstring& remark : remarks) require(!remark.empty());
+  for (const base::Remarque& remark : remarks) require(!remark.texte.empty());
   checkRead(network);
   if (network.points.GetSize() > kPointsMax || network.observations.GetSize() > kObservationsMax) return 0;
   const int points = network.points.GetSize();

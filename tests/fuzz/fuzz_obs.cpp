@@ -13,8 +13,8 @@ using namespace veltora;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view octets(reinterpret_cast<const char*>(data), size);
   polygonaleFermeeObs obs;
-  for (const remarqueObs& remarque : lireObsFermee(octets, obs)) {
-    if (texteRemarque(remarque).empty()) std::abort();
+  for (const base::Remarque& remarque : lireObsFermee(octets, obs)) {
+    if (remarque.texte.empty()) std::abort();
   }
   // What was read can be written and read again.
   polygonaleFermeeObs relues;

@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   tableObsXYZ table;
   table.colonneZCompte = size % 2 == 1;
   table.lire(octets);
-  for (const remarqueXYZ& remarque : table.remarques) require(!texteRemarque(remarque).empty());
+  for (const base::Remarque& remarque : table.remarques) require(!remarque.texte.empty());
   for (const pointXYZ& ligne : table.lignes)
     require(std::isfinite(ligne.x) && std::isfinite(ligne.y) && std::isfinite(ligne.z) && ligne.code != 0);
   // Every line stays readable when it is written, whatever its name is.

@@ -4,6 +4,7 @@
 #include "arx/db/dbdict.h"
 #include "host/donnees_document.h"
 #include "host/lisp/table_lisp.h"
+#include "points/infos_topo.h"
 #include "support/module_essai.h"
 
 #include <sstream>

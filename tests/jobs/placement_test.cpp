@@ -8,6 +8,7 @@
 #include "jobs/polygonale.h"
 #include "support/dialog_script.h"
 #include "support/projet_essai.h"
+#include "support/remarques.h"
 
 #include <string>
 #include <vector>
@@ -132,9 +133,7 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
     EXPECT_EQ(polylignes().size() - avant, reussi ? 1U : 0U) << c.nom;
     EXPECT_NE(base::toUtf8(resultat.erreur).find(c.erreur), std::string::npos)
         << base::toUtf8(resultat.erreur);
-    std::vector<std::string> remarques;
-    for (const std::wstring& remarque : resultat.remarques) remarques.push_back(base::toUtf8(remarque));
-    EXPECT_EQ(remarques, c.remarques) << c.nom;
+    EXPECT_EQ(phrasesDe(resultat.remarques), c.remarques) << c.nom;
   }
 }
 
@@ -196,9 +195,7 @@ TEST_F(Placement, OneCallDoubtsWholeTurnsAndMissingStations) {
     demande.placer = false;
     resultatPolygonale resultat;
     EXPECT_TRUE(executerPolygonale(demande, resultat));
-    std::string texte;
-    for (const std::wstring& remarque : resultat.remarques) texte += base::toUtf8(remarque) + "\n";
-    return texte;
+    return texteDe(resultat.remarques);
   };
   const auto avec = [](std::string texte, const std::string& ancien, const std::string& nouveau) {
     return texte.replace(texte.find(ancien), ancien.size(), nouveau);

@@ -4,6 +4,7 @@
 #include "core/file_serializer.h"
 #include "core/resbuf_serializer.h"
 #include "points/exchange/export_tables.h"
+#include "points/infos_topo.h"
 #include "support/atelier.h"
 
 #include "arx/db/dbdict.h"

@@ -7,9 +7,9 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/block_attributes.h"
 #include "core/installation.h"
-#include "points/attributs_bloc.h"
-#include "points/projets_topo.h"
+#include "points/infos_topo.h"
 #include "support/dossier_temporaire.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <ostream>
 #include <stdexcept>
@@ -14,7 +15,6 @@ struct CaseRow {
 
   /// A cell; throws std::out_of_range when the row is too short.
   const std::string& operator[](std::size_t column) const { return cells.at(column); }
-  /// A cell as a number; throws std::invalid_argument when it is none.
   /// A cell as the texts between " // ", the last of which may be empty.
   [[nodiscard]] std::vector<std::string> list(std::size_t column) const {
     std::vector<std::string> texts;
@@ -24,8 +24,21 @@ struct CaseRow {
     texts.push_back(rest.empty() ? rest : rest.substr(0, rest.size() - 1));
     return texts;
   }
-  [[nodiscard]] double number(std::size_t column) const { return std::stod(cells.at(column)); }
-  [[nodiscard]] int integer(std::size_t column) const { return std::stoi(cells.at(column)); }
+  /// A cell as a number, in the same form whatever the locale; throws std::invalid_argument when it is none.
+  [[nodiscard]] double number(std::size_t column) const { return read<double>(column); }
+  [[nodiscard]] int integer(std::size_t column) const { return read<int>(column); }
+
+private:
+  template <class Number>
+  [[nodiscard]] Number read(std::size_t column) const {
+    const std::string& cell = cells.at(column);
+    const char* end = cell.data() + cell.size();
+    Number value{};
+    const auto [stop, error] = std::from_chars(cell.data() + (cell.starts_with('+') ? 1 : 0), end, value);
+    if (error != std::errc() || stop != end)
+      throw std::invalid_argument(place + ": \"" + cell + "\" is no number");
+    return value;
+  }
 };
 
 inline std::ostream& operator<<(std::ostream& out, const CaseRow& row) {
@@ -33,9 +46,9 @@ inline std::ostream& operator<<(std::ostream& out, const CaseRow& row) {
 }
 
 /// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or
-/// what is named in their place. Blanks
-/// around a cell count only within quotes; "¶" is a line end. Lines that are empty or begin with ";" say
-/// nothing. Throws std::runtime_error when there is no such table, or no row in it.
+/// what is named in their place. Blanks around a cell count only within quotes; "¶" is a line end.
+/// Lines that are empty or begin with ";" say nothing. Throws std::runtime_error when there is no
+/// such table, or no row in it.
 inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table, char bar = '|') {
   std::ifstream in(VELTORA_SOURCE_DIR "/tests/" + file);
   std::vector<CaseRow> rows;

@@ -7,6 +7,7 @@
 #include "arx/lisp/host/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/format.h"
+#include "points/infos_topo.h"
 #include "support/atelier.h"
 #include "support/case_rows.h"
 
@@ -67,8 +68,8 @@ inline resbuf* suite(std::initializer_list<resbuf*> chaines) {
   return tete;
 }
 
-/// The module, loaded as the host loads one, with a document and a project. Prompts take the lines in
-/// `reponses`.
+/// The module, loaded as the host loads one, with a document and a project. Prompts
+/// take the lines in `reponses`.
 class ModuleEssai : public ::testing::Test, public base::OutputSink, public base::LineSource {
 protected:
   ModuleEssai() {
@@ -96,8 +97,8 @@ protected:
     return ligne;
   }
 
-  /// Calls a function of LISP; takes the arguments over. @return its value, "échec" when there is no such
-  /// function
+  /// Calls a function of LISP; takes the arguments over.
+  /// @return its value, "échec" when there is no such function
   std::string appeler(const wchar_t* nom, resbuf* arguments = nullptr) {
     const AcEdRbHolder donnes(arguments);
     resultat.reset(acedLispFunctions()->call(nom, arguments));
@@ -114,8 +115,8 @@ protected:
     acutRelRb(std::exchange(fin->rbnext, nullptr));
     return appeler(base::fromUtf8(appel.substr(0, blanc)).c_str(), std::exchange(texte->rbnext, nullptr));
   }
-  /// Plays a table of tests/host/cases/lisp.txt. @param etat  what the last column tells; called after each
-  /// row
+  /// Plays a table of tests/host/cases/lisp.txt.
+  /// @param etat  what the last column tells; called after each row
   void jouer(const std::string& tableCas, const std::function<std::string()>& etat = {}) {
     aclispInstall();
     for (const CaseRow& cas : caseRows("host/cases/lisp.txt", tableCas)) {

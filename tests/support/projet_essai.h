@@ -1,7 +1,7 @@
 #pragma once
 
 #include "arx/db/dbmain.h"
-#include "points/projets_topo.h"
+#include "points/infos_topo.h"
 #include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>

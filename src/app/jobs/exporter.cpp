@@ -40,7 +40,7 @@ int run(const Options& options) {
   if (!options.order.empty()) job.tri = columns().at(options.order);
   resultatPoints result;
   const bool good = exporterTable(job, result);
-  printErrors(result.remarques);
+  printRemarks(result.remarques);
   if (!good) {
     printError(result.erreur);
     return kFailure;
@@ -62,7 +62,7 @@ Run declareExporter(CLI::App& sub) {
   sub.add_option("--table", options->table, "Table à écrire (la courante)")->type_name("NOM");
   sub.add_option("--code", options->code, "Seulement les points de ce code")
       ->type_name("CODE")
-      ->check(CLI::Range(1, 9999).description(""));
+      ->check(CLI::Range(kSmallestCode, kLargestCode).description(""));
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
       ->check(CLI::IsMember(columns()).description(""));

@@ -61,7 +61,7 @@ int run(const Options& options) {
   job.appliquer = apply;
   resultatHelmertUnAppel result;
   const bool good = executerHelmert(job, result);
-  printErrors(result.remarques);
+  printRemarks(result.remarques);
   if (!good) {
     printError(result.erreur);
     return kFailure;

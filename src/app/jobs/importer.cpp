@@ -43,8 +43,8 @@ int importList(const Options& options) {
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatPoints result;
-  const bool good = placerListeXYZ({options.list, base::fromUtf8(options.table)}, result);
-  printErrors(result.remarques);
+  const bool good = importerListe({options.list, base::fromUtf8(options.table)}, result);
+  printRemarks(result.remarques);
   if (!good) printError(result.erreur);
   if (!good || !program.save(options.output)) return kFailure;
   const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";

@@ -49,7 +49,7 @@ int run(const Options& options) {
   job.placer = draw;
   resultatPolygonale result;
   const bool good = executerPolygonale(job, result);
-  printErrors(result.remarques);
+  printRemarks(result.remarques);
   if (!good) {
     printError(result.erreur);
     return kFailure;

@@ -53,7 +53,7 @@ int run(const Options& options) {
   if (!program.load() || (job.placer && !program.open(options.drawing))) return kFailure;
   resultatReseau result;
   const bool good = executerReseau(job, result);
-  printErrors(result.remarques);
+  printRemarks(result.remarques);
   if (!good) {
     printError(result.erreur);
     return kFailure;

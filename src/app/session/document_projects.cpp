@@ -1,5 +1,7 @@
 #include "app/session/document_projects.h"
 
+#include "points/infos_topo.h"
+
 namespace veltora::app {
 namespace {
 // Arguments of setSrcInfosTopo.

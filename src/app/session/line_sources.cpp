@@ -1,6 +1,7 @@
 #include "app/session/line_sources.h"
 
 #include "base/files.h"
+#include "base/lines/line_reader.h"
 #include "base/text.h"
 #include "ui/driver.h"
 
@@ -126,17 +127,9 @@ std::string LinesSource::position() const {
 std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& path) {
   const auto content = base::lireFichier(path);
   if (!content) return std::nullopt;
-  std::string_view rest = *content;
-  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
   std::vector<std::string> lines;
-  while (!rest.empty()) {
-    const std::size_t end = rest.find('\n');
-    std::string_view line = rest.substr(0, end);
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    lines.push_back(base::isUtf8(line) ? std::string(line) : base::toUtf8(base::widen(line)));
-    if (end == std::string_view::npos) break;
-    rest.remove_prefix(end + 1);
-  }
+  base::LineReader reader(*content);
+  while (reader.next()) lines.push_back(base::toUtf8(reader.wide()));
   return lines;
 }
 

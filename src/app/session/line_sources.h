@@ -42,8 +42,7 @@ private:
   std::size_t m_next = 0;
 };
 
-/// The lines of a script file in UTF-8, line ends cut, a byte order mark dropped. Nothing when it cannot be
-/// read.
+/// The lines of a script file in UTF-8. Nothing when it cannot be read.
 std::optional<std::vector<std::string>> lireScript(const std::filesystem::path& path);
 
 /// Several sources one after the other.

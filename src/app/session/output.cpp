@@ -13,8 +13,8 @@ void printError(const std::string& message) { std::fprintf(stderr, "veltora : %s
 
 void printError(const std::wstring& message) { printError(base::toUtf8(base::trim(message, L"\r\n \t"))); }
 
-void printErrors(const std::vector<std::wstring>& messages) {
-  for (const std::wstring& message : messages) printError(message);
+void printRemarks(const base::Remarques& remarks) {
+  for (const std::wstring& phrase : remarks.phrases()) printError(phrase);
 }
 
 std::string padded(const std::wstring& text, std::size_t width) {

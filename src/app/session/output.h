@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/remarque.h"
+
 #include <string>
-#include <vector>
 
 /// What the program tells the user who called it. French, UTF-8.
 namespace veltora::app {
@@ -16,7 +17,8 @@ void print(const std::string& text);
 /// Prints "veltora : <message>" on standard error.
 void printError(const std::string& message);
 void printError(const std::wstring& message);
-void printErrors(const std::vector<std::wstring>& messages);
+/// Prints each remark of a job so.
+void printRemarks(const base::Remarques& remarks);
 
 /// A text filled with blanks up to a width, by characters, not by bytes.
 std::string padded(const std::wstring& text, std::size_t width);

@@ -18,8 +18,8 @@ public:
 
   /// Loads the module. @return false with the reason printed on standard error
   bool load();
-  /// Opens a drawing, or makes an empty one for an empty path. @return false with the reason on standard
-  /// error
+  /// Opens a drawing, or makes an empty one for an empty path.
+  /// @return false with the reason on standard error
   bool open(const std::string& drawing);
   /// Runs the lines of the source to their end. @return false when a script failed
   bool run();

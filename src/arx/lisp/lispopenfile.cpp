@@ -1,6 +1,7 @@
 #include "arx/lisp/lispopenfile.h"
 
 #include "base/files.h"
+#include "base/lines/decoded_text.h"
 #include "base/text.h"
 
 #include <utility>
@@ -13,10 +14,7 @@ namespace {
 constexpr char kMark[] = "\xEF\xBB\xBF";
 }
 
-std::wstring decodeText(const std::string& bytes) {
-  if (bytes.starts_with(kMark)) return base::fromUtf8(bytes.substr(3));
-  return base::isUtf8(bytes) ? base::fromUtf8(bytes) : base::widen(bytes);
-}
+std::wstring decodeText(const std::string& bytes) { return base::DecodedText(bytes).wide(); }
 
 std::optional<OpenFile> OpenFile::open(const std::filesystem::path& path, Mode mode, Encoding encoding) {
   OpenFile file(path, mode, encoding);

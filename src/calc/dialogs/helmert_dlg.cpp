@@ -7,6 +7,7 @@
 #include "calc/angles.h"
 #include "calc/dialogs/resultats_dlg.h"
 #include "calc/helmert/rapport_helmert.h"
+#include "core/picking.h"
 #include "ui/driver.h"
 
 #include <optional>
@@ -17,11 +18,6 @@ namespace {
 constexpr std::size_t kCouplesMinimum = 3;
 
 void direInvalide() { acedAlert(L"Selection invalide"); }
-
-AcDbObjectId choisie(const ads_name nom) {
-  AcDbObjectId id;
-  return acdbGetObjectId(id, nom) == Acad::eOk ? id : AcDbObjectId();
-}
 
 /// Where an entity stands: a point, a block, a text, the centre of a circle.
 std::optional<AcGePoint3d> positionDe(AcDbObjectId id) {
@@ -41,11 +37,9 @@ bool demanderPoint(const ACHAR* invite, const ads_point base, ads_point resultat
     acedInitGet(0, L"Select");
     const int reponse = acedGetPoint(base, invite, resultat);
     if (reponse != RTKWORD) return reponse == RTNORM;
-    ads_name entite = {0, 0};
-    ads_point lieu = {0.0, 0.0, 0.0};
-    if (acedEntSel(L"\nSelectionnez un point, un bloc, un texte ou un cercle : ", entite, lieu) != RTNORM)
-      continue;
-    if (const auto position = positionDe(choisie(entite))) {
+    AcDbObjectId entite;
+    if (pickEntity(L"\nSelectionnez un point, un bloc, un texte ou un cercle : ", entite) != RTNORM) continue;
+    if (const auto position = positionDe(entite)) {
       resultat[0] = position->x, resultat[1] = position->y, resultat[2] = position->z;
       return true;
     }
@@ -55,12 +49,10 @@ bool demanderPoint(const ACHAR* invite, const ads_point base, ads_point resultat
 
 /// Vertices of a polyline that the user selects. @return nothing when he does not
 std::optional<std::vector<AcGePoint2d>> demanderPolyline(const ACHAR* invite) {
-  ads_name entite = {0, 0};
-  ads_point lieu = {0.0, 0.0, 0.0};
-  const int reponse = acedEntSel(invite, entite, lieu);
+  AcDbObjectId entite;
+  const int reponse = pickEntity(invite, entite);
   if (reponse == RTCAN || reponse == RTNONE) return std::nullopt;
-  const AcDbObjectPointer<AcDbPolyline> polyline(reponse == RTNORM ? choisie(entite) : AcDbObjectId(),
-                                                 AcDb::kForRead);
+  const AcDbObjectPointer<AcDbPolyline> polyline(entite);
   if (polyline.openStatus() != Acad::eOk) {
     direInvalide();
     return std::nullopt;
@@ -150,8 +142,8 @@ void CHelmertDLG::rafraichirResultats() {
   b.setText(nombre(r.ab.y));
   rotation.setText(nombre(r.rotation * 200.0 / kPi));
   echelle.setText(nombre(r.echelle));
-  // Deliberate (helmert-croisement): the quadratic error goes over the scale, and the field "E.M.Q" stays
-  // empty.
+  // Deliberate (helmert-croisement): the quadratic error goes over the scale, and
+  // the field "E.M.Q" stays empty.
   echelle.setText(nombre(calculerEcarts(portes, m_couples.arrivee).sommeCarres /
                          (static_cast<double>(portes.size()) - 1.0)));
 }
@@ -172,13 +164,12 @@ void CHelmertDLG::appliquerSelection() {
   const AcGeMatrix3d matrice = matriceHelmert(m_couples.depart, r);
   const ui::HiddenDialog cache(*this);
   acutPrintf(L"\nSelectionnez Elements pour lesquels vous voulez appliquer la transformation :");
-  ads_name jeu = {0, 0};
-  if (acedSSGet(nullptr, nullptr, nullptr, nullptr, jeu) != RTNORM) return;
-  for (const AcDbObjectId id : acedSSEntities(jeu)) {
+  std::vector<AcDbObjectId> entites;
+  if (selectEntities(nullptr, nullptr, entites) != RTNORM) return;
+  for (const AcDbObjectId id : entites) {
     const AcDbObjectPointer<AcDbEntity> entite(id, AcDb::kForWrite);
     if (entite.openStatus() == Acad::eOk) entite->transformBy(matrice);
   }
-  acedSSFree(jeu);
   acedAlert(L"Transformation terminee");
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/code_range.h"
 #include "ui/dialog.h"
 
 namespace veltora {
@@ -9,10 +10,10 @@ class VELTORA_API CParamMisePlaceResultCalcs : public ui::Dialog {
 public:
   CParamMisePlaceResultCalcs() : Dialog(L"Params mise en place") {}
 
-  /// The code typed; 100 when it is none of 1 to 9999.
-  [[nodiscard]] int codeStations() const;
+  /// The code typed; `kStationCode` when it is none.
+  [[nodiscard]] int codeStations() const { return codeOuDefaut(code.intValue(), kStationCode); }
 
-  ui::NumberField code{this, L"Code des stations", 100.0, L"%d", ui::NumberField::kInteger};
+  ui::NumberField code{this, L"Code des stations", kStationCode, L"%d", ui::NumberField::kInteger};
   ui::CheckBox altitudes{this, L"Ne pas placer les altitudes", L"Placer les altitudes", false};
   ui::CheckBox originelle{this, L"Dessiner la polygonale originelle"};
   ui::CheckBox compensee{this, L"Dessiner la polygonale compensée"};

@@ -4,7 +4,7 @@
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/traverse/nivellement.h"
-#include "calc/traverse/obs_nom_fichier.h"
+#include "calc/traverse/obs_fichier.h"
 #include "ui/driver.h"
 
 #include <exception>

@@ -30,8 +30,8 @@ void enleverLigne(ui::List& liste);
 [[nodiscard]] std::optional<std::filesystem::path> choisirObsALire();
 /// Asks for a traverse file to write, its name put in order.
 [[nodiscard]] std::optional<std::filesystem::path> choisirObsAEcrire();
-/// Gives the content to `lire`; a file that cannot be opened is passed over in silence, an exception becomes
-/// a message.
+/// Gives the content to `lire`; a file that cannot be opened is passed over in silence, an
+/// exception becomes a message.
 void lireObs(const std::filesystem::path& chemin, const std::function<void(const std::string& octets)>& lire);
 /// Writes the content; a failure becomes the same message.
 void ecrireObs(const std::filesystem::path& chemin, const std::function<std::string()>& contenu);

@@ -5,7 +5,9 @@
 
 #include <vector>
 
-/// Plane similarity that best carries departure points onto final points: four parameters by least squares.
+/// Plane similarity that best carries departure points onto final points: X = a x + b y + p, Y = a y - b x +
+/// q in four parameters by least squares (Ghilani, Adjustment Computations, two-dimensional conformal
+/// transformation). Scale and rotation are the polar form of (a, b).
 namespace veltora {
 
 /// A pair is the entry of the same index in both lists, drawing units.
@@ -30,8 +32,8 @@ struct ecartsHelmert {
   double sommeCarres = 0.0;
 };
 
-/// Coordinates enter the normal equations as they are, without centring: large ones weaken the determinant's
-/// test.
+/// Coordinates enter the normal equations as they are, without centring: large ones
+/// weaken the determinant's test.
 /// @param depart, arrivee  pairs by index, drawing units
 /// @param rotation  radians
 /// @param ab  the parameters a and b
@@ -47,8 +49,7 @@ VELTORA_API bool transformerHelmert(const std::vector<AcGePoint2d>& depart,
 /// The same on records.
 VELTORA_API bool transformerHelmert(const couplesHelmert& couples, std::vector<AcGePoint2d>& portes,
                                     resultatHelmert& resultat);
-/// The transformation of entities, about the mean of the departure points.
-/// The scale acts on heights too.
+/// The transformation of entities, about the mean of the departure points. The scale acts on heights too.
 VELTORA_API AcGeMatrix3d matriceHelmert(const std::vector<AcGePoint2d>& depart,
                                         const resultatHelmert& resultat);
 /// @param portes as many as there are pairs, at least one

@@ -1,10 +1,10 @@
 #include "calc/network/fichier_mc.h"
 
 #include "base/format.h"
+#include "base/lines/line_reader.h"
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/obs_jetons.h"
-#include "calc/traverse/obs_fichier.h"
 #include "core/valider_nombre.h"
 
 #include <unordered_map>
@@ -12,15 +12,14 @@
 namespace veltora {
 namespace {
 
-constexpr std::size_t kLongueurLigne = 1024;  // bytes
 constexpr std::size_t kJetonsPoint = 4;
 constexpr std::size_t kJetonsObservation = 9;
 
 class lecteurMc {
 public:
-  lecteurMc(reseauMoindresCarres& reseau, std::vector<std::wstring>* remarques)
-      : m_reseau(reseau), m_remarques(remarques) {}
-  void lire(std::string_view ligne);
+  explicit lecteurMc(reseauMoindresCarres& reseau) : m_reseau(reseau) {}
+  void lire(const base::LineReader& lignes);
+  [[nodiscard]] const base::Remarques& remarques() const { return m_remarques; }
 
 private:
   enum class Section { kPoints, kObservations };
@@ -34,10 +33,12 @@ private:
   double nombre(const Jetons& jetons, std::size_t i);
   /// Tells the tokens behind those that a line may hold.
   void remarquerSurplus(const Jetons& jetons, std::size_t permis);
+  /// On the line in progress. @param format  with one "%s" for the text
   void remarquer(const wchar_t* format, const std::wstring& texte);
+  void omettre(const std::wstring& ligne) { m_remarques.omettre(m_numero, L"ignorée, « " + ligne + L" »"); }
 
   reseauMoindresCarres& m_reseau;
-  std::vector<std::wstring>* m_remarques;
+  base::Remarques m_remarques;
   std::unordered_map<std::wstring, int> m_index;
   Section m_section = Section::kPoints;
   int m_modeAngle = 0;
@@ -45,26 +46,24 @@ private:
 };
 
 void lecteurMc::remarquer(const wchar_t* format, const std::wstring& texte) {
-  if (m_remarques) m_remarques->push_back(base::formater(format, m_numero, texte));
+  m_remarques.ajouter(m_numero, base::formater(format, texte));
 }
 
 void lecteurMc::remarquerSurplus(const Jetons& jetons, std::size_t permis) {
-  for (std::size_t i = permis; i < jetons.size(); ++i)
-    remarquer(L"ligne %d : « %s » est en trop, ignoré", jetons[i]);
+  for (std::size_t i = permis; i < jetons.size(); ++i) remarquer(L"« %s » est en trop, ignoré", jetons[i]);
 }
 
 double lecteurMc::nombre(const Jetons& jetons, std::size_t i) {
   if (i >= jetons.size()) return base::Z_ABSENT;
   if (validerNombre(jetons[i])) return base::lireReel(jetons[i]);
-  if (jetons[i] != L".") remarquer(L"ligne %d : « %s » n'est pas un nombre, lu comme absent", jetons[i]);
+  if (jetons[i] != L".") remarquer(L"« %s » n'est pas un nombre, lu comme absent", jetons[i]);
   return base::Z_ABSENT;
 }
 
-void lecteurMc::lire(std::string_view octets) {
-  ++m_numero;
-  const std::wstring ligne = base::toUpper(base::trimLeft(base::widen(octets.substr(0, kLongueurLigne))));
-  if (octets.size() > kLongueurLigne)
-    remarquer(L"ligne %d : coupée après 1024 octets, « %s »", ligne.substr(0, 40));
+void lecteurMc::lire(const base::LineReader& lignes) {
+  m_numero = lignes.number();
+  if (const auto coupe = lignes.cut()) m_remarques.ajouter(*coupe);
+  const std::wstring ligne = base::toUpper(base::trimLeft(lignes.wide()));
   if (ligne.empty() || ligne.front() == L'*') return;
   const Jetons jetons = decouperLigneObs(ligne);
   if (jetons.empty()) return;
@@ -89,12 +88,12 @@ void lecteurMc::lireUnite(const Jetons& jetons) {
       return;
     }
   }
-  remarquer(L"ligne %d : unité d'angle inconnue « %s », l'unité reste inchangée", jetons[1]);
+  remarquer(L"unité d'angle inconnue « %s », l'unité reste inchangée", jetons[1]);
 }
 
 void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
   if (jetons.size() < 3 || !validerNombre(jetons[1]) || !validerNombre(jetons[2])) {
-    remarquer(L"ligne %d : ignorée, « %s »", ligne);
+    omettre(ligne);
     return;
   }
   pointACalculer point;
@@ -106,10 +105,9 @@ void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
   point.altiConnue = point.Z != base::Z_ABSENT;
   remarquerSurplus(jetons, kJetonsPoint);
   if (point.nom == L"NORD")
-    remarquer(L"ligne %d : « %s » désigne le nord, aucune observation ne peut nommer ce point", point.nom);
+    remarquer(L"« %s » désigne le nord, aucune observation ne peut nommer ce point", point.nom);
   const auto [entree, nouveau] = m_index.try_emplace(base::toLower(point.nom), m_reseau.points.GetSize());
-  if (!nouveau)
-    remarquer(L"ligne %d : le point « %s » figure déjà plus haut, c'est ce premier qui sert", point.nom);
+  if (!nouveau) remarquer(L"le point « %s » figure déjà plus haut, c'est ce premier qui sert", point.nom);
   m_reseau.points.Add(point);
 }
 
@@ -139,7 +137,7 @@ void lecteurMc::ajouter(signed char type, double mesure, double poids, int stati
 
 void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne) {
   if (jetons.size() < 4) {
-    remarquer(L"ligne %d : ignorée, « %s »", ligne);
+    omettre(ligne);
     return;
   }
   // The order in which new names become points: reference, station, target.
@@ -147,7 +145,7 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
   const int station = indexDe(jetons[0]);
   const int vise = indexDe(jetons[2]);
   if (station == -1 || vise == -1)
-    remarquer(L"ligne %d : « NORD » n'a pas de sens comme station ou point visé, « %s »", ligne);
+    remarquer(L"« NORD » n'a pas de sens comme station ou point visé, « %s »", ligne);
   remarquerSurplus(jetons, kJetonsObservation);
   const double angle = nombre(jetons, 3);
   const double distance = nombre(jetons, 4);
@@ -166,13 +164,15 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
 
 }  // namespace
 
-bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, std::vector<std::wstring>* remarques) {
+bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, base::Remarques* remarques) {
   reseau.points.RemoveAll();
   reseau.observations.RemoveAll();
   reseau.utilisable.RemoveAll();
   reseau.equivalentes.clear();
-  lecteurMc lecteur(reseau, remarques);
-  parcourirLignes(octets, [&](std::string_view ligne) { lecteur.lire(ligne); });
+  lecteurMc lecteur(reseau);
+  base::LineReader lignes(octets, kLongueurLigneObs);
+  while (lignes.next()) lecteur.lire(lignes);
+  if (remarques) remarques->ajouter(lecteur.remarques());
   return !reseau.points.empty() && !reseau.observations.empty();
 }
 

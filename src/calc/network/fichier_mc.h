@@ -1,19 +1,17 @@
 #pragma once
 
-#include "base/export.h"
+#include "base/remarque.h"
 #include "calc/network/reseau_moindres_carres.h"
 
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace veltora {
 
-/// Reads the text of a `.mc` network file (Windows-1252) into a network, whose points and observations are
-/// emptied first. Lines are turned to capitals; what a line does not fit is passed over.
-/// @param remarques French sentences with the line's number about what was passed over; null for none
+/// Reads the text of a `.mc` network file into a network, whose points and observations are emptied first.
+/// Lines are turned to capitals; what a line does not fit is passed over.
+/// @param remarques  gets what was passed over; null for nobody
 /// @return true when at least one point and one observation were read
 VELTORA_API bool lireMc(std::string_view octets, reseauMoindresCarres& reseau,
-                        std::vector<std::wstring>* remarques = nullptr);
+                        base::Remarques* remarques = nullptr);
 
 }  // namespace veltora

@@ -4,6 +4,11 @@
 
 #include <array>
 
+/// Loci of points and where they meet. Sources: the points that see a segment D under an angle a lie on an
+/// arc (Euclid III.21) of radius D / (2 sin a), whose centre is (D/2) / tan a away from the middle of the
+/// segment; with t = tan((pi - a)/2) these are D/4 (1/t + t) and D/4 (t - 1/t). A line p + t d meets a circle
+/// where t is a root of |p + t d - c|^2 = R^2; two circles at a distance d meet on the line at (d^2 + Ra^2 -
+/// Rb^2) / (2 d) from the first centre; two lines by Cramer's rule.
 namespace veltora {
 
 /// Where an observation lets an unknown point lie: on a line, an arc or a circle.

@@ -5,7 +5,7 @@
 
 namespace veltora {
 
-std::wstring nommerObservation(const reseauMoindresCarres& reseau, const ObservationReduite& o) {
+std::wstring nommerObservation(const donneesReseau& reseau, const ObservationReduite& o) {
   const auto nom = [&reseau](int point) { return reseau.points.GetAt(point).nom; };
   const std::wstring station = nom(o.station);
   const std::wstring vise = nom(o.vise);
@@ -19,7 +19,7 @@ std::wstring nommerObservation(const reseauMoindresCarres& reseau, const Observa
   return base::formater(L"Dénivellée %s vers %s =%14.4f", station, vise, o.mesure);
 }
 
-std::wstring listerReseau(const reseauMoindresCarres& reseau) {
+std::wstring listerReseau(const donneesReseau& reseau) {
   std::wstring texte = L"XYZ";
   for (int i = 0; i < reseau.points.GetSize(); ++i) {
     const pointACalculer& p = reseau.points.GetAt(i);
@@ -35,6 +35,13 @@ std::wstring listerReseau(const reseauMoindresCarres& reseau) {
   texte += L"\r\nObservations";
   for (const ObservationReduite& o : reseau.observations) texte += L"\r\n" + nommerObservation(reseau, o);
   return texte;
+}
+
+std::wstring solutionTrouvee(const pointACalculer& p) {
+  if (p.Z == base::Z_ABSENT) {
+    return base::formater(L"\r\nSolution trouvée: X=%14.4f Y=%14.4f ", p.X, p.Y);
+  }
+  return base::formater(L"\r\nSolution trouvée: X=%14.4f Y=%14.4f Z=%14.4f", p.X, p.Y, p.Z);
 }
 
 }  // namespace veltora

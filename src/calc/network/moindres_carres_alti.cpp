@@ -1,16 +1,13 @@
+#include "calc/network/moindres_carres_alti.h"
+
 #include "arx/ed/acutads.h"
 #include "base/format.h"
-#include "calc/network/reseau_moindres_carres.h"
-#include "calc/network/systeme_normal.h"
+#include "calc/network/listing_reseau.h"
 
 #include <cmath>
-#include <vector>
 
 namespace veltora {
 namespace {
-
-constexpr double kPasNegligeable = 1e-8;  // norm of the solution, strict
-constexpr double kEchec = -1e+38;
 
 /// The log's last line, from its line end on.
 std::wstring derniereLigne(const std::wstring& journal) {
@@ -19,22 +16,6 @@ std::wstring derniereLigne(const std::wstring& journal) {
 }
 
 }  // namespace
-
-/// The linear system of the heights. The unknowns are the heights themselves.
-class systemeAlti {
-public:
-  explicit systemeAlti(reseauMoindresCarres& reseau) : m_reseau(reseau) {}
-  double resoudre(std::wstring& journal);
-
-private:
-  [[nodiscard]] int colonne(int point) const { return m_colonnes.at(static_cast<std::size_t>(point)); }
-  [[nodiscard]] bool compte(const ObservationReduite& o) const;
-  [[nodiscard]] systemeNormal::Ligne ligne(const ObservationReduite& o) const;
-  void journaliserResidus(std::wstring& journal, std::vector<double>& v, const systemeNormal& systeme) const;
-
-  reseauMoindresCarres& m_reseau;
-  std::vector<int> m_colonnes;
-};
 
 bool systemeAlti::compte(const ObservationReduite& o) const {
   if (o.type != ObservationReduite::kDenivelee) return false;
@@ -92,7 +73,7 @@ double systemeAlti::resoudre(std::wstring& journal) {
   }
   const std::vector<double> x = systeme.resoudre();
   journaliserVecteur(journal, x);
-  if (x.empty()) return kEchec;
+  if (x.empty()) return kEchecCalcul;
   double somme = 0.0;
   for (const double z : x) somme += z * z;
   std::vector<double> v = systeme.produit(x);
@@ -110,61 +91,45 @@ double systemeAlti::resoudre(std::wstring& journal) {
   return std::sqrt(somme);
 }
 
-bool reseauMoindresCarres::passesAltitudes(std::wstring& journal) {
+bool altitudesProvisoires(donneesReseau& reseau, std::wstring& journal) {
   bool calcule = false;
   // Height differences of each point, in their order.
-  std::vector<std::vector<int>> parPoint(points.size());
-  for (int i = 0; i < observations.GetSize(); ++i) {
-    const ObservationReduite& o = observations.GetAt(i);
+  std::vector<std::vector<int>> parPoint(reseau.points.size());
+  for (int i = 0; i < reseau.observations.GetSize(); ++i) {
+    const ObservationReduite& o = reseau.observations.GetAt(i);
     if (o.type != ObservationReduite::kDenivelee) continue;
-    (void)points.GetAt(o.station);
-    (void)points.GetAt(o.vise);
+    (void)reseau.points.GetAt(o.station);
+    (void)reseau.points.GetAt(o.vise);
     parPoint[static_cast<std::size_t>(o.station)].push_back(i);
     if (o.vise != o.station) parPoint[static_cast<std::size_t>(o.vise)].push_back(i);
   }
   bool encore = true;
   while (encore) {
     encore = false;
-    for (int p = 0; p < points.GetSize(); ++p) {
-      if (utilisable.GetAt(p)) continue;
+    for (int p = 0; p < reseau.points.GetSize(); ++p) {
+      if (reseau.utilisable.GetAt(p)) continue;
       double somme = 0.0;
       int equations = 0;
       for (const int i : parPoint[static_cast<std::size_t>(p)]) {
-        const ObservationReduite& o = observations.GetAt(i);
+        const ObservationReduite& o = reseau.observations.GetAt(i);
         const int autre = o.vise == p ? o.station : o.vise;
-        if (!utilisable.GetAt(autre)) continue;
-        somme += o.vise == p ? points.GetAt(autre).Z + o.mesure : points.GetAt(autre).Z - o.mesure;
+        if (!reseau.utilisable.GetAt(autre)) continue;
+        somme +=
+            o.vise == p ? reseau.points.GetAt(autre).Z + o.mesure : reseau.points.GetAt(autre).Z - o.mesure;
         ++equations;
       }
-      journal += base::formater(L"\r\nCalcul du point %s  à l'aide de %d equations ", points.GetAt(p).nom,
-                                equations);
+      journal += base::formater(L"\r\nCalcul du point %s  à l'aide de %d equations ",
+                                reseau.points.GetAt(p).nom, equations);
       const double z = somme / equations;  // not a number without any equation: the point stays unusable
-      points.GetAt(p).Z = z;
+      reseau.points.GetAt(p).Z = z;
       if (equations == 0) continue;
-      utilisable.GetAt(p) = 1;
+      reseau.utilisable.GetAt(p) = 1;
       calcule = true;
       encore = true;
-      journal += solutionTrouvee(points.GetAt(p));
+      journal += solutionTrouvee(reseau.points.GetAt(p));
     }
   }
   return calcule;
-}
-
-bool reseauMoindresCarres::calculerAlti(std::wstring& journal) {
-  dernierPas = 0.0;
-  utilisable.RemoveAll();
-  utilisable.SetSize(points.size());
-  bool connu = false;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    pointACalculer& p = points[i];
-    if (!p.planiConnue) p.Z = base::Z_ABSENT;
-    utilisable[i] = p.planiConnue && p.Z != base::Z_ABSENT ? 1 : 0;
-    connu = connu || utilisable[i];
-  }
-  if (!connu) return false;
-  if (!passesAltitudes(journal)) return false;
-  dernierPas = systemeAlti(*this).resoudre(journal);
-  return dernierPas > kPasNegligeable;
 }
 
 }  // namespace veltora

@@ -1,50 +1,26 @@
+// Symbols: U number of unknown points, X of point k is unknown k and its Y unknown U + k; L
+// right-hand side (measured minus computed); A derivatives; v = A x; d1 distance station to target,
+// d2 distance station to reference.
+//
+// Sources: variation of coordinates (Ghilani, Adjustment Computations, distance, azimuth and angle
+// observations). Of the distance d from (x, y): dd = (x/d) dx + (y/d) dy; of the bearing, the arc tangent of
+// x/y: dg = (y/d^2) dx - (x/d^2) dy; an angle is the difference of two bearings.
+
+#include "calc/network/moindres_carres_plani.h"
+
 #include "base/format.h"
-#include "calc/angles.h"
-#include "calc/network/reseau_moindres_carres.h"
-#include "calc/network/systeme_normal.h"
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
-
-// Symbols: U number of unknown points, X of point k is unknown k and its Y unknown U + k; L right-hand side
-// (measured minus computed); A derivatives; v = A x; d1 distance station to target, d2 distance station to
-// reference.
+#include <utility>
 
 namespace veltora {
 namespace {
 
-constexpr double kPasNegligeable = 1e-8;  // norm of the step, strict
-constexpr double kEchec = -1e+38;         // norm of a step that could not be computed
 constexpr double kMillimetres = 1000.0;
 constexpr double kMilligrades = 63661.97723675814;  // 200000/pi
 
 }  // namespace
-
-/// One linearised system of the plan.
-class systemePlani {
-public:
-  explicit systemePlani(reseauMoindresCarres& reseau) : m_reseau(reseau) {}
-  /// Solves, logs and moves the points. @return norm of the step
-  double resoudre(std::wstring& journal);
-  /// Numbers the unknowns and gathers the rows.
-  systemeNormal lineariser();
-  /// Points to which some of the unknowns belong, each once.
-  [[nodiscard]] std::vector<int> pointsDe(const std::vector<int>& inconnues) const;
-
-private:
-  void numeroter();
-  [[nodiscard]] bool compte(const ObservationReduite& o) const;
-  [[nodiscard]] systemeNormal::Ligne ligne(const ObservationReduite& o) const;
-  void deriver(systemeNormal::Ligne& ligne, int point, double dx, double dy) const;
-  void journaliserResidus(std::wstring& journal, const std::vector<double>& v,
-                          const systemeNormal& systeme) const;
-  void deplacer(std::wstring& journal, const std::vector<double>& x);
-
-  reseauMoindresCarres& m_reseau;
-  std::vector<int> m_colonnes;
-  int m_inconnus = 0;
-};
 
 void systemePlani::numeroter() {
   m_colonnes.assign(m_reseau.points.size(), -1);
@@ -72,8 +48,8 @@ systemeNormal::Ligne systemePlani::ligne(const ObservationReduite& o) const {
   systemeNormal::Ligne resultat;
   resultat.second = o.mesure - m_reseau.valeurCalculee(o);
   resultat.poids = m_reseau.poidsObservation(o);
-  // Deliberate (poids-unitaires): every weight becomes 1.0 over the evaluated one; the adjustment is
-  // unweighted.
+  // Deliberate (poids-unitaires): every weight becomes 1.0 over the evaluated one;
+  // the adjustment is unweighted.
   resultat.poids = 1.0;
   const pointACalculer& s = m_reseau.point(o.station);
   const pointACalculer& v = m_reseau.point(o.vise);
@@ -104,8 +80,8 @@ void systemePlani::journaliserResidus(std::wstring& journal, const std::vector<d
                                       const systemeNormal& systeme) const {
   for (std::size_t r = 0; r < v.size(); ++r) {
     const double ecart = v[r] - systeme.lignes()[r].second;
-    // Deliberate (residu-index): the unit follows the observation whose index equals the row's, not the row's
-    // own.
+    // Deliberate (residu-index): the unit follows the observation whose index equals
+    // the row's, not the row's own.
     const bool longueur = m_reseau.observations[r].type == ObservationReduite::kDistance;
     const double facteur = longueur ? kMillimetres : kMilligrades;
     journal +=
@@ -150,7 +126,7 @@ double systemePlani::resoudre(std::wstring& journal) {
   const systemeNormal systeme = lineariser();
   const std::vector<double> x = systeme.resoudre();
   journaliserVecteur(journal, x);
-  if (x.empty()) return kEchec;
+  if (x.empty()) return kEchecCalcul;
   double somme = 0.0;
   for (const double pas : x) somme += pas * pas;
   const std::vector<double> v = systeme.produit(x);
@@ -163,27 +139,6 @@ double systemePlani::resoudre(std::wstring& journal) {
   }
   journal += base::formater(L"\r\n\r\nValeur du chi 2=%14.10f", chi2);
   return std::sqrt(somme);
-}
-
-bool reseauMoindresCarres::calculerPlani(std::wstring& journal, bool premierPassage) {
-  preparerUtilisable();
-  dernierPas = 0.0;
-  if (premierPassage) {
-    reduireObservations(journal);
-    if (!calculerPointsProvisoires(journal)) return false;
-  }
-  bool aCalculer = false;
-  for (std::size_t i = 0; i < points.size(); ++i)
-    aCalculer = aCalculer || (!points[i].planiConnue && utilisable[i]);
-  if (!aCalculer) return false;
-  dernierPas = systemePlani(*this).resoudre(journal);
-  return dernierPas > kPasNegligeable;
-}
-
-std::vector<int> reseauMoindresCarres::pointsIndetermines() {
-  preparerUtilisable();
-  systemePlani plan(*this);
-  return plan.pointsDe(plan.lineariser().inconnuesFaibles());
 }
 
 }  // namespace veltora

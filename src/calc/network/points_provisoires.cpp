@@ -3,14 +3,12 @@
 #include "base/format.h"
 #include "calc/angles.h"
 #include "calc/network/lieux.h"
+#include "calc/network/listing_reseau.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <vector>
-
-// Provisional coordinates: each observation that joins an unknown point to usable ones is a locus; the mean
-// of the intersections of the loci gives the point, which then serves the next ones.
 
 namespace veltora {
 namespace {
@@ -31,7 +29,7 @@ double gisementRadians(const pointACalculer& a, const pointACalculer& b) {
 }
 
 /// The observations of each point, in their order.
-std::vector<std::vector<int>> observationsParPoint(const reseauMoindresCarres& reseau) {
+std::vector<std::vector<int>> observationsParPoint(const donneesReseau& reseau) {
   std::vector<std::vector<int>> liste(reseau.points.size());
   const auto inscrire = [&](int point, int observation) {
     if (point < 0) return;
@@ -56,7 +54,7 @@ std::vector<std::vector<int>> observationsParPoint(const reseauMoindresCarres& r
 /// One unknown point with the loci that its observations give.
 class Intersection {
 public:
-  Intersection(reseauMoindresCarres& reseau, int point) : m_reseau(reseau), m_point(point) {}
+  Intersection(donneesReseau& reseau, int point) : m_reseau(reseau), m_point(point) {}
 
   /// @return false when the point has too many directions out of it
   bool rassembler(const std::vector<int>& observations);
@@ -88,7 +86,7 @@ private:
     std::size_t j;
     pointsCommuns communs;
   };
-  reseauMoindresCarres& m_reseau;
+  donneesReseau& m_reseau;
   int m_point;
   int m_directions = 0;
   std::vector<const ObservationReduite*> m_equations;
@@ -241,7 +239,7 @@ etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
 
 }  // namespace
 
-std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau) {
+std::vector<etatProvisoire> examinerPoints(donneesReseau& reseau) {
   std::vector<etatProvisoire> etats(reseau.points.size());
   const bool canevas = std::any_of(reseau.points.begin(), reseau.points.end(),
                                    [](const pointACalculer& p) { return p.planiConnue; });
@@ -257,39 +255,32 @@ std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau) {
   return etats;
 }
 
-std::wstring solutionTrouvee(const pointACalculer& p) {
-  if (p.Z == base::Z_ABSENT) {
-    return base::formater(L"\r\nSolution trouvée: X=%14.4f Y=%14.4f ", p.X, p.Y);
-  }
-  return base::formater(L"\r\nSolution trouvée: X=%14.4f Y=%14.4f Z=%14.4f", p.X, p.Y, p.Z);
-}
-
-bool reseauMoindresCarres::calculerPointsProvisoires(std::wstring& journal) {
-  utilisable.RemoveAll();
-  utilisable.SetSize(points.size());
+bool calculerPointsProvisoires(donneesReseau& reseau, std::wstring& journal) {
+  reseau.utilisable.RemoveAll();
+  reseau.utilisable.SetSize(reseau.points.size());
   bool connu = false;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    utilisable[i] = points[i].planiConnue ? 1 : 0;
-    connu = connu || points[i].planiConnue;
+  for (std::size_t i = 0; i < reseau.points.size(); ++i) {
+    reseau.utilisable[i] = reseau.points[i].planiConnue ? 1 : 0;
+    connu = connu || reseau.points[i].planiConnue;
   }
   if (!connu) return false;
-  const std::vector<std::vector<int>> parPoint = observationsParPoint(*this);
+  const std::vector<std::vector<int>> parPoint = observationsParPoint(reseau);
   bool calcule = true;
   while (calcule) {
     calcule = false;
-    for (int i = 0; i < points.GetSize(); ++i) {
-      if (utilisable.GetAt(i)) continue;
-      Intersection intersection(*this, i);
+    for (int i = 0; i < reseau.points.GetSize(); ++i) {
+      if (reseau.utilisable.GetAt(i)) continue;
+      Intersection intersection(reseau, i);
       if (!intersection.rassembler(parPoint[static_cast<std::size_t>(i)])) continue;
-      journal += base::formater(L"\r\nCalcul du point %s  à l'aide de %d equations ", points.GetAt(i).nom,
-                                intersection.nombreEquations());
+      journal += base::formater(L"\r\nCalcul du point %s  à l'aide de %d equations ",
+                                reseau.points.GetAt(i).nom, intersection.nombreEquations());
       const std::optional<AcGePoint2d> trouve = intersection.calculer();
       if (!trouve) continue;
-      points.GetAt(i).X = trouve->x;
-      points.GetAt(i).Y = trouve->y;
-      utilisable.GetAt(i) = 1;
+      reseau.points.GetAt(i).X = trouve->x;
+      reseau.points.GetAt(i).Y = trouve->y;
+      reseau.utilisable.GetAt(i) = 1;
       calcule = true;
-      journal += solutionTrouvee(points.GetAt(i));
+      journal += solutionTrouvee(reseau.points.GetAt(i));
     }
   }
   return true;

@@ -1,10 +1,16 @@
 #pragma once
 
-#include "calc/network/reseau_moindres_carres.h"
+#include "calc/network/donnees_reseau.h"
 
 #include <vector>
 
 namespace veltora {
+
+/// Provisional coordinates: each observation that joins an unknown point to usable ones is a locus, see
+/// lieux.h, and the mean of the intersections of the loci gives the point, which then serves the next ones.
+/// Gives X and Y to the unknown points whose observations join them to usable ones, and makes them usable;
+/// known points are usable from the beginning. @return false when no point is known
+bool calculerPointsProvisoires(donneesReseau& reseau, std::wstring& journal);
 
 /// Why a point has no provisional coordinates.
 struct etatProvisoire {
@@ -25,6 +31,6 @@ struct etatProvisoire {
 
 /// The state of each point as the last pass of provisional coordinates left it; `utilisable` is that of the
 /// plan, not yet of the heights.
-std::vector<etatProvisoire> examinerPoints(reseauMoindresCarres& reseau);
+std::vector<etatProvisoire> examinerPoints(donneesReseau& reseau);
 
 }  // namespace veltora

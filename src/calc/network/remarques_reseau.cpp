@@ -13,29 +13,8 @@
 namespace veltora {
 namespace {
 
-/// Sentences of one kind that are told one by one.
-constexpr std::size_t kPhrasesCitees = 20;
 /// Up to this difference (radians) a measure and its computed value are one direction, but for the turn.
 constexpr double kProcheDeZero = 0.3;
-
-/// Sentences of one kind: the first ones, then how many more there are.
-class Liste {
-public:
-  explicit Liste(Remarques& remarques) : m_remarques(remarques) {}
-  ~Liste() {
-    if (m_nombre > kPhrasesCitees)
-      m_remarques.push_back(base::formater(L"… et %d de plus", static_cast<int>(m_nombre - kPhrasesCitees)));
-  }
-  Liste(const Liste&) = delete;
-  Liste& operator=(const Liste&) = delete;
-  void ajouter(const std::wstring& phrase) {
-    if (m_nombre++ < kPhrasesCitees) m_remarques.push_back(phrase);
-  }
-
-private:
-  Remarques& m_remarques;
-  std::size_t m_nombre = 0;
-};
 
 /// The observation without the padding of its columns.
 std::wstring citer(const reseauMoindresCarres& reseau, const ObservationReduite& o) {
@@ -89,41 +68,39 @@ std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
   return L"le calcul n'a pas de valeur (distance nulle)";
 }
 
-/// "A, B, C", the first ones.
 std::wstring nommer(const reseauMoindresCarres& reseau, const std::vector<int>& points) {
-  std::wstring noms;
-  for (std::size_t i = 0; i < points.size() && i < kPhrasesCitees; ++i) {
-    noms += (i > 0 ? L", " : L"") + reseau.points.GetAt(points[i]).nom;
-  }
-  return points.size() > kPhrasesCitees ? noms + L"…" : noms;
+  std::vector<std::wstring> noms;
+  for (const int point : points) noms.push_back(reseau.points.GetAt(point).nom);
+  return base::enumerer(noms);
 }
 
-void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques) {
+void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bilan,
+                        base::Remarques& remarques) {
   const double pas = reseau.dernierPas;
   if (!std::isfinite(pas)) {
-    remarques.push_back(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
+    remarques.douter(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
     return;
   }
   if (pas < 0.0) {
-    remarques.push_back(
+    remarques.douter(
         L"le système est singulier : tous les points gardent leurs coordonnées provisoires, rien n'est "
         L"compensé");
   } else if (!bilan.convergence) {
-    remarques.push_back(base::formater(
+    remarques.douter(base::formater(
         L"pas de convergence après %d passes (dernier pas : %.4f) : ces coordonnées ne valent rien",
         bilan.passes, pas));
   }
   const std::vector<int> faibles = reseau.pointsIndetermines();
   if (!faibles.empty()) {
-    remarques.push_back(
+    remarques.douter(
         L"observations insuffisantes pour fixer " + nommer(reseau, faibles) +
         L" (ou les points qui en dépendent) : il manque un point connu, une orientation ou une distance");
   }
 }
 
 /// Angles whose measure and computed value lie on both sides of 0: the difference counts as a whole turn.
-void remarquerTours(const reseauMoindresCarres& reseau, Remarques& remarques) {
-  Liste liste(remarques);
+void remarquerTours(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
+  base::Remarques liste;
   const auto place = [&reseau](int point) {
     return reseau.utilisable.GetAt(point) && fini(reseau.points.GetAt(point));
   };
@@ -133,44 +110,43 @@ void remarquerTours(const reseauMoindresCarres& reseau, Remarques& remarques) {
     const double calcule = reseau.valeurCalculee(o);
     const double ecart = std::fabs(o.mesure - calcule);
     if (ecart <= kPi || std::fabs(ecart - 2.0 * kPi) > kProcheDeZero) continue;
-    liste.ajouter(base::formater(
+    liste.douter(base::formater(
         L"%s : la valeur calculée est %.4f, l'écart compte comme un tour entier et fausse le calcul ; donnez "
         L"l'angle avec un tour de plus ou de moins, ou depuis une autre référence",
         citer(reseau, o), calcule * 200.0 / kPi));
   }
+  remarques.citer(liste);
 }
 
 }  // namespace
 
-void remarquerObservations(const reseauMoindresCarres& reseau, Remarques& remarques) {
+void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
   int poids = 0;
-  {
-    Liste liste(remarques);
-    for (const ObservationReduite& o : reseau.observations) {
-      if (o.poids != base::Z_ABSENT) ++poids;
-      if (o.station == o.vise) {
-        liste.ajouter(citer(reseau, o) + L" : le point se vise lui-même");
-      } else if (o.type == ObservationReduite::kAngle && o.reference == o.station) {
-        liste.ajouter(citer(reseau, o) + L" : la station est sa propre référence");
-      } else if (o.type == ObservationReduite::kDistance && !(o.mesure > 0.0)) {
-        liste.ajouter(citer(reseau, o) + L" : distance nulle ou négative");
-      }
+  base::Remarques insensees;
+  for (const ObservationReduite& o : reseau.observations) {
+    if (o.poids != base::Z_ABSENT) ++poids;
+    if (o.station == o.vise) {
+      insensees.ajouter(citer(reseau, o) + L" : le point se vise lui-même");
+    } else if (o.type == ObservationReduite::kAngle && o.reference == o.station) {
+      insensees.ajouter(citer(reseau, o) + L" : la station est sa propre référence");
+    } else if (o.type == ObservationReduite::kDistance && !(o.mesure > 0.0)) {
+      insensees.ajouter(citer(reseau, o) + L" : distance nulle ou négative");
     }
   }
-  {
-    Liste liste(remarques);
-    for (const auto& [supprimee, gardee] : reseau.equivalentes) {
-      liste.ajouter(base::formater(L"%s : laissée de côté, équivalente à %s", citer(reseau, supprimee),
-                                   citer(reseau, gardee)));
-    }
+  remarques.citer(insensees);
+  base::Remarques equivalentes;
+  for (const auto& [supprimee, gardee] : reseau.equivalentes) {
+    equivalentes.ajouter(base::formater(L"%s : laissée de côté, équivalente à %s", citer(reseau, supprimee),
+                                        citer(reseau, gardee)));
   }
+  remarques.citer(equivalentes);
   if (poids > 0) {
-    remarques.push_back(
+    remarques.ajouter(
         base::formater(L"%d poids donnés dans le fichier : sans effet sur les coordonnées", poids));
   }
 }
 
-void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques) {
+void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, base::Remarques& remarques) {
   remarquerIteration(reseau, bilan, remarques);
   const std::vector<etatProvisoire> etats = examinerPoints(reseau);
   const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
@@ -178,23 +154,23 @@ void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, Re
     const pointACalculer& p = reseau.points.GetAt(i);
     if (p.planiConnue || (reseau.utilisable.GetAt(i) && fini(p))) continue;
     const auto rang = static_cast<std::size_t>(i);
-    remarques.push_back(
+    remarques.ajouter(
         base::formater(L"point %s sans coordonnées : %s", p.nom, raison(etats[rang], enAltitude[rang])));
   }
   remarquerTours(reseau, remarques);
 }
 
-void remarquerAltitudes(const reseauMoindresCarres& reseau, Remarques& remarques) {
+void remarquerAltitudes(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
   const bool connue = std::any_of(reseau.points.begin(), reseau.points.end(),
                                   [](const pointACalculer& p) { return p.altiConnue; });
   if (!connue) {
-    remarques.push_back(L"dénivelées sans emploi : aucun point connu n'a d'altitude");
+    remarques.ajouter(L"dénivelées sans emploi : aucun point connu n'a d'altitude");
     return;
   }
   const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
   for (int i = 0; i < reseau.points.GetSize(); ++i) {
     if (reseau.utilisable.GetAt(i) || !enAltitude[static_cast<std::size_t>(i)]) continue;
-    remarques.push_back(
+    remarques.ajouter(
         base::formater(L"point %s sans altitude : ses dénivelées ne le rattachent à aucune altitude connue",
                        reseau.points.GetAt(i).nom));
   }

@@ -1,22 +1,18 @@
 #pragma once
 
+#include "base/remarque.h"
 #include "calc/network/reseau_moindres_carres.h"
 
-#include <string>
-#include <vector>
-
-/// What the surveyor must know of a network and its log does not say, as French sentences.
+/// What the surveyor must know of a network and its log does not say.
 namespace veltora {
-
-using Remarques = std::vector<std::wstring>;
 
 /// What the observations themselves leave to doubt: sights of a point to itself, lengths that are none,
 /// weights without effect, equivalent observations that were dropped.
-void remarquerObservations(const reseauMoindresCarres& reseau, Remarques& remarques);
+void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& remarques);
 /// What became of the plan: iteration, points without coordinates and why, angles counted with a whole turn.
 /// To be called before the heights are computed.
-void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, Remarques& remarques);
+void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, base::Remarques& remarques);
 /// Points without height. To be called behind the computation of the heights.
-void remarquerAltitudes(const reseauMoindresCarres& reseau, Remarques& remarques);
+void remarquerAltitudes(const reseauMoindresCarres& reseau, base::Remarques& remarques);
 
 }  // namespace veltora

@@ -8,8 +8,9 @@ namespace veltora {
 
 struct systemeCreux;
 
-/// Linearised observations with few unknowns each, all of weight P (diagonal), and their normal equations N x
-/// = b.
+/// Linearised observations with few unknowns each, all of weight P (diagonal), and their normal
+/// equations N x = b, where N = A^T P A and b = A^T P L (Gauss; Ghilani, Adjustment Computations,
+/// principles of least squares).
 class systemeNormal {
 public:
   /// One row: (column, coefficient), right-hand side, weight. A column that stands twice counts with the sum.
@@ -23,7 +24,8 @@ public:
   [[nodiscard]] const std::vector<Ligne>& lignes() const { return m_lignes; }
   [[nodiscard]] int inconnues() const { return m_inconnues; }
 
-  /// Small systems go to the dense Householder QR. Above `kInconnuesDenses` unknowns each part that shares no
+  /// Small systems go to the dense QR by Householder's reflections (Householder 1958; Golub and Van Loan,
+  /// Matrix Computations, orthogonalization). Above `kInconnuesDenses` unknowns each part that shares no
   /// observation with the others is solved by itself, with the same result to the last bit; a part that is
   /// still large by a sparse factorisation of the same equations, unless a pivot is not clearly positive,
   /// when the QR decides after all.
@@ -46,6 +48,9 @@ private:
   int m_inconnues;
   std::vector<Ligne> m_lignes;
 };
+
+/// Stands for the norm of a solution that could not be computed.
+inline constexpr double kEchecCalcul = -1e+38;
 
 /// The log's lines of a solution vector, each behind "\r\n".
 void journaliserVecteur(std::wstring& journal, const std::vector<double>& x);

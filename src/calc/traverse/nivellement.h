@@ -9,7 +9,9 @@
 #include <vector>
 
 /// Heights along a traverse, closed or open, and how their misclosure is spread (`modeNivellement`: 0 aucun,
-/// 1 simple, 2 distance, 3 racine).
+/// 1 simple, 2 distance, 3 racine). By distance is least squares when the variance of a height difference
+/// grows with the length of its leg, simple when it is the same everywhere (Ghilani, Adjustment Computations,
+/// differential leveling); by root shares like the standard deviations.
 namespace veltora {
 
 inline constexpr std::array<std::wstring_view, 4> kModesNivellement = {L"aucun", L"simple", L"distance",
@@ -25,8 +27,8 @@ struct corrections {
   double H = 0.0;   ///< misclosure that is spread
   double SL = 0.0;  ///< sum of L
   double SR = 0.0;  ///< sum of the square roots of L
-  std::vector<double>
-      L;  ///< straight distance from (X[i], Y[i]) to the next one, the first one behind the last
+  /// Straight distance from (X[i], Y[i]) to the next one, the first one behind the last.
+  std::vector<double> L;
   std::vector<double> c;   ///< share of row i
   std::vector<double> dz;  ///< height differences before correction
 };

@@ -34,7 +34,7 @@ private:
         m_donnees.vo = nombre(valeur);
         break;
       default:
-        remarquer(remarqueObs::Genre::cleIgnoree, cle);
+        remarquerCle(cle);
     }
   }
 
@@ -43,7 +43,7 @@ private:
 
 }  // namespace
 
-std::vector<remarqueObs> lireObsFermee(std::string_view octets, polygonaleFermeeObs& donnees) {
+base::Remarques lireObsFermee(std::string_view octets, polygonaleFermeeObs& donnees) {
   donnees.nom.clear();
   donnees.x = donnees.y = donnees.z = donnees.vo = 0.0;
   lecteurFermee lecteur(donnees);

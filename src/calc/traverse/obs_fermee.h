@@ -21,7 +21,7 @@ struct polygonaleFermeeObs : donneesObs {
 /// Reads a file. Rows, departure name and the four numbers are emptied first; the modes stay when the file
 /// does not name them. Lines that fit nothing are passed over.
 /// @return what was passed over or guessed, in order of the lines
-VELTORA_API std::vector<remarqueObs> lireObsFermee(std::string_view octets, polygonaleFermeeObs& donnees);
+VELTORA_API base::Remarques lireObsFermee(std::string_view octets, polygonaleFermeeObs& donnees);
 /// The bytes of a file, Windows-1252 with LF ends; what the code page lacks becomes "?". Cells are written as
 /// they stand; names are quoted, so that one with blanks survives (one with a double quote does not).
 VELTORA_API std::string ecrireObsFermee(const polygonaleFermeeObs& donnees);

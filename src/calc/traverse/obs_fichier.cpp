@@ -1,6 +1,6 @@
 #include "calc/traverse/obs_fichier.h"
 
-#include "base/format.h"
+#include "base/lines/line_reader.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "calc/angles.h"
@@ -8,13 +8,10 @@
 #include "calc/traverse/nivellement.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <utility>
 
 namespace veltora {
 namespace {
-
-/// What a line may hold, in bytes.
-constexpr std::size_t kLongueurLigne = 1024;
 
 wchar_t initiale(const std::wstring& mot) { return mot.empty() ? L'\0' : base::toUpper(mot.front()); }
 
@@ -50,54 +47,17 @@ int nivellementDeLettre(wchar_t lettre) {
 
 }  // namespace
 
-std::wstring texteRemarque(const remarqueObs& remarque) {
-  const wchar_t* format = L"";
-  switch (remarque.genre) {
-    case remarqueObs::Genre::ligneIgnoree:
-      format = L"ligne %d : ignorée, « %s »";
-      break;
-    case remarqueObs::Genre::cleIgnoree:
-      format = L"ligne %d : clé inconnue « %s », ignorée";
-      break;
-    case remarqueObs::Genre::uniteInconnue:
-      format = L"ligne %d : unité d'angle inconnue « %s », lue comme grades";
-      break;
-    case remarqueObs::Genre::nivellementInconnu:
-      format = L"ligne %d : mode de nivellement inconnu « %s », lu comme aucun";
-      break;
-    case remarqueObs::Genre::nombreIllisible:
-      return base::formater(std::wstring(L"ligne %d : nombre illisible « %s », lu comme %s"), remarque.ligne,
-                            remarque.texte.c_str(),
-                            base::widen(base::ecrireReel(base::lireReel(remarque.texte))).c_str());
-    case remarqueObs::Genre::ligneTropLongue:
-      format = L"ligne %d : coupée après 1024 octets, « %s… »";
-      break;
-  }
-  return base::formater(std::wstring(format), remarque.ligne, remarque.texte.c_str());
-}
-
-void parcourirLignes(std::string_view octets, const std::function<void(std::string_view)>& recevoir) {
-  while (!octets.empty()) {
-    const std::size_t fin = std::min(octets.find('\n'), octets.size());
-    std::string_view ligne = octets.substr(0, fin);
-    if (fin < octets.size() && !ligne.empty() && ligne.back() == '\r') ligne.remove_suffix(1);
-    recevoir(ligne);
-    octets.remove_prefix(std::min(fin + 1, octets.size()));
-  }
-}
-
 void lecteurObs::lire(std::string_view octets, donneesObs& donnees) {
   donnees.lignes.clear();
-  m_remarques.clear();
-  m_ligne = 0;
-  parcourirLignes(octets, [&](std::string_view ligne) {
-    ++m_ligne;
-    const std::wstring texte = base::widen(ligne.substr(0, kLongueurLigne));
-    if (ligne.size() > kLongueurLigne && ligne.front() != '*') {
-      remarquer(remarqueObs::Genre::ligneTropLongue, std::wstring_view(texte).substr(0, 40));
-    }
+  m_remarques = {};
+  base::LineReader lignes(octets, kLongueurLigneObs);
+  while (lignes.next()) {
+    m_ligne = lignes.number();
+    const std::wstring texte = lignes.wide();
+    const auto coupe = lignes.cut();
+    if (coupe && !texte.starts_with(L'*')) m_remarques.ajouter(*coupe);
     lireJetons(decouperLigneObs(texte), texte, donnees);
-  });
+  }
 }
 
 void lecteurObs::lireJetons(const jetonsObs& jetons, std::wstring_view ligne, donneesObs& donnees) {
@@ -114,7 +74,7 @@ void lecteurObs::lireJetons(const jetonsObs& jetons, std::wstring_view ligne, do
     case 10:
       return paires(jetons);
     default:
-      remarquer(remarqueObs::Genre::ligneIgnoree, ligne);
+      remarquerIgnoree(ligne);
   }
 }
 
@@ -122,27 +82,31 @@ void lecteurObs::lireDeuxJetons(const jetonsObs& jetons, std::wstring_view ligne
   const std::wstring cle = base::toUpper(std::wstring_view(jetons[0]).substr(0, 4));
   if (cle == L"ANGL") {
     const int unite = uniteDeLettre(initiale(jetons[1]));
-    if (unite < 0) remarquer(remarqueObs::Genre::uniteInconnue, jetons[1]);
+    if (unite < 0) remarquer(L"unité d'angle inconnue « " + jetons[1] + L" », lue comme grades");
     donnees.modeAngle = std::max(unite, 0);
   } else if (cle == L"NIVE") {
     const int mode = nivellementDeLettre(initiale(jetons[1]));
-    if (mode < 0) remarquer(remarqueObs::Genre::nivellementInconnu, jetons[1]);
+    if (mode < 0) remarquer(L"mode de nivellement inconnu « " + jetons[1] + L" », lu comme aucun");
     donnees.modeNivellement = std::max(mode, 0);
   } else if (!motCle(cle, jetons[1])) {
-    remarquer(remarqueObs::Genre::ligneIgnoree, ligne);
+    remarquerIgnoree(ligne);
   }
 }
 
 bool lecteurObs::motCle(const std::wstring& /*cle*/, const std::wstring& /*valeur*/) { return false; }
 
 double lecteurObs::nombre(const std::wstring& jeton) {
+  const double lu = base::lireReel(jeton);
   double exact = 0.0;
-  if (!base::lireReelExact(base::narrow(jeton), exact)) remarquer(remarqueObs::Genre::nombreIllisible, jeton);
-  return base::lireReel(jeton);
+  if (!base::lireReelExact(base::narrow(jeton), exact))
+    remarquer(L"nombre illisible « " + jeton + L" », lu comme " + base::widen(base::ecrireReel(lu)));
+  return lu;
 }
 
-void lecteurObs::remarquer(remarqueObs::Genre genre, std::wstring_view texte) {
-  m_remarques.push_back({m_ligne, genre, std::wstring(texte)});
+void lecteurObs::remarquer(std::wstring texte) { m_remarques.ajouter(m_ligne, std::move(texte)); }
+
+void lecteurObs::remarquerIgnoree(std::wstring_view ligne) {
+  m_remarques.omettre(m_ligne, L"ignorée, « " + std::wstring(ligne) + L" »");
 }
 
 void ecrireLigneFichier(std::string& sortie, std::wstring_view ligne) {
@@ -174,6 +138,18 @@ void ecrireModeNivellement(std::string& sortie, int modeNivellement) {
 void ecrireRangee(std::string& sortie, const ligneObs& ligne) {
   ecrireLigneFichier(
       sortie, L"\n\"" + ligne.nom + L"\"\t" + ligne.angle + L"\t\t" + ligne.distance + L"\t\t" + ligne.dz);
+}
+
+std::wstring nomFichierObs(std::wstring_view choisi, int filtre) {
+  // Only the file's own name is put in lower case: where case counts, a folder
+  // exists in its own spelling alone.
+  const std::size_t barre = choisi.rfind(L'/');
+  const std::size_t debut = barre == std::wstring_view::npos ? 0 : barre + 1;
+  std::wstring nom = base::toLower(choisi.substr(debut));
+  const std::wstring_view fin = filtre == 1 ? L".obs" : filtre == 4 ? L".txt" : L".";
+  if (!nom.ends_with(fin)) nom += fin;
+  if (nom.find(L'.') == std::wstring::npos) nom += L".obs";
+  return std::wstring(choisi.substr(0, debut)) + nom;
 }
 
 }  // namespace veltora

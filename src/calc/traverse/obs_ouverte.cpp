@@ -1,6 +1,7 @@
 #include "calc/traverse/obs_ouverte.h"
 
 #include "base/format.h"
+#include "base/lines/line_reader.h"
 #include "base/text.h"
 #include "calc/obs_jetons.h"
 
@@ -49,10 +50,10 @@ protected:
           gisement = nombre(jetons[i + 1]);
           break;
         default:
-          remarquer(remarqueObs::Genre::cleIgnoree, jetons[i]);
+          remarquerCle(jetons[i]);
       }
     }
-    if (!station) return remarquer(remarqueObs::Genre::ligneIgnoree, jetons[0] + L" " + jetons[1]);
+    if (!station) return remarquerIgnoree(jetons[0] + L" " + jetons[1]);
     station->x = x.value_or(station->x);
     station->y = y.value_or(station->y);
     station->z = z.value_or(station->z);
@@ -76,20 +77,19 @@ void ecrireTitreRangees(std::string& sortie) {
 }  // namespace
 
 bool estObsOuverte(std::string_view octets) {
-  bool ouverte = false;
-  parcourirLignes(octets, [&ouverte](std::string_view ligne) {
-    if (ouverte || ligne.empty() || ligne.front() == '*') return;
-    const jetonsObs jetons = decouperLigneObs(base::widen(ligne));
-    if (jetons.size() != kJetonsStation) return;
+  base::LineReader lignes(octets, kLongueurLigneObs);
+  while (lignes.next()) {
+    const jetonsObs jetons = decouperLigneObs(lignes.wide());
+    if (jetons.size() != kJetonsStation) continue;
     for (std::size_t i = 0; i < jetons.size(); i += 2) {
       const wchar_t lettre = base::toUpper(jetons[i].front());
-      ouverte = ouverte || lettre == L'D' || lettre == L'A';
+      if (lettre == L'D' || lettre == L'A') return true;
     }
-  });
-  return ouverte;
+  }
+  return false;
 }
 
-std::vector<remarqueObs> lireObsOuverte(std::string_view octets, polygonaleOuverteObs& donnees) {
+base::Remarques lireObsOuverte(std::string_view octets, polygonaleOuverteObs& donnees) {
   donnees.depart = donnees.arrivee = stationConnue();
   // Deliberate (fermeture-gardee): the closing angle of before stays when the file names none.
   lecteurOuverte lecteur(donnees);

@@ -22,7 +22,7 @@ VELTORA_API bool estObsOuverte(std::string_view octets);
 /// Reads a file. Rows and both stations are emptied first; closing angle and modes stay when the file does
 /// not name them. Lines that fit nothing are passed over.
 /// @return what was passed over or guessed, in order of the lines
-VELTORA_API std::vector<remarqueObs> lireObsOuverte(std::string_view octets, polygonaleOuverteObs& donnees);
+VELTORA_API base::Remarques lireObsOuverte(std::string_view octets, polygonaleOuverteObs& donnees);
 /// The bytes of a file, as `ecrireObsFermee`; the block of the levelling mode stands twice.
 VELTORA_API std::string ecrireObsOuverte(const polygonaleOuverteObs& donnees);
 

@@ -10,13 +10,11 @@
 namespace veltora {
 
 /// One row of a traverse. What `angle` and `nom` refer to depends on the traverse:
-/// - closed: the leg of row i goes from `nom[i-1]` to `nom[i]` (indices modulo the number of rows); `angle`
-/// is the
-///   exterior angle at `nom[i-1]`, between `nom[i-2]` and `nom[i]`; the last row's name is the departure
-///   station.
+/// - closed: the leg of row i goes from `nom[i-1]` to `nom[i]` (indices modulo the number of rows);
+///   `angle` is the exterior angle at `nom[i-1]`, between `nom[i-2]` and `nom[i]`; the last row's name is
+///   the departure station.
 /// - open: the leg of row i goes from station i to station i+1, `angle` is measured at station i, from the
-/// back sight
-///   to the next station; `nom` is the station at the end of the leg.
+///   back sight to the next station; `nom` is the station at the end of the leg.
 struct VELTORA_API obsPolygonale {
   wchar_t nom[20] = {};   ///< terminated; at most 18 characters are kept by `setNom`
   double angle = 0.0;     ///< in the unit in force

@@ -14,6 +14,8 @@ namespace {
 
 /// How near to whole turns a misclosure is, in turns, to be taken for a bearing given in another turn.
 constexpr double kProcheDuTour = 0.025;
+constexpr const wchar_t* kSansDepart =
+    L"aucune station de départ lue : le calcul part de X=0, Y=0, Z=0, gisement 0";
 
 bool memeNom(std::wstring_view a, std::wstring_view b) {
   return base::compareNoCase(base::trim(a), base::trim(b)) == 0;
@@ -35,13 +37,15 @@ public:
     return stationsFermee(lignes, X, Y, Z);
   }
 
-  [[nodiscard]] std::vector<std::wstring> doutes(const fermeturesPolygonale& /*fermetures*/) const override {
+  [[nodiscard]] base::Remarques doutes(const fermeturesPolygonale& /*fermetures*/) const override {
     const std::wstring& derniere = obs.lignes.back().nom;
+    base::Remarques phrases;
     if (obs.nom.empty())
-      return {L"aucune station de départ lue : le calcul part de X=0, Y=0, Z=0, gisement 0"};
-    if (memeNom(derniere, obs.nom)) return {};
-    return {L"la dernière ligne vise « " + derniere + L" » et non la station de départ « " + obs.nom +
-            L" » : c'est le nom qu'aura le point de départ"};
+      phrases.douter(kSansDepart);
+    else if (!memeNom(derniere, obs.nom))
+      phrases.douter(L"la dernière ligne vise « " + derniere + L" » et non la station de départ « " +
+                     obs.nom + L" » : c'est le nom qu'aura le point de départ");
+    return phrases;
   }
 };
 
@@ -60,30 +64,29 @@ public:
     return stationsOuverte(obs.depart, obs.arrivee.z, lignes, X, Y, Z);
   }
 
-  [[nodiscard]] std::vector<std::wstring> doutes(const fermeturesPolygonale& fermetures) const override {
-    std::vector<std::wstring> phrases;
-    if (obs.depart.nom.empty())
-      phrases.emplace_back(L"aucune station de départ lue : le calcul part de X=0, Y=0, Z=0, gisement 0");
+  [[nodiscard]] base::Remarques doutes(const fermeturesPolygonale& fermetures) const override {
+    base::Remarques phrases;
+    if (obs.depart.nom.empty()) phrases.douter(kSansDepart);
     if (obs.arrivee.nom.empty())
-      phrases.emplace_back(L"aucune station d'arrivée lue : le calcul ferme sur X=0, Y=0, Z=0, gisement 0");
+      phrases.douter(L"aucune station d'arrivée lue : le calcul ferme sur X=0, Y=0, Z=0, gisement 0");
     const std::wstring& derniere = obs.lignes.back().nom;
     if (!obs.arrivee.nom.empty() && !memeNom(derniere, obs.arrivee.nom)) {
-      phrases.push_back(L"la dernière ligne vise « " + derniere + L" » et non la station d'arrivée « " +
-                        obs.arrivee.nom + L" » : c'est le nom qu'aura le point d'arrivée");
+      phrases.douter(L"la dernière ligne vise « " + derniere + L" » et non la station d'arrivée « " +
+                     obs.arrivee.nom + L" » : c'est le nom qu'aura le point d'arrivée");
     }
     douterDuTour(fermetures.E, phrases);
     return phrases;
   }
 
 private:
-  /// The misclosure is not reduced: a bearing of arrival in another turn than the sum of the angles shows as
-  /// whole turns.
-  void douterDuTour(double E, std::vector<std::wstring>& phrases) const {
+  /// The misclosure is not reduced: a bearing of arrival in another turn than the sum of the
+  /// angles shows as whole turns.
+  void douterDuTour(double E, base::Remarques& phrases) const {
     const uniteAngle& unite = uniteDeMode(obs.modeAngle);
     const double tours = std::round(E / unite.tour);
     if (tours == 0.0 || !(std::abs(E / unite.tour - tours) <= kProcheDuTour)) return;
     const int combien = static_cast<int>(std::min(std::abs(tours), 1e6));
-    phrases.push_back(base::formater(
+    phrases.douter(base::formater(
         L"l'erreur angulaire de %.4f %s est proche de %d tour%s : le gisement d'arrivée est sans doute à "
         L"donner "
         L"avec %d tour%s de %s, soit %.5f au lieu de %.5f",
@@ -95,7 +98,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<polygonaleLue> lirePolygonale(std::string_view octets, std::vector<remarqueObs>& remarques) {
+std::unique_ptr<polygonaleLue> lirePolygonale(std::string_view octets, base::Remarques& remarques) {
   if (estObsOuverte(octets)) {
     auto lue = std::make_unique<ouverteLue>();
     remarques = lireObsOuverte(octets, lue->obs);

@@ -4,7 +4,6 @@
 #include "calc/traverse/polygonale.h"
 
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,11 +21,11 @@ public:
   /// @return the stations to place
   virtual std::vector<stationCalculee> calculer(htmlDocument* rapport, bool brute, bool compensee,
                                                 fermeturesPolygonale& fermetures) const = 0;
-  /// What looks wrong in the data: French sentences.
-  [[nodiscard]] virtual std::vector<std::wstring> doutes(const fermeturesPolygonale& fermetures) const = 0;
+  /// What looks wrong in the data, all of it doubtful.
+  [[nodiscard]] virtual base::Remarques doutes(const fermeturesPolygonale& fermetures) const = 0;
 };
 
 /// @param remarques  gets what was passed over or guessed
-std::unique_ptr<polygonaleLue> lirePolygonale(std::string_view octets, std::vector<remarqueObs>& remarques);
+std::unique_ptr<polygonaleLue> lirePolygonale(std::string_view octets, base::Remarques& remarques);
 
 }  // namespace veltora

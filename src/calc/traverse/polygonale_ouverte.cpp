@@ -7,6 +7,10 @@
 //   cx, cy       its correction
 //   Sx, Sy, D    sums of dx, of dy and of the lengths
 //   H            misclosure in height
+//
+// Sources: a bearing is the one before plus the measured angle plus half a turn, so that its error is the sum
+// of those of all angles so far: hence shares that grow with the rank. Compass rule as in the closed traverse
+// (Bowditch 1808; Ghilani and Wolf, Elementary Surveying, traverse computations), against the known arrival.
 #include "calc/traverse/polygonale_ouverte.h"
 
 #include "calc/angles.h"
@@ -90,16 +94,16 @@ int calculerPolygonaleOuverte(const std::wstring& nomDepart, double Xdep, double
   const stationConnue arrivee{nomArrivee, Xarr, Yarr, Zarr, Va};
   for (base::CArray<double>* sortie : {&X, &Y, &Z}) sortie->RemoveAll();
   for (obsPolygonale& ligne : lignes) ligne.angle = reduireAngle(ligne.angle, unite.tour);
-  std::optional<rapportOuverte> feuille;
-  if (rapport) feuille.emplace(*rapport, lignes, depart, arrivee, unite);
+  std::optional<rapportOuverte> plume;
+  if (rapport) plume.emplace(*rapport, lignes, depart, arrivee, unite);
 
-  if (feuille) feuille->donnees(A);
+  if (plume) plume->donnees(A);
   etapesOuverte e;
   compenserAngles(Vo, Va, A, unite, lignes, e);
-  if (feuille) feuille->angles(e, A);
+  if (plume) plume->angles(e, A);
   if (dessinerBrute) dessinerTraceBrut({Xdep, Ydep}, lignes[0].angle + Vo - unite.demi(), unite, lignes);
   compenserDistances(depart, arrivee, unite, lignes, e, X, Y);
-  if (feuille) feuille->distances(e, X, Y);
+  if (plume) plume->distances(e, X, Y);
 
   double H = 0.0;
   for (const obsPolygonale& ligne : lignes) H += ligne.dz;
@@ -107,12 +111,12 @@ int calculerPolygonaleOuverte(const std::wstring& nomDepart, double Xdep, double
   if (compenseAltitudes(modeNivellement)) {
     const corrections parts = repartirFermeture(modeNivellement, H, lignes, X, Y);
     compenserAltitudes(parts, Zdep, lignes, Z);
-    if (feuille) feuille->altitudes(modeNivellement, parts, X, Y, Z);
+    if (plume) plume->altitudes(modeNivellement, parts, X, Y, Z);
   } else {
     cheminerAltitudes(Zdep, lignes, Z);
-    if (feuille) feuille->sansAltitudes();
+    if (plume) plume->sansAltitudes();
   }
-  if (feuille) feuille->resultats(X, Y, Z);
+  if (plume) plume->resultats(X, Y, Z);
   if (dessinerCompensee) dessinerTraceCompense({Xdep, Ydep}, X, Y, false);
   if (fermetures) {
     *fermetures = {0.0, static_cast<double>(n + 1) * e.E, e.D, e.Sx - (Xarr - Xdep), e.Sy - (Yarr - Ydep), H};

@@ -13,8 +13,8 @@ class tableCodification;
 /// drawn as a coordinate table; or, as a picker, one of them chosen.
 class VELTORA_API DlgPntsDuDessin : public ui::Dialog {
 public:
-  /// Sums of the buttons shown (1 "Exporter", 2 "Table XYZ", 4 "Importer", 8 "Placer", 16 "Raffraichir"), and
-  /// the picker.
+  /// Sums of the buttons shown (1 "Exporter", 2 "Table XYZ", 4 "Importer", 8 "Placer", 16
+  /// "Raffraichir"), and the picker.
   enum Mode { kImportPoints = 12, kMajPoints = 16, kExportPoints = 17, kTableXYZ = 18, kChoixPoint = 100 };
 
   /// Both live longer than the dialog, unless the user removes the table behind it: then it closes.

@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
+#include "core/picking.h"
 #include "points/point_du_dessin.h"
 
 namespace veltora {
@@ -28,27 +29,22 @@ bool lire(const ui::NumberField& champ, double& valeur) {
   return true;
 }
 
-enum class Designation { Rien, Encore, Altitude };
-
-Designation designer(double& altitude) {
-  ads_name nom = {0, 0};
-  ads_point place = {0, 0, 0};
+Answer designer(double& altitude) {
   AcDbObjectId id;
-  const int resultat = acedEntSel(L"\nSelectionnez le point :", nom, place);
-  if (resultat == RTERROR) return Designation::Encore;  // nothing there
-  if (resultat != RTNORM) return Designation::Rien;
-  acdbGetObjectId(id, nom);
+  const int resultat = pickEntity(L"\nSelectionnez le point :", id);
+  if (resultat == RTERROR) return Answer::kAgain;  // nothing there
+  if (resultat != RTNORM) return Answer::kEnd;
   pointDuDessin point;
   if (!point.updateFromDrawing(id)) {
     acutPrintf(L"\nCe n'est pas un point Veltora !");
-    return Designation::Encore;
+    return Answer::kAgain;
   }
   if (point.z == Z_ABSENT) {
     acutPrintf(L"\nAltitude invalide !");
-    return Designation::Encore;
+    return Answer::kAgain;
   }
   altitude = point.z;
-  return Designation::Altitude;
+  return Answer::kGiven;
 }
 
 }  // namespace
@@ -100,7 +96,7 @@ void CDlgRattachZ::activerChamps() {
 void CDlgRattachZ::prendrePoint() {
   const ui::HiddenDialog cache(*this);
   if (!acdbHostApplicationServices()->workingDatabase()) return;
-  while (designer(m_precedente) == Designation::Encore) {
+  while (designer(m_precedente) == Answer::kAgain) {
   }
   m_nouvelle = m_precedente + m_difference;
   montrer();

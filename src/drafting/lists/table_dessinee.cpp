@@ -14,6 +14,7 @@
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/drawing_space.h"
 #include "core/valider_nombre.h"
 
 #include <algorithm>
@@ -40,8 +41,8 @@ struct colonneTable {
 class crayon : private Uncopyable {
 public:
   crayon(AcDbDatabase& db, double hauteur)
-      : m_espace(db.currentSpaceId(), AcDb::kForWrite), m_style(db.textstyle()), m_hauteur(hauteur) {}
-  [[nodiscard]] bool pret() const { return m_espace.openStatus() == Acad::eOk; }
+      : m_espace(&db, DrawingSpace::kCurrent), m_style(db.textstyle()), m_hauteur(hauteur) {}
+  [[nodiscard]] bool pret() const { return m_espace.ready(); }
   [[nodiscard]] double largeur(const std::wstring& texte) const {
     return acdbTextExtents(texte, m_style, m_hauteur, 0.0).width;
   }
@@ -52,24 +53,21 @@ public:
       entite->setHorizontalMode(mode);
       entite->setAlignmentPoint(AcGePoint3d(x, y, 0.0));
     }
-    ajouter(std::move(entite));
+    m_espace.add(std::move(entite));
   }
   void trait(double x1, double y1, double x2, double y2) {
-    ajouter(std::make_unique<AcDbLine>(AcGePoint3d(x1, y1, 0.0), AcGePoint3d(x2, y2, 0.0)));
+    m_espace.add(std::make_unique<AcDbLine>(AcGePoint3d(x1, y1, 0.0), AcGePoint3d(x2, y2, 0.0)));
   }
   void rectangle(double x1, double y1, double x2, double y2) {
     auto cadre = std::make_unique<AcDbPolyline>(4U);
     const AcGePoint2d coins[] = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
     for (unsigned int i = 0; i < 4; ++i) cadre->addVertexAt(i, coins[i]);
     cadre->setClosed(true);
-    ajouter(std::move(cadre));
+    m_espace.add(std::move(cadre));
   }
 
 private:
-  void ajouter(std::unique_ptr<AcDbEntity> entite) {
-    if (m_espace->appendAcDbEntity(entite.get()) == Acad::eOk) entite.release()->close();
-  }
-  AcDbObjectPointer<AcDbBlockTableRecord> m_espace;
+  DrawingSpace m_espace;
   AcDbObjectId m_style;
   double m_hauteur;
 };

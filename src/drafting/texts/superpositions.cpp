@@ -1,12 +1,12 @@
 // Clearing of overlaps between annotations.
 //
 // The overlap of a box is the sum of the areas that it has in common with each other box, in the order of the
-// boxes. A box that does not touch adds exactly 0, so leaving it out changes no digit: the grid below only
-// tells which boxes can touch.
+// boxes. A box that does not touch adds exactly 0, so leaving it out changes no digit: the index below only
+// tells which boxes touch.
 
 #include "drafting/texts/superpositions.h"
 
-#include "drafting/texts/grille_boites.h"
+#include "base/box_index.h"
 
 #include <algorithm>
 #include <array>
@@ -19,43 +19,39 @@ namespace {
 constexpr int kIterations = 50;
 constexpr double kSommeDepart = 1e15;
 
+base::PlaneBox emprise(const boitePlane& b) { return {b.x, b.y, b.x + b.largeur, b.y + b.hauteur}; }
+
 /// The boxes of all annotations, and how to find those near a place.
 class voisinage {
 public:
   voisinage(std::vector<annotationPlane>& annotations, rechercheVoisins recherche)
-      : m_annotations(annotations), m_tous(annotations.size()) {
-    std::iota(m_tous.begin(), m_tous.end(), 0);
-    if (recherche == rechercheVoisins::kToutes) return;
-    m_grille.emplace(tailleMediane(), annotations.size());
-    for (const std::size_t i : m_tous) m_grille->ajouter(i, annotations[i].boite);
+      : m_annotations(annotations) {
+    if (recherche == rechercheVoisins::kToutes) {
+      m_tous.resize(annotations.size());
+      std::iota(m_tous.begin(), m_tous.end(), 0);
+      return;
+    }
+    std::vector<base::PlaneBox> boites;
+    for (const annotationPlane& a : annotations) boites.push_back(emprise(a.boite));
+    m_index.emplace(boites);
   }
   /// What a box at this place would cover, the annotation `sauf` left out.
   double recouvrement(const boitePlane& boite, std::size_t sauf) {
     double somme = 0.0;
-    for (const std::size_t i : m_grille ? m_grille->autour(boite) : m_tous)
+    for (const std::size_t i : m_index ? m_index->touching(emprise(boite)) : m_tous)
       if (i != sauf) somme += surfaceCommune(boite, m_annotations[i].boite);
     return somme;
   }
   void deplacer(std::size_t i, const boitePlane& boite) {
-    if (m_grille) m_grille->enlever(i, m_annotations[i].boite);
+    if (m_index) m_index->remove(i, emprise(m_annotations[i].boite));
     m_annotations[i].boite = boite;
-    if (m_grille) m_grille->ajouter(i, boite);
+    if (m_index) m_index->add(i, emprise(boite));
   }
 
 private:
-  /// Side of the grid's cells: half of the boxes are larger.
-  [[nodiscard]] double tailleMediane() const {
-    std::vector<double> tailles;
-    for (const annotationPlane& a : m_annotations)
-      tailles.push_back(std::max(a.boite.largeur, a.boite.hauteur));
-    if (tailles.empty()) return 1.0;
-    const auto milieu = tailles.begin() + static_cast<std::ptrdiff_t>(tailles.size() / 2);
-    std::nth_element(tailles.begin(), milieu, tailles.end());
-    return *milieu;
-  }
   std::vector<annotationPlane>& m_annotations;
   std::vector<std::size_t> m_tous;
-  std::optional<grilleBoites> m_grille;
+  std::optional<base::BoxIndex> m_index;
 };
 
 /// The eight places around the anchor, in the order in which they are tried.

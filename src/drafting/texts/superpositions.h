@@ -34,7 +34,7 @@ using suiviSuperpositions = std::function<bool(int iteration, int element, int n
 /// Told after each iteration: the area still in common.
 using bilanSuperpositions = std::function<void(double surface)>;
 
-enum class rechercheVoisins { kGrille, kToutes };
+enum class rechercheVoisins { kIndex, kToutes };
 
 /// Moves annotations to the one of eight places around their anchor where they cover the others least, again
 /// and again until nothing is covered, the sum no longer falls, or 50 iterations are done. Of equal places
@@ -42,6 +42,6 @@ enum class rechercheVoisins { kGrille, kToutes };
 /// @param recherche  how the neighbours of a box are found; the results are the same to the last digit
 VELTORA_API void reduireSuperpositions(std::vector<annotationPlane>& annotations,
                                        const suiviSuperpositions& suivi, const bilanSuperpositions& bilan,
-                                       rechercheVoisins recherche = rechercheVoisins::kGrille);
+                                       rechercheVoisins recherche = rechercheVoisins::kIndex);
 
 }  // namespace veltora

@@ -1,6 +1,7 @@
 #include "drafting/texts/texte_ajuste.h"
 
 #include "arx/db/dbmain.h"
+#include "core/drawing_space.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,11 +66,7 @@ AcDbObjectId placerTexte(const texteAPlacer& demande) {
   texte->setHorizontalMode(style.horizontale);
   texte->setVerticalMode(style.verticale);
   if (!texte->isDefaultAlignment()) texte->setAlignmentPoint(demande.point);
-  const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin->modelSpaceId(), AcDb::kForWrite);
-  AcDbObjectId id;
-  if (espace.openStatus() == Acad::eOk && espace->appendAcDbEntity(id, texte.get()) == Acad::eOk)
-    texte.release()->close();
-  return id;
+  return addToModelSpace(std::move(texte));
 }
 
 }  // namespace veltora

@@ -51,8 +51,6 @@ double argumentsLisp::reel(const resbuf* element) {
   return estReel(element) ? element->resval.rreal : kPasReel;
 }
 
-int codeOuDefaut(int code) { return code < 1 || code > 9999 ? 1 : code; }
-
 std::optional<AcGePoint3d> lirePosition(const resbuf* element) {
   if (!element) return std::nullopt;
   if (element->restype == RTPOINT || element->restype == RT3DPOINT) {

@@ -37,11 +37,8 @@ private:
   resbuf* m_chaine;
 };
 
-/// A code outside 1 to 9999 becomes 1.
-int codeOuDefaut(int code);
-
-/// A position: a point of two or three coordinates, or a list of two numbers. @return nothing for anything
-/// else
+/// A position: a point of two or three coordinates, or a list of two numbers.
+/// @return nothing for anything else
 std::optional<AcGePoint3d> lirePosition(const resbuf* element);
 
 }  // namespace veltora

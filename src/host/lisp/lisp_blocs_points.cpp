@@ -1,4 +1,4 @@
-// LISP functions that move point blocks and their altitudes: c:VNDEPORTPNTS, c:VNAJUSTERZ.
+#include "host/lisp/lisp_blocs_points.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbcurve.h"
@@ -6,11 +6,10 @@
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "base/suivi.h"
+#include "core/block_attributes.h"
+#include "core/picking.h"
 #include "drafting/dialogs/rattach_z_dlg.h"
-#include "host/lisp/designation.h"
-#include "host/lisp/fonctions_lisp.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/projets_topo.h"
 
 #include <algorithm>
@@ -33,10 +32,9 @@ double& distanceAuChemin() {
 bool choisirChemin(AcDbObjectId& id) {
   AcGePoint3d designe;
   for (;;) {
-    const Reponse reponse = designerEntite(L"\nSelectionnez le Chemin où projeter les points", id, designe);
-    if (reponse == Reponse::kFin) return false;
-    if (reponse == Reponse::kDonnee && AcDbObjectPointer<AcDbCurve>(id).openStatus() == Acad::eOk)
-      return true;
+    const Answer reponse = pickEntityOrLeave(L"\nSelectionnez le Chemin où projeter les points", id, designe);
+    if (reponse == Answer::kEnd) return false;
+    if (reponse == Answer::kGiven && AcDbObjectPointer<AcDbCurve>(id).openStatus() == Acad::eOk) return true;
     acutPrintf(L"\nCe n'est pas une courbe, recommencez ");
   }
 }
@@ -71,17 +69,17 @@ bool decalerBloc(const AcDbObjectId& id, double decalage, AcGePoint3d& place) {
   return true;
 }
 
-/// Works on each block, with progress, until the user stops it. @return the blocks that were moved, with
-/// their places
-template <class Travail>
-placesBlocs travaillerBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Travail travail) {
+/// Works on each block, with progress, until the user stops it.
+/// @return the blocks that were moved, with their places
+template <class Traitement>
+placesBlocs traiterBlocs(const std::vector<AcDbObjectId>& blocs, bool& arrete, Traitement traiter) {
   placesBlocs places;
   base::Suivi suivi(static_cast<long long>(blocs.size()) - 1);
   for (const AcDbObjectId& bloc : blocs) {
     arrete = suivi.arrete();
     if (arrete) break;
     AcGePoint3d place;
-    if (travail(bloc, place)) places.emplace(bloc, place);
+    if (traiter(bloc, place)) places.emplace(bloc, place);
     suivi.avancer();
   }
   return places;
@@ -93,16 +91,16 @@ int lispVnDeportPnts() {
   AcDbObjectId id;
   if (!choisirChemin(id)) return RTNORM;
   double distance = distanceAuChemin();
-  if (!demanderDistance(base::formater(L"\nDistance :[%.4f]", distance), distance)) return RTNORM;
+  if (!askDistance(base::formater(L"\nDistance :[%.4f]", distance), distance)) return RTNORM;
   distance = distanceAuChemin() = std::max(std::abs(distance), kPlusPetiteDistance);
   const AcDbObjectPointer<AcDbCurve> chemin(id);
   if (chemin.openStatus() != Acad::eOk) return RTNORM;
   montrerChemin(*chemin, distance);
   bool arrete = false;
-  const placesBlocs portes = travaillerBlocs(selectionnerBlocsPoints(nullptr), arrete,
-                                             [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
-                                               return porterSurChemin(bloc, *chemin, distance, place);
-                                             });
+  const placesBlocs portes =
+      traiterBlocs(selectPointBlocks(nullptr), arrete, [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
+        return porterSurChemin(bloc, *chemin, distance, place);
+      });
   if (tablesPoints) tablesPoints->notifyPositionPoints(portes, kMasqueXY);
   return RTNORM;
 }
@@ -113,8 +111,8 @@ int lispVnAjusterZ() {
   const bool tous = dialogue.tousLesPoints();
   const double decalage = dialogue.decalage();
   bool arrete = false;
-  const placesBlocs decales = travaillerBlocs(
-      selectionnerBlocsPoints(tous ? L"X" : nullptr), arrete,
+  const placesBlocs decales = traiterBlocs(
+      selectPointBlocks(tous ? L"X" : nullptr), arrete,
       [&](const AcDbObjectId& bloc, AcGePoint3d& place) { return decalerBloc(bloc, decalage, place); });
   if (!tablesPoints) return RTNORM;
   // Stopped halfway, the tables follow the blocks that were done.

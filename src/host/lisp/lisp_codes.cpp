@@ -1,10 +1,9 @@
-// LISP functions on the code table.
+#include "host/lisp/lisp_codes.h"
 
 #include "arx/ed/edlisp.h"
 #include "codes/commandes_codes.h"
 #include "codes/selectionner_code.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 
 namespace veltora {
 

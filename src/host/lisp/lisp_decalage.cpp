@@ -1,11 +1,12 @@
-// C:pointsParDecalage: the parallel of a polyline, and the points of its vertices.
+#include "host/lisp/lisp_decalage.h"
 
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
-#include "host/lisp/designation.h"
-#include "host/lisp/fonctions_lisp.h"
+#include "core/drawing_space.h"
+#include "core/picking.h"
+#include "host/lisp/lisp_points.h"
 #include "points/liste_points_du_dessin.h"
 
 #include <algorithm>
@@ -22,9 +23,9 @@ constexpr double kSommetNouveau = 1e-6;
 
 bool choisirPolyligne(AcDbObjectId& id, AcGePoint3d& designe) {
   for (;;) {
-    const Reponse reponse = designerEntite(L"\nSelectionnez la polyline", id, designe);
-    if (reponse == Reponse::kFin) return false;
-    if (reponse == Reponse::kDonnee && AcDbObjectPointer<AcDbPolyline>(id).openStatus() == Acad::eOk)
+    const Answer reponse = pickEntityOrLeave(L"\nSelectionnez la polyline", id, designe);
+    if (reponse == Answer::kEnd) return false;
+    if (reponse == Answer::kGiven && AcDbObjectPointer<AcDbPolyline>(id).openStatus() == Acad::eOk)
       return true;
     acutPrintf(L"\nCe n'est pas une polyline, recommencez ");
   }
@@ -128,16 +129,16 @@ int lispPointsParDecalage() {
     signee = distanceSignee(*source, {passage[0], passage[1], passage[2]});
   }
   double distance = std::abs(*signee);
-  if (!demanderDistance(veltora::base::formater(L"\nDistance :[%.4f]", distance), distance)) return RTNORM;
+  if (!askDistance(veltora::base::formater(L"\nDistance :[%.4f]", distance), distance)) return RTNORM;
   distance = std::max(distance, kPlusPetiteDistance);
   auto copie = parallele(*source, *signee < 0 ? -distance : distance);
   double decalageZ = 0.0;
-  if (!copie || !demanderDistance(L"\nDecalage :", decalageZ)) return RTNORM;
+  if (!copie || !askDistance(L"\nDecalage :", decalageZ)) return RTNORM;
   acutPrintf(L"\nRaffaichir la table des points");  // sic
   creerPoints(*table, *source, *copie, decalageZ);
   copie->setPropertiesFrom(source);
   source.close();
-  ajouterAuDessin(std::move(copie));
+  addToModelSpace(std::move(copie));
   return RTNORM;
 }
 

@@ -1,4 +1,4 @@
-// c:TopJndre: a polyline through a run of numbered points.
+#include "host/lisp/lisp_joindre.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
@@ -6,10 +6,11 @@
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "codes/selectionner_code.h"
-#include "host/lisp/designation.h"
-#include "host/lisp/fonctions_lisp.h"
+#include "core/block_attributes.h"
+#include "core/drawing_space.h"
+#include "core/picking.h"
+#include "host/lisp/lisp_points.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
 
 #include <algorithm>
@@ -24,22 +25,17 @@ bool& numerosDesignes() {
   return designes;
 }
 
-std::wstring texteLibre() {
-  std::wstring texte;
-  return acedGetInput(texte) == RTNORM ? texte : std::wstring();
-}
-
-Reponse taperNumero(const ACHAR* invite, int& numero) {
+Answer taperNumero(const ACHAR* invite, int& numero) {
   acedInitGet(RSG_NONULL | RSG_NOZERO | RSG_NONEG, L"S");
   const int resultat = acedGetInt(base::formater(L"\n%s / Sel :", invite).c_str(), &numero);
   if (resultat == RTKWORD) {
     numerosDesignes() = true;
-    return Reponse::kEncore;
+    return Answer::kAgain;
   }
-  if (resultat != RTNORM) return Reponse::kFin;
-  if (numero >= 1) return Reponse::kDonnee;
+  if (resultat != RTNORM) return Answer::kEnd;
+  if (numero >= 1) return Answer::kGiven;
   acutPrintf(L"\nNumero invalide");
-  return Reponse::kEncore;
+  return Answer::kAgain;
 }
 
 /// The number at the beginning of a block's name; nothing for anything but a point block.
@@ -51,31 +47,29 @@ std::optional<int> numeroDuBloc(const AcDbObjectId& id) {
   return base::lireEntier(texte);
 }
 
-Reponse designerNumero(const ACHAR* invite, int& numero) {
+Answer designerNumero(const ACHAR* invite, int& numero) {
   acedInitGet(RSG_OTHER | RSG_NONULL, L"N");
-  ads_name nom = {0, 0};
-  ads_point place = {0, 0, 0};
   AcDbObjectId id;
-  const int resultat = acedEntSel(base::formater(L"\n%s / Numero :", invite).c_str(), nom, place);
+  const int resultat = pickEntity(base::formater(L"\n%s / Numero :", invite).c_str(), id);
   if (resultat == RTKWORD) {
-    const std::wstring texte = texteLibre();
+    const std::wstring texte = typedText();
     if (texte == L"N") numerosDesignes() = false;
     numero = base::lireEntier(texte);
-    return numero >= 1 ? Reponse::kDonnee : Reponse::kEncore;
+    return numero >= 1 ? Answer::kGiven : Answer::kAgain;
   }
-  if (resultat == RTERROR) return Reponse::kEncore;
-  if (resultat != RTNORM || acdbGetObjectId(id, nom) != Acad::eOk) return Reponse::kFin;
+  if (resultat == RTERROR) return Answer::kAgain;
+  if (id.isNull()) return Answer::kEnd;
   const auto lu = numeroDuBloc(id);
   if (!lu) acutPrintf(L"\nCe n'est pas un block Veltora");
   numero = lu.value_or(0);
-  return numero >= 1 ? Reponse::kDonnee : Reponse::kEncore;
+  return numero >= 1 ? Answer::kGiven : Answer::kAgain;
 }
 
 bool choisirNumero(const ACHAR* invite, int& numero) {
   if (!acdbHostApplicationServices()->workingDatabase()) return false;
   for (;;) {
-    const Reponse reponse = numerosDesignes() ? designerNumero(invite, numero) : taperNumero(invite, numero);
-    if (reponse != Reponse::kEncore) return reponse == Reponse::kDonnee;
+    const Answer reponse = numerosDesignes() ? designerNumero(invite, numero) : taperNumero(invite, numero);
+    if (reponse != Answer::kAgain) return reponse == Answer::kGiven;
   }
 }
 
@@ -122,7 +116,7 @@ int lispTopJndre() {
   const int reponse = acedGetInt(L"\nIncrement [1] :", &increment);
   if ((reponse != RTNORM && reponse != RTNONE) || debut == fin || increment == 0) return RTNORM;
   auto polyligne = joindre(*table, suiteNumeros(debut, fin, increment, table->getMaxNum()), code);
-  if (polyligne->numVerts() >= 2) ajouterAuDessin(std::move(polyligne));
+  if (polyligne->numVerts() >= 2) addToModelSpace(std::move(polyligne));
   return RTNORM;
 }
 

@@ -1,13 +1,13 @@
-// LISP functions on the points of the current table.
+#include "host/lisp/lisp_points.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "core/code_range.h"
 #include "core/valider_nombre.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 #include "points/bloc_fichier.h"
 #include "points/point_xyz.h"
 #include "points/projets_topo.h"
@@ -33,13 +33,13 @@ double lireAltitude(const resbuf* element, bool texteAdmis) {
   return nombre ? base::lireReel(std::wstring_view(element->resval.rstring)) : Z_ABSENT;
 }
 
-/// Code from a number, in 1 to 9999.
+/// Code from a number; 1 for one outside their range.
 int lireCode(const resbuf* element) {
   if (Args::estTexte(element))
     return codeOuDefaut(base::lireEntier(std::wstring_view(element->resval.rstring)));
   if (Args::estEntier(element)) return codeOuDefaut(Args::entier(element));
   const double reel = Args::reel(element);
-  return reel >= 1.0 && reel < 10000.0 ? static_cast<int>(reel) : 1;
+  return reel >= kSmallestCode && reel < kLargestCode + 1 ? static_cast<int>(reel) : kSmallestCode;
 }
 
 /// name, code, position, altitude, observation. @param souple  a code may be any number or a text, an
@@ -212,8 +212,8 @@ int lispZoomLeve() {
     bas.set(std::min(bas.x, point.x), std::min(bas.y, point.y));
     haut.set(std::max(haut.x, point.x), std::max(haut.y, point.y));
   }
-  // Deliberate (zoomleve-marges): the margin of x serves on both sides and on top, that of y at the bottom
-  // only.
+  // Deliberate (zoomleve-marges): the margin of x serves on both sides and on top,
+  // that of y at the bottom only.
   const double mx = std::min((haut.x - bas.x) / 40.0, 1.0);
   const double my = std::min((haut.y - bas.y) / 40.0, 1.0);
   acedZoomWindow({bas.x - mx, bas.y - my}, {haut.x + mx, haut.y + mx});

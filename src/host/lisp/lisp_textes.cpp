@@ -1,14 +1,15 @@
-// LISP functions on texts: VARNTEXT, c:DISSOCBLOCK, superpos.
+#include "host/lisp/lisp_textes.h"
 
 #include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/text.h"
+#include "core/drawing_space.h"
+#include "core/picking.h"
+#include "core/xdata_names.h"
 #include "drafting/texts/superposer_dessin.h"
 #include "drafting/texts/texte_ajuste.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/designation.h"
-#include "host/lisp/fonctions_lisp.h"
 
 #include <memory>
 
@@ -39,13 +40,13 @@ std::unique_ptr<AcDbText> texteDe(const AcDbAttribute& attribut, const std::wstr
 
 void dissocier(const AcDbObjectId& id, bool tousBlocs) {
   const AcDbObjectPointer<AcDbBlockReference> bloc(id, AcDb::kForWrite);
-  if (bloc.openStatus() != Acad::eOk || (!tousBlocs && !bloc->hasXData(kDonneesVeltora))) return;
+  if (bloc.openStatus() != Acad::eOk || (!tousBlocs && !bloc->hasXData(kXDataVeltora))) return;
   const std::unique_ptr<AcDbObjectIterator> attributs(bloc->attributeIterator());
   for (; !attributs->done(); attributs->step()) {
     const AcDbObjectPointer<AcDbAttribute> attribut(attributs->objectId(), AcDb::kForWrite);
     if (attribut.openStatus() != Acad::eOk) continue;
     const std::wstring contenu = base::trim(attribut->textString());
-    if (!contenu.empty()) ajouterAuDessin(texteDe(*attribut, contenu));
+    if (!contenu.empty()) addToModelSpace(texteDe(*attribut, contenu));
     attribut->erase();
   }
 }
@@ -53,15 +54,7 @@ void dissocier(const AcDbObjectId& id, bool tousBlocs) {
 /// The blocks that the user selects. @return false when he cancels
 bool choisirBlocs(std::vector<AcDbObjectId>& blocs) {
   acutPrintf(L"\nSelectionnez les elements a dissocier");
-  resbuf* filtre = acutBuildList(0, L"INSERT", RTNONE);
-  ads_name jeu = {0, 0};
-  const int trouve = acedSSGet(nullptr, nullptr, nullptr, filtre, jeu);
-  acutRelRb(filtre);
-  if (trouve == RTNORM) {
-    blocs = acedSSEntities(jeu);
-    acedSSFree(jeu);
-  }
-  return trouve != RTCAN;
+  return selectEntities(nullptr, acutBuildList(0, L"INSERT", RTNONE), blocs) != RTCAN;
 }
 
 }  // namespace

@@ -1,16 +1,14 @@
-// sxd: sections of extended data that LISP programs keep at entities.
+#include "host/lisp/lisp_xdata.h"
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/text.h"
 #include "core/resbuf_serializer.h"
+#include "core/xdata_names.h"
 #include "host/lisp/arguments_lisp.h"
-#include "host/lisp/fonctions_lisp.h"
 
 namespace veltora {
 namespace {
-
-constexpr const ACHAR* kApplication = L"VARNPLUS";
 
 // Group codes of extended data.
 constexpr int kDonneesEtendues = -3;
@@ -99,7 +97,7 @@ bool contient(const resbuf* chaine, int type) {
 void ajouterSection(chaineResbuf& entite, chaineResbuf& valeurs) {
   if (!contient(entite.tete, kDonneesEtendues)) entite.ajouter(acutNewRb(kDonneesEtendues));
   if (!contient(entite.tete, kNomApplication))
-    entite.ajouter(acutBuildList(kNomApplication, kApplication, RTNONE));
+    entite.ajouter(acutBuildList(kNomApplication, kXDataVeltora, RTNONE));
   entite.ajouter(acutBuildList(kAccolade, L"{", RTNONE));
   while (resbuf* valeur = valeurs.tete) {
     valeurs.tete = valeur->rbnext;
@@ -126,10 +124,10 @@ int lispSxd() {
   if (!donnees) return echouer(L"\nNombre de parametres insuffisant");
   chaineResbuf valeurs;
   if (const ACHAR* message = convertir(donnees, valeurs)) return echouer(message);
-  const argumentsLisp application(acutBuildList(RTSTR, kApplication, RTNONE));
+  const argumentsLisp application(acutBuildList(RTSTR, kXDataVeltora, RTNONE));
   chaineResbuf entite(acdbEntGetX(nom->resval.rlname, application.chaine()));
   if (!entite.tete) return acedRetNil();
-  acdbRegApp(kApplication);
+  acdbRegApp(kXDataVeltora);
   resbuf* section = valeurs.tete ? trouverSection(entite.tete, *valeurs.tete) : nullptr;
   if (section)
     remplacerContenu(section, valeurs);

@@ -2,7 +2,16 @@
 
 #include "arx/ed/acutads.h"
 #include "arx/ed/edlisp.h"
-#include "host/lisp/fonctions_lisp.h"
+#include "host/lisp/lisp_blocs_points.h"
+#include "host/lisp/lisp_codes.h"
+#include "host/lisp/lisp_decalage.h"
+#include "host/lisp/lisp_dessin.h"
+#include "host/lisp/lisp_dialogues.h"
+#include "host/lisp/lisp_joindre.h"
+#include "host/lisp/lisp_points.h"
+#include "host/lisp/lisp_textes.h"
+#include "host/lisp/lisp_utilisateur.h"
+#include "host/lisp/lisp_xdata.h"
 
 namespace veltora {
 namespace {

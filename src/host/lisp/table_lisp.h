@@ -7,8 +7,9 @@
 
 namespace veltora {
 
-/// A function offered to LISP: it takes its arguments from the host and hands its result to the host; what it
-/// returns to its caller is ignored.
+/// A function offered to LISP. It takes its arguments from the host, hands its result to the host (nothing
+/// handed over: no value) and returns what the host's call returned, which nobody reads. Wrong arguments give
+/// nil or a message; none raises an error of LISP. `lispAddPt` and the others bear the names of LISP.
 struct fonctionLisp {
   const ACHAR* nom = nullptr;  ///< null for a place that is kept free
   int (*fonction)() = nullptr;

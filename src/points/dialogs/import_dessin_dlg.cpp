@@ -3,6 +3,7 @@
 #include "arx/db/dbattr.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
+#include "core/picking.h"
 #include "points/liste_points_du_dessin.h"
 
 #include <optional>
@@ -33,10 +34,8 @@ std::optional<AcString> exigerAttribut(const ACHAR* invite) {
 
 /// Position of a one-line text that the user points at; nothing for anything else.
 std::optional<AcGePoint3d> designerTexte(const ACHAR* invite) {
-  ads_name nom = {0, 0};
-  ads_point point = {0, 0, 0};
   AcDbObjectId id;
-  if (acedEntSel(invite, nom, point) != RTNORM || acdbGetObjectId(id, nom) != Acad::eOk) return std::nullopt;
+  pickEntity(invite, id);
   const AcDbObjectPointer<AcDbText> texte(id);
   if (texte.openStatus() != Acad::eOk) return std::nullopt;
   return texte->position();

@@ -2,7 +2,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
-#include "points/lecture_tables.h"
+#include "points/infos_topo.h"
 
 #include <algorithm>
 #include <array>

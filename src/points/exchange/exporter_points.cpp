@@ -1,9 +1,9 @@
 #include "points/exchange/exporter_points.h"
 
 #include "base/files.h"
+#include "base/format.h"
 #include "base/suivi.h"
 #include "base/text.h"
-#include "points/exchange/texte_point.h"
 #include "report/html_document.h"
 #include "report/html_table.h"
 #include "report/report_setup.h"
@@ -64,6 +64,15 @@ bool exporterTexte(const Points& points, const std::wstring& chemin, base::Suivi
 }
 
 }  // namespace
+
+std::string texteDuPoint(const pointDuDessin& point) {
+  const char* nom = point.nomPoint;
+  // Deliberate (texte-z-blanc): a blank column, not an empty mark; who splits lines at blanks sees the code
+  // in its place.
+  if (point.z == Z_ABSENT)
+    return base::formater("%10s\t%15.4f\t%15.4f\t%15s\t%5d\n", nom, point.x, point.y, " ", point.code);
+  return base::formater("%10s\t%15.4f\t%15.4f\t%15.4f\t%5d\n", nom, point.x, point.y, point.z, point.code);
+}
 
 formeExport formeDuFichier(std::wstring_view chemin) {
   const std::wstring nom = base::toLower(chemin);

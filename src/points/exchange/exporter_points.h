@@ -12,6 +12,10 @@ namespace veltora {
 enum class formeExport { kTexte, kRapport };
 VELTORA_API formeExport formeDuFichier(std::wstring_view chemin);
 
+/// One line of a coordinate file, in the ANSI code page, with its line end: name, X, Y, Z with four decimals
+/// and code, in columns parted by tabs. Without altitude the column Z is blank.
+VELTORA_API std::string texteDuPoint(const pointDuDessin& point);
+
 /// Writes points, in their order, to a file of the form that its name asks for; the old file stays whole when
 /// that fails or is stopped. Reports have the Word form whatever the extension. Shows progress.
 /// @param raison  why it failed, French; empty when it was stopped

@@ -12,9 +12,11 @@
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/block_attributes.h"
+#include "core/code_range.h"
+#include "core/picking.h"
 #include "core/valider_nombre.h"
 #include "points/attribs_points.h"
-#include "points/attributs_bloc.h"
 #include "points/liste_points_du_dessin.h"
 
 #include <algorithm>
@@ -24,7 +26,6 @@
 namespace veltora {
 namespace {
 
-constexpr int kPlusGrandCode = 9999;
 constexpr const wchar_t* kSansNom = L"*";  // numbered at the end
 constexpr const wchar_t* kLibelleCodeLu = L"Import Code";
 
@@ -143,8 +144,7 @@ bool importateur::prendreBlocSysteme(const AcDbBlockReference& bloc) {
   const int codeDefaut = sourcesImport[rang(kSourceBlocs)].code;
   int code = codeDefaut;
   if (lireAttribut(bloc, etiquettesPoints.code, texteCode)) {
-    const int lu = base::lireEntier(texteCode);
-    code = lu < 1 || lu > kPlusGrandCode ? codeDefaut : lu;
+    code = codeOuDefaut(base::lireEntier(texteCode), codeDefaut);
   } else {
     enregistrer(kSourceBlocs);
   }
@@ -305,13 +305,7 @@ bool listeSelectionObjets(const std::vector<AcString>& classes, std::vector<AcDb
   resbuf* queue = filtre;
   for (const AcString& classe : classes) queue = queue->rbnext = acutBuildList(100, classe, RTNONE);
   queue->rbnext = acutBuildList(-4, L"OR>", RTNONE);
-  ads_name jeu = {0, 0};
-  const int trouve = acedSSGet(nullptr, nullptr, nullptr, filtre, jeu);
-  acutRelRb(filtre);
-  if (trouve != RTNORM) return false;
-  entites = acedSSEntities(jeu);
-  acedSSFree(jeu);
-  return true;
+  return selectEntities(nullptr, filtre, entites) == RTNORM;
 }
 
 comptesImport importerEntites(listePointsDuDessin& table, const std::vector<AcDbObjectId>& entites,

@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 #include "base/format.h"
+#include "base/lines/line_reader.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "core/valider_nombre.h"
@@ -28,7 +29,7 @@ bool avancer(base::Suivi& suivi, std::size_t fait, std::size_t total) {
   suivi.aller(static_cast<long long>(fait));
   return suivi.arrete();
 }
-constexpr std::string_view kBlancs = " \t\r";
+constexpr std::string_view kBlancs = " \t";
 constexpr std::wstring_view kBordsNom = L" \t,;.";
 
 /// A file name without what stands around it. The dots with which a relative path begins are part of it.
@@ -75,40 +76,34 @@ bool colonneZVide(std::string_view ligne) {
   return tabulation != std::string_view::npos && base::trim(ligne.substr(0, tabulation), " ").empty();
 }
 
-/// Reads one trimmed line; tells what is wrong with it.
-/// @return false for a line that is dropped
-bool lireLigne(std::string_view ligne, bool colonneZCompte, pointXYZ& point,
-               std::vector<remarqueXYZ::Genre>& genres) {
-  using Genre = remarqueXYZ::Genre;
-  std::string_view reste = ligne;
+/// Reads the line in progress, and tells what is wrong with it. @return false for one that is dropped
+bool lireLigne(const base::LineReader& lignes, bool colonneZCompte, pointXYZ& point,
+               base::Remarques& remarques) {
+  std::string_view reste = lignes.line();
   const std::string_view nom = prendreMot(reste);
   const std::string_view x = prendreMot(reste);
   const std::string_view y = prendreMot(reste);
-  if (y.empty()) return genres.push_back(Genre::tropCourte), false;
-  if (!lireCoordonnee(x, point.x) || !lireCoordonnee(y, point.y))
-    return genres.push_back(Genre::nombreIllisible), false;
-  point.nom = base::widen(nom);
-  const bool vide = colonneZVide(ligne);
+  if (y.empty() || !lireCoordonnee(x, point.x) || !lireCoordonnee(y, point.y)) {
+    remarques.omettre(lignes.number(), y.empty() ? L"ignorée, il faut au moins un nom, X et Y"
+                                                 : L"ignorée, X ou Y n'est pas un nombre");
+    return false;
+  }
+  point.nom = lignes.wide(nom);
+  const bool vide = colonneZVide(lignes.line());
   const std::string_view z = vide && colonneZCompte ? std::string_view() : prendreMot(reste);
   if (double lue = 0.0; !z.empty() && !base::lireReelExact(z, lue))
-    genres.push_back(Genre::altitudeIllisible);
-  if (vide && !colonneZCompte) genres.push_back(Genre::colonneZVide);
+    remarques.ajouter(lignes.number(),
+                      L"l'altitude n'est pas un nombre, ses premiers chiffres comptent, sinon 0");
+  if (vide && !colonneZCompte)
+    remarques.ajouter(lignes.number(), L"colonne Z vide, le mot suivant est lu comme altitude");
   point.z = lireAltitude(z);
   point.code = base::lireEntier(prendreMot(reste));
   if (point.code == 0) point.code = 1;
   std::string obs;
   for (std::string_view mot = prendreMot(reste); !mot.empty(); mot = prendreMot(reste))
     obs.append(obs.empty() ? "" : " ").append(mot);
-  point.obs = base::widen(obs);
+  point.obs = lignes.wide(obs);
   return true;
-}
-
-/// Text that other programs wrote in UTF-8, which hardly any accented text in the ANSI code page looks like.
-void passerEnAnsi(std::string& octets) {
-  constexpr std::string_view kMarque = "\xEF\xBB\xBF";
-  if (octets.starts_with(kMarque)) octets.erase(0, kMarque.size());
-  const bool accents = std::any_of(octets.begin(), octets.end(), [](char c) { return (c & 0x80) != 0; });
-  if (accents && base::isUtf8(octets)) octets = base::narrow(base::fromUtf8(octets));
 }
 
 std::string texteLigne(const pointXYZ& ligne) {
@@ -153,56 +148,24 @@ std::function<int(std::size_t, std::size_t)> ordreColonne(const std::vector<poin
 
 }  // namespace
 
-std::wstring texteRemarque(const remarqueXYZ& remarque) {
-  const wchar_t* texte = L"";
-  switch (remarque.genre) {
-    case remarqueXYZ::Genre::tropCourte:
-      texte = L"ignorée, il faut au moins un nom, X et Y";
-      break;
-    case remarqueXYZ::Genre::nombreIllisible:
-      texte = L"ignorée, X ou Y n'est pas un nombre";
-      break;
-    case remarqueXYZ::Genre::colonneZVide:
-      texte = L"colonne Z vide, le mot suivant est lu comme altitude";
-      break;
-    case remarqueXYZ::Genre::altitudeIllisible:
-      texte = L"l'altitude n'est pas un nombre, ses premiers chiffres comptent, sinon 0";
-      break;
-    case remarqueXYZ::Genre::ligneCoupee:
-      texte = L"coupée après 1024 caractères";
-      break;
-  }
-  return base::formater(L"ligne %d : %s", remarque.ligne, texte);
-}
-
 int tableObsXYZ::charger(const wchar_t* fichier, bool vider, base::Suivi* suivi) {
   const std::wstring nom = nomPropre(fichier ? fichier : nomFichier);
   if (nom.empty()) return 0;
-  std::optional<std::string> octets = base::lireFichier(chemin(nom));
-  if (!octets) return 0;
-  passerEnAnsi(*octets);
-  return lire(*octets, vider, suivi);
+  const std::optional<std::string> octets = base::lireFichier(chemin(nom));
+  return octets ? lire(*octets, vider, suivi) : 0;
 }
 
 int tableObsXYZ::lire(std::string_view octets, bool vider, base::Suivi* suivi) {
-  const std::size_t total = octets.size();
+  base::LineReader reader(octets, kLongueurLigne);
   std::vector<pointXYZ> lues;
-  remarques.clear();
-  std::vector<remarqueXYZ::Genre> genres;
-  for (int numero = 1; !octets.empty(); ++numero) {
-    if (suivi && numero % kLignesParSuivi == 0 && avancer(*suivi, total - octets.size(), total)) return 0;
-    const std::size_t fin = std::min(octets.find('\n'), octets.size());
-    std::string_view ligne = octets.substr(0, fin);
-    octets.remove_prefix(std::min(fin + 1, octets.size()));
-    genres.clear();
-    if (ligne.size() > kLongueurLigne) {
-      ligne = ligne.substr(0, kLongueurLigne);
-      genres.push_back(remarqueXYZ::Genre::ligneCoupee);
-    }
-    if (ligne.find_first_not_of(kBlancs) == std::string_view::npos) continue;
+  remarques = {};
+  while (reader.next()) {
+    if (suivi && reader.number() % kLignesParSuivi == 0 && avancer(*suivi, reader.position(), reader.size()))
+      return 0;
+    if (const auto coupe = reader.cut()) remarques.ajouter(*coupe);
+    if (reader.line().find_first_not_of(kBlancs) == std::string_view::npos) continue;
     pointXYZ point;
-    if (lireLigne(ligne, colonneZCompte, point, genres)) lues.push_back(std::move(point));
-    for (const remarqueXYZ::Genre genre : genres) remarques.push_back({numero, genre});
+    if (lireLigne(reader, colonneZCompte, point, remarques)) lues.push_back(std::move(point));
   }
   if (vider)
     lignes = std::move(lues);

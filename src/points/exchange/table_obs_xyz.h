@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/remarque.h"
 #include "base/suivi.h"
 #include "base/uncopyable.h"
 #include "points/point_xyz.h"
@@ -11,40 +12,24 @@
 
 namespace veltora {
 
-/// What `tableObsXYZ` met in a file.
-struct remarqueXYZ {
-  enum class Genre {
-    tropCourte,         ///< dropped: less than name, X and Y
-    nombreIllisible,    ///< dropped: X or Y is no number
-    colonneZVide,       ///< kept: the column Z is blank, so that the word behind it counts as the altitude
-    altitudeIllisible,  ///< kept: the altitude is no number; its digits count, or 0
-    ligneCoupee         ///< kept as far as `kLongueurLigne` goes
-  };
-  int ligne = 0;  ///< counted from 1
-  Genre genre = Genre::tropCourte;
-};
-/// What a remark says, French ("ligne 3 : ...").
-VELTORA_API std::wstring texteRemarque(const remarqueXYZ& remarque);
-
-/// Lines of coordinates in memory, read from and written to `.xyz` files; bytes in the ANSI code page, which
-/// files are written in; those that are in UTF-8 are read too. Each
-/// line has a running number of its own within the process (`pointXYZ::numeroInterne`).
+/// Lines of coordinates in memory, read from and written to `.xyz` files. Each line has a running number of
+/// its own within the process (`pointXYZ::numeroInterne`).
 class VELTORA_API tableObsXYZ : private Uncopyable {
 public:
-  static constexpr std::size_t kLongueurLigne = 1024;
+  static constexpr std::size_t kLongueurLigne = 1024;  ///< characters that are read of a line
 
-  /// Appends the lines of a file. A line: name, X, Y, then Z (none: absent), code (none or 0: 1), the rest is
-  /// the observation; words are parted by blanks and tabs. A line that does not give name, X and Y is passed
-  /// over.
+  /// Appends the lines of a file. A line: name, X, Y, then Z (none: absent), code (none or 0: 1),
+  /// the rest is the observation; words are parted by blanks and tabs. A line that does not give
+  /// name, X and Y is passed over.
   /// @param fichier  null for `nomFichier`; trimmed of blanks, tabs and ",;."
   /// @param vider  drops the former lines first  @param suivi  null: no progress is shown, nothing stops
   /// @return 1; 0, the lines unchanged, when the name is empty, the file cannot be read or the user stops it
   int charger(const wchar_t* fichier = nullptr, bool vider = true, base::Suivi* suivi = nullptr);
   /// The same from bytes in memory.
   int lire(std::string_view octets, bool vider = true, base::Suivi* suivi = nullptr);
-  /// Writes all lines; the old file stays whole when that fails. A name that does not end in ".xyz", whatever
-  /// its case, gets that ending. An absent altitude is written in full, as 1e38, and is absent again when
-  /// read.
+  /// Writes all lines, in the ANSI code page; the old file stays whole when that fails. A name that does not
+  /// end in ".xyz", whatever its case, gets that ending. An absent altitude is written in full, as 1e38, and
+  /// is absent again when read.
   /// @param fichier  as for `charger`
   /// @return 1; 0 when the name is empty, the file cannot be written or the user stops it
   int sauver(const wchar_t* fichier = nullptr, base::Suivi* suivi = nullptr) const;
@@ -64,7 +49,7 @@ public:
   bool colonneZCompte = false;
   std::vector<pointXYZ> lignes;
   std::wstring nomFichier;
-  std::vector<remarqueXYZ> remarques;  ///< of the last reading
+  base::Remarques remarques;  ///< of the last reading
 };
 
 }  // namespace veltora

@@ -4,6 +4,7 @@
 #include "jobs/reseau.h"
 #include "support/dialog_script.h"
 #include "support/projet_essai.h"
+#include "support/remarques.h"
 
 #include <numeric>
 #include <set>
@@ -44,12 +45,6 @@ protected:
     return resultat;
   }
 };
-
-std::string joindre(const std::vector<std::wstring>& phrases) {
-  std::string texte;
-  for (const std::wstring& phrase : phrases) texte += base::toUtf8(phrase) + "\n";
-  return texte;
-}
 
 // P is seen from A and B at half a right angle: X 50, Y 50.
 const std::string kDeuxVisees =
@@ -196,12 +191,12 @@ TEST_F(ReseauPlace, OneCallTellsEachPointThatGotNoCoordinatesAndWhy) {
   };
   for (const Cas& c : cas) {
     const resultatReseau r = lancer(canevas + c.observations);
-    const std::string texte = joindre(r.remarques);
+    const std::string texte = texteDe(r.remarques);
     EXPECT_NE(texte.find("r.mc, point P sans coordonnées : "), std::string::npos) << c.nom << "\n" << texte;
     EXPECT_NE(texte.find(c.raison), std::string::npos) << c.nom << "\n" << texte;
     EXPECT_EQ(r.calcules.size(), 1U) << c.nom;
   }
-  EXPECT_NE(joindre(lancer("OBS\nA NORD P 20\n").remarques)
+  EXPECT_NE(texteDe(lancer("OBS\nA NORD P 20\n").remarques)
                 .find("point A sans coordonnées : le réseau n'a aucun point"),
             std::string::npos);
 }
@@ -234,7 +229,8 @@ TEST_F(ReseauPlace, OneCallTellsWhatTheLogDoesNot) {
        "« 1E3 » n'est pas un nombre, lu comme absent\nr.mc, ligne 6 : « 12. » n'est pas un nombre, lu comme "
        "absent\nr.mc, ligne 6 : « --1 » n'est pas"},
       {"north as known point", "NORD 5 5\n" + deux, "", "ligne 1 : « NORD » désigne le nord"},
-      {"long line", deux + "* " + std::string(5000, 'x') + "\n", "", "ligne 6 : coupée après 1024 octets"},
+      {"long line", deux + "* " + std::string(5000, 'x') + "\n", "",
+       "ligne 6 : coupée après 1024 caractères"},
       {"equivalent", deux + "A NORD B . 100\nB NORD A . 99\n", "",
        "Distance B-A = 99.0000 : laissée de côté, équivalente à Distance A-B = 100.0000"},
       {"weights", deux + "A NORD B . 100 . . 7\n", "", "1 poids donnés dans le fichier : sans effet"},
@@ -258,8 +254,8 @@ TEST_F(ReseauPlace, OneCallTellsWhatTheLogDoesNot) {
     const resultatReseau r = lancer(c.octets);
     EXPECT_NE(base::toUtf8(r.erreur).find(c.erreur), std::string::npos) << c.nom << base::toUtf8(r.erreur);
     EXPECT_EQ(r.erreur.empty(), *c.erreur == '\0') << c.nom << base::toUtf8(r.erreur);
-    EXPECT_NE(joindre(r.remarques).find(c.remarque), std::string::npos) << c.nom << "\n"
-                                                                        << joindre(r.remarques);
+    EXPECT_NE(texteDe(r.remarques).find(c.remarque), std::string::npos) << c.nom << "\n"
+                                                                        << texteDe(r.remarques);
   }
 }
 

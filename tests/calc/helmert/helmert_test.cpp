@@ -12,6 +12,7 @@
 #include "support/dialog_script.h"
 #include "support/dossier_essai.h"
 #include "support/golden.h"
+#include "support/remarques.h"
 
 #include <gtest/gtest.h>
 
@@ -155,9 +156,8 @@ TEST(LireCouples, ReadsNamesAndTellsWhatItIgnores) {
   EXPECT_EQ(noms, L"ligne 4|Été|P 2|");
   EXPECT_EQ(lus.couples.depart[1], AcGePoint2d(100, -2));
   EXPECT_EQ(lus.couples.arrivee[1], AcGePoint2d(3, 0.5));
-  ASSERT_EQ(lus.remarques.size(), 5U);
-  EXPECT_EQ(base::toUtf8(lus.remarques[0]),
-            "ligne 7 : ignorée, « 1 2 3 » n'est pas de la forme [nom] x y X Y");
+  ASSERT_EQ(lus.remarques.nombre(), 5U);
+  EXPECT_EQ(phrasesDe(lus.remarques)[0], "ligne 7 : ignorée, « 1 2 3 » n'est pas de la forme [nom] x y X Y");
   EXPECT_EQ(base::toUtf8(lireCouples("\xC9t\xE9 1 2 3 4").noms.at(0)), "Été") << "Windows-1252";
 }
 

@@ -21,8 +21,7 @@ const pointACalculer* chercher(const reseauMoindresCarres& reseau, const wchar_t
   return nullptr;
 }
 
-bool lire(reseauMoindresCarres& reseau, const std::string& texte,
-          std::vector<std::wstring>* remarques = nullptr) {
+bool lire(reseauMoindresCarres& reseau, const std::string& texte, base::Remarques* remarques = nullptr) {
   return lireMc(texte, reseau, remarques);
 }
 
@@ -85,7 +84,7 @@ TEST(Lieux, DeLArcCapableOnVoitLesDeuxPointsSousLAngle) {
 
 TEST(FichierMc, SectionsUnitesEtJetonsIgnores) {
   reseauMoindresCarres reseau;
-  std::vector<std::wstring> remarques;
+  base::Remarques remarques;
   ASSERT_TRUE(lire(reseau,
                    "* commentaire\r\na 0 0 5\nb 100 0 x\nc 1 deux\nXYZ\n\"d e\" 1.5e3 2\nOBS\n"
                    "a nord p 50 70.71 . 3\na nord p\na b q . . -1.5\nANGLES DEGRES\nAngles\nANGLES gons\n"
@@ -106,9 +105,10 @@ TEST(FichierMc, SectionsUnitesEtJetonsIgnores) {
   EXPECT_EQ(reseau.observations[1].type, ObservationReduite::kDistance);
   EXPECT_EQ(reseau.observations[2].mesure, -1.5);
   EXPECT_NEAR(reseau.observations[3].mesure, kPi / 2, 1e-15);
-  EXPECT_EQ(remarques.size(), 5U);
-  EXPECT_EQ(remarques.front(), L"ligne 3 : « X » n'est pas un nombre, lu comme absent");
-  EXPECT_EQ(remarques.back(), L"ligne 14 : « 10. » n'est pas un nombre, lu comme absent");
+  const std::vector<std::wstring> phrases = remarques.phrases();
+  EXPECT_EQ(phrases.size(), 5U);
+  EXPECT_EQ(phrases.front(), L"ligne 3 : « X » n'est pas un nombre, lu comme absent");
+  EXPECT_EQ(phrases.back(), L"ligne 14 : « 10. » n'est pas un nombre, lu comme absent");
   EXPECT_FALSE(lire(reseau, "OBS\n"));
 }
 

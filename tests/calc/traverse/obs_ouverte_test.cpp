@@ -5,6 +5,7 @@
 #include "support/dialog_script.h"
 #include "support/dossier_essai.h"
 #include "support/golden.h"
+#include "support/remarques.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +34,7 @@ TEST(LireObsOuverte, FermetureGardeeAndEachFormOfLine) {
     const char* nom;
     const char* octets;
     const char* resume;
-    std::vector<const char*> remarques;
+    std::vector<std::string> remarques;
   };
   const std::vector<Cas> cas = {
       {"an empty file keeps modes and closing angle", "", kVide, {}},
@@ -67,12 +68,9 @@ TEST(LireObsOuverte, FermetureGardeeAndEachFormOfLine) {
     d.modeAngle = 2;
     d.modeNivellement = 3;
     d.lignes.push_back({L"ancienne", L"1", L"2", L"3"});
-    const std::vector<remarqueObs> remarques = lireObsOuverte(c.octets, d);
+    const base::Remarques remarques = lireObsOuverte(c.octets, d);
     EXPECT_EQ(resume(d), c.resume) << c.nom;
-    ASSERT_EQ(remarques.size(), c.remarques.size()) << c.nom;
-    for (std::size_t i = 0; i < remarques.size(); ++i) {
-      EXPECT_EQ(base::toUtf8(texteRemarque(remarques[i])), c.remarques[i]) << c.nom;
-    }
+    EXPECT_EQ(phrasesDe(remarques), c.remarques) << c.nom;
   }
 }
 

@@ -3,8 +3,8 @@
 #include "base/text.h"
 #include "calc/obs_jetons.h"
 #include "calc/traverse/obs_fermee.h"
-#include "calc/traverse/obs_nom_fichier.h"
 #include "support/golden.h"
+#include "support/remarques.h"
 
 #include <gtest/gtest.h>
 
@@ -58,7 +58,7 @@ struct CasLecture {
   const char* nom;
   const char* octets;
   const char* resume;
-  std::vector<const char*> remarques;
+  std::vector<std::string> remarques;
 };
 
 const char* const kVide = " 0 0 0 0 a2 n3";
@@ -108,24 +108,21 @@ TEST(LireObsFermee, ReadsEachFormOfLine) {
     donnees.modeAngle = 2;
     donnees.modeNivellement = 3;
     donnees.lignes.push_back({L"ancienne", L"1", L"2", L"3"});
-    const std::vector<remarqueObs> remarques = lireObsFermee(c.octets, donnees);
+    const base::Remarques remarques = lireObsFermee(c.octets, donnees);
     EXPECT_EQ(resume(donnees), c.resume) << c.nom;
-    ASSERT_EQ(remarques.size(), c.remarques.size()) << c.nom;
-    for (std::size_t i = 0; i < remarques.size(); ++i) {
-      EXPECT_EQ(base::toUtf8(texteRemarque(remarques[i])), c.remarques[i]) << c.nom;
-    }
+    EXPECT_EQ(phrasesDe(remarques), c.remarques) << c.nom;
   }
 }
 
-TEST(LireObsFermee, ALineCountsUpTo1024Bytes) {
+TEST(LireObsFermee, ALineCountsUpTo1024Characters) {
   polygonaleFermeeObs donnees;
   const std::string longue = "B 1 2 " + std::string(2000, '3') + " 4\nC 1 2 3";
-  const std::vector<remarqueObs> remarques = lireObsFermee(longue, donnees);
+  const std::vector<std::string> remarques = phrasesDe(lireObsFermee(longue, donnees));
   ASSERT_EQ(donnees.lignes.size(), 2U);
   EXPECT_EQ(donnees.lignes[0].dz.size(), 1018U);
   EXPECT_EQ(donnees.lignes[1].nom, L"C");
   ASSERT_FALSE(remarques.empty());
-  EXPECT_EQ(remarques[0].genre, remarqueObs::Genre::ligneTropLongue);
+  EXPECT_EQ(remarques[0], "ligne 1 : coupée après 1024 caractères, « B 1 2 " + std::string(34, '3') + "… »");
 }
 
 TEST(LireLigne, CutsNamesAndParsesLeniently) {
@@ -154,8 +151,7 @@ TEST(EcrireObsFermee, MatchesItsGoldenAndReadsBack) {
   const std::string octets = ecrireObsFermee(donnees);
   EXPECT_TRUE(memeQueReference("polygonale_fermee_ecrite.obs", octets));
   polygonaleFermeeObs relues;
-  const std::vector<remarqueObs> remarques = lireObsFermee(octets, relues);
-  EXPECT_EQ(remarques.size(), 1U) << "the height \"6x\"";
+  EXPECT_EQ(lireObsFermee(octets, relues).nombre(), 1U) << "the height \"6x\"";
   EXPECT_EQ(ecrireObsFermee(relues), octets);
 }
 

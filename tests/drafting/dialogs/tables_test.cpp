@@ -7,6 +7,7 @@
 #include "support/atelier.h"
 #include "support/dialog_script.h"
 #include "support/dossier_temporaire.h"
+#include "support/remarques.h"
 
 namespace {
 
@@ -154,23 +155,22 @@ TEST_F(Formulaire, PlacingNothingMakesTheLayers) {
 TEST_F(Tables, AListIsPlacedInOneCall) {
   table().Ajouter(unPoint(L"p1", 9, 9));
   resultatPoints r;
-  EXPECT_FALSE(placerListeXYZ({dossier / "absent.xyz", L""}, r));
+  EXPECT_FALSE(importerListe({dossier / "absent.xyz", L""}, r));
   EXPECT_NE(r.erreur.find(L"absent.xyz"), std::wstring::npos);
-  EXPECT_FALSE(placerListeXYZ({fichier("vide.xyz", "a b c\n"), L""}, r));
-  EXPECT_EQ(r.remarques.size(), 1U) << "the line that was passed over";
+  EXPECT_FALSE(importerListe({fichier("vide.xyz", "a b c\n"), L""}, r));
+  EXPECT_EQ(r.remarques.nombre(), 1U) << "the line that was passed over";
   EXPECT_EQ(noms(table()), "p1");
-  ASSERT_TRUE(placerListeXYZ({fichier("a.xyz", "P1 3 1 2 7 muret\nx\nUnNomTropLong 4 5\nP1 6 7\n"), L""}, r));
+  ASSERT_TRUE(importerListe({fichier("a.xyz", "P1 3 1 2 7 muret\nx\nUnNomTropLong 4 5\nP1 6 7\n"), L""}, r));
   EXPECT_EQ(r.nombre, 3);
   EXPECT_EQ(noms(table()), "P1 UnNomTrop P1");
   EXPECT_EQ(attribut(table().getData(0)->id, L"OBS"), L"muret");
   EXPECT_EQ(libelle(7), L"Code 7");
-  std::wstring toutes;
-  for (const std::wstring& remarque : r.remarques) toutes += remarque + L"|";
-  for (const wchar_t* texte :
-       {L"ligne 2 : ignorée", L"coupés à 9 caractères : 1", L"répètent dans la liste : 1", L"remplacés : 1"})
-    EXPECT_NE(toutes.find(texte), std::wstring::npos) << base::toUtf8(toutes);
-  ASSERT_TRUE(
-      placerListeXYZ({fichier("b.xyz", std::string(2500, '?') + "\n1 2\n" + "Q 1 2\n"), L"Autre"}, r));
+  EXPECT_EQ(phrasesDe(r.remarques),
+            (std::vector<std::string>{
+                (dossier / "a.xyz").string() + ", ligne 2 : ignorée, il faut au moins un nom, X et Y",
+                "noms coupés à 9 caractères : 1", "noms qui se répètent dans la liste : 1",
+                "points du même nom remplacés : 1"}));
+  ASSERT_TRUE(importerListe({fichier("b.xyz", std::string(2500, '?') + "\n1 2\n" + "Q 1 2\n"), L"Autre"}, r));
   EXPECT_EQ(noms(*projet.tablesListe.GetAt(1)), "Q");
 }
 
@@ -184,8 +184,8 @@ TEST_F(Tables, ATableIsExportedInOneCallAndReadAgain) {
   demande.tri = colonnePoints::kNumero;
   ASSERT_TRUE(exporterTable(demande, r));
   EXPECT_EQ(r.nombre, 2);
-  EXPECT_EQ(r.remarques.size(), 1U) << "a point without altitude";
-  ASSERT_TRUE(placerListeXYZ({demande.fichier, L"copie"}, r));
+  EXPECT_EQ(r.remarques.nombre(), 1U) << "a point without altitude";
+  ASSERT_TRUE(importerListe({demande.fichier, L"copie"}, r));
   listePointsDuDessin& copie = *projet.tablesListe.GetAt(1);
   EXPECT_EQ(noms(copie), "P2 P10");
   EXPECT_EQ(*copie.getData(0), *table().getData(1)) << "its altitude is absent again";

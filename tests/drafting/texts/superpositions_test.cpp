@@ -50,7 +50,7 @@ annotationPlane obstacle(boitePlane boite) {
 }
 
 std::vector<double> reduire(std::vector<annotationPlane>& annotations,
-                            rechercheVoisins recherche = rechercheVoisins::kGrille) {
+                            rechercheVoisins recherche = rechercheVoisins::kIndex) {
   std::vector<double> bilans;
   reduireSuperpositions(
       annotations, [](int, int, int) { return true; }, [&](double s) { bilans.push_back(s); }, recherche);
@@ -97,26 +97,26 @@ TEST(Superpositions, stopWhenTheUserAsks) {
   EXPECT_TRUE(annotations[0].deplacee) << "what was placed stays";
 }
 
-TEST(Superpositions, gridAndFullSearchGiveTheSameDigits) {
+TEST(Superpositions, indexAndFullSearchGiveTheSameDigits) {
   for (const unsigned graine : {1U, 2U, 3U}) {
     std::mt19937 hasard(graine);
     std::uniform_real_distribution<double> lieu(0.0, 60.0);
     std::uniform_real_distribution<double> cote(0.1, 4.0);
-    std::vector<annotationPlane> grille;
+    std::vector<annotationPlane> indexees;
     for (int i = 0; i < 250; ++i) {
       const double x = 650000 + lieu(hasard);
       const double y = 6860000 + lieu(hasard);
-      grille.push_back(mobile({x, y, cote(hasard), cote(hasard)}, x, y, cote(hasard)));
-      grille.back().fixe = i % 7 == 0;
+      indexees.push_back(mobile({x, y, cote(hasard), cote(hasard)}, x, y, cote(hasard)));
+      indexees.back().fixe = i % 7 == 0;
     }
-    grille.push_back(obstacle({649000, 6859990, 5000, 20}));  // over very many cells
-    grille.push_back(obstacle({-1e300, 0, 1e301, 1}));
-    std::vector<annotationPlane> toutes = grille;
-    EXPECT_EQ(reduire(grille), reduire(toutes, rechercheVoisins::kToutes)) << graine;
-    for (std::size_t i = 0; i < grille.size(); ++i) {
-      EXPECT_EQ(grille[i].boite.x, toutes[i].boite.x) << graine << " " << i;
-      EXPECT_EQ(grille[i].boite.y, toutes[i].boite.y) << graine << " " << i;
-      EXPECT_EQ(grille[i].deplacee, toutes[i].deplacee) << graine << " " << i;
+    indexees.push_back(obstacle({649000, 6859990, 5000, 20}));  // over nearly all
+    indexees.push_back(obstacle({-1e300, 0, 1e301, 1}));
+    std::vector<annotationPlane> toutes = indexees;
+    EXPECT_EQ(reduire(indexees), reduire(toutes, rechercheVoisins::kToutes)) << graine;
+    for (std::size_t i = 0; i < indexees.size(); ++i) {
+      EXPECT_EQ(indexees[i].boite.x, toutes[i].boite.x) << graine << " " << i;
+      EXPECT_EQ(indexees[i].boite.y, toutes[i].boite.y) << graine << " " << i;
+      EXPECT_EQ(indexees[i].deplacee, toutes[i].deplacee) << graine << " " << i;
     }
   }
 }

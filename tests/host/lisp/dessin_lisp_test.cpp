@@ -4,7 +4,7 @@
 #include "arx/db/dbpl.h"
 #include "arx/db/dbtext.h"
 #include "codes/selectionner_code.h"
-#include "points/attributs_bloc.h"
+#include "core/block_attributes.h"
 #include "points/point_xyz.h"
 #include "support/module_essai.h"
 

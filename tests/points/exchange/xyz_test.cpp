@@ -1,7 +1,7 @@
 // Coordinate files: reading, writing, order, size; the text form of a point.
 
+#include "points/exchange/exporter_points.h"
 #include "points/exchange/table_obs_xyz.h"
-#include "points/exchange/texte_point.h"
 #include "support/atelier.h"
 #include "support/dossier_essai.h"
 
@@ -23,7 +23,7 @@ std::string texteDe(const tableObsXYZ& table) {
       sortie << l.z;
     sortie << ' ' << l.code << (l.obs.empty() ? "" : " ") << base::toUtf8(l.obs) << '|';
   }
-  for (const remarqueXYZ& remarque : table.remarques) sortie << '!' << remarque.ligne;
+  for (const base::Remarque& remarque : table.remarques) sortie << '!' << remarque.ligne;
   return sortie.str();
 }
 
@@ -62,7 +62,8 @@ TEST(TableObsXYZ, ALineIsReadUpTo1024Characters) {
   table.lire("P1 1 2 3 7 " + std::string(1100, 'x') + "\nP2 1 2");
   ASSERT_EQ(table.lignes.size(), 2U);
   EXPECT_EQ(table.lignes[0].obs.size(), tableObsXYZ::kLongueurLigne - 11);
-  EXPECT_EQ(texteRemarque(table.remarques.at(0)), L"ligne 1 : coupée après 1024 caractères");
+  EXPECT_EQ(table.remarques.begin()->phrase(),
+            L"ligne 1 : coupée après 1024 caractères, « P1 1 2 3 7 " + std::wstring(29, L'x') + L"… »");
 }
 
 TEST(TableObsXYZ, FilesAreNamedTrimmedAndReplacedWhole) {
@@ -168,7 +169,7 @@ TEST(TexteDuPoint, TexteZBlanc) {
   tableObsXYZ table;
   table.lire(ligne);
   EXPECT_EQ(texteDe(table), "P1 1 2 7 1|!1");
-  EXPECT_EQ(table.remarques[0].genre, remarqueXYZ::Genre::colonneZVide);
+  EXPECT_EQ(table.remarques.begin()->texte, L"colonne Z vide, le mot suivant est lu comme altitude");
   table.colonneZCompte = true;
   table.lire(ligne);
   EXPECT_EQ(texteDe(table), "P1 1 2 - 7|") << "what one call does";

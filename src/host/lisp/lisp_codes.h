@@ -1,0 +1,15 @@
+#pragma once
+
+// LISP functions on the code table; see host/lisp/table_lisp.h.
+namespace veltora {
+
+/// loadcodept: the pairs (code . label).
+int lispLoadCodePt();
+/// addcodept: adds a code.
+int lispAddCodePt();
+/// resetcodespts: empties the table.
+int lispResetCodesPts();
+/// selectionnerCode: a code that the user chooses.
+int lispSelectionnerCode();
+
+}  // namespace veltora

@@ -1,0 +1,13 @@
+#pragma once
+
+// LISP functions on a dialog of the system; see host/lisp/table_lisp.h.
+namespace veltora {
+
+/// choixpoint: the name of a point that the user chooses.
+int lispChoixPoint();
+/// c:gererLeves: the tables of points.
+int lispGererLeves();
+/// c:HELMERT: the transformation.
+int lispHelmert();
+
+}  // namespace veltora
