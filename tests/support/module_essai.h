@@ -9,6 +9,7 @@
 #include "base/format.h"
 #include "support/atelier.h"
 #include "support/case_rows.h"
+#include "ui/script_driver.h"
 
 #include <deque>
 #include <functional>
@@ -67,8 +68,8 @@ inline resbuf* suite(std::initializer_list<resbuf*> chaines) {
   return tete;
 }
 
-/// The module, loaded as the host loads one, with a document and a project. Prompts take the lines in
-/// `reponses`.
+/// The module, loaded as the host loads one, with a document and a project. Prompts and dialogs take the
+/// lines in `reponses`.
 class ModuleEssai : public ::testing::Test, public base::OutputSink, public base::LineSource {
 protected:
   ModuleEssai() {
@@ -76,6 +77,7 @@ protected:
     getTableCodification().resetDefauts();
     acedPorts().sink = this;
     acedPorts().source = this;
+    ui::setDriver(&pilote);
     acrxDynamicLinker->registerModule(L"veltora", acrxEntryPoint);
     acDocManager->appContextNewDocument();
     setSrcInfosTopo(nullptr, &projet, 1, 0);
@@ -83,6 +85,7 @@ protected:
     imprime.clear();
   }
   ~ModuleEssai() override {
+    ui::setDriver(nullptr);
     setSrcInfosTopo(nullptr, nullptr, 0, 0);
     while (acDocManager->curDocument()) acDocManager->closeDocument(acDocManager->curDocument());
     acrxDynamicLinker->unloadModule(L"veltora");
@@ -127,6 +130,7 @@ protected:
         reponses.assign(lignes.begin(), lignes.end());
       }
       std::string valeur = appelerEcrit(cas[0]);
+      std::erase(imprime, '\r');
       if (choisis() >= 0) valeur += " " + std::to_string(choisis());
       if (cas[1].empty() && !imprime.empty()) valeur.insert(0, imprime + " ");
       EXPECT_EQ(valeur, cas[2]);
@@ -144,6 +148,7 @@ protected:
   listePointsDuDessin& table() { return *projet.currTable(); }
 
   projetsTopo projet;
+  ui::ScriptDriver pilote{*this, *this};
   AcDbDatabase* dessin = nullptr;
   std::string imprime;
   std::deque<std::string> reponses;
