@@ -1,9 +1,11 @@
 #include "base/files.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/traverse/obs_fermee.h"
 #include "calc/traverse/polygonale_fermee.h"
 #include "report/html_document.h"
+#include "support/case_rows.h"
 #include "support/golden.h"
 
 #include <gtest/gtest.h>
@@ -269,39 +271,18 @@ Verification verifier(const wchar_t* depart, double x, const std::vector<Rangee>
 }
 
 TEST(VerifierPolygonaleFermee, PutsTheRowsInOrderOrSaysWhyNot) {
-  const std::vector<Rangee> bons = {{L"B", -100, 1, 0}, {L" c ", 500, 1, 0}, {L"D", 1, 1, 0}};
-  std::vector<Rangee> courts = bons;
-  courts[1].distance = 0.00009;
-  const std::string aberrant = "Erreur !|\nErreur coordonnées de départ aberrantes";
-  struct Cas {
-    const char* nom;
-    const wchar_t* depart;
-    double x;
+  for (const CaseRow& cas : caseRows("calc/cases/traverse.txt", "checked", ';')) {
     std::vector<Rangee> rangees;
-    int retour;
-    const char* noms;
-    std::string message;
-  };
-  const std::vector<Cas> cas = {
-      {"departure in the middle", L"D", 0, bons, 1, " c DB", ""},
-      {"departure first", L"B", 0, bons, 1, "DB c ", ""},
-      {"row name trimmed, in capitals", L"C", 1e9, bons, 1, "B c D", ""},
-      {"no rows", L"B", 0, {}, 0, "", "Erreur !|\nStation de départ introuvable"},
-      {"unknown", L"X", 0, bons, 0, "B c D", "Erreur !|\nStation de départ introuvable"},
-      {"too far", L"B", 1.1e9, bons, 0, "DB c ", aberrant},
-      {"no number", L"B", std::nan(""), bons, 0, "DB c ", aberrant},
-      {"short leg", L"C", 0, courts, 0, "B c D",
-       "Erreur !|\nDistance de la station  c  vers station D trop faible 0.0001"},
-  };
-  for (const Cas& c : cas) {
-    const Verification v = verifier(c.depart, c.x, c.rangees);
-    EXPECT_EQ(v.retour, c.retour) << c.nom;
-    EXPECT_EQ(v.noms, c.noms) << c.nom;
-    EXPECT_EQ(v.message, c.message) << c.nom;
-    if (v.retour) {
-      EXPECT_EQ(v.vo, 390.0) << c.nom;
-    }
+    if (cas[2] != "none") rangees = {{L"B", -100, 1, 0}, {L" c ", 500, 1, 0}, {L"D", 1, 1, 0}};
+    if (cas[2] != "none" && cas[2] != "all") rangees[1].distance = cas.number(2);
+    const Verification v = verifier(base::fromUtf8(cas[0]).c_str(), base::lireReel(cas[1]), rangees);
+    EXPECT_EQ(v.noms, cas[3]) << cas;
+    EXPECT_EQ(v.message, cas[4]) << cas;
+    EXPECT_EQ(v.retour, cas[4].empty() ? 1 : 0) << cas;
+    EXPECT_TRUE(v.retour == 0 || v.vo == 390.0) << cas;
   }
+  EXPECT_EQ(verifier(L"B", std::nan(""), kRectangle).message,
+            "Erreur !|\nErreur coordonnées de départ aberrantes");
 }
 
 TEST(VerifierPolygonaleFermee, DepartEnCapitales) {
