@@ -329,6 +329,14 @@ TEST(Reseau, PoidsGisementsEtPoidsD1D2) {
   EXPECT_EQ(reseau.poidsObservation(reseau.observations[2]), 100);
   reseau.observations[2].poids = 7;
   EXPECT_EQ(reseau.poidsObservation(reseau.observations[2]), 7);
+  reseau.formules.gisements = "ang";
+  reseau.formules.compiler();
+  for (const std::size_t i : {0U, 1U})
+    EXPECT_NEAR(reseau.poidsObservation(reseau.observations[i]), 20, 1e-12) << "grades";
+  formulesPoids neuves;
+  neuves.gisements = "d2";
+  neuves.compiler();
+  EXPECT_EQ(neuves.poidsGisement(50, 1), -999) << "what a bearing does not set";
 }
 
 TEST(Reseau, PoidsUnitairesEtResiduIndex) {
@@ -377,9 +385,16 @@ TEST(Reseau, SansCoteConnueLesAltitudesDAvantSEffacent) {
   std::wstring journal;
   EXPECT_TRUE(reseau.calculerAlti(journal));
   EXPECT_EQ(chercher(reseau, L"P")->Z, 101);
+  reseau.points[0].Z = 0;
+  reseau.observations[0].mesure = 0;
+  EXPECT_FALSE(reseau.calculerAlti(journal)) << "all heights are 0: none moved";
+  EXPECT_EQ(chercher(reseau, L"P")->Z, 0);
   reseau.points[0].Z = base::Z_ABSENT;
   EXPECT_FALSE(reseau.calculerAlti(journal));
   EXPECT_EQ(chercher(reseau, L"P")->Z, base::Z_ABSENT);
+  journal.clear();
+  EXPECT_FALSE(reseauLu("A 0 0 1\nOBS\nA NORD P 10\n").calculerAlti(journal));
+  EXPECT_EQ(journal.find(L"Vecteur"), std::wstring::npos) << "nothing to solve";
 }
 
 TEST(Reseau, UneBoucleDeNivellementSeCompense) {
