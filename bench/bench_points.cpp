@@ -1,5 +1,5 @@
-// Point tables in memory: entering, finding, duplicates, removal, and the round
-// trip through both serializers.
+// Point tables in memory: entering, finding, duplicates, removal, and the round trip through both
+// serializers.
 
 #include "base/files.h"
 #include "core/file_serializer.h"

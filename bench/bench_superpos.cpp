@@ -1,5 +1,5 @@
-// Clearing of overlaps: blocks in a dense plan with three attributes each, by the index of
-// boxes and by the full search.
+// Clearing of overlaps: blocks in a dense plan with three attributes each, by the index of boxes and by the
+// full search.
 
 #include "drafting/texts/superpositions.h"
 #include "mesure.h"

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-/// Where answers come from and where printed text goes. Prompts, dialogs, file choices and
-/// message boxes all read from one source and print to one sink, whoever stands behind them: a
-/// terminal, a script, a window, a test.
+/// Where answers come from and where printed text goes. Prompts, dialogs, file choices and message boxes all
+/// read from one source and print to one sink, whoever stands behind them: a terminal, a script, a window, a
+/// test.
 namespace veltora::base {
 
 /// One question. The answer is a line of text whatever is asked for; the rest helps a source to help the

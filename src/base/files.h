@@ -44,8 +44,8 @@ private:
   int m_error = 0;
 };
 
-/// A folder for temporary files that ends without a separator. Tests set
-/// their own with `setDossierTemporaire`.
+/// A folder for temporary files that ends without a separator. Tests set their own with
+/// `setDossierTemporaire`.
 VELTORA_API std::filesystem::path dossierTemporaire();
 VELTORA_API void setDossierTemporaire(const std::filesystem::path& folder);
 /// Makes an empty file with a unique name "<prefix>" + six characters + ".tmp" in the folder. @return its

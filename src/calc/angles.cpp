@@ -12,8 +12,8 @@ const uniteAngle& uniteDeMode(int modeAngle) {
 
 double reduireAngle(double valeur, double tour) {
   if (tour == 0.0) return valeur;
-  // Deliberate (reduire-tour-entier): a negative value too small to count beside
-  // `tour` comes out as `tour` itself.
+  // Deliberate (reduire-tour-entier): a negative value too small to count beside `tour` comes out as `tour`
+  // itself.
   const double r = valeur - std::floor(valeur / tour) * tour;
   return r < 0.0 ? r + tour : r;
 }

@@ -39,8 +39,8 @@ VELTORA_API double reduireAngle(double valeur, double tour);
 /// from +Y and the polar angle the other way from +X.
 /// @param stationX, stationY, directionX, directionY plane coordinates in drawing units
 /// @param modeAngle 0 grades, 1 degres, 2 radians
-/// @return clockwise from +Y, in the unit of modeAngle, from 0 to one turn; a quarter
-/// turn when the points coincide
+/// @return clockwise from +Y, in the unit of modeAngle, from 0 to one turn; a quarter turn when the points
+/// coincide
 VELTORA_API double calculGisement(double stationX, double stationY, double directionX, double directionY,
                                   int modeAngle);
 

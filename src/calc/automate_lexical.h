@@ -21,9 +21,9 @@ public:
   /// The two characters may come in either order.
   void ajouterTransition(int source, char bas, char haut, int cible);
 
-  /// Takes characters from `position` as long as a transition matches, the first in the order of
-  /// insertion; letters match as capitals. There is no backing up: the token is good only when
-  /// the state reached is accepting.
+  /// Takes characters from `position` as long as a transition matches, the first in the order of insertion;
+  /// letters match as capitals. There is no backing up: the token is good only when the state reached is
+  /// accepting.
   /// @param position moved behind the token, whether good or not  @param jeton the characters as typed
   bool lire(std::string_view texte, std::size_t& position, std::string& jeton) const;
 

@@ -116,8 +116,8 @@ bool formule::analyser(std::string_view texte) {
   return bon && m_position == m_texte.size();
 }
 
-// Deliberate (formule-penche): chains lean to the right, so that "10-3-2" is
-// 10-(3-2); the printed form shows it.
+// Deliberate (formule-penche): chains lean to the right, so that "10-3-2" is 10-(3-2); the printed form shows
+// it.
 bool formule::chaine(Noeud& noeud, bool (formule::*rang)(Noeud&), const char* operateurs,
                      noeudFormule::Genre premier, noeudFormule::Genre second) {
   if (++m_profondeur > kProfondeurMax) return false;

@@ -45,8 +45,8 @@ public:
   /// @return true when the whole text parsed; the tree is kept in either case, as far as it got
   bool analyser(std::string_view texte);
   /// @return the value, 0.0 with no tree. Unknown names count as 0
-  /// @param memoriserIndex  keeps the places of the variables in the nodes, for
-  /// later calls with the same table
+  /// @param memoriserIndex  keeps the places of the variables in the nodes, for later calls with the same
+  /// table
   double evaluer(const tableVariables& variables, bool memoriserIndex);
   /// Appends the fully bracketed form, or sets the text to "Erreur !!!" when there is no tree.
   void imprimer(std::string& texte) const;

@@ -42,8 +42,8 @@ struct VELTORA_API codifPoint {
   /// Values out of range are brought within it; unknown lines are ignored.
   /// @return 1; 0 at the end of the stream or when another record begins, with the fields read so far
   int lireTexte(fluxTexte& flux);
-  /// Writes the record in the same form. Its texts come out cut at their first
-  /// character and do not read back.
+  /// Writes the record in the same form. Its texts come out cut at their first character and do not read
+  /// back.
   void ecrireTexte(fluxTexte& flux) const;
 };
 

@@ -4,8 +4,8 @@
 
 namespace veltora {
 
-// What LISP and the command line reach of the code table. The chains given back
-// belong to the caller; null is nil.
+// What LISP and the command line reach of the code table. The chains given back belong to the caller; null is
+// nil.
 
 /// Sorts the table by code. @return a list of dotted pairs (code . label); null when the table is empty
 VELTORA_API resbuf* loadcodept();
@@ -16,8 +16,8 @@ VELTORA_API resbuf* loadcodept();
 VELTORA_API resbuf* addcodept(const resbuf* arguments);
 /// Empties the table. @return null
 VELTORA_API resbuf* resetcodespts();
-/// The command VCODIFICATION: shows the table's dialog, then writes the table to its
-/// file whatever button closed it.
+/// The command VCODIFICATION: shows the table's dialog, then writes the table to its file whatever button
+/// closed it.
 VELTORA_API void vcodification();
 
 }  // namespace veltora

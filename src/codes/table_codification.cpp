@@ -73,8 +73,8 @@ tableCodification::tableCodification(const std::wstring& fichier) {
   }
   nomFichier = cheminInstallation(L"defcodif");
   if (chargerXML()) return;
-  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one
-  // that is broken, is overwritten.
+  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, is
+  // overwritten.
   ajouterDefauts();
   sauverXML();
 }

@@ -77,8 +77,8 @@ private:
   /// Takes this row and those behind it out of the index.
   void oublierLignes(int premiere) const;
 
-  /// Index of the first row of each code, among the first `m_indexees` rows; the
-  /// rest follows at the next lookup.
+  /// Index of the first row of each code, among the first `m_indexees` rows; the rest follows at the next
+  /// lookup.
   mutable std::unordered_map<int, int> m_premiers;
   mutable int m_indexees = 0;
 };

@@ -25,8 +25,8 @@ class ConfigStore : private Uncopyable {
 public:
   static ConfigStore& instance();
 
-  /// The value under "section.name"; false, with `valeur` unchanged, when there is
-  /// none or it does not convert.
+  /// The value under "section.name"; false, with `valeur` unchanged, when there is none or it does not
+  /// convert.
   bool lire(std::string_view cle, AcGePoint2d& valeur) const;
   bool lire(std::string_view cle, int& valeur) const;
   /// Sets the value and marks the store as modified.

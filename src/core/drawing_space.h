@@ -9,8 +9,8 @@
 
 namespace veltora {
 
-/// A space of a drawing, open for entities to be added to it. Where many are
-/// added, one object serves for all.
+/// A space of a drawing, open for entities to be added to it. Where many are added, one object serves for
+/// all.
 class VELTORA_API DrawingSpace : private Uncopyable {
 public:
   enum Which { kModel, kCurrent };

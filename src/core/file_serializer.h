@@ -22,8 +22,8 @@ namespace veltora {
 class VELTORA_API FileSerializer : public VeltoraSerializer, private Uncopyable {
 public:
   /// @param chemin  path in the ANSI code page
-  /// @param ecriture  true: for reading and writing, made or emptied; false: for reading only
-  /// A file that cannot be opened is told by `estOuvert`; every operation then fails.
+  /// @param ecriture  true: for reading and writing, made or emptied; false: for reading only A file that
+  /// cannot be opened is told by `estOuvert`; every operation then fails.
   FileSerializer(const std::string& chemin, bool ecriture);
   ~FileSerializer() override;
   [[nodiscard]] bool estOuvert() const { return m_ouvert; }
@@ -45,8 +45,8 @@ public:
   /// @throws std::range_error as `writeAcString`
   int writeString(const CString& text) override;
   int writeEnum(const int& value) override;
-  /// Texts of up to 255 characters; a longer one fails. A text that holds a zero byte
-  /// is read up to it, and fails.
+  /// Texts of up to 255 characters; a longer one fails. A text that holds a zero byte is read up to it, and
+  /// fails.
   int readAcString(AcString& text) override;
   int readObjectId(AcDbObjectId& id) override;
   int readByte(unsigned char& value) override;

@@ -20,8 +20,8 @@ public:
   virtual int rewind() = 0;
   /// The next mark without consuming it; -1 when there is none.
   virtual int peekMark() = 0;
-  /// Whether the next mark equals `mark`. A `FileSerializer` consumes a mark that
-  /// matches, a `ResbufSerializer` never.
+  /// Whether the next mark equals `mark`. A `FileSerializer` consumes a mark that matches, a
+  /// `ResbufSerializer` never.
   virtual int testMark(int mark) = 0;
   virtual int writeMark(int mark) = 0;
   virtual int writeAcString(const AcString& text) = 0;

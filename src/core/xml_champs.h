@@ -29,8 +29,8 @@ VELTORA_API int lireElementTexte(const TiXmlElement& parent, const char* nom, st
 VELTORA_API int compterElements(const TiXmlElement& parent, const char* nom);
 
 /// Reads a document from bytes of any 8-bit encoding.
-/// @return false, the document empty, when they are not well-formed XML, nested
-/// deeper than 100 or above 64 MiB
+/// @return false, the document empty, when they are not well-formed XML, nested deeper than 100 or above 64
+/// MiB
 VELTORA_API bool analyserXML(TiXmlDocument& document, std::string_view octets);
 VELTORA_API bool chargerFichierXML(TiXmlDocument& document, const std::filesystem::path& chemin);
 /// The library's indented printing.

@@ -47,8 +47,8 @@ private:
     return true;
   }
 
-  /// An instruction or a declaration; one with brackets in it is refused, since
-  /// the library would end it there.
+  /// An instruction or a declaration; one with brackets in it is refused, since the library would end it
+  /// there.
   bool passerSansChevron(std::string_view fin) {
     const std::size_t chevron = m_reste.find_first_of("<>", 1);
     if (chevron == std::string_view::npos || chevron + 1 < fin.size()) return false;

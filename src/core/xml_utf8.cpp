@@ -55,8 +55,8 @@ std::string utf8DepuisTexte(std::wstring_view texte) {
     if (valeur <= 0xFFFF) {
       ajouterUnite(octets, valeur);
     } else if (valeur <= 0x10FFFF) {
-      // Deliberate (utf8-substituts): two sequences of three bytes, one for each
-      // 16-bit unit, not one of four.
+      // Deliberate (utf8-substituts): two sequences of three bytes, one for each 16-bit unit, not one of
+      // four.
       ajouterUnite(octets, 0xD800 | ((valeur - 0x10000) >> 10));
       ajouterUnite(octets, 0xDC00 | ((valeur - 0x10000) & 0x3FF));
     } else {

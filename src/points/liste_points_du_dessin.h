@@ -42,8 +42,8 @@ public:
   [[nodiscard]] int nombreAyantCode(int code) const;
   /// @return 1 and the point's block, 0 when the name is unknown
   int getObjId(const wchar_t* nom, AcDbObjectId& id) const;
-  /// @return 0 when the name is unknown; else 1, the code, and the block's place or,
-  /// without a block, the table's
+  /// @return 0 when the name is unknown; else 1, the code, and the block's place or, without a block, the
+  /// table's
   int getBlockPosition(const wchar_t* nom, AcGePoint3d& pt, int& code) const;
   /// The point nearest in the plane, the earlier of two equally near ones. @return 0 on an empty table
   int findNearestTo(double x, double y, pointDuDessin& out) const;

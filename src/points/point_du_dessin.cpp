@@ -24,8 +24,8 @@ constexpr double kMemeCoordonnee = 0.0001;
 
 bool memeCoordonnee(double a, double b) { return std::abs(a - b) < kMemeCoordonnee; }
 
-/// Code of the attribute text, read as an unsigned number: 1 when it is too large,
-/// which a negative one is; 0 stays.
+/// Code of the attribute text, read as an unsigned number: 1 when it is too large, which a negative one is; 0
+/// stays.
 int codeLu(const AcString& texte) {
   const int code = base::lireEntier(texte);
   return code == 0 ? 0 : codeOuDefaut(code);

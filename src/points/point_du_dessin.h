@@ -12,8 +12,8 @@ class VeltoraSerializer;
 struct pointXYZ;
 using base::Z_ABSENT;
 
-/// One survey point: a plain record of fixed size that owns nothing, so that a table of
-/// points is one block of memory.
+/// One survey point: a plain record of fixed size that owns nothing, so that a table of points is one block
+/// of memory.
 struct VELTORA_API pointDuDessin {
   static constexpr int kLongueurNom = kPointNameLength;  ///< longest name, in bytes of the ANSI code page
 

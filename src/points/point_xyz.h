@@ -22,8 +22,8 @@ struct VELTORA_API pointXYZ {
 
   pointXYZ();
 
-  /// Inserts the block of the point's code with its attributes CODE, NUMPT, Z, OBS
-  /// into the model space of `db`.
+  /// Inserts the block of the point's code with its attributes CODE, NUMPT, Z, OBS into the model space of
+  /// `db`.
   /// @param avecAltitude  0 leaves the attribute Z empty
   /// @param creerCalques  makes missing layers of the code
   /// @param idResultat  the reference; unchanged when the block file cannot be read

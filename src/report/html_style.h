@@ -74,8 +74,8 @@ public:
   void setBorderBottomColor(const htmlColor& couleur) { m_couleurBord[bas] = couleur; }
   void setBorderColor(const htmlColor& couleur) { m_couleurBord.fill(couleur); }
 
-  /// The rule's body without its braces, the properties in a fixed order. It begins
-  /// with ";" when no family is set.
+  /// The rule's body without its braces, the properties in a fixed order. It begins with ";" when no family
+  /// is set.
   [[nodiscard]] std::string css() const;
 
 private:

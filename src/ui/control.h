@@ -33,8 +33,8 @@ public:
 
 protected:
   Container() = default;
-  /// Runs each time the dialog opens, before it is shown: the dialog's own first, then
-  /// those of its groups and pages.
+  /// Runs each time the dialog opens, before it is shown: the dialog's own first, then those of its groups
+  /// and pages.
   virtual void onInit() {}
   void initAll();
 
@@ -66,19 +66,19 @@ public:
   /// The control's own state, whatever its containers are.
   [[nodiscard]] bool visible() const { return m_visible; }
   [[nodiscard]] bool enabled() const { return m_enabled; }
-  /// True when the control and all that it lies in is visible (a page that is not in
-  /// front does not count as hidden).
+  /// True when the control and all that it lies in is visible (a page that is not in front does not count as
+  /// hidden).
   [[nodiscard]] bool shown() const;
   /// Likewise visible and enabled.
   [[nodiscard]] bool usable() const;
 
-  /// Places the control on the line of `neighbour`, which lives as long; a script
-  /// may then say `Voisin/Légende`.
+  /// Places the control on the line of `neighbour`, which lives as long; a script may then say
+  /// `Voisin/Légende`.
   void beside(Control& neighbour) { m_neighbour = &neighbour; }
   [[nodiscard]] Control* neighbour() const { return m_neighbour; }
 
-  /// Gives the control the keyboard without leaving another one; inside an
-  /// `onLeave` it undoes the user's move.
+  /// Gives the control the keyboard without leaving another one; inside an `onLeave` it undoes the user's
+  /// move.
   void setFocus();
   /// The user goes to this control: the one that had the focus is left.
   /// @return false when he does not get there.

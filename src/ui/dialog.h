@@ -49,14 +49,14 @@ public:
   [[nodiscard]] bool isOpen() const { return m_open; }
   [[nodiscard]] int result() const { return m_result; }
 
-  /// Takes the dialog off the screen for a prompt on the command line, and brings
-  /// it back. See `HiddenDialog`.
+  /// Takes the dialog off the screen for a prompt on the command line, and brings it back. See
+  /// `HiddenDialog`.
   void hide();
   void show();
   [[nodiscard]] bool hidden() const { return m_hidden; }
 
-  /// Shows the dialog and returns at once (progress). Without a driver nothing is
-  /// shown, and the work goes on.
+  /// Shows the dialog and returns at once (progress). Without a driver nothing is shown, and the work goes
+  /// on.
   void openModeless();
   void closeModeless();
 

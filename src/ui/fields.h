@@ -48,8 +48,8 @@ public:
   enum class Type { Real, Integer };
   static constexpr double kUnbounded = std::numeric_limits<double>::infinity();
 
-  /// @param format printf format of `setValue`, for a double when real ("%.4f"),
-  /// for an int when integer ("%d")
+  /// @param format printf format of `setValue`, for a double when real ("%.4f"), for an int when integer
+  /// ("%d")
   explicit NumberField(Container* parent, std::wstring caption = {}, double value = 0.0,
                        std::wstring format = L"%.15g", Type type = Type::Real);
   /// A field for integers, format "%d".

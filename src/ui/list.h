@@ -64,8 +64,8 @@ public:
 
   /// A click on a row. Without `ctrl` the others lose their selection; with it the row's own is turned over.
   bool userClick(int row, bool ctrl = false);
-  /// The rows clicked in turn, all but the first with the Ctrl key; none clears the
-  /// selection. `onChange` comes once.
+  /// The rows clicked in turn, all but the first with the Ctrl key; none clears the selection. `onChange`
+  /// comes once.
   bool userSelect(const std::vector<int>& rows);
   bool userSelectAll();
   /// The row is clicked first.

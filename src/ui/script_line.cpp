@@ -228,8 +228,8 @@ int rowNumber(const Target& target, const List& list, const std::wstring& text) 
                       list.rowCount()));
 }
 
-/// Rows as a script gives them: "*", or numbers and ranges ("2-5") between blanks or
-/// commas; in order, each once.
+/// Rows as a script gives them: "*", or numbers and ranges ("2-5") between blanks or commas; in order, each
+/// once.
 std::vector<int> rowNumbers(const Target& target, const List& list, std::wstring_view text) {
   std::vector<int> rows;
   if (base::trim(text) == L"*") {
@@ -299,8 +299,8 @@ std::vector<std::size_t> places(std::wstring_view line, wchar_t sign) {
   return found;
 }
 
-/// "Légende = valeur" and "Liste [1 3] = oui". Captions may hold "=" too: the first
-/// sign that has a name in front.
+/// "Légende = valeur" and "Liste [1 3] = oui". Captions may hold "=" too: the first sign that has a name in
+/// front.
 std::optional<bool> tryAssign(const Finder& find, std::wstring_view line) {
   const std::vector<std::size_t> signs = places(line, L'=');
   for (const std::size_t at : signs) {

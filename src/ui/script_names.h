@@ -5,8 +5,8 @@
 /// How a line of a script names the controls of a dialog.
 namespace veltora::ui {
 
-/// Something that a line can name: a control, one state of a push-like check box,
-/// a radio button, a menu entry.
+/// Something that a line can name: a control, one state of a push-like check box, a radio button, a menu
+/// entry.
 struct Target {
   Control* control = nullptr;
   int item = -1;  ///< of radio buttons, or 0/1 for the two captions of a push-like check box

@@ -82,7 +82,9 @@ TEST_F(InputTest, ASourceLearnsWhatIsAskedFor) {
     EXPECT_EQ(source.asked.prompt, "Au point : ");
     EXPECT_EQ(source.asked.keywords, (std::vector<std::string>{"Clore", "annUler"}));
     ASSERT_EQ(source.asked.from.has_value(), row.hasBase);
-    if (row.hasBase) EXPECT_EQ(*source.asked.from, (std::array{10.0, 20.0, 5.0}));
+    if (row.hasBase) {
+      EXPECT_EQ(*source.asked.from, (std::array{10.0, 20.0, 5.0}));
+    }
   }
 }
 

@@ -1,23 +1,15 @@
 // Reads any bytes as a formula file; what was read is compiled, evaluated and listed.
+#include "fuzz/fuzz.h"
+
 #include "base/files.h"
 #include "calc/network/formules_poids.h"
 #include "core/file_serializer.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <string_view>
 
 #include <unistd.h>
 
 using namespace veltora;
 
 namespace {
-
-void require(bool good) {
-  if (!good) std::abort();
-}
 
 /// One file a run of the program.
 struct Scratch {
@@ -27,14 +19,13 @@ struct Scratch {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void fuzz(std::string_view bytes) {
   static const Scratch scratch;
   std::FILE* file = std::fopen(scratch.path.c_str(), "wb");
-  require(file != nullptr && std::fwrite(data, 1, size, file) == size);
+  require(file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size());
   std::fclose(file);
 
   constexpr std::string_view magic("i\x39\x30\0\0", 5);
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   formulesPoids formulas;
   FileSerializer stream(scratch.path, false);
   const bool good = formulas.lire(stream);
@@ -51,5 +42,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   formulas.poidsAngle(1.0, 2.0, 3.0, 0.5);
   formulas.poidsGisement(1.0, 0.5);
   formulas.poidsDistance(0.0);
-  return 0;
 }

@@ -1,5 +1,7 @@
 // Reads and evaluates any bytes: no text may crash the evaluator, hang it or leave values behind. A text that
 // begins with "*" works on an empty drawing, with the host's functions.
+#include "fuzz/fuzz.h"
+
 #include "arx/db/dbmain.h"
 #include "arx/ed/edports.h"
 #include "arx/ed/edselect.h"
@@ -8,11 +10,6 @@
 #include "arx/lisp/lispprinter.h"
 #include "base/text.h"
 #include "support/arret_compte.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 using namespace aclisp;
 
@@ -33,10 +30,10 @@ void onDrawing(const std::wstring& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void fuzz(std::string_view bytes) {
   const std::size_t before = Object::alive;
-  if (size > 0 && data[0] == '*') {
-    onDrawing(veltora::base::fromUtf8({reinterpret_cast<const char*>(data) + 1, size - 1}));
+  if (bytes.starts_with('*')) {
+    onDrawing(veltora::base::fromUtf8(bytes.substr(1)));
   } else {
     int asked = 0;
     Host host;
@@ -49,7 +46,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Nothing that leaves the process.
     for (const wchar_t* name : {L"OPEN", L"LOAD", L"VL-FILE-DELETE", L"GETENV", L"VL-FILE-SIZE"})
       in.intern(name)->value = {};
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const std::wstring text = veltora::base::fromUtf8(bytes);
     LispError error;
     bool handled = false;
@@ -60,5 +56,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (in.mark() != 0 || in.depth() != 0) std::abort();
   }
   if (Object::alive != before) std::abort();
-  return 0;
 }

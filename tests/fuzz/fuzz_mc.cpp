@@ -1,13 +1,11 @@
 // Reads any bytes as a network, and solves what is small enough: it may fail by the exception of a foreign
 // index, and in no other way.
+#include "fuzz/fuzz.h"
+
 #include "calc/network/fichier_mc.h"
 
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <stdexcept>
-#include <string_view>
 
 using namespace veltora;
 
@@ -17,10 +15,6 @@ namespace {
 constexpr int kPointsMax = 60;
 constexpr int kObservationsMax = 200;
 constexpr int kPasses = 3;
-
-void require(bool good) {
-  if (!good) std::abort();
-}
 
 bool validIndex(const reseauMoindresCarres& network, int index) {
   return index >= -1 && index < network.points.GetSize();
@@ -37,15 +31,14 @@ void checkRead(const reseauMoindresCarres& network) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+void fuzz(std::string_view bytes) {
   reseauMoindresCarres network;
   base::Remarques remarks;
   const bool read = lireMc(bytes, network, &remarks);
   require(read == (!network.points.empty() && !network.observations.empty()));
   for (const base::Remarque& remark : remarks) require(!remark.texte.empty());
   checkRead(network);
-  if (network.points.GetSize() > kPointsMax || network.observations.GetSize() > kObservationsMax) return 0;
+  if (network.points.GetSize() > kPointsMax || network.observations.GetSize() > kObservationsMax) return;
   const int points = network.points.GetSize();
   std::wstring log;
   try {
@@ -59,5 +52,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   require(network.points.GetSize() == points);
   checkRead(network);
-  return 0;
 }

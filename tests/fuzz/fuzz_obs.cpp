@@ -1,20 +1,16 @@
 // Reads any bytes as a traverse file, writes and reads them again, and computes with what was read.
+#include "fuzz/fuzz.h"
+
 #include "calc/traverse/obs_fermee.h"
 #include "calc/traverse/polygonale_fermee.h"
 #include "report/html_document.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
-
 using namespace veltora;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view octets(reinterpret_cast<const char*>(data), size);
+void fuzz(std::string_view bytes) {
   polygonaleFermeeObs obs;
-  for (const base::Remarque& remarque : lireObsFermee(octets, obs)) {
-    if (remarque.texte.empty()) std::abort();
+  for (const base::Remarque& remarque : lireObsFermee(bytes, obs)) {
+    require(!remarque.texte.empty());
   }
   // What was read can be written and read again.
   polygonaleFermeeObs relues;
@@ -29,5 +25,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (retour && (X.size() != lignes.size() || Y.size() != X.size() || Z.size() != X.size())) std::abort();
   verifierPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, lignes, obs.modeAngle,
                            [](const std::wstring&, const std::wstring&) {});
-  return 0;
 }

@@ -1,28 +1,17 @@
 // Reads any bytes as a list of coordinates, writes and reads them again, sorts and compares names.
+#include "fuzz/fuzz.h"
+
 #include "points/comparer_numeros.h"
 #include "points/exchange/table_obs_xyz.h"
 
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 using namespace veltora;
 
-namespace {
-
-void require(bool good) {
-  if (!good) std::abort();
-}
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view octets(reinterpret_cast<const char*>(data), size);
+void fuzz(std::string_view bytes) {
   tableObsXYZ table;
-  table.colonneZCompte = size % 2 == 1;
-  table.lire(octets);
+  table.colonneZCompte = bytes.size() % 2 == 1;
+  table.lire(bytes);
   for (const base::Remarque& remarque : table.remarques) require(!remarque.texte.empty());
   for (const pointXYZ& ligne : table.lignes)
     require(std::isfinite(ligne.x) && std::isfinite(ligne.y) && std::isfinite(ligne.z) && ligne.code != 0);
@@ -39,9 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   }
   if (!table.lignes.empty()) require(comparerNumeros(table.lignes[0].nom, table.lignes[0].nom) == 0);
-  table.renumeroter(L"P", static_cast<int>(size), L"");
+  table.renumeroter(L"P", static_cast<int>(bytes.size()), L"");
   relue.lire(table.contenu());
   // A number of 1e300 takes more than a line.
   require(relue.lignes.size() <= table.lignes.size());
-  return 0;
 }

@@ -106,11 +106,4 @@ TEST_F(Repartition, ptsEn3DDrawsThePointsThatHaveAnAltitude) {
   EXPECT_NE(imprime.find("\n6 points"), std::string::npos) << imprime;
 }
 
-TEST_F(Repartition, documentDataGoWithTheirDocumentOrWereNeverThere) {
-  AsdkDataManager<CDocData> donnees;
-  acDocManager->appContextNewDocument();
-  acDocManager->closeDocument(acDocManager->curDocument());
-  EXPECT_EQ(acDocManager->documentCount(), 1);
-}
-
 }  // namespace

@@ -7,7 +7,9 @@
 ///
 ///   ; comment
 ///   (expression)          one or more lines; several expressions count as one text
-///   < answer              a line that the user types; then only the last line of what is printed counts
+///   < answer              a line that the user types; then, and with (command ...), only the last printed
+///   line
+///                         counts
 ///   => printed result     as prin1 prints it, or
 ///   !! part of the error
 ///

@@ -128,13 +128,14 @@ TEST_F(BlocsPoints, readsForeignBlocksWithCare) {
 TEST_F(BlocsPoints, updateDrawing_code_isNotShown) {
   pointDuDessin& point = dessiner(L"a", 0, 0, 5);
   point.setParams(L"b", {650000, 6860000, Z_ABSENT}, 7);
+  AcDbObjectPointer<AcDbBlockReference>(point.id, AcDb::kForWrite)->setPosition({0, 0, 4});
   point.updateDrawing();
   EXPECT_EQ(attribut(point.id, L"CODE"), L"1");
   EXPECT_EQ(attribut(point.id, L"NUMPT"), L"b");
   EXPECT_EQ(attribut(point.id, L"Z"), L"");
   EXPECT_EQ(attribut(point.id, L"OBS"), L"vu");
   const AcDbObjectPointer<AcDbBlockReference> bloc(point.id);
-  EXPECT_EQ(bloc->position(), AcGePoint3d(650000, 6860000, 0));
+  EXPECT_EQ(bloc->position(), AcGePoint3d(650000, 6860000, 4)) << "the z of the block stays";
   const std::unique_ptr<AcDbObjectIterator> attributs(bloc->attributeIterator());
   const AcDbObjectPointer<AcDbAttribute> code(attributs->objectId());
   EXPECT_EQ(code->position(), AcGePoint3d(650000.75, 6860002, 0)) << "attributes move along";

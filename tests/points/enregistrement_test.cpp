@@ -176,6 +176,17 @@ TEST_F(Enregistrement, purgeAndAClearSaveFlagLeaveAnEmptyRecord) {
   }
 }
 
+TEST_F(Enregistrement, aMissingLayerZeroIsMadeInRed) {
+  AcDbObjectPointer<AcDbLayerTableRecord>(dessin.layerZero(), AcDb::kForWrite)->erase();
+  remplir(projet, AcDbObjectId());
+  const std::string avant = resume(projet);
+  EXPECT_EQ(sauvegarderInfosTopo(), 1);
+  EXPECT_EQ(AcDbObjectPointer<AcDbLayerTableRecord>(dessin.layerZero())->color().colorIndex(), 1);
+  projet.reset();
+  chargerInfosTopo(&dessin);
+  EXPECT_EQ(resume(projet), avant);
+}
+
 TEST_F(Enregistrement, withoutAProjectASaveChangesNothing) {
   setSrcInfosTopo(&dessin, nullptr, 1, 1);
   sauvegarderInfosTopo();

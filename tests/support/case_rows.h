@@ -6,6 +6,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 /// One row of a table of cases.
@@ -15,6 +16,10 @@ struct CaseRow {
 
   /// A cell; throws std::out_of_range when the row is too short.
   const std::string& operator[](std::size_t column) const { return cells.at(column); }
+  /// A cell, empty when the row is too short.
+  [[nodiscard]] std::string at(std::size_t column) const {
+    return column < cells.size() ? cells[column] : std::string();
+  }
   /// A cell as the texts between " // ", the last of which may be empty.
   [[nodiscard]] std::vector<std::string> list(std::size_t column) const {
     std::vector<std::string> texts;
@@ -24,7 +29,7 @@ struct CaseRow {
     texts.push_back(rest.empty() ? rest : rest.substr(0, rest.size() - 1));
     return texts;
   }
-  /// A cell as a number, in the same form whatever the locale; throws std::invalid_argument when it is none.
+  /// A cell as a number, whatever the locale; throws std::invalid_argument when it is none.
   [[nodiscard]] double number(std::size_t column) const { return read<double>(column); }
   [[nodiscard]] int integer(std::size_t column) const { return read<int>(column); }
 
@@ -45,10 +50,10 @@ inline std::ostream& operator<<(std::ostream& out, const CaseRow& row) {
   return out << row.place << ' ' << row.cells.front();
 }
 
-/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or
-/// what is named in their place. Blanks around a cell count only within quotes; "¶" is a line end.
-/// Lines that are empty or begin with ";" say nothing. Throws std::runtime_error when there is no
-/// such table, or no row in it.
+/// A table of tests/<file>: the rows below the line "## table", a case a line, cells between bars, or between
+/// what is named in their place. Blanks around a cell count only within quotes; "¶" is a line end. Lines that
+/// are empty or begin with ";" say nothing. Throws std::runtime_error when there is no such table, or no row
+/// in it.
 inline std::vector<CaseRow> caseRows(const std::string& file, const std::string& table, char bar = '|') {
   std::ifstream in(VELTORA_SOURCE_DIR "/tests/" + file);
   std::vector<CaseRow> rows;

@@ -2,6 +2,9 @@
 
 #include "ui/script_driver.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,6 +42,22 @@ private:
   bool m_interactive;
   veltora::ui::Driver* m_former;
 };
+
+/// Works a dialog by lines, "//" between two, that it must take to the last. @return what was printed
+template <class Dialog>
+std::string playDialog(Dialog& dialog, const std::string& lines, int result = -1) {
+  std::vector<std::string> list;
+  for (std::size_t from = 0; from <= lines.size();) {
+    const std::size_t to = std::min(lines.find(" // ", from), lines.size());
+    list.push_back(lines.substr(from, to - from));
+    from = to + 4;
+  }
+  DialogScript script(list);
+  const int ended = dialog.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_TRUE(result < 0 || ended == result) << ended;
+  return script.transcript;
+}
 
 /// What an action refuses a script line with; empty when it takes every line.
 template <class Action>

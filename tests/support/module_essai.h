@@ -10,6 +10,7 @@
 #include "points/infos_topo.h"
 #include "support/atelier.h"
 #include "support/case_rows.h"
+#include "ui/script_driver.h"
 
 #include <deque>
 #include <functional>
@@ -68,8 +69,8 @@ inline resbuf* suite(std::initializer_list<resbuf*> chaines) {
   return tete;
 }
 
-/// The module, loaded as the host loads one, with a document and a project. Prompts
-/// take the lines in `reponses`.
+/// The module, loaded as the host loads one, with a document and a project. Prompts and dialogs take the
+/// lines in `reponses`.
 class ModuleEssai : public ::testing::Test, public base::OutputSink, public base::LineSource {
 protected:
   ModuleEssai() {
@@ -77,6 +78,7 @@ protected:
     getTableCodification().resetDefauts();
     acedPorts().sink = this;
     acedPorts().source = this;
+    ui::setDriver(&pilote);
     acrxDynamicLinker->registerModule(L"veltora", acrxEntryPoint);
     acDocManager->appContextNewDocument();
     setSrcInfosTopo(nullptr, &projet, 1, 0);
@@ -84,6 +86,7 @@ protected:
     imprime.clear();
   }
   ~ModuleEssai() override {
+    ui::setDriver(nullptr);
     setSrcInfosTopo(nullptr, nullptr, 0, 0);
     while (acDocManager->curDocument()) acDocManager->closeDocument(acDocManager->curDocument());
     acrxDynamicLinker->unloadModule(L"veltora");
@@ -128,6 +131,7 @@ protected:
         reponses.assign(lignes.begin(), lignes.end());
       }
       std::string valeur = appelerEcrit(cas[0]);
+      std::erase(imprime, '\r');
       if (choisis() >= 0) valeur += " " + std::to_string(choisis());
       if (cas[1].empty() && !imprime.empty()) valeur.insert(0, imprime + " ");
       EXPECT_EQ(valeur, cas[2]);
@@ -145,6 +149,7 @@ protected:
   listePointsDuDessin& table() { return *projet.currTable(); }
 
   projetsTopo projet;
+  ui::ScriptDriver pilote{*this, *this};
   AcDbDatabase* dessin = nullptr;
   std::string imprime;
   std::deque<std::string> reponses;

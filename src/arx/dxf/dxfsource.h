@@ -10,8 +10,8 @@
 class DxfSource {
 public:
   virtual ~DxfSource() = default;
-  /// Puts up to `room` bytes at `to`. @return their number, 0 at the end
-  /// Raises DxfError when the file cannot be read.
+  /// Puts up to `room` bytes at `to`. @return their number, 0 at the end Raises DxfError when the file cannot
+  /// be read.
   virtual std::size_t read(char* to, std::size_t room) = 0;
   virtual void restart() = 0;
   /// Number of bytes, 0 when it is not known.

@@ -19,9 +19,8 @@ int acutPrintf(const ACHAR* format, const Args&... args) {
 ARX_API int acedAlert(const ACHAR* text);
 
 /// Matches a text with a pattern: `*` any run, `?` one character, `#` a digit, `@` a letter, `.` neither of
-/// both,
-/// `[abc]` `[a-z]` `[~abc]`, a leading `~` negates, a comma separates alternatives, a backquote takes the
-/// next character as it is. Case counts. @return RTNORM when it matches, else RTERROR
+/// both, `[abc]` `[a-z]` `[~abc]`, a leading `~` negates, a comma separates alternatives, a backquote takes
+/// the next character as it is. Case counts. @return RTNORM when it matches, else RTERROR
 ARX_API int acutWcMatch(const ACHAR* text, const ACHAR* pattern);
 
 // Points and names of the command-line layer.

@@ -18,9 +18,9 @@ class AcDbEntity;
 /// equals the one drawn last; the aperture is a hundredth of the view's height. Entities on layers that are
 /// off or frozen, and invisible ones, are not seen.
 ARX_API int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point point);
-/// The same reaching into blocks and to attributes: names the innermost entity. `matrix` maps
-/// its coordinates to the world; `references` are the block references around it, innermost first (RTENAME
-/// chain, released by the caller, null for none).
+/// The same reaching into blocks and to attributes: names the innermost entity. `matrix` maps its coordinates
+/// to the world; `references` are the block references around it, innermost first (RTENAME chain, released by
+/// the caller, null for none).
 /// @param pickPoint non-zero takes `point` as it was passed, without a prompt
 ARX_API int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int pickPoint,
                          ads_matrix matrix, resbuf** references);

@@ -8,8 +8,8 @@ namespace veltora {
 /// The weight formulas of a network and their variables, with a trial on typed values.
 class VELTORA_API CDlgFormulePoids : public ui::Dialog {
 public:
-  /// @param formules outlives the dialog. Its variables change at once, its texts
-  /// by "Charger" and "Enregistrer"
+  /// @param formules outlives the dialog. Its variables change at once, its texts by "Charger" and
+  /// "Enregistrer"
   explicit CDlgFormulePoids(formulesPoids& formules);
 
   ui::TextField angles{this, L"Angles"};

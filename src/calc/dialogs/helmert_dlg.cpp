@@ -142,8 +142,8 @@ void CHelmertDLG::rafraichirResultats() {
   b.setText(nombre(r.ab.y));
   rotation.setText(nombre(r.rotation * 200.0 / kPi));
   echelle.setText(nombre(r.echelle));
-  // Deliberate (helmert-croisement): the quadratic error goes over the scale, and
-  // the field "E.M.Q" stays empty.
+  // Deliberate (helmert-croisement): the quadratic error goes over the scale, and the field "E.M.Q" stays
+  // empty.
   echelle.setText(nombre(calculerEcarts(portes, m_couples.arrivee).sommeCarres /
                          (static_cast<double>(portes.size()) - 1.0)));
 }

@@ -16,9 +16,9 @@ struct couplesNommes {
   base::Remarques remarques;       ///< lines that were passed over
 };
 
-/// Reads `[name] x y X Y`, a pair a line, tokens as in traverse files. Empty lines and those
-/// that begin with "*" or "#" are comments; lines with another number of tokens, or with one
-/// that is no number, are passed over.
+/// Reads `[name] x y X Y`, a pair a line, tokens as in traverse files. Empty lines and those that begin with
+/// "*" or "#" are comments; lines with another number of tokens, or with one that is no number, are passed
+/// over.
 VELTORA_API couplesNommes lireCouples(std::string_view octets);
 
 }  // namespace veltora

@@ -39,8 +39,8 @@ bool calculerHelmert(const std::vector<AcGePoint2d>& depart, const std::vector<A
   }
   const Eigen::Matrix4d N = A.transpose() * A;
   const Eigen::PartialPivLU<Eigen::Matrix4d> lu(N);
-  // Deliberate (helmert-determinant): raw coordinates and a signed test; far from the
-  // origin it can fail sound pairs.
+  // Deliberate (helmert-determinant): raw coordinates and a signed test; far from the origin it can fail
+  // sound pairs.
   if (!(lu.determinant() >= kDeterminantMinimal)) return false;
   const Eigen::Vector4d p = lu.inverse() * (A.transpose() * L);
   ab = {p(0), p(1)};

@@ -32,8 +32,8 @@ struct ecartsHelmert {
   double sommeCarres = 0.0;
 };
 
-/// Coordinates enter the normal equations as they are, without centring: large ones
-/// weaken the determinant's test.
+/// Coordinates enter the normal equations as they are, without centring: large ones weaken the determinant's
+/// test.
 /// @param depart, arrivee  pairs by index, drawing units
 /// @param rotation  radians
 /// @param ab  the parameters a and b

@@ -19,8 +19,8 @@ struct saisieCanevas {
   std::wstring x, y, z, vo;
 };
 
-/// Replaces the coordinates of the point of that name, whatever its case, or appends
-/// one. A blank name does nothing.
+/// Replaces the coordinates of the point of that name, whatever its case, or appends one. A blank name does
+/// nothing.
 VELTORA_API void placerDansCanevas(const saisieCanevas& saisie);
 /// Reads lines `Nom X Y Z` and optionally `Vo`, split like those of data files. Lines of fewer tokens are
 /// passed over; without `Vo` a point that exists keeps its own.

@@ -80,8 +80,8 @@ void systemePlani::journaliserResidus(std::wstring& journal, const std::vector<d
                                       const systemeNormal& systeme) const {
   for (std::size_t r = 0; r < v.size(); ++r) {
     const double ecart = v[r] - systeme.lignes()[r].second;
-    // Deliberate (residu-index): the unit follows the observation whose index equals
-    // the row's, not the row's own.
+    // Deliberate (residu-index): the unit follows the observation whose index equals the row's, not the row's
+    // own.
     const bool longueur = m_reseau.observations[r].type == ObservationReduite::kDistance;
     const double facteur = longueur ? kMillimetres : kMilligrades;
     journal +=

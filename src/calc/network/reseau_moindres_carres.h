@@ -14,8 +14,8 @@ public:
   /// singular, not a number when an observation has no direction (zero distance).
   double dernierPas = 0.0;
 
-  /// One planimetric pass: with `premierPassage` first the reduction of
-  /// observations and the provisional points.
+  /// One planimetric pass: with `premierPassage` first the reduction of observations and the provisional
+  /// points.
   /// @return true when the step's norm was above 1e-8, so that another pass is wanted
   bool calculerPlani(std::wstring& journal, bool premierPassage);
   /// The heights: provisional values, then one linear solve. @return true when it moved any height

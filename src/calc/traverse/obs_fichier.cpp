@@ -141,8 +141,8 @@ void ecrireRangee(std::string& sortie, const ligneObs& ligne) {
 }
 
 std::wstring nomFichierObs(std::wstring_view choisi, int filtre) {
-  // Only the file's own name is put in lower case: where case counts, a folder
-  // exists in its own spelling alone.
+  // Only the file's own name is put in lower case: where case counts, a folder exists in its own spelling
+  // alone.
   const std::size_t barre = choisi.rfind(L'/');
   const std::size_t debut = barre == std::wstring_view::npos ? 0 : barre + 1;
   std::wstring nom = base::toLower(choisi.substr(debut));

@@ -25,8 +25,8 @@ using jetonsObs = std::vector<std::wstring>;
 class lecteurObs {
 public:
   virtual ~lecteurObs() = default;
-  /// Reads all lines into `donnees`, whose rows are emptied first; the modes stay when
-  /// the file does not name them.
+  /// Reads all lines into `donnees`, whose rows are emptied first; the modes stay when the file does not name
+  /// them.
   void lire(std::string_view octets, donneesObs& donnees);
   /// What was passed over or guessed, in order of the lines.
   [[nodiscard]] const base::Remarques& remarques() const { return m_remarques; }

@@ -46,15 +46,15 @@ void compenserAngles(double Vo, const uniteAngle& unite, const lignesPolygonale&
     e.angInt[i] = unite.tour - lignes[i].angle;
     e.f.S += e.angInt[i];
   }
-  // Deliberate (angle-sans-tolerance): always the sum of interior angles, and any
-  // misclosure is spread, however large.
+  // Deliberate (angle-sans-tolerance): always the sum of interior angles, and any misclosure is spread,
+  // however large.
   e.f.E = e.f.S - (static_cast<double>(n) - 2.0) * unite.tour * 0.5;
   for (std::size_t i = 0; i < n; ++i) {
     e.angIntCorr[i] = e.angInt[i] - e.f.E / static_cast<double>(n);
     e.angExtCorr[i] = reduireAngle(unite.tour - e.angIntCorr[i], unite.tour);
   }
-  // Deliberate (premier-angle-inutile): Vo stands as given, the corrected angle
-  // of row 0 goes into no bearing.
+  // Deliberate (premier-angle-inutile): Vo stands as given, the corrected angle of row 0 goes into no
+  // bearing.
   e.gis[0] = Vo;
   for (std::size_t i = 1; i < n; ++i) {
     e.gis[i] = reduireAngle(e.gis[i - 1] + e.angExtCorr[i] - unite.demi(), unite.tour);

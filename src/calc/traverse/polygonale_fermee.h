@@ -27,8 +27,8 @@ VELTORA_API std::vector<stationCalculee> stationsFermee(const lignesPolygonale& 
 /// @param modeNivellement  0 aucun, 1 simple, 2 distance, 3 racine
 /// @param modeAngle  0 grades, 1 degres, 2 radians
 /// @param lignes  the rows; modes 1 to 3 replace each `dz` by its corrected value
-/// @param X, Y, Z  emptied, then one entry a row: entry i is the station reached after
-/// i legs, entry 0 the departure
+/// @param X, Y, Z  emptied, then one entry a row: entry i is the station reached after i legs, entry 0 the
+/// departure
 /// @param rapport  gets the report while it is computed; null for none
 /// @param dessinerBrute, dessinerCompensee  append the raw and the adjusted traverse to the working drawing
 /// @param fermetures  gets the misclosures; null for none

@@ -79,8 +79,8 @@ public:
   }
 
 private:
-  /// The misclosure is not reduced: a bearing of arrival in another turn than the sum of the
-  /// angles shows as whole turns.
+  /// The misclosure is not reduced: a bearing of arrival in another turn than the sum of the angles shows as
+  /// whole turns.
   void douterDuTour(double E, base::Remarques& phrases) const {
     const uniteAngle& unite = uniteDeMode(obs.modeAngle);
     const double tours = std::round(E / unite.tour);

@@ -107,8 +107,8 @@ void DlgCodification::choisirSymbole() {
   const auto reponse = ui::chooseFile(demande);
   if (!reponse) return;
   chemin = cheminChoisi(reponse->path);
-  // Deliberate (symbole-immediat): a row that exists takes the new symbol now, even if
-  // the dialog is cancelled later.
+  // Deliberate (symbole-immediat): a row that exists takes the new symbol now, even if the dialog is
+  // cancelled later.
   const int index = m_table.chercherCode(codeSaisi());
   if (index >= 0) m_table.codes.GetAt(index).chemin = chemin;
   montrerBlock();

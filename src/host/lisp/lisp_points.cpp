@@ -212,8 +212,8 @@ int lispZoomLeve() {
     bas.set(std::min(bas.x, point.x), std::min(bas.y, point.y));
     haut.set(std::max(haut.x, point.x), std::max(haut.y, point.y));
   }
-  // Deliberate (zoomleve-marges): the margin of x serves on both sides and on top,
-  // that of y at the bottom only.
+  // Deliberate (zoomleve-marges): the margin of x serves on both sides and on top, that of y at the bottom
+  // only.
   const double mx = std::min((haut.x - bas.x) / 40.0, 1.0);
   const double my = std::min((haut.y - bas.y) / 40.0, 1.0);
   acedZoomWindow({bas.x - mx, bas.y - my}, {haut.x + mx, haut.y + mx});

@@ -38,8 +38,8 @@ private:
 
 /// Lets the user tick items. Empty `coches` become all unticked.
 /// @param nomElement  what one item is called, in the list's name
-/// @return 1 with the ticks on OK; 0, the ticks unchanged, when the user cancels; 0 at
-/// once when the lengths differ
+/// @return 1 with the ticks on OK; 0, the ticks unchanged, when the user cancels; 0 at once when the lengths
+/// differ
 VELTORA_API int choisirPlusieurs(const std::vector<std::wstring>& textes, std::vector<std::uint16_t>& coches,
                                  const std::wstring& texte = {}, const std::wstring& titre = L"Choisissez",
                                  const std::wstring& nomElement = L"modele");

@@ -1,6 +1,5 @@
 #include "base/files.h"
 #include "base/text.h"
-#include "calc/dialogs/fermee_dlg.h"
 #include "calc/dialogs/gisement_dlg.h"
 #include "calc/dialogs/mise_en_place_dlg.h"
 #include "calc/dialogs/resultats_dlg.h"
@@ -24,40 +23,6 @@ protected:
   DossierEssai m_dossier;
 };
 
-const std::vector<std::string> kCarre = {"Station de départ/Numéro = A",
-                                         "Station = B",
-                                         "Angle = 300",
-                                         "Distance = 100",
-                                         "Altitude = 1,5",
-                                         "[Ajouter]",
-                                         "Station = C",
-                                         "[Ajouter]",
-                                         "Station = D",
-                                         "Altitude = -1",
-                                         "[Ajouter]",
-                                         "Station = A",
-                                         "[Ajouter]"};
-
-std::vector<std::string> suite(std::vector<std::string> debut, const std::vector<std::string>& fin) {
-  debut.insert(debut.end(), fin.begin(), fin.end());
-  return debut;
-}
-
-TEST_F(DialoguesPolygonale, TypesRowsComputesAndSavesTheReport) {
-  corrPolygoDLG dialogue;
-  DialogScript script(suite(kCarre, {"Nivellement = simple", "[Calculer !]", "[Sauvegarder]",
-                                     chemin("Rapport.htm"), "[OK]", "[Fermer]", "[Fermer]"}));
-  EXPECT_EQ(dialogue.doModal(), ui::kCancel);
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  EXPECT_EQ(dialogue.liste.cell(0, 3), L"1.00000") << "the field's text is read as far as it is a number";
-  EXPECT_EQ(dialogue.liste.cell(3, 0), L"A");
-  EXPECT_EQ(dialogue.liste.cell(3, 3), L"-1.00000") << "the list keeps what was typed";
-  EXPECT_NE(script.transcript.find("Résultats des calculs"), std::string::npos);
-  EXPECT_NE(script.transcript.find("Le fichier " + chemin("Rapport.htm") + " a été crée ! "),
-            std::string::npos);
-  EXPECT_NE(lu("Rapport.htm").find("Correction simple"), std::string::npos);
-}
-
 TEST_F(DialoguesPolygonale, ToujoursWord) {
   for (const std::string nom : {"a.doc", "a.htm", "A.DOC", "sans"}) {
     htmlDocument document;
@@ -69,50 +34,6 @@ TEST_F(DialoguesPolygonale, ToujoursWord) {
     EXPECT_EQ(base::lireFichier(document.nomFichier).value_or("<w:View>").find("<w:View>"), std::string::npos)
         << "the file in view stays as it is";
   }
-}
-
-TEST_F(DialoguesPolygonale, SavesInLowerCaseAndLoadsBack) {
-  corrPolygoDLG dialogue;
-  DialogScript script(suite(kCarre, {"X = 650000.125", "Nord = 12.5", "Angles = radians", "[Sauvegarder]",
-                                     chemin("Carré"), "[Fermer]"}));
-  dialogue.doModal();
-  const std::string octets = lu("carré.obs");
-  EXPECT_NE(octets.find("\nNom=\"A\" X= 650000.12500 Y= 1000.00000 Z= 100.00000 Gis= 12.50000\n"),
-            std::string::npos);
-
-  corrPolygoDLG autre;
-  DialogScript lecture({"[Charger]", chemin("carré.obs"), "[Sauvegarder]", chemin("copie"), "[Fermer]"});
-  autre.doModal();
-  EXPECT_TRUE(lecture.finished()) << lecture.transcript;
-  EXPECT_EQ(autre.departX.text(), L"650000.125");
-  EXPECT_EQ(autre.angles.index(), 2);
-  EXPECT_EQ(autre.liste.rowCount(), 4);
-  EXPECT_EQ(lu("copie.obs"), octets);
-}
-
-TEST_F(DialoguesPolygonale, OneRowAndAFileThatCannotBeWrittenAreMessages) {
-  corrPolygoDLG dialogue;
-  DialogScript script({"[Ajouter]", "[Calculer !]", "[OK]", "[Placer !!!]", "[OK]", "[Sauvegarder]",
-                       chemin("absent/a.obs"), "[OK]", "[Charger]", "", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  const std::string peu = "--- Calculs Topo ---\nErreur , données insuffisantes \n";
-  const std::size_t premier = script.transcript.find(peu);
-  EXPECT_NE(script.transcript.find(peu, premier + 1), std::string::npos) << "neither computed nor placed";
-  EXPECT_NE(script.transcript.find("--- Erreur ---\nOuverture impossible du fichier\n"), std::string::npos);
-  EXPECT_EQ(dialogue.liste.rowCount(), 1);
-}
-
-TEST_F(DialoguesPolygonale, RemovesTheSelectedRowElseTheLast) {
-  corrPolygoDLG dialogue;
-  DialogScript script(suite(kCarre, {"Liste: 2", "[Enlever !]", "[Enlever !]", "[Fermer]"}));
-  dialogue.doModal();
-  ASSERT_EQ(dialogue.liste.rowCount(), 2);
-  EXPECT_EQ(dialogue.liste.cell(0, 0) + dialogue.liste.cell(1, 0), L"BD");
-  EXPECT_TRUE(dialogue.liste.selection().empty());
-  DialogScript vide({"[Enlever !]", "[Enlever !]", "[Enlever !]", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_EQ(dialogue.liste.rowCount(), 0);
 }
 
 TEST(CCalcGisementDlg, ComputesOnEachChangeOnly) {

@@ -110,10 +110,9 @@ TEST_F(Poids, AVariableOfTheFileKeepsWhatTheSystemSaysOfIt) {
   m_dossier.ecrire("essai.fmc", kBon);
   formulesPoids formules;
   CDlgFormulePoids dialogue(formules);
-  DialogScript script({"[Charger]", chemin("essai"), "Constantes: 2", "[Supprimer]", "[Modifier]",
-                       "Constantes: 5", "[Supprimer]", "[Supprimer]", "[Charger]", "", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
+  playDialog(dialogue, "[Charger] // " + chemin("essai") +
+                           " // Constantes: 2 // [Supprimer] // [Modifier] // Constantes: 5 // [Supprimer] "
+                           "// [Supprimer] // [Charger] //  // [Fermer]");
   ASSERT_EQ(formules.nombre(), 4) << "the file's own variable goes, d1 does not";
   EXPECT_EQ(formules.valeur(1), 4.0);
   EXPECT_EQ(dialogue.constantes.cell(1, 1), L"* obs *");
@@ -128,10 +127,9 @@ TEST_F(Poids, AFileThatCannotBeOpenedChangesNothing) {
   formules.gisements = "d1";
   formules.definir("k", 3.0);
   CDlgFormulePoids dialogue(formules);
-  DialogScript script({"Gisements = d2", "[Charger]", chemin("\xD0\x96.fmc"), "[OK]", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  EXPECT_NE(script.transcript.find("\nErreur ouverture de fichier\n"), std::string::npos);
+  const std::string script = playDialog(
+      dialogue, "Gisements = d2 // [Charger] // " + chemin("\xD0\x96.fmc") + " // [OK] // [Fermer]");
+  EXPECT_NE(script.find("\nErreur ouverture de fichier\n"), std::string::npos);
   EXPECT_EQ(dialogue.gisements.text(), L"d2");
   EXPECT_EQ(formules.gisements, "d1");
   EXPECT_EQ(formules.nombre(), 5);
@@ -141,17 +139,16 @@ TEST_F(Poids, FmcSansEcriture) {
   m_dossier.ecrire("ancien.fmc", kBon);
   formulesPoids formules;
   CDlgFormulePoids dialogue(formules);
-  DialogScript script({"Angles = 1/d1", "Gisements = 2", "Distances = d1^2", "[Enregistrer]",
-                       chemin("ancien"), "[OK]", "[Enregistrer]", chemin("neuf.fmc"), "[OK]", "[Enregistrer]",
-                       chemin("absent/neuf.fmc"), "[OK]", "Angles = 7", "[Enregistrer]", "", "Angles = 8",
-                       "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
+  const std::string script =
+      playDialog(dialogue, "Angles = 1/d1 // Gisements = 2 // Distances = d1^2 // [Enregistrer] // " +
+                               chemin("ancien") + " // [OK] // [Enregistrer] // " + chemin("neuf.fmc") +
+                               " // [OK] // [Enregistrer] // " + chemin("absent/neuf.fmc") +
+                               " // [OK] // Angles = 7 // [Enregistrer] //  // Angles = 8 // [Fermer]");
   EXPECT_EQ(m_dossier.lire("ancien.fmc"), kBon) << "what stood there is whole";
   EXPECT_EQ(m_dossier.lire("neuf.fmc"), "(absent)");
   int messages = 0;
-  for (std::size_t lieu = 0;
-       (lieu = script.transcript.find("Erreur création de fichier", lieu)) != std::string::npos; ++lieu)
+  for (std::size_t lieu = 0; (lieu = script.find("Erreur création de fichier", lieu)) != std::string::npos;
+       ++lieu)
     ++messages;
   EXPECT_EQ(messages, 3) << "in every case but the cancelled choice";
   EXPECT_EQ(formules.angles + "," + formules.gisements + "," + formules.distances, "7,2,d1^2")
@@ -173,9 +170,7 @@ TEST_F(Poids, ChecksFormulasOfEveryKind) {
     for (const std::string champ : {"Angles", "Gisements", "Distances"}) {
       formulesPoids formules;
       CDlgFormulePoids dialogue(formules);
-      DialogScript script({champ + " = " + saisie, "[" + champ + "/Vérifer]", "[Fermer]"});
-      dialogue.doModal();
-      EXPECT_TRUE(script.finished()) << script.transcript;
+      playDialog(dialogue, champ + " = " + saisie + " // " + "[" + champ + "/Vérifer]" + " // [Fermer]");
       EXPECT_EQ(base::toUtf8(dialogue.lecture.text()), lu) << champ << " " << saisie;
     }
   }
@@ -185,12 +180,11 @@ TEST_F(Poids, TriesTheThreeFormulasOnTypedValues) {
   formulesPoids formules;
   formules.definir("k", 100.0);
   CDlgFormulePoids dialogue(formules);
-  DialogScript script({"Angles = k/d1", "Gisements = ang+d2*d3", "Distances = 1/d1/inconnu", "d1 = 50",
-                       "d2 = 2", "d3 = 3", "angle(gr) = 400.5", "[Calculer]", "[OK]", "angle(gr) = 400",
-                       "[Calculer]", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  EXPECT_NE(script.transcript.find("Entrez un nombre compris entre 0 et 400."), std::string::npos);
+  const std::string script = playDialog(
+      dialogue,
+      "Angles = k/d1 // Gisements = ang+d2*d3 // Distances = 1/d1/inconnu // d1 = 50 // d2 = 2 // d3 = 3 // "
+      "angle(gr) = 400.5 // [Calculer] // [OK] // angle(gr) = 400 // [Calculer] // [Fermer]");
+  EXPECT_NE(script.find("Entrez un nombre compris entre 0 et 400."), std::string::npos);
   EXPECT_EQ(dialogue.poidsAngle1.text(), L"2");
   EXPECT_EQ(dialogue.poidsAngle2.text(), L"406");
   EXPECT_EQ(dialogue.poidsDistance.text(), L"0") << "d1/inconnu is 0, and so is 1 over it";
@@ -199,38 +193,12 @@ TEST_F(Poids, TriesTheThreeFormulasOnTypedValues) {
 TEST_F(Poids, DeclaresNamesAndEditsVariables) {
   formulesPoids formules;
   CDlgFormulePoids dialogue(formules);
-  DialogScript script({"Angles = Alpha+beta*D1",
-                       "Gisements = ALPHA-(",
-                       "Distances = gamma",
-                       "[Importer]",
-                       "[Ajouter]",
-                       "[OK]",
-                       "Nom = ang",
-                       "[OK]",
-                       "Nom = beta.",
-                       "[OK]",
-                       "Nom =  ;Delta.,",
-                       "Valeur = 1,5",
-                       "Commentaire = été",
-                       "[OK]",
-                       "[Ajouter]",
-                       "Nom = rien",
-                       "[Cancel]",
-                       "[Modifier]",
-                       "[Supprimer]",
-                       "Constantes: 8",
-                       "[Modifier]",
-                       "Valeur = -2.25x",
-                       "Commentaire = hiver",
-                       "[OK]",
-                       "Constantes: 5",
-                       "[Modifier]",
-                       "Valeur = 9",
-                       "[Cancel]",
-                       "[Supprimer]",
-                       "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
+  playDialog(dialogue,
+             "Angles = Alpha+beta*D1 // Gisements = ALPHA-( // Distances = gamma // [Importer] // [Ajouter] "
+             "// [OK] // Nom = ang // [OK] // Nom = beta. // [OK] // Nom =  ;Delta., // Valeur = 1,5 // "
+             "Commentaire = été // [OK] // [Ajouter] // Nom = rien // [Cancel] // [Modifier] // [Supprimer] "
+             "// Constantes: 8 // [Modifier] // Valeur = -2.25x // Commentaire = hiver // [OK] // "
+             "Constantes: 5 // [Modifier] // Valeur = 9 // [Cancel] // [Supprimer] // [Fermer]");
   std::wstring lignes;
   for (int i = 4; i < dialogue.constantes.rowCount(); ++i) {
     for (int colonne = 0; colonne < 3; ++colonne) lignes += dialogue.constantes.cell(i, colonne) + L"|";
@@ -254,8 +222,7 @@ TEST_F(Poids, ShowsEachObservationWithItsWeight) {
   etrangere.station = 99;
   reseau.observations.Add(etrangere);
   CDlgTabPoidsObse dialogue(reseau);
-  DialogScript script({"[Fermer]"});
-  dialogue.doModal();
+  playDialog(dialogue, "[Fermer]");
   std::string lignes;
   for (int i = 0; i < dialogue.liste.rowCount(); ++i) {
     for (int colonne = 0; colonne < 7; ++colonne)
@@ -279,10 +246,8 @@ TEST_F(Poids, FixesOrFreesTheWeightOfSelectedRows) {
     reseauMoindresCarres reseau;
     ASSERT_TRUE(lireMc(kReseau, reseau));
     CDlgTabPoidsObse dialogue(reseau);
-    DialogScript script({std::string("Poids (vider pour calcul selon formules) = ") + saisie, "[Fixer]",
-                         "Liste: 1 3", "[Fixer]", "[Fermer]"});
-    dialogue.doModal();
-    EXPECT_TRUE(script.finished()) << script.transcript;
+    playDialog(dialogue, std::string("Poids (vider pour calcul selon formules) = ") + saisie +
+                             " // [Fixer] // Liste: 1 3 // [Fixer] // [Fermer]");
     for (const int rang : {0, 2}) {
       EXPECT_EQ(base::toUtf8(dialogue.liste.cell(rang, 6)), montre) << saisie;
       EXPECT_EQ(reseau.observations.GetAt(rang).poids == 1e38, std::string(montre) == "* calc *") << saisie;

@@ -1,9 +1,12 @@
 #include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "calc/angles.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/lieux.h"
 #include "calc/network/reseau_moindres_carres.h"
 #include "calc/network/systeme_normal.h"
+#include "support/case_rows.h"
 
 #include <gtest/gtest.h>
 #include <Eigen/Dense>
@@ -30,35 +33,36 @@ struct reseauLu : reseauMoindresCarres {
   explicit reseauLu(const std::string& texte) { EXPECT_TRUE(lire(*this, texte)); }
 };
 
+/// A locus as the case file writes it: "line x y x y", "circle x y radius", "arc radius from to" around the
+/// origin, "ray angle" through it.
+lieuGeometrique lieuDe(const std::string& ecrit) {
+  const std::size_t blanc = ecrit.find(' ');
+  const std::string genre = ecrit.substr(0, blanc);
+  std::vector<double> v;
+  for (std::string_view reste = std::string_view(ecrit).substr(blanc + 1); !reste.empty();) {
+    v.push_back(base::lireReel(reste));
+    reste.remove_prefix(std::min(reste.find(' '), reste.size() - 1) + 1);
+  }
+  if (genre == "line") return lieuGeometrique::droite({v[0], v[1]}, {v[2], v[3]});
+  if (genre == "ray") return lieuGeometrique::droite({0, 0}, {std::cos(v[0]), std::sin(v[0])});
+  lieuGeometrique lieu = lieuGeometrique::cercle({v[0], v[1]}, v[2]);
+  if (genre == "circle") return lieu;
+  lieu = lieuGeometrique::cercle({0, 0}, v[0]);
+  lieu.genre = lieuGeometrique::kArc;
+  lieu.debut = v[1];
+  lieu.fin = v[2];
+  return lieu;
+}
+
 TEST(Lieux, Intersections) {
-  using L = lieuGeometrique;
-  const L horizontale = L::droite({0, 0}, {1000, 0});
-  const L cercle = L::cercle({0, 3}, 5);
-  struct Cas {
-    const char* nom;
-    L a;
-    L b;
-    std::vector<AcGePoint2d> attendus;
-  };
-  const Cas cas[] = {
-      {"deux droites", horizontale, L::droite({4, -1}, {4, 1}), {{4, 0}}},
-      {"parallèles", horizontale, L::droite({0, 1}, {1000, 1}), {}},
-      {"points confondus", L::droite({1, 1}, {1, 1}), cercle, {}},
-      {"droite et cercle", horizontale, cercle, {{-4, 0}, {4, 0}}},
-      {"cercle et droite", cercle, horizontale, {{-4, 0}, {4, 0}}},
-      {"cercle manqué de peu", L::cercle({0, 3}, 2), horizontale, {{0, 0.5}}},
-      {"cercles", L::cercle({0, 0}, 5), L::cercle({8, 0}, 5), {{4, 3}, {4, -3}}},
-      {"cercles tangents", L::cercle({0, 0}, 5), L::cercle({8, 0}, 3), {{5, 0}}},
-      {"cercles trop loin", L::cercle({0, 0}, 5), L::cercle({9, 0}, 3), {}},
-      {"cercle dans l'autre", L::cercle({0, 0}, 5), L::cercle({1, 0}, 3), {}},
-      {"concentriques", L::cercle({0, 0}, 5), L::cercle({0, 0}, 5), {}},
-  };
-  for (const Cas& c : cas) {
-    const pointsCommuns trouves = intersecter(c.a, c.b);
-    ASSERT_EQ(trouves.nombre, static_cast<int>(c.attendus.size())) << c.nom;
-    for (std::size_t i = 0; i < c.attendus.size(); ++i) {
-      EXPECT_NEAR(trouves.points[i].x, c.attendus[i].x, 1e-9) << c.nom;
-      EXPECT_NEAR(trouves.points[i].y, c.attendus[i].y, 1e-9) << c.nom;
+  for (const CaseRow& cas : caseRows("calc/cases/network.txt", "loci")) {
+    const pointsCommuns trouves = intersecter(lieuDe(cas[0]), lieuDe(cas[1]));
+    const std::vector<std::string> attendus = cas[2].empty() ? std::vector<std::string>() : cas.list(2);
+    ASSERT_EQ(trouves.nombre, static_cast<int>(attendus.size())) << cas;
+    for (std::size_t i = 0; i < attendus.size(); ++i) {
+      EXPECT_NEAR(trouves.points[i].x, base::lireReel(attendus[i]), 1e-9) << cas;
+      EXPECT_NEAR(trouves.points[i].y, base::lireReel(attendus[i].substr(attendus[i].find(' '))), 1e-9)
+          << cas;
     }
   }
 }
@@ -77,8 +81,29 @@ TEST(Lieux, DeLArcCapableOnVoitLesDeuxPointsSousLAngle) {
         2 * kPi);
     EXPECT_NEAR(vu, angle, 1e-9);
   }
-  for (const double aligne : {0.0, kPi, 2 * kPi}) {
-    EXPECT_EQ(lieuGeometrique::arcCapable(vise, reference, aligne).genre, lieuGeometrique::kDroite);
+  for (const double aligne : {0.0, kPi, 2 * kPi, 0.9e-6, kPi - 0.9e-6, kPi + 0.9e-6, 2 * kPi - 0.9e-6}) {
+    EXPECT_EQ(lieuGeometrique::arcCapable(vise, reference, aligne).genre, lieuGeometrique::kDroite) << aligne;
+  }
+  for (const auto& [angle, rayon] : {std::pair(1.1e-6, 6182486.6), std::pair(2 * kPi - 1.1e-6, 6182486.6),
+                                     std::pair(kPi - 1.9e-6, 0.0), std::pair(kPi - 2.1e-6, 3238445.4)}) {
+    const lieuGeometrique arc = lieuGeometrique::arcCapable(vise, reference, angle);
+    EXPECT_EQ(arc.genre, lieuGeometrique::kArc) << angle;
+    EXPECT_NEAR(arc.rayon, rayon, 0.1) << "half of the distance over the sine, but 0 next to the chord";
+  }
+}
+
+TEST(Reseau, PointsProvisoires) {
+  for (const CaseRow& cas : caseRows("calc/cases/network.txt", "provisional points")) {
+    std::string texte;
+    for (const std::string& ligne : cas.list(0)) texte += ligne + "\n";
+    reseauLu reseau(texte);
+    std::wstring journal;
+    reseau.calculerPlani(journal, true);
+    std::wstring trouves;
+    for (std::size_t at = 0; (at = journal.find(L"trouvée: X=", at)) != std::wstring::npos; ++at)
+      for (const std::size_t place : {at + 11, at + 28})
+        trouves += L" " + base::trim(journal.substr(place, 14), L" ");
+    EXPECT_EQ(base::toUtf8(trouves), cas[1].empty() ? "" : " " + cas[1]) << cas.place;
   }
 }
 
@@ -209,6 +234,15 @@ TEST(Reseau, LesSolutionsDenseEtCreuseEtCelleDEigenConcordent) {
   singulier.ajouter({{{0, 1.0}}, 1.0, 1.0});
   EXPECT_TRUE(singulier.resoudreCreux().empty());
   EXPECT_TRUE(singulier.resoudreDense().empty());
+  // The pivot left in the second unknown is the square of its own coefficient, of a diagonal of 1.
+  for (const double pivot : {0.99e-10, 1.01e-10}) {
+    systemeNormal faible(2);
+    faible.ajouter({{{0, 1.0}, {1, 1.0}}, 1.0, 1.0});
+    faible.ajouter({{{1, std::sqrt(pivot)}}, 1.0, 1.0});
+    EXPECT_EQ(faible.resoudreCreux().empty(), pivot < 1e-10) << pivot;
+    EXPECT_EQ(faible.inconnuesFaibles().size(), pivot < 1e-10 ? 1U : 0U) << pivot;
+    EXPECT_EQ(faible.resoudreDense().size(), 2U) << "only an exact zero stops the dense one";
+  }
 }
 
 TEST(Reseau, UnGrandSystemeSeResoutParPartiesSansYPerdreUnBit) {
@@ -295,6 +329,14 @@ TEST(Reseau, PoidsGisementsEtPoidsD1D2) {
   EXPECT_EQ(reseau.poidsObservation(reseau.observations[2]), 100);
   reseau.observations[2].poids = 7;
   EXPECT_EQ(reseau.poidsObservation(reseau.observations[2]), 7);
+  reseau.formules.gisements = "ang";
+  reseau.formules.compiler();
+  for (const std::size_t i : {0U, 1U})
+    EXPECT_NEAR(reseau.poidsObservation(reseau.observations[i]), 20, 1e-12) << "grades";
+  formulesPoids neuves;
+  neuves.gisements = "d2";
+  neuves.compiler();
+  EXPECT_EQ(neuves.poidsGisement(50, 1), -999) << "what a bearing does not set";
 }
 
 TEST(Reseau, PoidsUnitairesEtResiduIndex) {
@@ -336,6 +378,23 @@ TEST(Reseau, AltitudesEtResiduAltitude) {
   EXPECT_EQ(journal.find(L"Résidu"), std::wstring::npos) << journal;
   EXPECT_NE(journal.find(L"---------\r\n---------\r\n---------\r\n---------\r\nXYZ:"), std::wstring::npos)
       << journal;
+}
+
+TEST(Reseau, SansCoteConnueLesAltitudesDAvantSEffacent) {
+  reseauLu reseau("A 0 0 100\nOBS\nA NORD P . . 1\n");
+  std::wstring journal;
+  EXPECT_TRUE(reseau.calculerAlti(journal));
+  EXPECT_EQ(chercher(reseau, L"P")->Z, 101);
+  reseau.points[0].Z = 0;
+  reseau.observations[0].mesure = 0;
+  EXPECT_FALSE(reseau.calculerAlti(journal)) << "all heights are 0: none moved";
+  EXPECT_EQ(chercher(reseau, L"P")->Z, 0);
+  reseau.points[0].Z = base::Z_ABSENT;
+  EXPECT_FALSE(reseau.calculerAlti(journal));
+  EXPECT_EQ(chercher(reseau, L"P")->Z, base::Z_ABSENT);
+  journal.clear();
+  EXPECT_FALSE(reseauLu("A 0 0 1\nOBS\nA NORD P 10\n").calculerAlti(journal));
+  EXPECT_EQ(journal.find(L"Vecteur"), std::wstring::npos) << "nothing to solve";
 }
 
 TEST(Reseau, UneBoucleDeNivellementSeCompense) {

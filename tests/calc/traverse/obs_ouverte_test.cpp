@@ -1,9 +1,6 @@
 #include "calc/traverse/obs_ouverte.h"
 #include "base/format.h"
 #include "base/text.h"
-#include "calc/dialogs/ouverte_dlg.h"
-#include "support/dialog_script.h"
-#include "support/dossier_essai.h"
 #include "support/golden.h"
 #include "support/remarques.h"
 
@@ -101,81 +98,6 @@ TEST(EcrireObsOuverte, BlocNivellementDouble) {
   polygonaleOuverteObs relue;
   EXPECT_TRUE(lireObsOuverte(octets, relue).empty());
   EXPECT_EQ(ecrireObsOuverte(relue), octets);
-}
-
-class DialogueOuverte : public ::testing::Test {
-protected:
-  void SetUp() override { base::setDossierTemporaire(m_dossier.chemin); }
-  void TearDown() override { base::setDossierTemporaire({}); }
-  [[nodiscard]] std::string chemin(const std::string& nom) const { return (m_dossier.chemin / nom).string(); }
-  DossierEssai m_dossier;
-};
-
-TEST_F(DialogueOuverte, TypesComputesSavesAndLoadsBack) {
-  corrPolygoOuverteDLG dialogue;
-  DialogScript script({"Station de départ/Numéro = A",
-                       "Station de départ/X = 1000",
-                       "Station de départ/Y = 1000",
-                       "Station de départ/Gisement = 100",
-                       "Station d'arrivée/Numéro = D",
-                       "Station d'arrivée/X = 1300",
-                       "Station d'arrivée/Y = 1000",
-                       "Station d'arrivée/Z = 2",
-                       "Station d'arrivée/Gisement = 100",
-                       "Dernier Angle = 200",
-                       "Nivellement = simple",
-                       "[Calculer !]",
-                       "[OK]",
-                       "[Placer !!!]",
-                       "[OK]",
-                       "Station = B",
-                       "Angle = 200",
-                       "Distance = 100",
-                       "Données/Altitude = 1",
-                       "[Ajouter]",
-                       "Station = D",
-                       "Distance = 199.9",
-                       "[Ajouter]",
-                       "[Ajouter]",
-                       "[Enlever !]",
-                       "[Calculer !]",
-                       "[Sauvegarder]",
-                       chemin("R.doc"),
-                       "[OK]",
-                       "[Fermer]",
-                       "[Sauvegarder]",
-                       chemin("Saisie"),
-                       "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  EXPECT_NE(script.transcript.find("--- Calculs Topo ---\nErreur , données insuffisantes \n"),
-            std::string::npos);
-  EXPECT_EQ(dialogue.liste.rowCount(), 2);
-  EXPECT_EQ(dialogue.liste.cell(1, 2), L"199.90000");
-  EXPECT_NE(m_dossier.lire("R.doc").find("<td class=celnorm align='left'>Erreur</td><td class=celnorm "
-                                         "align=right>0.1000</td>"),
-            std::string::npos);
-  corrPolygoOuverteDLG autre;
-  DialogScript lecture({"[Charger]", chemin("saisie.obs"), "[Sauvegarder]", chemin("copie"), "[Fermer]"});
-  autre.doModal();
-  EXPECT_TRUE(lecture.finished()) << lecture.transcript;
-  EXPECT_EQ(m_dossier.lire("copie.obs"), m_dossier.lire("saisie.obs"));
-  EXPECT_EQ(autre.dernierAngle.value(), 200.0);
-  EXPECT_EQ(autre.nivellement.index(), 1);
-}
-
-TEST_F(DialogueOuverte, BothCalButtonsComputeTheBearingFromTheirStation) {
-  corrPolygoOuverteDLG dialogue;
-  DialogScript script({"Angles = degres", "Station de départ/Numéro = A", "Station de départ/X = 650000",
-                       "Station de départ/Y = 6860000", "[Station de départ/Cal]", "?",
-                       "Direction/X = 650100", "Direction/Y = 6860100", "[OK]", "Station d'arrivée/X = 10",
-                       "[Station d'arrivée/Cal]", "Direction/X = 5", "[OK]", "[Station d'arrivée/Cal]",
-                       "Direction/X = 5000", "[Cancel]", "[Fermer]"});
-  dialogue.doModal();
-  EXPECT_TRUE(script.finished()) << script.transcript;
-  EXPECT_NE(script.transcript.find("650000"), std::string::npos);
-  EXPECT_NEAR(dialogue.depart.gisement.value(), 45.0, 1e-9);
-  EXPECT_NEAR(dialogue.arrivee.gisement.value(), 270.0, 1e-9);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "jobs/exporter_table.h"
 #include "jobs/importer_liste.h"
 #include "support/atelier.h"
+#include "support/case_rows.h"
 #include "support/dialog_script.h"
 #include "support/dossier_temporaire.h"
 #include "support/remarques.h"
@@ -44,24 +45,9 @@ protected:
 };
 
 TEST_F(Tables, AreMadeRenamedMadeCurrentAndRemoved) {
-  const struct {
-    std::vector<std::string> lignes;
-    const char* tables;
-  } cas[] = {
-      {{"[Créer]"}, "*LEVE=;Table 2=;"},
-      {{"Nom = Bornes", "[Créer]"}, "*LEVE=;Table 2=;Bornes=;"},
-      {{"Liste: 3", "[Courant]"}, "LEVE=;Table 2=;*Bornes=;"},
-      {{"Liste: 2", "Nom = Murs", "[Renommer]"}, "LEVE=;Murs=;*Bornes=;"},
-      {{"[Renommer]", "[OK]", "Liste: 1 2", "[Courant]", "[OK]"}, "LEVE=;Murs=;*Bornes=;"},
-      {{"Liste: 1", "[Supprimer]"}, "Murs=;*Bornes=;"},
-      {{"Liste: *", "[Supprimer]"}, "*Murs=;"},
-      {{"[Supprimer]", "Liste: 1", "[Supprimer]"}, "*Murs=;"},
-  };
-  for (const auto& c : cas) {
-    std::vector<std::string> lignes = c.lignes;
-    lignes.emplace_back("[Fermer]");
-    jouer(gererLeves, lignes);
-    EXPECT_EQ(liste(), c.tables);
+  for (const CaseRow& cas : caseRows("drafting/cases/points.txt", "tables")) {
+    jouer(gererLeves, cas.list(0));
+    EXPECT_EQ(liste(), cas[1]) << cas;
   }
 }
 

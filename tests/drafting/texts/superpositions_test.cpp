@@ -1,10 +1,8 @@
-// Overlaps between annotations, fitted texts, and the dialog of altitude shifts.
+// Overlaps between annotations, and fitted texts.
 
 #include "drafting/texts/superpositions.h"
 
-#include "drafting/dialogs/rattach_z_dlg.h"
 #include "drafting/texts/texte_ajuste.h"
-#include "support/dialog_script.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +85,23 @@ TEST(Superpositions, leaveWhatIsFreeWhatIsFixedAndWhatIsNotStrictlyBetter) {
   EXPECT_EQ(reduire(annotations), std::vector<double>({0.0}));
 }
 
+TEST(Superpositions, endAfter50Iterations) {
+  // Box k may only go to where box k + 1 stands, which gives it a little more room: one moves an iteration.
+  std::vector<annotationPlane> annotations;
+  for (int k = 0; k < 60; ++k) annotations.push_back(mobile({10.0 * k - 9, -0.5, 1, 1}, 10.0 * k, 0));
+  for (int k = 0; k < 60; ++k) {
+    const double x = 10.0 * k;
+    annotations.push_back(obstacle({x - 9, -0.5, 0.9 - 0.01 * k, 1}));
+    for (const auto& [dx, dy] :
+         {std::pair(-0.5, 1.0), std::pair(1.0, 1.0), std::pair(1.0, -2.0), std::pair(-0.5, -2.0),
+          std::pair(-2.0, -2.0), std::pair(-2.0, -0.5), std::pair(-2.0, 1.0)})
+      annotations.push_back(obstacle({x + dx, dy, 1, 1}));
+  }
+  EXPECT_EQ(reduire(annotations).size(), 50U);
+  EXPECT_TRUE(annotations[10].deplacee);
+  EXPECT_FALSE(annotations[9].deplacee);
+}
+
 TEST(Superpositions, stopWhenTheUserAsks) {
   std::vector<annotationPlane> annotations(3, mobile({0, 0, 2, 1}, 0, 0));
   int appels = 0;
@@ -131,45 +146,6 @@ TEST(TexteAjuste, narrowsThenLowers) {
     const ajustementTexte a = ajusterLargeur(c.largeur, c.limite);
     EXPECT_DOUBLE_EQ(a.facteurLargeur, c.facteurLargeur) << c.largeur << " in " << c.limite;
     EXPECT_DOUBLE_EQ(a.facteurHauteur, c.facteurHauteur) << c.largeur << " in " << c.limite;
-  }
-}
-
-TEST(CDlgRattachZ, keepsAltitudesAndDifferenceInStep) {
-  struct {
-    const char* nom;
-    std::vector<std::string> lignes;
-    double decalage;
-    bool tous;
-  } const cas[] = {
-      {"new altitude", {"Mode/Altitude = 102.123456", "[OK]"}, 2.123456, true},
-      {"kept, with all its digits", {"[OK]"}, 2.123456, true},
-      {"previous moves the new one",
-       {"Altitude précédente = 50", "Points à modifier = Sélection de points seulement", "[OK]"},
-       2.123456,
-       false},
-      {"cancelled", {"Mode/Altitude = 9", "[Annuler]"}, 0, true},
-      {"difference", {"[Différence d'altitudes]", "Différence = -1.5", "[OK]"}, -1.5, true},
-      {"difference moved the new one",
-       {"[Nouvelle altitude]", "Altitude précédente = 48.5", "[OK]"},
-       -1.5,
-       true},
-  };
-  for (const auto& c : cas) {
-    CDlgRattachZ dialogue;
-    DialogScript script(c.lignes);
-    int resultat = 0;
-    try {
-      resultat = dialogue.doModal();
-    } catch (const base::ScriptError& erreur) {
-      FAIL() << c.nom << ": " << erreur.message;
-    }
-    EXPECT_TRUE(script.finished()) << c.nom << script.transcript;
-    if (resultat == ui::kOk) {
-      EXPECT_NEAR(dialogue.decalage(), c.decalage, 1e-12) << c.nom;
-    }
-    EXPECT_EQ(dialogue.tousLesPoints(), c.tous) << c.nom;
-    EXPECT_EQ(dialogue.nouvelleAltitude.usable() || dialogue.differenceAltitudes.usable(), true) << c.nom;
-    EXPECT_NE(dialogue.nouvelleAltitude.usable(), dialogue.differenceAltitudes.usable()) << c.nom;
   }
 }
 

@@ -195,9 +195,10 @@ TEST_F(DessinLisp, varntext_marqueur) {
     std::string lu;
     for (const AcDbObjectId& id : vivantes(AcDbText::desc())) {
       const AcDbObjectPointer<AcDbText> texte(id, AcDb::kForWrite);
-      lu = base::formater("%s %g %g %d %d %g", base::toUtf8(texte->textString()), texte->height(),
+      lu = base::formater("%s %g %g %d %d %g %g", base::toUtf8(texte->textString()), texte->height(),
                           texte->widthFactor(), static_cast<int>(texte->horizontalMode()),
-                          static_cast<int>(texte->verticalMode()), texte->position().x - kX);
+                          static_cast<int>(texte->verticalMode()), texte->position().x - kX,
+                          texte->rotation());
       texte->erase();
     }
     return lu;
@@ -240,6 +241,68 @@ TEST_F(DessinLisp, dissociatesAttributesIntoTexts) {
   EXPECT_EQ(lireAttribut(*AcDbObjectPointer<AcDbBlockReference>(table().getData(0)->id), L"NUMPT", reste), 0);
   EXPECT_EQ(appeler(L"c:DISSOCBLOCK", suite({acutBuildList(RTT, RTNONE), jeu({etrangerId})})), "T");
   EXPECT_EQ(textes(), "1|A1|12.50|1|B|loin|");
+}
+
+TEST_F(DessinLisp, dissociatedTextsLookAsTheirAttributesDid) {
+  const AcDbObjectId bloc = mettre(*dessin, new AcDbBlockReference({0, 0, 0}, dessin->paperSpaceId()));
+  auto* a = new AcDbAttribute({1, 2, 0}, L"abc", L"T");
+  AcDbObjectPointer<AcDbBlockReference>(bloc, AcDb::kForWrite)->appendAttribute(a);
+  a->setHeight(2.0);
+  a->setWidthFactor(0.8);
+  a->setRotation(0.5);
+  a->setOblique(0.1);
+  a->setThickness(1.5);
+  a->setColorIndex(3);
+  a->mirrorInX(true);
+  a->mirrorInY(true);
+  a->setHorizontalMode(AcDb::kTextRight);
+  a->setVerticalMode(AcDb::kTextTop);
+  a->setAlignmentPoint({7, 8, 0});
+  a->close();
+  appeler(L"c:DISSOCBLOCK", suite({acutBuildList(RTT, RTNONE), jeu({bloc})}));
+  aclispInstall();
+  const AcEdRbHolder vu(acedPorts().evaluate(
+      L"(mapcar '(lambda (c) (cdr (assoc c (entget (entlast))))) '(0 1 40 41 50 51 39 62 71 72 73 11))"));
+  EXPECT_EQ(enTexte(vu.get()), "(\"TEXT\" \"abc\" 2 0.8 0.5 0.1 1.5 3 6 2 3 (7 8 0))");
+}
+
+TEST_F(DessinLisp, shiftsTheAltitudesOfBlocksAndTables) {
+  for (const double x : {0.0, 100.0, 200.0}) {
+    pointDuDessin p = unPoint(L"P", x, 0, x > 150 ? Z_ABSENT : x > 50 ? 200.0 : 100.004);
+    p.creer(true, nullptr);
+    table().Ajouter(p);
+  }
+  projet.creerTablePoints(L"autre");
+  listePointsDuDessin& autre = *projet.tablesListe.GetAt(1);
+  autre.Ajouter(*table().getData(1));
+  autre.Ajouter(unPoint(L"Q", 0, 0, 50));
+  mettre(*dessin, new AcDbCircle({300, 0, 0}, {0, 0, 1}, 0.1));
+  jouer("shifted altitudes", [&] {
+    std::string blocs;
+    std::string tables = "=";
+    for (const pointDuDessin& p : *table().getData()) {
+      AcString z;
+      lireAttribut(*AcDbObjectPointer<AcDbBlockReference>(p.id), L"Z", z);
+      blocs += z.empty() ? "- " : base::toUtf8(z) + " ";
+      tables += p.z == Z_ABSENT ? " -" : base::formater(" %g", p.z);
+    }
+    return blocs + tables + base::formater(" + %g %g", autre.getData(0)->z, autre.getData(1)->z);
+  });
+}
+
+TEST_F(DessinLisp, overlapsAreClearedAt055OfTheLargerScale) {
+  for (const auto& [sx, sy] : {std::pair(1.0, 2.0), std::pair(3.0, 2.0)}) {
+    point(L"1", 0, 0, Z_ABSENT);
+    const AcDbObjectId bloc = vivantes(AcDbBlockReference::desc()).back();
+    AcDbObjectPointer<AcDbBlockReference>(bloc, AcDb::kForWrite)->setScaleFactors({sx, sy, 1});
+    const AcDbObjectId texte = mettre(*dessin, new AcDbText({kX + 0.8, kY + 0.6, 0}, L"x", {}, 0.1));
+    appeler(L"superpos", jeu({bloc, texte}));
+    const AcDbObjectPointer<AcDbBlockReference> reference(bloc);
+    const std::unique_ptr<AcDbObjectIterator> attributs(reference->attributeIterator());
+    attributs->step();
+    const AcDbObjectPointer<AcDbAttribute> numero(attributs->objectId());
+    EXPECT_NEAR(numero->position().y - kY, 0.55 * std::max(sx, sy), 1e-8) << "above the block";
+  }
 }
 
 TEST_F(DessinLisp, clearsOverlapsInOneStepOfUndo) {

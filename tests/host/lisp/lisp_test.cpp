@@ -34,7 +34,7 @@ protected:
     const AcEdRbHolder chaine(entite->xData(L"VARNPLUS"));
     for (const resbuf* e = chaine.get(); e; e = e->rbnext) {
       if (acutRbKind(e->restype) == RbKind::kText) texte += base::toUtf8(e->resval.rstring) + " ";
-      if (e->restype == 1040) texte += base::formater("%g ", e->resval.rreal);
+      if (e->restype == 1040) texte += base::ecrireReel(e->resval.rreal) + " ";
       if (e->restype == 1070) texte += std::to_string(e->resval.rint) + " ";
     }
     return texte;
@@ -109,16 +109,22 @@ TEST_F(FonctionsLisp, ZoomLeve_marges_areNotSymmetric) {
   EXPECT_NEAR(acedView().height, 20.6, 1e-6);
 }
 
-TEST_F(FonctionsLisp, vcodeMarksThePointsOfACode) {
-  table().Ajouter(unPoint(L"a", 0, 0, 1, 3));
+TEST_F(FonctionsLisp, vcodeMarksThePointsOfACodeInSevenColours) {
+  table().Ajouter(unPoint(L"a", 650000, 6860000, 1, 3));
   table().Ajouter(unPoint(L"b", 0, 0, 1, 4));
-  reponses = {"3", "3"};
-  appeler(L"c:vcode");
-  appeler(L"c:vcode");
+  for (int i = 0; i < 9; ++i) {
+    reponses = {"3"};
+    appeler(L"c:vcode");
+  }
   const auto& traits = acedTransientGraphics();
-  ASSERT_EQ(traits.size(), 4U);
-  EXPECT_NEAR(traits[0].from.distanceTo(traits[0].to), 10 * acedPixelSize(), 1e-9);
-  EXPECT_EQ(traits[3].color, traits[0].color % 7 + 1);
+  ASSERT_EQ(traits.size(), 18U);
+  const double demi = 5 * acedPixelSize();
+  EXPECT_EQ(traits[0].from, AcGePoint3d(650000 - demi, 6860000, 0));
+  EXPECT_EQ(traits[0].to, AcGePoint3d(650000 + demi, 6860000, 0));
+  EXPECT_EQ(traits[1].from, AcGePoint3d(650000, 6860000 - demi, 0));
+  EXPECT_EQ(traits[1].to, AcGePoint3d(650000, 6860000 + demi, 0));
+  for (std::size_t i = 0; i < traits.size(); ++i)
+    EXPECT_EQ(traits[i].color, (traits[0].color - 1 + static_cast<int>(i / 2)) % 7 + 1) << i;
   acedRedraw(nullptr, 0);
 }
 
@@ -149,32 +155,20 @@ TEST_F(FonctionsLisp, changeBlocksAndTextsAndTakeThemApart) {
 }
 
 TEST_F(FonctionsLisp, attrvisibilityShowsAndHidesByTag) {
-  for (int i = 0; i < 12; ++i) dessiner({L"a"});
-  const auto visibles = [this] {
+  for (int i = 0; i < 10; ++i) dessiner({L"a"});
+  jouer("visibility", [this] {
     std::string etat;
-    const AcDbObjectPointer<AcDbBlockReference> bloc(table().getData(11)->id);
+    const AcDbObjectPointer<AcDbBlockReference> bloc(table().getData(9)->id);
     const std::unique_ptr<AcDbObjectIterator> attributs(bloc->attributeIterator());
     for (; !attributs->done(); attributs->step())
       etat += AcDbObjectPointer<AcDbAttribute>(attributs->objectId())->isInvisible() ? "-" : "+";
     return etat;
-  };
-  EXPECT_EQ(visibles(), "-+++");
-  const auto demander = [this](resbuf* paires) {
-    appeler(L"select_all");
-    ads_name jeu = {resultat->resval.rlname[0], resultat->resval.rlname[1]};
-    appeler(L"attrvisibility", suite({acutBuildList(RTPICKS, jeu, RTNONE), paires}));
-  };
-  demander(acutBuildList(RTLB, RTLB, RTSTR, L"code", RTDOTE, RTSHORT, 1, RTLE, RTLB, RTSTR, L"Z", RTSHORT, 0,
-                         RTLE, RTLE, RTNONE));
-  EXPECT_EQ(visibles(), "++-+");
-  EXPECT_EQ(imprime, "\r element       10 /       12");
-  for (resbuf* faux :
-       {acutBuildList(RTNIL, RTNONE), acutBuildList(RTLB, RTSTR, L"Z", RTLE, RTNONE),
-        acutBuildList(RTLB, RTLB, RTSTR, L"Z", RTLE, RTLE, RTNONE), acutBuildList(RTLB, RTLB, RTNONE)}) {
-    imprime.clear();
-    demander(faux);
-    EXPECT_EQ(imprime, "\nparametres incorrects.");
-  }
+  });
+  appeler(L"select_all");
+  ads_name jeu = {resultat->resval.rlname[0], resultat->resval.rlname[1]};
+  appeler(L"attrvisibility",
+          acutBuildList(RTPICKS, jeu, RTLB, RTLB, RTSTR, L"Z", RTSHORT, 1, RTLE, RTNONE));  // left open
+  EXPECT_TRUE(imprime.ends_with("parametres incorrects.")) << imprime;
 }
 
 TEST_F(FonctionsLisp, getsegtypeTellsTheNearestSegment) {
@@ -208,6 +202,10 @@ TEST_F(FonctionsLisp, serveTheUserAndTheSystem) {
   EXPECT_EQ(imprime.substr(0, 39), "\nAppuyez sur une touche pour continuer ");
 }
 
-TEST_F(FonctionsLisp, kGetptAsksForAPointAndSelectionnerCodeForACode) { jouer("asked points and codes"); }
+TEST_F(FonctionsLisp, kGetptAsksForAPointAndSelectionnerCodeForACode) {
+  jouer("asked points and codes");
+  reponses = {""};
+  EXPECT_THROW(appelerEcrit("k_getpt \"\" nil"), base::ScriptError) << "Enter is no point";
+}
 
 }  // namespace
