@@ -12,12 +12,14 @@ std::wstring etDePlus(std::size_t nombre) { return formater(L"… et %d de plus"
 }  // namespace
 
 std::wstring Remarque::phrase() const {
-  std::wstring lieu = ligne > 0 ? formater(L"ligne %d : ", ligne) : std::wstring();
-  return fichier.empty() ? lieu + texte : fichier + L", " + lieu + texte;
+  const std::wstring marque = douteuse ? L"à vérifier : " : L"";
+  const std::wstring lieu = ligne > 0 ? formater(L"ligne %d : ", ligne) : std::wstring();
+  return marque + (fichier.empty() ? lieu : fichier + L", " + lieu) + texte;
 }
 
 void Remarques::ajouter(Remarque remarque) {
   if (remarque.ligneOmise) ++m_omises;
+  if (remarque.douteuse) m_douteuses = true;
   if (m_nombre++ < kGardees) m_gardees.push_back(std::move(remarque));
 }
 
@@ -27,8 +29,8 @@ void Remarques::omettre(int ligne, std::wstring texte) {
   ajouter(std::move(remarque));
 }
 
-void Remarques::douter(std::wstring texte) {
-  Remarque remarque(std::move(texte));
+void Remarques::douter(int ligne, std::wstring texte) {
+  Remarque remarque(std::move(texte), ligne);
   remarque.douteuse = true;
   ajouter(std::move(remarque));
 }
@@ -39,6 +41,7 @@ void Remarques::ajouter(const Remarques& autres) {
   for (const Remarque& remarque : autres) ajouter(remarque);
   m_nombre += comptees;
   m_omises = omises;
+  m_douteuses = m_douteuses || autres.m_douteuses;
 }
 
 void Remarques::ajouterGroupees(const Remarques& autres) {
@@ -51,6 +54,7 @@ void Remarques::ajouterGroupees(const Remarques& autres) {
       reste.ajouter(remarque);
   }
   reste.m_nombre = autres.m_nombre - autres.m_omises;
+  reste.m_douteuses = autres.m_douteuses;
   ajouter(reste);
   if (autres.m_omises == 0) return;
   const wchar_t* format = autres.m_omises > 1 ? L"%d lignes ignorées : %s" : L"%d ligne ignorée : %s";
@@ -60,6 +64,7 @@ void Remarques::ajouterGroupees(const Remarques& autres) {
 void Remarques::citer(const Remarques& autres, const std::function<std::wstring(int)>& reste) {
   const std::size_t citees = std::min(autres.m_gardees.size(), kCitees);
   for (std::size_t i = 0; i < citees; ++i) ajouter(autres.m_gardees[i]);
+  m_douteuses = m_douteuses || autres.m_douteuses;
   if (autres.m_nombre == citees) return;
   const std::size_t autant = autres.m_nombre - citees;
   ajouter(reste ? reste(static_cast<int>(autant)) : etDePlus(autant));

@@ -11,8 +11,8 @@
 /// What a reader or a job tells the user while it goes on.
 namespace veltora::base {
 
-/// One thing to tell: where it was met, and a French sentence on what was left out,
-/// guessed or looks wrong, and why.
+/// One thing to tell: where it was met, and a French sentence on what was left out, guessed or looks wrong,
+/// and why.
 struct VELTORA_API Remarque {
   explicit Remarque(std::wstring phraseSeule, int numeroLigne = 0)
       : texte(std::move(phraseSeule)), ligne(numeroLigne) {}
@@ -23,7 +23,7 @@ struct VELTORA_API Remarque {
   bool douteuse = false;    ///< the results are to be doubted
   std::wstring fichier;     ///< as the user knows it; empty for none
 
-  /// "leve.obs, ligne 12 : ...", as far as the place is known.
+  /// "leve.obs, ligne 12 : ...", as far as the place is known; behind "à vérifier : " what is doubtful.
   [[nodiscard]] std::wstring phrase() const;
 };
 
@@ -41,7 +41,8 @@ public:
   /// On a line from which nothing was taken.
   void omettre(int ligne, std::wstring texte);
   /// Something that makes the results doubtful.
-  void douter(std::wstring texte);
+  void douter(std::wstring texte) { douter(0, std::move(texte)); }
+  void douter(int ligne, std::wstring texte);
   void ajouter(const Remarques& autres);
   /// The same, but one remark for all lines that were left out: "12 lignes ignorées : 3, 7, 9".
   void ajouterGroupees(const Remarques& autres);
@@ -52,6 +53,8 @@ public:
   void situer(const std::wstring& fichier);
 
   [[nodiscard]] bool empty() const { return m_nombre == 0; }
+  /// Whether one of them makes the results doubtful, those that are only counted included.
+  [[nodiscard]] bool douteuses() const { return m_douteuses; }
   /// How many were made, the counted ones included.
   [[nodiscard]] std::size_t nombre() const { return m_nombre; }
   [[nodiscard]] auto begin() const { return m_gardees.begin(); }
@@ -63,6 +66,7 @@ private:
   std::vector<Remarque> m_gardees;
   std::size_t m_nombre = 0;
   std::size_t m_omises = 0;  ///< of them, those on lines that were left out
+  bool m_douteuses = false;
 };
 
 /// "A, B, C": the first `Remarques::kCitees` of a list within a sentence, then "…" when there are more.

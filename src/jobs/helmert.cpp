@@ -67,7 +67,9 @@ bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resu
   htmlDocument rapport;
   rapportHelmert(couples, rapport);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur)) return false;
-  if (demande.appliquer) transformerDessin(matriceHelmert(couples.depart, resultat.parametres), resultat);
+  resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
+  if (demande.appliquer && !resultat.retenu)
+    transformerDessin(matriceHelmert(couples.depart, resultat.parametres), resultat);
   return true;
 }
 

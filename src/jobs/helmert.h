@@ -14,6 +14,7 @@ struct demandeHelmert {
   std::filesystem::path fichier;  ///< lines `[name] x y X Y`
   std::filesystem::path rapport;  ///< report to write; empty for none; the Word form when it ends in ".doc"
   bool appliquer = false;         ///< to all entities of the model space of the working drawing
+  bool malgreDoutes = false;      ///< transform even when the parameters are doubtful
 };
 
 struct residuHelmert {
@@ -27,6 +28,7 @@ struct resultatHelmertUnAppel {
   ecartsHelmert ecarts;
   int transformees = 0;       ///< entities carried
   int refusees = 0;           ///< entities that would not be
+  bool retenu = false;        ///< nothing was transformed, for there are doubts
   base::Remarques remarques;  ///< what was passed over
   std::wstring erreur;        ///< French, why there is no result; empty on success
 };

@@ -88,6 +88,8 @@ bool importerListe(const demandeImportListe& demande, resultatPoints& resultat) 
   remarquerLignes(liste, fichier, resultat.remarques);
   if (liste.lignes.empty()) return resultat.echec(L"« " + fichier + L" » : aucun point");
   remarquerNoms(liste, resultat);
+  resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
+  if (resultat.retenu) return true;
   listePointsDuDessin& table = tablesPoints->tableOuNouvelle(demande.table);
   remplacer(table, liste, resultat);
   if (!placer(table, liste, resultat)) return resultat.echec(kInterrompu);

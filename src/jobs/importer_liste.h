@@ -12,6 +12,7 @@ namespace veltora {
 struct demandeImportListe {
   std::filesystem::path fichier;  ///< the .xyz list
   std::wstring table;             ///< takes the points, made when missing; empty for the current one
+  bool malgreDoutes = false;      ///< place even what is doubtful
 };
 
 /// Places the points of a list as blocks, with their observations, and enters them in the table; a blank

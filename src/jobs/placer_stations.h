@@ -7,8 +7,8 @@
 
 namespace veltora {
 
-/// Makes sure that the code table holds the code, new rows with default values, and that its
-/// layers stand in the drawing.
+/// Makes sure that the code table holds the code, new rows with default values, and that its layers stand in
+/// the drawing.
 /// @param code  as a point may bear
 /// @param modifier shows the code's row for editing in between
 VELTORA_API void preparerCodeStations(int code, bool modifier);

@@ -61,6 +61,8 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
     resultat.erreur = L"coordonnées incalculables (distances nulles ?)";
     return false;
   }
+  resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
+  if (resultat.retenu) return true;
   if (demande.dessinerBrute || demande.dessinerCompensee) {
     lue->calculer(nullptr, demande.dessinerBrute, demande.dessinerCompensee, resultat.fermetures);
   }

@@ -99,7 +99,8 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
                                               : L"aucun point n'a pu être calculé";
     return false;
   }
-  if (demande.placer) placer(reseau, resultat);
+  resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
+  if (demande.placer && !resultat.retenu) placer(reseau, resultat);
   return true;
 }
 

@@ -13,6 +13,7 @@ struct demandeReseau {
   std::filesystem::path fichier;  ///< the .mc file
   std::filesystem::path journal;  ///< log to write, Windows-1252 with CR LF; empty for none
   bool placer = false;            ///< all points with X and Y into the current table and the working drawing
+  bool malgreDoutes = false;      ///< place even what is doubtful
 };
 
 /// A point that got coordinates; Z_ABSENT marks those that it has not.
@@ -33,6 +34,7 @@ struct resultatReseau {
   bool convergence = false;           ///< of X and Y
   std::vector<pointReseau> calcules;  ///< points with X and Y or a height computed, in the order of the file
   int places = 0;
+  bool retenu = false;        ///< nothing was placed, for there are doubts
   base::Remarques remarques;  ///< what the surveyor must know and the log does not say
   std::wstring erreur;        ///< French, why there is no result; empty on success
 };

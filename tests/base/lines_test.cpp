@@ -53,7 +53,7 @@ TEST(Remarques, TellTheirPlaceAsFarAsItIsKnown) {
   EXPECT_EQ(texteDe(remarques), "seule\nligne 12 : ignorée\n");
   remarques.situer(L"a.obs");
   remarques.douter(L"douteuse");
-  EXPECT_EQ(texteDe(remarques), "a.obs, seule\na.obs, ligne 12 : ignorée\ndouteuse\n");
+  EXPECT_EQ(texteDe(remarques), "a.obs, seule\na.obs, ligne 12 : ignorée\nà vérifier : douteuse\n");
   std::string doubtful;
   for (const Remarque& remarque : remarques) doubtful += remarque.douteuse ? 'd' : '-';
   EXPECT_EQ(doubtful, "--d");

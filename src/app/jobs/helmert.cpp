@@ -1,6 +1,7 @@
 #include "jobs/helmert.h"
 
 #include "app/jobs/helmert.h"
+#include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "base/format.h"
@@ -48,6 +49,7 @@ struct Options {
   std::string report;
   std::string drawing;
   std::string output;
+  bool despiteDoubts = false;
 };
 
 int run(const Options& options) {
@@ -59,6 +61,7 @@ int run(const Options& options) {
   job.fichier = options.pairs;
   job.rapport = options.report;
   job.appliquer = apply;
+  job.malgreDoutes = options.despiteDoubts;
   resultatHelmertUnAppel result;
   const bool good = executerHelmert(job, result);
   printRemarks(result.remarques);
@@ -69,14 +72,16 @@ int run(const Options& options) {
   showParameters(result.parametres);
   showResiduals(result.residus);
   showErrors(result.ecarts);
-  if (apply && !program.save(options.output)) return kFailure;
+  const bool save = apply && !result.retenu;
+  if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
-  if (apply) {
+  if (save) {
     print(base::formater("Dessin  : %s, %d entités transformées\n", options.output, result.transformees));
     if (result.refusees > 0)
       printError(base::formater("%d entités ne se laissent pas transformer", result.refusees));
   }
-  return kSuccess;
+  if (apply && result.retenu) printWithheld();
+  return exitStatus(result.remarques);
 }
 
 }  // namespace
@@ -96,6 +101,7 @@ Run declareHelmert(CLI::App& sub) {
       sub.add_option("--sortie", options->output, "Dessin transformé à enregistrer")->type_name("DESSIN");
   drawing->needs(output);
   output->needs(drawing);
+  addDoubtOption(sub, options->despiteDoubts)->needs(output);
   return [options] { return run(*options); };
 }
 

@@ -1,5 +1,6 @@
 #include "app/jobs/importer.h"
 
+#include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "base/format.h"
@@ -18,6 +19,7 @@ struct Options {
   std::string list;
   std::string table;
   std::string output;
+  bool despiteDoubts = false;
   std::vector<std::string> sources;
   std::vector<std::string> tags;  // number, altitude, code
 };
@@ -43,13 +45,16 @@ int importList(const Options& options) {
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatPoints result;
-  const bool good = importerListe({options.list, base::fromUtf8(options.table)}, result);
+  const bool good =
+      importerListe({options.list, base::fromUtf8(options.table), options.despiteDoubts}, result);
   printRemarks(result.remarques);
   if (!good) printError(result.erreur);
+  if (good && result.retenu) printWithheld();
+  if (good && result.retenu) return kDoubtful;
   if (!good || !program.save(options.output)) return kFailure;
   const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";
   print("\n" + std::to_string(result.nombre) + what + options.output + "\n");
-  return kSuccess;
+  return exitStatus(result.remarques);
 }
 
 int importEntities(const Options& options) {
@@ -109,6 +114,7 @@ Run declareImporter(CLI::App& sub) {
           ->delimiter(',')
           ->expected(1)
           ->take_all();
+  addDoubtOption(sub, options->despiteDoubts)->needs("--points");
   for (CLI::Option* option : {sources, tags}) option->excludes("--points");
   return [options] { return run(*options); };
 }

@@ -1,6 +1,7 @@
 #include "jobs/polygonale.h"
 
 #include "app/jobs/polygonale.h"
+#include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "arx/ed/edgraphics.h"
@@ -55,12 +56,14 @@ int run(const Options& options) {
     return kFailure;
   }
   show(result);
+  const bool save = draw && !result.retenu;
   // A new drawing opens elsewhere on its contents.
-  if (draw && options.drawing.empty()) acedZoomExtents();
-  if (draw && !program.save(options.output)) return kFailure;
+  if (save && options.drawing.empty()) acedZoomExtents();
+  if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
-  if (draw) print("Dessin  : " + options.output + "\n");
-  return kSuccess;
+  if (save) print("Dessin  : " + options.output + "\n");
+  if (draw && result.retenu) printWithheld();
+  return exitStatus(result.remarques);
 }
 
 }  // namespace
@@ -85,7 +88,8 @@ Run declarePolygonale(CLI::App& sub) {
       sub.add_flag("--tracer-brute", options->job.dessinerBrute, "Dessine la polygonale originelle");
   CLI::Option* adjusted =
       sub.add_flag("--tracer-compensee", options->job.dessinerCompensee, "Dessine la polygonale compensée");
-  for (CLI::Option* option : {drawing, heights, raw, adjusted}) option->needs(output);
+  CLI::Option* doubts = addDoubtOption(sub, options->job.malgreDoutes);
+  for (CLI::Option* option : {drawing, heights, raw, adjusted, doubts}) option->needs(output);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,7 @@
 #include "jobs/reseau.h"
 
 #include "app/jobs/reseau.h"
+#include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "arx/ed/edgraphics.h"
@@ -41,6 +42,7 @@ struct Options {
   std::string log;
   std::string drawing;
   std::string output;
+  bool despiteDoubts = false;
 };
 
 int run(const Options& options) {
@@ -50,6 +52,7 @@ int run(const Options& options) {
   job.fichier = options.file;
   job.journal = options.log;
   job.placer = !options.output.empty();
+  job.malgreDoutes = options.despiteDoubts;
   if (!program.load() || (job.placer && !program.open(options.drawing))) return kFailure;
   resultatReseau result;
   const bool good = executerReseau(job, result);
@@ -59,15 +62,17 @@ int run(const Options& options) {
     return kFailure;
   }
   show(result);
+  const bool save = job.placer && !result.retenu;
   // A new drawing opens elsewhere on its contents.
-  if (job.placer && options.drawing.empty()) acedZoomExtents();
-  if (job.placer && !program.save(options.output)) return kFailure;
+  if (save && options.drawing.empty()) acedZoomExtents();
+  if (save && !program.save(options.output)) return kFailure;
   if (!options.log.empty()) print("\nJournal : " + options.log + "\n");
-  if (job.placer) {
+  if (save) {
     print("Dessin  : " + options.output + ", " + counted(result.places, "point") +
           (result.places > 1 ? " placés\n" : " placé\n"));
   }
-  return kSuccess;
+  if (job.placer && result.retenu) printWithheld();
+  return exitStatus(result.remarques);
 }
 
 }  // namespace
@@ -87,6 +92,7 @@ Run declareReseau(CLI::App& sub) {
       sub.add_option("--sortie", options->output, "Dessin à enregistrer avec tous les points, code 100")
           ->type_name("DESSIN");
   drawing->needs(output);
+  addDoubtOption(sub, options->despiteDoubts)->needs(output);
   return [options] { return run(*options); };
 }
 

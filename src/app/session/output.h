@@ -11,6 +11,7 @@ namespace veltora::app {
 inline constexpr int kSuccess = 0;
 inline constexpr int kFailure = 1;
 inline constexpr int kBadCall = 2;
+inline constexpr int kDoubtful = 3;  ///< computed, but to be checked before anybody uses it
 
 /// Writes to standard output.
 void print(const std::string& text);
