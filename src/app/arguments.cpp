@@ -32,6 +32,16 @@ void toFrench(CLI::App& app) {
   app.set_help_flag("-h,--help", "Affiche cette aide");
 }
 
+/// "Could not convert: --option = value" of a number that is none.
+std::string inFrenchConversion(const std::string& text) {
+  const std::size_t name = text.find("--");
+  const std::size_t equal = text.find(" = ", name);
+  if (name == std::string::npos || equal == std::string::npos)
+    return "valeur refusée : un nombre est attendu";
+  return "valeur refusée : " + text.substr(name, equal - name) + " : « " + text.substr(equal + 3) +
+         " » n'est pas un nombre";
+}
+
 std::string inFrench(const CLI::ParseError& error) {
   const std::string text = error.what();
   if (dynamic_cast<const CLI::ExtrasError*>(&error)) {
@@ -46,9 +56,10 @@ std::string inFrench(const CLI::ParseError& error) {
   const std::string name = text.substr(0, text.find_first_of(": "));
   if (dynamic_cast<const CLI::RequiredError*>(&error)) return "argument obligatoire manquant : " + name;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) return "valeur manquante ou en trop : " + name;
-  if (dynamic_cast<const CLI::ConversionError*>(&error) ||
-      dynamic_cast<const CLI::ValidationError*>(&error)) {
-    return "valeur refusée : " + name;
+  if (dynamic_cast<const CLI::ConversionError*>(&error)) return inFrenchConversion(text);
+  if (dynamic_cast<const CLI::ValidationError*>(&error)) {
+    const std::size_t reason = text.find(": « ");  // of our own checks
+    return "valeur refusée : " + name + (reason == std::string::npos ? "" : " " + text.substr(reason));
   }
   return "arguments refusés : " + text;
 }

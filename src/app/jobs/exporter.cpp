@@ -1,5 +1,6 @@
 #include "app/jobs/exporter.h"
 
+#include "app/session/choices.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "base/text.h"
@@ -26,6 +27,12 @@ const std::map<std::string, colonnePoints>& columns() {
                                                           {"y", colonnePoints::kY},
                                                           {"z", colonnePoints::kZ},
                                                           {"code", colonnePoints::kCode}};
+  return names;
+}
+
+std::vector<std::string> columnNames() {
+  std::vector<std::string> names;
+  for (const auto& [name, column] : columns()) names.push_back(name);
   return names;
 }
 
@@ -62,10 +69,10 @@ Run declareExporter(CLI::App& sub) {
   sub.add_option("--table", options->table, "Table à écrire (la courante)")->type_name("NOM");
   sub.add_option("--code", options->code, "Seulement les points de ce code")
       ->type_name("CODE")
-      ->check(CLI::Range(kSmallestCode, kLargestCode).description(""));
+      ->check(between(kSmallestCode, kLargestCode));
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
-      ->check(CLI::IsMember(columns()).description(""));
+      ->check(oneOf(columnNames()));
   return [options] { return run(*options); };
 }
 

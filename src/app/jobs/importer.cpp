@@ -1,5 +1,6 @@
 #include "app/jobs/importer.h"
 
+#include "app/session/choices.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -106,7 +107,7 @@ Run declareImporter(CLI::App& sub) {
              "(toutes)")
           ->type_name("SOURCES")
           ->delimiter(',')
-          ->check(CLI::IsMember(sourceNames()).description(""));
+          ->check(oneOf(sourceNames()));
   CLI::Option* tags =
       sub.add_option("--attributs", options->tags,
                      "Attributs des blocs repris par « attributs » : numéro,altitude[,code] (NUMPT,Z)")

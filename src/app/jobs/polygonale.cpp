@@ -1,6 +1,7 @@
 #include "jobs/polygonale.h"
 
 #include "app/jobs/polygonale.h"
+#include "app/session/choices.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -81,6 +82,7 @@ Run declarePolygonale(CLI::App& sub) {
                             ->type_name("DESSIN");
   sub.add_option("--code", options->job.code, "Code des stations, 1 à 9999")
       ->type_name("CODE")
+      ->check(between(kSmallestCode, kLargestCode))
       ->capture_default_str();
   CLI::Option* heights =
       sub.add_flag("--altitudes", options->job.altitudes, "Place les stations avec leur altitude");
