@@ -36,6 +36,9 @@ int run(const Options& options) {
   if (!source) return kFailure;
   Program program(*source);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
+  if (source->interactive())
+    print(std::string("\nVeltora ") + VELTORA_VERSION +
+          ". AIDE : les commandes ; Tab complète ; Ctrl-C annule ; QUITTER : fin.\n");
   if (!program.run()) return kFailure;
   if (!options.output.empty() && !program.save(options.output)) return kFailure;
   return kSuccess;
