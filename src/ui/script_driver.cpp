@@ -94,13 +94,14 @@ bool isFolder(const std::wstring& path) {
   return fs::is_directory(base::toUtf8(path), error);
 }
 
+/// What the Escape key and Ctrl-C give.
+bool isCancel(const std::wstring& line) { return comparable(line) == L"*annuler*"; }
+
 [[noreturn]] void fail(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
 
 }  // namespace
 
-std::optional<std::wstring> ScriptDriver::readLine(base::Request::Kind kind, const char* prompt) {
-  base::Request request;
-  request.kind = kind;
+std::optional<std::wstring> ScriptDriver::readLine(base::Request request, const char* prompt) {
   request.prompt = prompt;
   for (;;) {
     const std::optional<std::string> read = m_source.readLine(request);
@@ -119,9 +120,13 @@ void ScriptDriver::refuse(const base::ScriptError& error) {
 }
 
 void ScriptDriver::runModal(Dialog& dialog) {
-  print(m_source.interactive() ? dialogText(dialog) : titleLine(dialog.title()));
+  print(m_source.interactive() ? shownReports(dialog) + dialogText(dialog) : titleLine(dialog.title()));
   while (dialog.isOpen()) {
-    const std::optional<std::wstring> line = readLine(base::Request::Kind::kDialog, "Dialogue> ");
+    base::Request request;
+    request.kind = base::Request::Kind::kDialog;
+    if (m_source.interactive())
+      for (const std::wstring& line : possibleLines(dialog)) request.keywords.push_back(base::toUtf8(line));
+    const std::optional<std::wstring> line = readLine(request, "Dialogue> ");
     if (!line) {
       dialog.onCancel();
       dialog.endDialog(kCancel);
@@ -138,7 +143,7 @@ void ScriptDriver::runModal(Dialog& dialog) {
 
 void ScriptDriver::answer(Dialog& dialog, const std::wstring& line) {
   if (line == L"?") return print(dialogText(dialog));
-  if (comparable(line) == L"*annuler*") return dialog.onCancel();  // the Escape key, as at a prompt
+  if (isCancel(line)) return dialog.onCancel();
   Revisions before;
   if (m_source.interactive()) addRevisions(before, dialog);
   const LineResult result = applyLine(dialog, line);
@@ -176,10 +181,14 @@ int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title
   const std::wstring name = title.empty() ? L"Message" : title;
   print(L"\n--- " + name + L" ---\n" + base::trim(text, L"\r\n") + L"\n" + captionsOf(choices, L"  ") +
         L"\n");
+  base::Request request;
+  request.kind = base::Request::Kind::kButton;
+  for (const Choice& choice : choices)
+    request.keywords.push_back(base::toUtf8(L"[" + std::wstring(choice.caption) + L"]"));
   for (;;) {
-    const std::optional<std::wstring> line = readLine(base::Request::Kind::kButton, "Réponse> ");
+    const std::optional<std::wstring> line = readLine(request, "Réponse> ");
     const std::wstring expected = L"Le message « " + name + L" » attend " + captionsOf(choices, L" ou ");
-    if (!line && m_source.interactive()) return choices.back().answer;
+    if (m_source.interactive() && (!line || isCancel(*line))) return choices.back().answer;
     if (!line) fail(expected + L", et le script est fini.");
     if (line->empty()) continue;
     for (const Choice& choice : choices) {
@@ -198,9 +207,11 @@ std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest
     print(base::formater(std::wstring(L"  %d  %s\n"), static_cast<int>(i + 1), filters[i]));
   }
   if (!request.defaultName.empty()) print(L"  proposé : " + request.defaultName + L"\n");
+  base::Request asked;
+  asked.kind = base::Request::Kind::kFile;
   for (;;) {
-    const std::optional<std::wstring> line = readLine(base::Request::Kind::kFile, "Fichier> ");
-    if (!line || line->empty()) return std::nullopt;
+    const std::optional<std::wstring> line = readLine(asked, "Fichier> ");
+    if (!line || line->empty() || isCancel(*line)) return std::nullopt;
     try {
       if (std::optional<base::FileAnswer> answer = acceptFile(request, *line)) return answer;
     } catch (const base::ScriptError& error) {

@@ -21,7 +21,8 @@ public:
   std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) override;
 
 private:
-  std::optional<std::wstring> readLine(base::Request::Kind kind, const char* prompt);
+  /// @param request what is asked for  @param prompt shown in front of the answer
+  std::optional<std::wstring> readLine(base::Request request, const char* prompt);
   void print(const std::wstring& text);
   void refuse(const base::ScriptError& error);
   void answer(Dialog& dialog, const std::wstring& line);

@@ -54,6 +54,47 @@ TEST(ScriptDriver, ATerminalSeesChangesAndIsAskedAgain) {
   EXPECT_EQ(script.prompts, std::vector<std::string>(3, "Dialogue> "));
 }
 
+TEST(ScriptDriver, ATerminalShowsReportsAsText) {
+  const DossierTemporaire folder;
+  const fs::path file = folder.chemin / "r.html";
+  base::remplacerFichier(
+      file,
+      "<html>\n<head>\n<style>\n<!--\n.petit{ color:red;}\n-->\n</style>\n</head>\n<body x>\n"
+      "<P CLASS=grand>Ferm\xE9"
+      "e</P>\n<P >\r\nA : 1\tB&nbsp&lt;2</P><table border=\"0\">\n"
+      "<tr ><td class=celgris align=center>Nom</td><td class=celgris align=center>Valeur</td></tr>"
+      "<tr ><td class=celnorm align='left'>P12</td><td class=celnorm align=right>1.5</td></tr>"
+      "<tr ><td colspan=2 align=right>Somme de tout</td></tr></table>\n</body>\n</html>\n");
+  const std::string text = "\nFermée\nA : 1 B <2\n  Nom   Valeur\n  P12       1.5\n  Somme de tout\n\n";
+  ui::Dialog dialog(L"Résultats");
+  ui::WebView page(&dialog);
+  page.setPath(file.wstring());
+  DialogScript terminal({"[Rien]"}, true);
+  dialog.doModal();
+  EXPECT_EQ(terminal.transcript.substr(0, terminal.transcript.find("===")), text + "\n");
+  DialogScript script({"?", "Page web ?"});
+  dialog.doModal();
+  const std::size_t at = script.transcript.find("Fermée");
+  EXPECT_EQ(script.transcript.substr(at - 1), text) << "a script sees it when it asks";
+  page.setPath(L"/absent.html");
+  DialogScript absent({}, true);
+  dialog.doModal();
+  EXPECT_EQ(absent.transcript.find("\n=== Résultats"), 0U);
+}
+
+TEST(ScriptDriver, CtrlCAnswersMessagesAndFileChoices) {
+  DialogScript script({"*Annuler*", "*annuler*", "*Annuler*", "*Annuler*", "*Annuler*"}, true);
+  EXPECT_EQ(ui::messageBox(L"Fait", L"", ui::Buttons::Ok), ui::kOk);
+  EXPECT_EQ(ui::messageBox(L"Faire ?", L"", ui::Buttons::YesNo), ui::kNo);
+  EXPECT_EQ(ui::messageBox(L"Faire ?", L"", ui::Buttons::YesNoCancel), ui::kCancel);
+  base::FileRequest request;
+  request.extension = L"doc";
+  EXPECT_FALSE(ui::chooseFile(request));
+  request.save = true;
+  EXPECT_FALSE(ui::chooseFile(request)) << "no file of that name";
+  EXPECT_EQ(script.prompts.size(), 5U) << "each is answered at once";
+}
+
 TEST(Dialog, EndsAsItsButtonsSay) {
   SampleDialog dialog;
   {

@@ -3,7 +3,20 @@
 #include "base/text.h"
 #include "ui/driver.h"
 
+#include <filesystem>
+
 namespace veltora {
+namespace {
+
+/// Takes away a temporary report that is shown no longer, with the empty file that reserved its name.
+void retirer(const std::string& rapport) {
+  if (rapport.empty()) return;
+  std::error_code ignoree;
+  std::filesystem::remove(rapport, ignoree);
+  std::filesystem::remove(std::filesystem::path(rapport).replace_extension(), ignoree);
+}
+
+}  // namespace
 
 resultPolygo::resultPolygo(const htmlDocument& document)
     : Dialog(L"Résultats des calculs"), m_document(document) {}
@@ -24,7 +37,11 @@ void resultPolygo::enregistrer() {
 }
 
 void montrerRapport(htmlDocument& document) {
-  document.ecrire();
+  static std::string precedent;
+  if (document.ecrire() && document.fichierTemporaire) {
+    retirer(precedent);
+    precedent = document.nomFichier;
+  }
   resultPolygo dialogue(document);
   dialogue.nomFichier = base::fromUtf8(document.nomFichier);
   dialogue.doModal();
