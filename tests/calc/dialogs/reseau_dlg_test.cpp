@@ -88,7 +88,7 @@ TEST_F(ReseauPlace, OneCallComputesLogsAndPlaces) {
   }
   const std::string journal = m_dossier.lire("journal.txt");
   EXPECT_EQ(journal.substr(0, 34), base::narrow(L"Première passe\r\nCalcul du point P "));
-  EXPECT_NE(journal.find("\r\n\r\nPasse 1\r\nVecteur Solution (2 elements)\r\n"), std::string::npos);
+  EXPECT_NE(journal.find("\r\n\r\nPasse 1\r\nVecteur Vecteur Solution (2 elements)\r\n"), std::string::npos);
   EXPECT_NE(journal.find("\r\n\r\nAltitudes\r\nCalcul du point B"), std::string::npos);
   EXPECT_EQ(journal.substr(journal.size() - 2), "\r\n");
 }
