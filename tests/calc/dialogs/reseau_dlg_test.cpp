@@ -60,7 +60,7 @@ std::string fichierDe(const std::string& cellule) {
 
 // P is seen from A and B at half a right angle: X 50, Y 50.
 const std::string kDeuxVisees =
-    "a 0 0 100\nb 100 0\nOBS\na nord p 50 . 4 2\nb nord p 350\na \"x y\" b 20 70.5 . . 3\na nord b . . -1\n";
+    "a 0 0 100\nb 100 0\nOBS\na nord p 50 . 4 2\nb nord p 350\na \"x y\" b 20 100 . . 3\na nord b . . -1\n";
 
 // What the other buttons do is told in the scenario reseau_dialogue.
 TEST_F(ReseauPlace, ItererInerte) {
