@@ -30,12 +30,6 @@ const std::map<std::string, colonnePoints>& columns() {
   return names;
 }
 
-std::vector<std::string> columnNames() {
-  std::vector<std::string> names;
-  for (const auto& [name, column] : columns()) names.push_back(name);
-  return names;
-}
-
 int run(const Options& options) {
   LinesSource none("", {});
   Program program(none);
@@ -72,7 +66,7 @@ Run declareExporter(CLI::App& sub) {
       ->check(between(kSmallestCode, kLargestCode));
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
-      ->check(oneOf(columnNames()));
+      ->check(oneOf(wordsOf(columns())));
   return [options] { return run(*options); };
 }
 

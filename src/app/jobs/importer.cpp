@@ -122,11 +122,11 @@ void declareReading(CLI::App& sub, Options& options) {
   sub.add_option("--separateur", options.separator,
                  "Ce qui sépare les colonnes : \";\", \",\", tabulation ou blancs (reconnu)")
       ->type_name("SIGNE")
-      ->check(CLI::IsMember(separators()).description(""))
+      ->check(oneOf(wordsOf(separators()), "\";\", \",\", tabulation, blancs"))
       ->needs("--points");
   sub.add_option("--decimale", options.decimal, "Signe décimal : \".\" ou \",\" (reconnu)")
       ->type_name("SIGNE")
-      ->check(CLI::IsMember({".", ","}).description(""))
+      ->check(oneOf({".", ","}, "\".\", \",\""))
       ->needs("--points");
   sub.add_flag("--codes-texte", options.textCodes,
                "Les codes sont des libellés de la codification ; les nouveaux y reçoivent un code libre")

@@ -110,12 +110,12 @@ Run declarePolygonale(CLI::App& sub) {
   sub.add_option("--tolerance-angulaire", options->job.tolerances.angulaire,
                  "Fermeture angulaire admise, en grades, multipliée par la racine du nombre d'angles")
       ->type_name("GRADES")
-      ->check(CLI::Range(kSmallestAngle, kLargestAngle).description(""))
+      ->check(between(kSmallestAngle, kLargestAngle))
       ->capture_default_str();
   sub.add_option("--tolerance-lineaire", options->job.tolerances.lineaire,
                  "Fermeture en plan admise : 1/N de la longueur")
       ->type_name("N")
-      ->check(CLI::Range(kSmallestRatio, kLargestRatio).description(""))
+      ->check(between(kSmallestRatio, kLargestRatio))
       ->capture_default_str();
   CLI::Option* doubts = addDoubtOption(sub, options->job.malgreDoutes);
   for (CLI::Option* option : {drawing, heights, raw, adjusted, doubts}) option->needs(output);
