@@ -2,10 +2,12 @@
 
 #include "arx/db/dbmain.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/point_name.h"
+#include "jobs/placer_stations.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/projets_topo.h"
 
@@ -14,7 +16,7 @@
 namespace veltora {
 namespace {
 
-std::wstring nomAffiche(const std::filesystem::path& fichier) { return base::fromUtf8(fichier.string()); }
+std::wstring nomAffiche(const std::filesystem::path& fichier) { return base::texteDuChemin(fichier); }
 
 void remarquerLignes(const tableObsXYZ& liste, const std::wstring& fichier, base::Remarques& remarques) {
   base::Remarques lues = liste.remarques;
@@ -51,7 +53,7 @@ void remplacer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoi
     resultat.remarques.ajouter(base::formater(L"points du même nom remplacés : %d", remplaces));
 }
 
-/// @return false when the user stops
+/// @return false, with the reason, when the user stops or a block is missing
 bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints& resultat) {
   tableCodification& codes = getTableCodification();
   std::set<int> vus;
@@ -61,7 +63,7 @@ bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints
   int sansBloc = 0;
   base::Suivi suivi(static_cast<long long>(liste.lignes.size()) - 1);
   for (const pointXYZ& ligne : liste.lignes) {
-    if (suivi.arrete()) return false;
+    if (suivi.arrete()) return resultat.echec(kInterrompu);
     pointDuDessin point;
     point = ligne;
     point.creer(true, ligne.obs.c_str());
@@ -69,10 +71,8 @@ bool placer(listePointsDuDessin& table, const tableObsXYZ& liste, resultatPoints
     table.Ajouter(point);
     suivi.avancer();
   }
-  if (sansBloc > 0)
-    resultat.remarques.ajouter(
-        base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", sansBloc));
-  return true;
+  resultat.erreur = texteSansBloc(sansBloc);
+  return resultat.erreur.empty();
 }
 
 }  // namespace
@@ -92,7 +92,7 @@ bool importerListe(const demandeImportListe& demande, resultatPoints& resultat) 
   if (resultat.retenu) return true;
   listePointsDuDessin& table = tablesPoints->tableOuNouvelle(demande.table);
   remplacer(table, liste, resultat);
-  if (!placer(table, liste, resultat)) return resultat.echec(kInterrompu);
+  if (!placer(table, liste, resultat)) return false;
   resultat.nombre = static_cast<int>(liste.lignes.size());
   return true;
 }

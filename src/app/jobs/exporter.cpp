@@ -1,5 +1,6 @@
 #include "app/jobs/exporter.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "base/text.h"
@@ -66,6 +67,9 @@ Run declareExporter(CLI::App& sub) {
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
       ->check(CLI::IsMember(columns()).description(""));
+  declareFiles(sub)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->file, FileKind::kText, FileKind::kReport);
   return [options] { return run(*options); };
 }
 

@@ -1,5 +1,6 @@
 #include "app/jobs/lisp.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 
@@ -52,9 +53,9 @@ int run(const Options& options) {
   bool good = program.run("(load " + quoted(options.file) + ")");
   while (good && source.hasLines()) good = program.run(source.readLine({}).value_or(""));
   print("\n");
-  if (!good) return kFailure;
-  if (!options.output.empty() && !program.save(options.output)) return kFailure;
-  return kSuccess;
+  good = good && (options.output.empty() || program.save(options.output));
+  program.tellUnsaved();
+  return good ? kSuccess : kFailure;
 }
 
 }  // namespace
@@ -71,6 +72,10 @@ Run declareLisp(CLI::App& sub) {
       ->expected(1)
       ->take_all();
   sub.add_option("--sortie", options->output, "Dessin à enregistrer")->type_name("DESSIN");
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,7 @@
 #include "jobs/polygonale.h"
 
 #include "app/jobs/polygonale.h"
+#include "app/session/call_files.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -61,7 +62,7 @@ int run(const Options& options) {
   if (save && options.drawing.empty()) acedZoomExtents();
   if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
-  if (save) print("Dessin  : " + options.output + "\n");
+  if (save) print("Dessin  : " + writtenDrawing(options.output).string() + "\n");
   if (draw && result.retenu) printWithheld();
   return exitStatus(result.remarques);
 }
@@ -90,6 +91,11 @@ Run declarePolygonale(CLI::App& sub) {
       sub.add_flag("--tracer-compensee", options->job.dessinerCompensee, "Dessine la polygonale compensée");
   CLI::Option* doubts = addDoubtOption(sub, options->job.malgreDoutes);
   for (CLI::Option* option : {drawing, heights, raw, adjusted, doubts}) option->needs(output);
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->report, FileKind::kReport)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,5 +1,6 @@
 #include "app/jobs/session.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 
@@ -36,9 +37,9 @@ int run(const Options& options) {
   if (!source) return kFailure;
   Program program(*source);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
-  if (!program.run()) return kFailure;
-  if (!options.output.empty() && !program.save(options.output)) return kFailure;
-  return kSuccess;
+  const bool good = program.run() && (options.output.empty() || program.save(options.output));
+  program.tellUnsaved();
+  return good ? kSuccess : kFailure;
 }
 
 }  // namespace
@@ -53,6 +54,10 @@ Run declareSession(CLI::App& app) {
       ->expected(1)
       ->take_all();
   app.add_option("--sortie", options->output, "Enregistre le dessin à la fin")->type_name("DESSIN");
+  declareFiles(app)
+      .reads(options->drawing, FileKind::kDrawing)
+      .reads(options->script)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,7 @@
 #include "arx/db/dbservices.h"
 
 #include "arx/db/dbmain.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 AcDbHostApplicationServices* acdbHostApplicationServices() {
@@ -10,20 +11,14 @@ AcDbHostApplicationServices* acdbHostApplicationServices() {
 
 namespace {
 
-std::filesystem::path pathOf(const std::wstring& name) {
-  const std::string utf8 = veltora::base::toUtf8(name);
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
+std::filesystem::path pathOf(const std::wstring& name) { return veltora::base::cheminDuTexte(name); }
 
 bool isFile(const std::filesystem::path& path) {
   std::error_code ignored;
   return std::filesystem::is_regular_file(path, ignored);
 }
 
-std::wstring nameOf(const std::filesystem::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return veltora::base::fromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
-}
+std::wstring nameOf(const std::filesystem::path& path) { return veltora::base::texteDuChemin(path); }
 
 }  // namespace
 
