@@ -3,6 +3,8 @@
 #include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
+#include "arx/ed/edroutines.h"
+#include "base/text.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -15,6 +17,7 @@ struct Options {
   std::string drawing;
   std::vector<std::string> lines;
   std::string output;
+  bool withoutFiles = false;
 };
 
 /// A text as LISP writes it.
@@ -48,6 +51,7 @@ private:
 int run(const Options& options) {
   LispSource source(options.lines);
   Program program(source);
+  if (options.withoutFiles) acedCloseFilesToRoutines(base::fromUtf8(options.file));
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   print("\n");
   bool good = program.run("(load " + quoted(options.file) + ")");
@@ -72,6 +76,8 @@ Run declareLisp(CLI::App& sub) {
       ->expected(1)
       ->take_all();
   sub.add_option("--sortie", options->output, "Dessin à enregistrer")->type_name("DESSIN");
+  sub.add_flag("--lisp-sans-fichiers", options->withoutFiles,
+               "Les routines LISP ne lisent, n'écrivent et n'effacent aucun fichier");
   declareFiles(sub)
       .reads(options->file)
       .reads(options->drawing, FileKind::kDrawing)
