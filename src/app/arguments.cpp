@@ -2,6 +2,7 @@
 
 #include "app/jobs/session.h"
 #include "app/jobs/table.h"
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 
 #include <CLI/CLI.hpp>
@@ -81,6 +82,10 @@ Run readArguments(int argc, char** argv, int& status) {
     app.parse(argc, argv);
   } catch (const CLI::Success& done) {
     status = app.exit(done, std::cout, std::cerr) == 0 ? kSuccess : kBadCall;
+    return {};
+  } catch (const BadCall& error) {
+    printError(std::string(error.what()));
+    status = kBadCall;
     return {};
   } catch (const CLI::ParseError& error) {
     printError(inFrench(error) + "\nEssayez « veltora --help ».");

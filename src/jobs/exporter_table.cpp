@@ -1,6 +1,7 @@
 #include "jobs/exporter_table.h"
 
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "points/exchange/exporter_points.h"
 #include "points/projets_topo.h"
@@ -36,7 +37,7 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   const std::vector<pointDuDessin> points = choisir(*table, demande);
   if (points.empty()) return resultat.echec(L"aucun point à exporter");
   std::wstring raison;
-  if (!exporterPoints(points, base::fromUtf8(demande.fichier.string()), raison))
+  if (!exporterPoints(points, base::texteDuChemin(demande.fichier), raison))
     return resultat.echec(raison.empty() ? kInterrompu : raison);
   resultat.nombre = static_cast<int>(points.size());
   const auto sansAltitude = std::count_if(points.begin(), points.end(),

@@ -40,6 +40,8 @@ std::vector<stationCalculee> pointsSitues(const reseauMoindresCarres& reseau) {
   return liste;
 }
 
-void placerReseau(const std::vector<stationCalculee>& points) { placerStations(points, kStationCode, true); }
+int placerReseau(const std::vector<stationCalculee>& points) {
+  return placerStations(points, kStationCode, true);
+}
 
 }  // namespace veltora

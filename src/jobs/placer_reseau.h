@@ -17,6 +17,7 @@ std::vector<stationCalculee> pointsSitues(const reseauMoindresCarres& reseau);
 
 /// Writes points into the current table and the drawing, each after the removal of a point of its name; names
 /// are cut to the length that a point holds.
-void placerReseau(const std::vector<stationCalculee>& points);
+/// @return as `placerStations`
+VELTORA_API int placerReseau(const std::vector<stationCalculee>& points);
 
 }  // namespace veltora

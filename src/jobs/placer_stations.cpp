@@ -1,5 +1,6 @@
 #include "jobs/placer_stations.h"
 
+#include "base/format.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "points/projets_topo.h"
@@ -19,8 +20,9 @@ void preparerCodeStations(int code, bool modifier) {
   table.creerLayers(table.codes.GetAt(rang));
 }
 
-void placerStations(const std::vector<stationCalculee>& stations, int code, bool altitudes) {
-  if (!tablesPoints) return;
+int placerStations(const std::vector<stationCalculee>& stations, int code, bool altitudes) {
+  if (!tablesPoints) return 0;
+  int sansBloc = 0;
   listePointsDuDessin* table = tablesPoints->currTable();
   for (const stationCalculee& station : stations) {
     pointDuDessin point;
@@ -28,8 +30,16 @@ void placerStations(const std::vector<stationCalculee>& stations, int code, bool
                     code);
     table->supprimerPoint(base::widen(point.getNomPoint()).c_str());
     point.creer(true, nullptr);
+    if (point.id.isNull()) ++sansBloc;
     table->Ajouter(point);
   }
+  return sansBloc;
+}
+
+std::wstring texteSansBloc(int nombre) {
+  return nombre == 0
+             ? std::wstring()
+             : base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", nombre);
 }
 
 }  // namespace veltora

@@ -16,6 +16,10 @@ VELTORA_API void preparerCodeStations(int code, bool modifier);
 /// Places stations in order, each after the removal of a point of its name: into the current table and, with
 /// its block, into the drawing. Names are cut to 9 characters, the length that a point holds.
 /// @param altitudes false places every point without altitude
-VELTORA_API void placerStations(const std::vector<stationCalculee>& stations, int code, bool altitudes);
+/// @return how many points got no block, since its file is missing
+VELTORA_API int placerStations(const std::vector<stationCalculee>& stations, int code, bool altitudes);
+
+/// What the user is told of points without a block; empty for 0.
+VELTORA_API std::wstring texteSansBloc(int nombre);
 
 }  // namespace veltora

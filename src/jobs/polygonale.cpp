@@ -79,9 +79,9 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   }
   if (demande.placer) {
     preparerCodeStations(demande.code, false);
-    placerStations(resultat.stations, demande.code, demande.altitudes);
+    resultat.erreur = texteSansBloc(placerStations(resultat.stations, demande.code, demande.altitudes));
   }
-  return true;
+  return resultat.erreur.empty();
 }
 
 }  // namespace

@@ -86,12 +86,13 @@ void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   }
 }
 
-void placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
+bool placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   const std::vector<stationCalculee> points = pointsSitues(reseau);
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
   preparerCodeStations(kStationCode, false);
-  placerReseau(points);
+  resultat.erreur = texteSansBloc(placerReseau(points));
   resultat.places = static_cast<int>(points.size());
+  return resultat.erreur.empty();
 }
 
 bool executer(const demandeReseau& demande, resultatReseau& resultat) {
@@ -111,8 +112,7 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
     return false;
   }
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
-  if (demande.placer && !resultat.retenu) placer(reseau, resultat);
-  return true;
+  return !demande.placer || resultat.retenu || placer(reseau, resultat);
 }
 
 }  // namespace

@@ -29,8 +29,8 @@ inline constexpr int kNo = 7;
 ///       ui::Button annuler{this, L"Annuler", ui::Button::Role::Cancel};
 ///     };
 ///
-/// It can be shown any number of times; the controls keep their state in between. Exceptions that leave a
-/// callback leave `doModal` too, with the dialog closed.
+/// It can be shown any number of times; the controls keep their state in between. What a driver does
+/// not take care of leaves `doModal`, with the dialog closed.
 class VELTORA_API Dialog : public Container {
 public:
   explicit Dialog(std::wstring title);

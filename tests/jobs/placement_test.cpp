@@ -20,7 +20,11 @@ const std::string kExemple = VELTORA_SOURCE_DIR "/examples/polygonale_fermee.obs
 
 class Placement : public ProjetEssai {
 protected:
-  Placement() { installerDialoguesCodes(); }
+  Placement() {
+    installerDialoguesCodes();
+    std::filesystem::create_directory(m_dossier.chemin / "biblio");
+    AcDbDatabase().saveAs(base::fromUtf8((m_dossier.chemin / "biblio/varnblk1.dxf").string()).c_str());
+  }
   /// Colour, closure and vertices of each polyline of the model space.
   std::vector<std::string> polylignes() {
     std::vector<std::string> textes;

@@ -244,14 +244,28 @@ TEST(Dialog, ExceptionsPassAndLeaveItUsable) {
   };
   {
     DialogScript script({"[Cal]"});
-    EXPECT_THROW(dialog.doModal(), std::runtime_error);
-    EXPECT_FALSE(dialog.isOpen());
+    EXPECT_EQ(dialog.doModal(), ui::kCancel) << "the next lines of a script are not for this dialog";
+    EXPECT_NE(script.transcript.find("\nErreur : défaut\n"), std::string::npos) << script.transcript;
+  }
+  {
+    DialogScript person({"[Cal]", "[OK]"}, true);
+    EXPECT_EQ(dialog.doModal(), ui::kOk) << "a person goes on: what was done before stays";
+    EXPECT_NE(person.transcript.find("Erreur : défaut\n"), std::string::npos) << person.transcript;
   }
   DialogScript script({"[OK]"});
   EXPECT_EQ(dialog.doModal(), ui::kOk);
   dialog.cal.onClick = [&] { dialog.doModal(); };
   DialogScript again({"[Cal]"});
-  EXPECT_THROW(dialog.doModal(), std::logic_error) << "a dialog is open once";
+  EXPECT_EQ(dialog.doModal(), ui::kCancel);
+  EXPECT_NE(again.transcript.find("déjà ouverte"), std::string::npos) << "a dialog is open once";
+  dialog.cal.onClick = [&] {
+    ui::Dialog inner(L"Dedans");
+    ui::Button button(&inner, L"Panne", [] { throw std::runtime_error("panne"); });
+    EXPECT_EQ(inner.doModal(), ui::kCancel);
+  };
+  DialogScript nested({"[Cal]", "[Panne]", "[OK]"});
+  EXPECT_EQ(dialog.doModal(), ui::kCancel) << "the dialog below ends too";
+  EXPECT_EQ(dialog.doModal(), ui::kOk) << "and the failure with it";
 }
 
 TEST(Dialog, OpeningRunsEachOnInit) {
@@ -347,8 +361,8 @@ protected:
 
   const DossierTemporaire dossier;
   const fs::path& folder = dossier.chemin;
-  base::FileRequest open{L"", L"", L"*.txt", L"Texte|*.txt|Tous|*.*||", false, false};
-  base::FileRequest save{L"", L"", L"txt", L"Texte|*.txt|Tous|*.*", true, true};
+  base::FileRequest open{L"", L"", L"*.txt", L"Texte|*.txt|Tous|*.*||", false, false, {}};
+  base::FileRequest save{L"", L"", L"txt", L"Texte|*.txt|Tous|*.*", true, true, {}};
 };
 
 TEST_F(FileChoice, OpensWhatExists) {

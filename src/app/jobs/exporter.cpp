@@ -1,5 +1,6 @@
 #include "app/jobs/exporter.h"
 
+#include "app/session/call_files.h"
 #include "app/session/choices.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -67,6 +68,9 @@ Run declareExporter(CLI::App& sub) {
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
       ->check(oneOf(wordsOf(columns())));
+  declareFiles(sub)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->file, FileKind::kText, FileKind::kReport);
   return [options] { return run(*options); };
 }
 

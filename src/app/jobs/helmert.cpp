@@ -1,6 +1,7 @@
 #include "jobs/helmert.h"
 
 #include "app/jobs/helmert.h"
+#include "app/session/call_files.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -76,7 +77,8 @@ int run(const Options& options) {
   if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
   if (save) {
-    print(base::formater("Dessin  : %s, %d entités transformées\n", options.output, result.transformees));
+    print(base::formater("Dessin  : %s, %d entités transformées\n", writtenDrawing(options.output).string(),
+                         result.transformees));
     if (result.refusees > 0)
       printError(base::formater("%d entités ne se laissent pas transformer", result.refusees));
   }
@@ -102,6 +104,11 @@ Run declareHelmert(CLI::App& sub) {
   drawing->needs(output);
   output->needs(drawing);
   addDoubtOption(sub, options->despiteDoubts)->needs(output);
+  declareFiles(sub)
+      .reads(options->pairs)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->report, FileKind::kReport)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,7 @@
 #include "app/jobs/importer.h"
 
 #include "app/jobs/list_preview.h"
+#include "app/session/call_files.h"
 #include "app/session/choices.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
@@ -80,7 +81,7 @@ int importList(const Options& options) {
   if (good && result.retenu) return kDoubtful;
   if (!good || !program.save(options.output)) return kFailure;
   const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";
-  print("\n" + std::to_string(result.nombre) + what + options.output + "\n");
+  print("\n" + std::to_string(result.nombre) + what + writtenDrawing(options.output).string() + "\n");
   return exitStatus(result.remarques);
 }
 
@@ -103,7 +104,7 @@ int importEntities(const Options& options) {
   print(base::formater("Table %s : %d points\n", base::toUtf8(result.table), result.points));
   if (options.output.empty()) return kSuccess;
   if (!program.save(options.output)) return kFailure;
-  print("Dessin : " + options.output + "\n");
+  print("Dessin : " + writtenDrawing(options.output).string() + "\n");
   return kSuccess;
 }
 
@@ -167,6 +168,10 @@ Run declareImporter(CLI::App& sub) {
           ->take_all();
   addDoubtOption(sub, options->despiteDoubts)->needs("--points");
   for (CLI::Option* option : {sources, tags}) option->excludes("--points");
+  declareFiles(sub)
+      .reads(options->drawing, FileKind::kDrawing)
+      .reads(options->list)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

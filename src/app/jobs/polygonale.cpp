@@ -1,6 +1,7 @@
 #include "jobs/polygonale.h"
 
 #include "app/jobs/polygonale.h"
+#include "app/session/call_files.h"
 #include "app/session/choices.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
@@ -79,7 +80,7 @@ int run(const Options& options) {
   if (save && options.drawing.empty()) acedZoomExtents();
   if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
-  if (save) print("Dessin  : " + options.output + "\n");
+  if (save) print("Dessin  : " + writtenDrawing(options.output).string() + "\n");
   if (draw && result.retenu) printWithheld();
   return exitStatus(result.remarques);
 }
@@ -119,6 +120,11 @@ Run declarePolygonale(CLI::App& sub) {
       ->capture_default_str();
   CLI::Option* doubts = addDoubtOption(sub, options->job.malgreDoutes);
   for (CLI::Option* option : {drawing, heights, raw, adjusted, doubts}) option->needs(output);
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->report, FileKind::kReport)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,7 @@
 #include "jobs/reseau.h"
 
 #include "app/jobs/reseau.h"
+#include "app/session/call_files.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -85,7 +86,7 @@ int run(const Options& options) {
   if (save && !program.save(options.output)) return kFailure;
   if (!options.log.empty()) print("\nJournal : " + options.log + "\n");
   if (save) {
-    print("Dessin  : " + options.output + ", " + counted(result.places, "point") +
+    print("Dessin  : " + writtenDrawing(options.output).string() + ", " + counted(result.places, "point") +
           (result.places > 1 ? " placés\n" : " placé\n"));
   }
   if (job.placer && result.retenu) printWithheld();
@@ -110,6 +111,11 @@ Run declareReseau(CLI::App& sub) {
           ->type_name("DESSIN");
   drawing->needs(output);
   addDoubtOption(sub, options->despiteDoubts)->needs(output);
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->log, FileKind::kText)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

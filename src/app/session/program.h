@@ -25,6 +25,8 @@ public:
   bool run();
   /// Runs one line; the source answers what it asks. @return false when it failed
   bool run(const std::string& line);
+  /// Says on standard error which open drawings have changes that no save took, unless QUIT asked about them.
+  void tellUnsaved() const;
   /// Saves the current drawing. @return false with the reason on standard error
   bool save(const std::string& output);
 
@@ -34,6 +36,7 @@ private:
   bool run(Work work);
 
   base::LineSource& m_source;
+  bool m_quit = false;  ///< QUIT was answered
   StandardOutput m_output;
   ui::ScriptDriver m_driver;
   std::unique_ptr<DocumentProjects> m_projects;

@@ -7,16 +7,13 @@
 #include "arx/dxf/dxfsource.h"
 #include "arx/dxf/dxfwrite.h"
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 namespace fs = std::filesystem;
 namespace base = veltora::base;
 
 namespace {
-
-bool endsIn(const fs::path& path, const std::wstring& extension) {
-  return base::compareNoCase(path.extension().wstring(), extension) == 0;
-}
 
 /// A drawing of the binary kind, by its first bytes.
 bool isBinaryDrawing(const fs::path& path) {
@@ -26,7 +23,7 @@ bool isBinaryDrawing(const fs::path& path) {
          std::string_view(head, 4) == "AC10";
 }
 
-fs::path pathOf(const ACHAR* fileName) { return fs::path(base::toUtf8(fileName)); }
+fs::path pathOf(const ACHAR* fileName) { return base::cheminDuTexte(fileName); }
 
 class DxfFileFormat final : public AcDbFileFormat {
 public:
@@ -66,7 +63,7 @@ public:
 
 fs::path dxfServingFile(const fs::path& path, bool forWriting) {
   std::error_code ignored;
-  if (!endsIn(path, L".dwg")) return path;
+  if (base::terminaison(path) != L"dwg") return path;
   if (fs::is_regular_file(path, ignored) && !isBinaryDrawing(path)) return path;
   const fs::path twin = fs::path(path).replace_extension(".dxf");
   return forWriting || fs::is_regular_file(twin, ignored) || !fs::exists(path, ignored) ? twin : path;

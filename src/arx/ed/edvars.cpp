@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edprompt.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -184,9 +185,9 @@ void addDocumentVariables(std::map<std::wstring, Special>& all) {
   all[L"DWGTITLED"] = {[](resbuf& r) { return putShort(r, documentName().path.empty() ? 0 : 1), true; }};
   all[L"DWGPREFIX"] = {[](resbuf& r) {
     std::error_code error;
-    const fs::path path = base::toUtf8(documentName().path);
+    const fs::path path = base::cheminDuTexte(documentName().path);
     const fs::path folder = path.empty() ? fs::current_path(error) : path.parent_path();
-    putText(r, base::fromUtf8((folder / "").string()));
+    putText(r, base::texteDuChemin(folder / ""));
     return true;
   }};
   all[L"DBMOD"] = {[](resbuf& r) {

@@ -1,5 +1,7 @@
 #include "calc/dialogs/resultats_dlg.h"
 
+#include "arx/ed/acutads.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "ui/driver.h"
 
@@ -31,14 +33,21 @@ void resultPolygo::enregistrer() {
   if (!choix) return;
   htmlDocument copie = m_document;
   // Deliberate (toujours-word): the Word form whatever the extension, ".htm" included.
-  copie.setFichier(base::toUtf8(choix->path), htmlDocument::word);
+  copie.setFichier(base::cheminDuTexte(choix->path).native(), htmlDocument::word);
   if (choix->path.size() < 3) copie.format = htmlDocument::simple;
-  if (copie.ecrire()) ui::messageBox(L"Le fichier " + choix->path + L" a été crée ! ");
+  std::string raison;
+  if (copie.ecrire(&raison))
+    ui::messageBox(L"Le fichier " + choix->path + L" a été crée ! ");
+  else
+    ui::messageBox(base::fromUtf8(raison));
 }
 
 void montrerRapport(htmlDocument& document) {
   static std::string precedent;
-  if (document.ecrire() && document.fichierTemporaire) {
+  std::string raison;
+  if (!document.ecrire(&raison)) {
+    acutPrintf(L"\n%s", base::fromUtf8(raison));
+  } else if (document.fichierTemporaire) {
     retirer(precedent);
     precedent = document.nomFichier;
   }

@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "base/lines/line_reader.h"
 #include "base/numbers.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "core/valider_nombre.h"
 #include "points/comparer_numeros.h"
@@ -41,7 +42,7 @@ std::wstring nomPropre(std::wstring_view nom) {
   return propre;
 }
 
-std::filesystem::path chemin(const std::wstring& nom) { return base::toUtf8(nom); }
+std::filesystem::path chemin(const std::wstring& nom) { return base::cheminDuTexte(nom); }
 
 /// Takes the next word off a line; empty at its end.
 std::string_view prendreMot(std::string_view& reste) {
