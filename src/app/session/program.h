@@ -2,6 +2,7 @@
 
 #include "app/session/document_projects.h"
 #include "app/session/line_sources.h"
+#include "app/session/reading_log.h"
 #include "base/uncopyable.h"
 #include "ui/script_driver.h"
 
@@ -36,6 +37,7 @@ private:
   base::LineSource& m_source;
   StandardOutput m_output;
   ui::ScriptDriver m_driver;
+  ReadingLog m_reading;
   std::unique_ptr<DocumentProjects> m_projects;
 };
 
