@@ -1,6 +1,6 @@
 #include "jobs/helmert.h"
 
-#include "arx/db/dbents.h"
+#include "arx/db/dbgroupmap.h"
 #include "arx/db/dbmain.h"
 #include "base/files.h"
 #include "base/format.h"
@@ -15,14 +15,19 @@ namespace {
 
 constexpr std::size_t kCouplesMinimum = 3;
 
-void transformerDessin(const AcGeMatrix3d& matrice, resultatHelmertUnAppel& resultat) {
+/// @return false, nothing transformed, when an entity cannot be carried along
+bool transformerDessin(const AcGeMatrix3d& matrice, resultatHelmertUnAppel& resultat) {
   AcDbDatabase* dessin = acdbHostApplicationServices()->workingDatabase();
-  if (!dessin) return;
+  if (!dessin) return true;
   std::vector<AcDbObjectId> entites;
   {
     const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin->modelSpaceId(), AcDb::kForRead);
-    if (espace.openStatus() != Acad::eOk) return;
+    if (espace.openStatus() != Acad::eOk) return true;
     for (const AcDbObjectId id : espace->entities()) entites.push_back(id);
+  }
+  if (const std::wstring fixes = acdbImmovable(entites); !fixes.empty()) {
+    resultat.erreur = L"rien n'est transformé, ces objets du dessin ne peuvent pas l'être : " + fixes;
+    return false;
   }
   for (const AcDbObjectId id : entites) {
     const AcDbObjectPointer<AcDbEntity> entite(id, AcDb::kForWrite);
@@ -30,6 +35,7 @@ void transformerDessin(const AcGeMatrix3d& matrice, resultatHelmertUnAppel& resu
     const bool portee = entite->transformBy(matrice) == Acad::eOk;
     ++(portee ? resultat.transformees : resultat.refusees);
   }
+  return true;
 }
 
 bool lire(const demandeHelmert& demande, couplesNommes& lus, resultatHelmertUnAppel& resultat) {
@@ -68,9 +74,8 @@ bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resu
   rapportHelmert(couples, rapport);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur)) return false;
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
-  if (demande.appliquer && !resultat.retenu)
-    transformerDessin(matriceHelmert(couples.depart, resultat.parametres), resultat);
-  return true;
+  if (!demande.appliquer || resultat.retenu) return true;
+  return transformerDessin(matriceHelmert(couples.depart, resultat.parametres), resultat);
 }
 
 }  // namespace veltora

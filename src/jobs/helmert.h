@@ -36,7 +36,7 @@ struct resultatHelmertUnAppel {
 /// Reads, computes, writes the report, transforms, in this order; the first failure ends it, and
 /// nothing is transformed then.
 /// @return false with `erreur` set: the file cannot be read or has fewer than three pairs, the pairs
-/// determine no transformation, the report cannot be written
+/// determine no transformation, the report cannot be written, the drawing holds what cannot be transformed
 VELTORA_API bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resultat);
 
 }  // namespace veltora

@@ -16,6 +16,11 @@ std::string withReturns(std::string text) {
   return text;
 }
 
+std::string ofReturns(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', '\r');
+  return text;
+}
+
 std::string withPage(const std::string& version, const std::string& page, const std::string& text) {
   return dxfText("SECTION|2 HEADER|9 $ACADVER|1 " + version + "|9 $DWGCODEPAGE|3 " + page +
                  "|9 $HANDSEED|5 500|ENDSEC|SECTION|2 ENTITIES|POINT|5 30|100 AcDbEntity|8 " + text +
@@ -108,6 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
     All, DxfReading,
     testing::ValuesIn(withRows(
         "read", {{"line ends of two characters", withReturns(kLine), "", " 10\n1.5\n"},
+                 {"line ends of the third kind", ofReturns(kLine), "", " 10\n1.5\n"},
+                 {"end mark behind the end", kLine + "\x1a", "", " 10\n1.5\n"},
                  {"byte order mark", "\xEF\xBB\xBF" + kLine, "", " 10\n1.5\n"},
                  {"comments in front", "999\nfait à la main\n" + kLine, "", "999\nfait à la main\n"},
                  {"lone return in a text", withPage("AC1032", "ANSI_1252", "a\rb"), "", "  8\na^Mb\n"},

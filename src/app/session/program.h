@@ -2,6 +2,7 @@
 
 #include "app/session/document_projects.h"
 #include "app/session/line_sources.h"
+#include "app/session/reading_log.h"
 #include "base/uncopyable.h"
 #include "ui/script_driver.h"
 
@@ -39,6 +40,7 @@ private:
   bool m_quit = false;  ///< QUIT was answered
   StandardOutput m_output;
   ui::ScriptDriver m_driver;
+  ReadingLog m_reading;
   std::unique_ptr<DocumentProjects> m_projects;
 };
 

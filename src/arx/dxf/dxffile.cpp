@@ -2,6 +2,7 @@
 
 #include "arx/db/dbfileformat.h"
 #include "arx/dxf/dxfdefault.h"
+#include "arx/dxf/dxfextents.h"
 #include "arx/dxf/dxfinsert.h"
 #include "arx/dxf/dxfread.h"
 #include "arx/dxf/dxfsource.h"
@@ -33,11 +34,16 @@ public:
 
   Acad::ErrorStatus read(AcDbDatabase& database, const ACHAR* fileName,
                          std::wstring* message) const override {
-    return dxfReadFile(database, dxfServingFile(pathOf(fileName)), message);
+    DxfFindings findings;
+    const Acad::ErrorStatus status =
+        dxfReadFile(database, dxfServingFile(pathOf(fileName)), message, &findings);
+    if (status == Acad::eOk) database.setReadFindings(std::move(findings));
+    return status;
   }
 
   Acad::ErrorStatus write(AcDbDatabase& database, const ACHAR* fileName,
                           std::wstring* message) const override {
+    const DxfStoredExtents stored(database);
     base::RemplacementFichier file(dxfServingFile(pathOf(fileName), true));
     dxfWrite(database, [&](std::string_view piece) { file.ecrire(piece); });
     std::string reason;

@@ -1,6 +1,7 @@
 #include "calc/dialogs/helmert_dlg.h"
 
 #include "arx/db/dballents.h"
+#include "arx/db/dbgroupmap.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
@@ -166,6 +167,10 @@ void CHelmertDLG::appliquerSelection() {
   acutPrintf(L"\nSelectionnez Elements pour lesquels vous voulez appliquer la transformation :");
   std::vector<AcDbObjectId> entites;
   if (selectEntities(nullptr, nullptr, entites) != RTNORM) return;
+  if (const std::wstring fixes = acdbImmovable(entites); !fixes.empty()) {
+    acutPrintf(L"\nRien n'est transformé, ces objets ne peuvent pas l'être : %s.", fixes);
+    return;
+  }
   for (const AcDbObjectId id : entites) {
     const AcDbObjectPointer<AcDbEntity> entite(id, AcDb::kForWrite);
     if (entite.openStatus() == Acad::eOk) entite->transformBy(matrice);
