@@ -5,9 +5,12 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "calc/helmert/controle_helmert.h"
 #include "calc/helmert/couples_fichier.h"
 #include "calc/helmert/rapport_helmert.h"
 #include "jobs/ecrire_rapport.h"
+#include "points/exchange/table_obs_xyz.h"
+#include "points/projets_topo.h"
 #include "report/html_document.h"
 
 namespace veltora {
@@ -48,6 +51,64 @@ bool lire(const demandeHelmert& demande, couplesNommes& lus, resultatHelmertUnAp
   return false;
 }
 
+/// Carries the points of the drawing's tables, or says that they stay behind.
+void porterTables(const demandeHelmert& demande, const AcGePoint2d& centre,
+                  resultatHelmertUnAppel& resultat) {
+  if (!tablesPoints) return;
+  int points = 0;
+  for (listePointsDuDessin* table : tablesPoints->tablesListe) {
+    points += table->nbPoint();
+    if (!demande.tables) continue;
+    for (pointDuDessin& point : *table->getData()) {
+      const AcGePoint2d p = porterPoint({point.x, point.y}, resultat.parametres, centre);
+      point.setXY(p.x, p.y, point.z);
+    }
+  }
+  if (points > 0 && !demande.tables) {
+    resultat.remarques.ajouter(
+        base::formater(L"les tables gardent les anciennes coordonnées de leurs points (%d) ; --tables les "
+                       L"porte avec le dessin",
+                       points));
+  }
+}
+
+bool lireListe(const demandeHelmert& demande, tableObsXYZ& liste, resultatHelmertUnAppel& resultat) {
+  const std::wstring nom = L"« " + base::fromUtf8(demande.points.string()) + L" »";
+  for (const auto& lu : {demande.points, demande.fichier}) {
+    std::error_code sansImportance;
+    if (!std::filesystem::equivalent(lu, demande.vers, sansImportance)) continue;
+    resultat.erreur = L"« " + base::fromUtf8(demande.vers.string()) +
+                      L" » : c'est un fichier à lire, il n'est pas remplacé";
+    return false;
+  }
+  liste.colonneZCompte = true;
+  if (!liste.charger(base::fromUtf8(demande.points.string()).c_str())) {
+    resultat.erreur = nom + L" : fichier introuvable ou illisible";
+    return false;
+  }
+  base::Remarques lues = liste.remarques;
+  lues.situer(base::fromUtf8(demande.points.filename().string()));
+  resultat.remarques.citer(lues);
+  if (liste.lignes.empty()) resultat.erreur = nom + L" : aucun point";
+  return !liste.lignes.empty();
+}
+
+bool ecrireListe(const demandeHelmert& demande, tableObsXYZ& liste, const AcGePoint2d& centre,
+                 resultatHelmertUnAppel& resultat) {
+  for (pointXYZ& ligne : liste.lignes) {
+    const AcGePoint2d p = porterPoint({ligne.x, ligne.y}, resultat.parametres, centre);
+    ligne.x = p.x;
+    ligne.y = p.y;
+  }
+  std::string raison;
+  if (!base::remplacerFichier(demande.vers, liste.contenu(), &raison)) {
+    resultat.erreur = base::fromUtf8(raison);
+    return false;
+  }
+  resultat.portes = static_cast<int>(liste.lignes.size());
+  return true;
+}
+
 }  // namespace
 
 bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resultat) {
@@ -60,6 +121,12 @@ bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resu
     resultat.erreur = L"transformation indéterminée : les points de départ sont confondus ou trop proches";
     return false;
   }
+  tableObsXYZ liste;
+  const bool avecListe = !demande.points.empty();
+  if (avecListe && !lireListe(demande, liste, resultat)) return false;
+  controlerCouples(lus, portes, resultat.remarques);
+  const AcGePoint2d centre = centreDes(couples.depart);
+  resultat.translation = translationOrigine(couples.depart, resultat.parametres);
   resultat.ecarts = calculerEcarts(portes, couples.arrivee);
   for (std::size_t i = 0; i < portes.size(); ++i) {
     resultat.residus.push_back({lus.noms[i], portes[i] - couples.arrivee[i]});
@@ -68,8 +135,11 @@ bool executerHelmert(const demandeHelmert& demande, resultatHelmertUnAppel& resu
   rapportHelmert(couples, rapport);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur)) return false;
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
-  if (demande.appliquer && !resultat.retenu)
-    transformerDessin(matriceHelmert(couples.depart, resultat.parametres), resultat);
+  if (resultat.retenu) return true;
+  if (avecListe && !ecrireListe(demande, liste, centre, resultat)) return false;
+  if (!demande.appliquer) return true;
+  transformerDessin(matriceHelmert(couples.depart, resultat.parametres), resultat);
+  porterTables(demande, centre, resultat);
   return true;
 }
 
