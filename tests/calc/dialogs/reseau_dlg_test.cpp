@@ -72,6 +72,28 @@ TEST_F(ReseauPlace, ItererInerte) {
   EXPECT_EQ(dialogue.journal.text(), journal);
 }
 
+TEST_F(ReseauPlace, CalculerZSeul) {
+  const std::string sansHauteur = "A 0 0 100\nB 100 0\nOBS\nA NORD P 50\nB NORD P 350\n";
+  const struct {
+    std::string fichier;
+    std::vector<std::string> boutons;
+    std::string table;
+  } cas[] = {
+      {kDeuxVisees, {"[Calculer Z]"}, ""},
+      {sansHauteur, {"[Calculer X,Y]", "[Calculer Z]"}, ""},
+      {sansHauteur, {"[Calculer Z]", "[Calculer X,Y]"}, "P 50.00 50.00 - 100\n"},
+  };
+  for (const auto& c : cas) {
+    m_projets.currTable()->getData()->RemoveAll();
+    CDlgMoindresCarres dialogue;
+    std::vector<std::string> lignes{"[Données]", fichierMc(c.fichier)};
+    lignes.insert(lignes.end(), c.boutons.begin(), c.boutons.end());
+    lignes.insert(lignes.end(), {"[Placer !!!]", "[Fermer]"});
+    mener(dialogue, lignes);
+    EXPECT_EQ(table(), c.table) << c.boutons[0] << " " << c.fichier;
+  }
+}
+
 TEST_F(ReseauPlace, OneCallComputesLogsAndPlaces) {
   for (int fois = 0; fois < 2; ++fois) {
     const resultatReseau r = lancer(kDeuxVisees + "p nord haut . . 1\n", true);
