@@ -16,10 +16,10 @@ namespace veltora {
 namespace {
 
 constexpr std::size_t kCausesMax = 3;
-constexpr int kEssaisMax = 60;  // single observations tried
-constexpr int kEssaisMin = 5;
-constexpr int kPointsParEssai = 3000;      // unknown points times trials, about
-constexpr std::size_t kResidusSuivis = 5;  // largest residuals whose points are looked at
+constexpr double kEssaisMax = 60;  // single observations tried
+constexpr double kEssaisMin = 5;
+constexpr double kCarresParEssai = 200000;  // squares of the number of points times trials, about
+constexpr std::size_t kResidusSuivis = 5;   // largest residuals whose points are looked at
 
 /// Changes the observations or the fixed points of a network. @return false when there is nothing to change
 using Modification = std::function<bool(donneesReseau&)>;
@@ -167,8 +167,9 @@ std::vector<int> aEssayer(const reseauMoindresCarres& reseau, const std::vector<
     const bool voisine = suspects.empty() || std::any_of(trois.begin(), trois.end(), proche);
     if (voisine && std::find(choisies.begin(), choisies.end(), i) == choisies.end()) choisies.push_back(i);
   }
-  const int points1 = std::max(1, reseau.points.GetSize());
-  const auto permis = static_cast<std::size_t>(std::clamp(kPointsParEssai / points1, kEssaisMin, kEssaisMax));
+  const double taille = std::max(1, reseau.points.GetSize());
+  const auto permis =
+      static_cast<std::size_t>(std::clamp(kCarresParEssai / (taille * taille), kEssaisMin, kEssaisMax));
   if (choisies.size() > permis) choisies.resize(suspects.empty() ? 0 : permis);
   return choisies;
 }

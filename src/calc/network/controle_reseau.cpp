@@ -16,6 +16,7 @@ namespace veltora {
 namespace {
 
 constexpr double kMediane = 5.0;        // times the median of the kind, strict
+constexpr double kAuHasard = 100.0;     // residuals of a kind, above which chance alone passes that factor
 constexpr std::size_t kResidusMin = 4;  // fewer have no median to speak of
 constexpr double kSansControle = 1e-7;  // metres; radians times metres: an observation without redundancy
 constexpr double kArrondi = 0.015;      // metres that coordinates and measures in centimetres explain, strict
@@ -24,6 +25,7 @@ constexpr double kFaute = 0.05;                        // metres, too large by i
 constexpr double kFauteRelative = 1.0 / 1000;          // of a distance, likewise and besides
 constexpr double kFauteAngle = 3.1415926535897932e-4;  // radians, 20 mgr, likewise and besides
 constexpr double kProcheDeZero = 0.3;                  // radians: one direction, but for the turn
+constexpr double kJeu = 1.5;                           // on the reach of observations
 constexpr double kPorteeAngle = 10.0;                  // times the extent of the fixed points
 
 bool place(const pointACalculer& p) {
@@ -54,6 +56,7 @@ bool auDelaDesArrondis(const donneesReseau& reseau, const residuPese& r) {
 struct medianes {
   double valeur = 0.0;    // radians or metres
   double enMetres = 0.0;  // across the sight
+  double facteur = kMediane;
 };
 
 double milieu(std::vector<double> valeurs) {
@@ -71,13 +74,16 @@ medianes mesurerMedianes(const std::vector<residuPese>& residus) {
     largeurs.push_back(r.enMetres);
   }
   if (valeurs.size() < kResidusMin) return {};
-  return {milieu(std::move(valeurs)), milieu(std::move(largeurs))};
+  // The largest of n normal errors grows with the root of ln n.
+  const double hasard = std::max(kAuHasard, static_cast<double>(valeurs.size()));
+  const double facteur = kMediane * std::sqrt(std::log(hasard) / std::log(kAuHasard));
+  return {milieu(std::move(valeurs)), milieu(std::move(largeurs)), facteur};
 }
 
 /// Many times the median, and not only because the sight is short: across it, too.
 bool detonne(const residuPese& r, const medianes& m) {
-  return m.valeur > 0.0 && std::fabs(r.residu.valeur) > kMediane * m.valeur &&
-         r.enMetres > kMediane * m.enMetres;
+  return m.valeur > 0.0 && std::fabs(r.residu.valeur) > m.facteur * m.valeur &&
+         r.enMetres > m.facteur * m.enMetres;
 }
 
 std::vector<residuPese> duGenre(const donneesReseau& reseau, const std::vector<residuObservation>& residus,
@@ -202,7 +208,7 @@ std::vector<int> pointsTropLoin(const donneesReseau& reseau) {
   for (int i = 0; i < reseau.points.GetSize(); ++i) {
     const pointACalculer& p = reseau.points.GetAt(i);
     if (p.planiConnue || !place(p)) continue;
-    const auto atteint = [&](const pointACalculer* fixe) { return ecart(*fixe, p) <= portees.de(i); };
+    const auto atteint = [&](const pointACalculer* fixe) { return ecart(*fixe, p) <= kJeu * portees.de(i); };
     if (std::none_of(fixes.begin(), fixes.end(), atteint)) loin.push_back(i);
   }
   return loin;

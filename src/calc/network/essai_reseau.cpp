@@ -1,6 +1,7 @@
 #include "calc/network/essai_reseau.h"
 
 #include "calc/angles.h"
+#include "calc/network/points_provisoires.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +9,9 @@
 namespace veltora {
 namespace {
 
-constexpr int kPassesEssai = 30;
+constexpr int kPassesEssai = 10;
+constexpr double kLoinDuCompte =
+    0.05;  // radians, or a share of a distance: the median in front of the first solve
 
 bool donnee(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
 
@@ -32,15 +35,32 @@ void essaiReseau::ramenerAngles() {
   }
 }
 
+/// Whether the provisional coordinates are anywhere near: not so when what was changed is not the mistake.
+bool essaiReseau::pasTropFaux() const {
+  std::vector<double> ecarts;
+  for (const residuObservation& r : residusPlan(reseau)) {
+    const ObservationReduite& o = reseau.observations.GetAt(r.observation);
+    ecarts.push_back(std::fabs(o.type == ObservationReduite::kAngle ? r.valeur : r.valeur / o.mesure));
+  }
+  if (ecarts.empty()) return false;
+  const auto milieu = ecarts.begin() + static_cast<std::ptrdiff_t>(ecarts.size() / 2);
+  std::nth_element(ecarts.begin(), milieu, ecarts.end());
+  return *milieu < kLoinDuCompte;
+}
+
 bool essaiReseau::planConvient(int pointsAttendus) {
   std::wstring journal;
-  bool continuer = reseau.calculerPlani(journal, true);
+  reseau.reduireObservations(journal);
+  if (!calculerPointsProvisoires(reseau, journal) || pointsEnPlan(reseau) < pointsAttendus) return false;
+  ramenerAngles();
+  if (!pasTropFaux()) return false;
+  bool continuer = true;
   for (int passe = 0; continuer && passe < kPassesEssai; ++passe) {
-    ramenerAngles();
     journal.clear();
     continuer = reseau.calculerPlani(journal, false);
+    ramenerAngles();
   }
-  if (continuer || !(reseau.dernierPas >= 0.0) || pointsEnPlan(reseau) < pointsAttendus) return false;
+  if (continuer || !(reseau.dernierPas >= 0.0)) return false;
   m_residus = residusPlan(reseau);
   return static_cast<int>(m_residus.size()) > 2 * pointsEnPlan(reseau) &&
          residusSuspects(reseau, m_residus).empty() && pointsTropLoin(reseau).empty() &&

@@ -24,6 +24,7 @@ public:
 
 private:
   void ramenerAngles();
+  [[nodiscard]] bool pasTropFaux() const;
   std::vector<residuObservation> m_residus;
 };
 
