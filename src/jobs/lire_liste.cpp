@@ -35,6 +35,13 @@ void remarquerLignes(base::Remarques lues, const std::wstring& fichier, base::Re
   });
 }
 
+base::Remarques doutesDe(const std::vector<questionListe>& questions, const std::wstring& fichier) {
+  base::Remarques doutes;
+  for (const questionListe& question : questions) doutes.douter(question.phrase());
+  doutes.situer(fichier);
+  return doutes;
+}
+
 /// One reading of one file.
 class Lecture {
 public:
@@ -102,10 +109,7 @@ private:
   }
 
   void douter(const std::vector<questionListe>& questions) {
-    base::Remarques doutes;
-    for (const questionListe& question : questions) doutes.douter(question.phrase());
-    doutes.situer(m_fichier);
-    m_resultat.remarques.ajouter(doutes);
+    m_resultat.remarques.ajouter(doutesDe(questions, m_fichier));
   }
 
   const demandeLectureListe& m_demande;
@@ -122,6 +126,12 @@ private:
 
 bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat) {
   return Lecture(demande, liste, resultat).lire();
+}
+
+base::Remarques doutesXyz(const std::filesystem::path& fichier) {
+  const std::optional<std::string> octets = base::lireFichier(fichier);
+  if (!octets || !tablesPoints) return {};
+  return doutesDe(verifierXyz(*octets, reperesDuDessin()), base::fromUtf8(fichier.string()));
 }
 
 }  // namespace veltora
