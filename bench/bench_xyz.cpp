@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "mesure.h"
 #include "points/exchange/exporter_points.h"
+#include "points/exchange/lecture_liste.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/tri_points.h"
 
@@ -28,6 +29,15 @@ std::string makeList(int n) {
   return bytes;
 }
 
+/// The same with decimal commas and thousands, as spreadsheets write it.
+std::string makeSheet(int n) {
+  std::string bytes = "Num;X;Y;Altitude;Nature;Observation\n";
+  for (int i = 0; i < n; ++i)
+    bytes += base::formater("P%d;652 %03d,%04d;6 862 %03d,%04d;%d,%03d;%s;obs %d\n", i, i % 1000, i % 9999,
+                            i % 997, i % 8888, 100 + i % 50, i % 1000, i % 3 ? "Regard" : "7", i);
+  return bytes;
+}
+
 /// A result that is wrong makes the figures worthless.
 void expect(bool right, const char* what) {
   if (right) return;
@@ -40,6 +50,12 @@ void run(Mesure& measure, int n) {
   tableObsXYZ list;
   measure("read .xyz", n, [&] { list.lire(bytes); });
   expect(list.lignes.size() == static_cast<std::size_t>(n), "read");
+  const std::string sheet = makeSheet(n);
+  formeListe form;
+  measure("recognise a sheet", n, [&] { form = reconnaitreListe(sheet, {}, {}); });
+  measure("read a sheet", n, [&] {
+    expect(form.questions.empty() && lireListe(sheet, form).lignes.size() == list.lignes.size(), "sheet");
+  });
   const char* names[] = {"name", "X", "Y", "Z", "code", "running number"};
   for (int column = 0; column < 6; ++column) {
     measure(std::string("form, sort by ") + names[column], n, [&] {

@@ -27,6 +27,12 @@ std::vector<pointDuDessin> choisir(const listePointsDuDessin& table, const deman
   return points;
 }
 
+std::vector<std::wstring> observationsDe(const std::vector<pointDuDessin>& points) {
+  std::vector<std::wstring> observations;
+  for (const pointDuDessin& point : points) observations.push_back(observationDuBloc(point.id));
+  return observations;
+}
+
 }  // namespace
 
 bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat) {
@@ -36,8 +42,11 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   if (!table) return resultat.echec(L"aucune table « " + demande.table + L" » dans ce dessin");
   const std::vector<pointDuDessin> points = choisir(*table, demande);
   if (points.empty()) return resultat.echec(L"aucun point à exporter");
+  const std::wstring fichier = base::texteDuChemin(demande.fichier);
+  const bool ecrites = demande.observations && formeDuFichier(fichier) == formeExport::kTexte;
+  const std::vector<std::wstring> observations = observationsDe(points);
   std::wstring raison;
-  if (!exporterPoints(points, base::texteDuChemin(demande.fichier), raison))
+  if (!exporterPoints(points, fichier, raison, ecrites ? observations : std::vector<std::wstring>()))
     return resultat.echec(raison.empty() ? kInterrompu : raison);
   resultat.nombre = static_cast<int>(points.size());
   const auto sansAltitude = std::count_if(points.begin(), points.end(),
@@ -45,6 +54,12 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   if (sansAltitude > 0)
     resultat.remarques.ajouter(base::formater(L"points sans altitude, dont la colonne Z reste vide : %d",
                                               static_cast<int>(sansAltitude)));
+  const auto laissees = std::count_if(observations.begin(), observations.end(),
+                                      [](const std::wstring& observation) { return !observation.empty(); });
+  if (!ecrites && laissees > 0)
+    resultat.remarques.ajouter(
+        base::formater(L"observations laissées de côté : %d (--observations les écrit dans un texte)",
+                       static_cast<int>(laissees)));
   return true;
 }
 

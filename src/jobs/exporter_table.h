@@ -16,10 +16,12 @@ struct demandeExportPoints {
   std::wstring table;             ///< empty for the current one
   int code = 0;                   ///< only points of this code, of those that a point may bear; 0 for all
   colonnePoints tri = colonnePoints::kOrdre;
+  bool observations = false;  ///< writes those that the blocks show behind the codes of a text
 };
 
-/// Writes the points of a table. @return false with `erreur` set, no file written: no project, an unknown
-/// table, no point, the file cannot be written, the user stops it
+/// Writes the points of a table; observations that it leaves out are a remark. @return false with `erreur`
+/// set, no file written: no project, an unknown table, no point, the file cannot be written, the user stops
+/// it
 VELTORA_API bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat);
 
 }  // namespace veltora

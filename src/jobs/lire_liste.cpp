@@ -28,11 +28,25 @@ reperesListe reperesDuDessin() {
   return {rectangleDe(places), estLibelle};
 }
 
-void remarquerLignes(base::Remarques lues, const std::wstring& fichier, base::Remarques& remarques) {
-  lues.situer(fichier);
-  remarques.citer(lues, [&fichier](int reste) {
-    return fichier + L" : " + std::to_wstring(reste) + L" autres remarques";
+/// What was met line by line, the doubts first: of many only the first ones are told.
+void remarquerLignes(const base::Remarques& lues, const std::wstring& fichier, base::Remarques& remarques) {
+  base::Remarques triees;
+  for (const bool doutes : {true, false})
+    for (const base::Remarque& remarque : lues)
+      if (remarque.douteuse == doutes) triees.ajouter(remarque);
+  const auto comptees = static_cast<int>(lues.nombre() - triees.nombre());
+  if (lues.douteuses() && !triees.douteuses()) triees.douter(L"d'autres lignes sont à vérifier");
+  triees.situer(fichier);
+  remarques.citer(triees, [&fichier, comptees](int reste) {
+    return fichier + L" : " + std::to_wstring(reste + comptees) + L" autres remarques";
   });
+}
+
+base::Remarques doutesDe(const std::vector<questionListe>& questions, const std::wstring& fichier) {
+  base::Remarques doutes;
+  for (const questionListe& question : questions) doutes.douter(question.phrase());
+  doutes.situer(fichier);
+  return doutes;
 }
 
 /// One reading of one file.
@@ -102,10 +116,7 @@ private:
   }
 
   void douter(const std::vector<questionListe>& questions) {
-    base::Remarques doutes;
-    for (const questionListe& question : questions) doutes.douter(question.phrase());
-    doutes.situer(m_fichier);
-    m_resultat.remarques.ajouter(doutes);
+    m_resultat.remarques.ajouter(doutesDe(questions, m_fichier));
   }
 
   const demandeLectureListe& m_demande;
@@ -122,6 +133,12 @@ private:
 
 bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat) {
   return Lecture(demande, liste, resultat).lire();
+}
+
+base::Remarques doutesXyz(const std::filesystem::path& fichier) {
+  const std::optional<std::string> octets = base::lireFichier(fichier);
+  if (!octets || !tablesPoints) return {};
+  return doutesDe(verifierXyz(*octets, reperesDuDessin()), base::fromUtf8(fichier.string()));
 }
 
 }  // namespace veltora

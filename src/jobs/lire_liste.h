@@ -36,4 +36,9 @@ struct demandeLectureListe {
 /// @return false with `erreur` set: the file cannot be read or holds no point, or the user does not want it
 bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat);
 
+/// What looks wrong in a file that is read word by word as an `.xyz` list, for the drawing with its tables:
+/// doubts, each with the options of one call that would read it otherwise. None for a file that cannot be
+/// read.
+VELTORA_API base::Remarques doutesXyz(const std::filesystem::path& fichier);
+
 }  // namespace veltora

@@ -137,6 +137,14 @@ int pointDuDessin::updateFromDrawing(const AcDbObjectId& idBloc) {
   return 1;
 }
 
+AcString observationDuBloc(const AcDbObjectId& bloc) {
+  AcString texte;
+  if (bloc.isNull()) return texte;
+  const AcDbObjectPointer<AcDbBlockReference> reference(bloc);
+  if (reference.openStatus() == Acad::eOk) lireAttribut(*reference, etiquettesPoints.observation, texte);
+  return texte;
+}
+
 int pointDuDessin::saveToXRecord(VeltoraSerializer* flux) const {
   return flux->writeBytes(nomPoint, sizeof(nomPoint)) && flux->writeInt(code) && flux->writeDouble(x) &&
                  flux->writeDouble(y) && flux->writeDouble(z) && flux->writeObjectId(id)

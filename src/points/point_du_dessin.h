@@ -71,4 +71,7 @@ struct VELTORA_API pointDuDessin {
   int readFromXRecord(VeltoraSerializer* flux);
 };
 
+/// The observation that the block of a point shows; empty when it has none, or there is no block.
+VELTORA_API AcString observationDuBloc(const AcDbObjectId& bloc);
+
 }  // namespace veltora

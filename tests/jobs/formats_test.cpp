@@ -6,6 +6,7 @@
 #include "calc/network/fichier_mc.h"
 #include "calc/traverse/obs_fermee.h"
 #include "calc/traverse/obs_ouverte.h"
+#include "points/exchange/lecture_liste.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "support/case_rows.h"
 #include "support/remarques.h"
@@ -84,6 +85,16 @@ std::string lireListe(const std::string& octets) {
   return liste(lignes, table.remarques);
 }
 
+std::string lireTableau(const std::string& octets) {
+  const formeListe forme = reconnaitreListe(octets, {}, {});
+  const listeLue lue = lireListe(octets, forme);
+  std::vector<std::string> lignes;
+  for (const ligneListe& l : lue.lignes)
+    lignes.push_back(base::toUtf8(l.point.nom) + nombres({l.point.x, l.point.y, l.point.z}) +
+                     base::formater(" %d ", l.point.code) + base::toUtf8(l.point.obs));
+  return base::toUtf8(texteColonnes(forme.colonnes)) + ": " + liste(lignes, lue.remarques);
+}
+
 std::string lirePaires(const std::string& octets) {
   const couplesNommes lus = lireCouples(octets);
   std::vector<std::string> paires;
@@ -120,11 +131,9 @@ std::map<std::string, std::string> encodages(const std::wstring& texte) {
 
 TEST(Formats, MarkEncodingAndLineEndsChangeNothing) {
   using Lecteur = std::string (*)(const std::string&);
-  const std::map<std::string, Lecteur> lecteurs{{"closed traverse", lireFermee},
-                                                {"open traverse", lireOuverte},
-                                                {"network", lireReseau},
-                                                {"coordinates", lireListe},
-                                                {"pairs", lirePaires}};
+  const std::map<std::string, Lecteur> lecteurs{
+      {"closed traverse", lireFermee}, {"open traverse", lireOuverte}, {"network", lireReseau},
+      {"coordinates", lireListe},      {"sheet", lireTableau},         {"pairs", lirePaires}};
   const std::map<std::wstring, const char*> finsDeLigne{{L"\n", "LF"}, {L"\r\n", "CR LF"}, {L"\r", "CR"}};
   for (const CaseRow& row : caseRows("jobs/cases/formats.txt", "formats")) {
     for (const auto& [fin, nomFin] : finsDeLigne) {

@@ -20,6 +20,7 @@ struct Options {
   std::string table;
   int code = 0;
   std::string order;
+  bool observations = false;
 };
 
 const std::map<std::string, colonnePoints>& columns() {
@@ -40,6 +41,7 @@ int run(const Options& options) {
   job.table = base::fromUtf8(options.table);
   job.code = options.code;
   if (!options.order.empty()) job.tri = columns().at(options.order);
+  job.observations = options.observations;
   resultatPoints result;
   const bool good = exporterTable(job, result);
   printRemarks(result.remarques);
@@ -68,6 +70,8 @@ Run declareExporter(CLI::App& sub) {
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
       ->check(oneOf(wordsOf(columns())));
+  sub.add_flag("--observations", options->observations,
+               "Écrit dans un texte, derrière le code, l'observation que montre chaque point");
   declareFiles(sub)
       .reads(options->drawing, FileKind::kDrawing)
       .writes(options->file, FileKind::kText, FileKind::kReport);

@@ -3,7 +3,9 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
 #include "base/format.h"
+#include "base/text.h"
 #include "codes/table_codification.h"
+#include "jobs/lire_liste.h"
 #include "points/dialogs/numerotation_dlg.h"
 #include "points/point_du_dessin.h"
 #include "ui/driver.h"
@@ -65,6 +67,8 @@ void CformulaireXYZ::charger(bool vider) {
     base::Suivi suivi;
     m_table.charger(nullptr, vider, &suivi);
   }
+  for (const std::wstring& phrase : doutesXyz(base::toUtf8(choix->path)).phrases())
+    acutPrintf(L"\n%s", phrase);
   // Deliberate (fusionner-libelle): a new code is labelled "Code 7" when its list is loaded, but "Code N° 7",
   // by the row that shows it, when its list is merged.
   if (vider) ajouterCodesManquants();

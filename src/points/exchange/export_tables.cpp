@@ -34,13 +34,29 @@ std::wstring champCsv(const std::wstring& texte) {
   return sortie + L'"';
 }
 
-void ecrireCsv(const listePointsDuDessin& table, bool courante, std::wstring& sortie) {
-  const std::wstring debut = champCsv(table.getNomTable()) + (courante ? L";oui" : L";non");
-  for (const pointDuDessin& point : *table.getData()) {
-    sortie += debut;
-    for (const std::wstring& champ : ligneDe(point, formatTables::kCsv)) sortie += L';' + champCsv(champ);
-    sortie += L'\n';
+/// The sheet of all tables. The column of observations stands there when a point shows one.
+std::wstring csv(const projetsTopo& projets) {
+  std::vector<std::wstring> observations;
+  for (const listePointsDuDessin* table : projets.tablesListe)
+    for (const pointDuDessin& point : *table->getData()) observations.push_back(observationDuBloc(point.id));
+  const bool montrees = std::any_of(observations.begin(), observations.end(),
+                                    [](const std::wstring& observation) { return !observation.empty(); });
+  std::wstring sortie = L"Table;Courante;Nom;X;Y;Z;Code";
+  sortie += montrees ? L";Observation\n" : L"\n";
+  auto observation = observations.begin();
+  for (int i = 0; i < projets.tablesListe.GetSize(); ++i) {
+    const listePointsDuDessin& table = *projets.tablesListe.GetAt(i);
+    const std::wstring debut =
+        champCsv(table.getNomTable()) + (i == projets.tableCourante ? L";oui" : L";non");
+    for (const pointDuDessin& point : *table.getData()) {
+      sortie += debut;
+      for (const std::wstring& champ : ligneDe(point, formatTables::kCsv)) sortie += L';' + champCsv(champ);
+      if (montrees) sortie += L';' + champCsv(*observation);
+      ++observation;
+      sortie += L'\n';
+    }
   }
+  return sortie;
 }
 
 /// Names to the left, numbers to the right.
@@ -78,14 +94,14 @@ bool exporterTables(AcDbDatabase* db, formatTables format, std::string& sortie) 
     sortie = "Les points enregistrés dans ce dessin sont illisibles.\n";
     return false;
   }
-  const bool csv = format == formatTables::kCsv;
-  std::wstring texte = csv ? L"Table;Courante;Nom;X;Y;Z;Code\n" : L"";
-  if (lu == lectureTables::kAucune) {
-    if (!csv) texte = L"Aucune table de points dans ce dessin.\n";
-  } else {
+  std::wstring texte;
+  if (format == formatTables::kCsv)
+    texte = csv(projets);
+  else if (lu == lectureTables::kAucune)
+    texte = L"Aucune table de points dans ce dessin.\n";
+  else
     for (int i = 0; i < projets.tablesListe.GetSize(); ++i)
-      (csv ? ecrireCsv : ecrireTexte)(*projets.tablesListe.GetAt(i), i == projets.tableCourante, texte);
-  }
+      ecrireTexte(*projets.tablesListe.GetAt(i), i == projets.tableCourante, texte);
   sortie = base::toUtf8(texte);
   return true;
 }

@@ -54,11 +54,18 @@ bool exporterRapport(const Points& points, const std::wstring& chemin, base::Sui
   return document.ecrire(&raison);
 }
 
-bool exporterTexte(const Points& points, const std::wstring& chemin, base::Suivi& suivi,
-                   std::string& raison) {
+/// The line of a point with an observation, as an `.xyz` list has it.
+std::string avecObservation(std::string ligne, const std::wstring& observation) {
+  if (!observation.empty()) ligne.insert(ligne.size() - 1, "\t" + base::narrow(observation));
+  return ligne;
+}
+
+bool exporterTexte(const Points& points, const std::wstring& chemin,
+                   const std::vector<std::wstring>& observations, base::Suivi& suivi, std::string& raison) {
   base::RemplacementFichier fichier{base::cheminDuTexte(chemin)};
-  for (const pointDuDessin& point : points) {
-    if (!fichier.ecrire(texteDuPoint(point))) break;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const std::string ligne = texteDuPoint(points[i]);
+    if (!fichier.ecrire(observations.empty() ? ligne : avecObservation(ligne, observations[i]))) break;
     suivi.avancer();
     if (suivi.arrete()) return false;
   }
@@ -83,11 +90,13 @@ formeExport formeDuFichier(std::wstring_view chemin) {
   return formeExport::kTexte;
 }
 
-bool exporterPoints(const Points& points, const std::wstring& chemin, std::wstring& raison) {
+bool exporterPoints(const Points& points, const std::wstring& chemin, std::wstring& raison,
+                    const std::vector<std::wstring>& observations) {
   base::Suivi suivi(static_cast<long long>(points.size()));
   std::string detail;
   const bool rapport = formeDuFichier(chemin) == formeExport::kRapport;
-  const bool ecrit = (rapport ? exporterRapport : exporterTexte)(points, chemin, suivi, detail);
+  const bool ecrit = rapport ? exporterRapport(points, chemin, suivi, detail)
+                             : exporterTexte(points, chemin, observations, suivi, detail);
   raison = base::fromUtf8(detail);
   return ecrit;
 }

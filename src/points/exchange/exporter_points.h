@@ -19,7 +19,8 @@ VELTORA_API std::string texteDuPoint(const pointDuDessin& point);
 /// Writes points, in their order, to a file of the form that its name asks for; the old file stays whole when
 /// that fails or is stopped. Reports have the Word form whatever the extension. Shows progress.
 /// @param raison  why it failed, French; empty when it was stopped
+/// @param observations  of the points, which stand in a text behind the codes; empty for none
 VELTORA_API bool exporterPoints(const std::vector<pointDuDessin>& points, const std::wstring& chemin,
-                                std::wstring& raison);
+                                std::wstring& raison, const std::vector<std::wstring>& observations = {});
 
 }  // namespace veltora
