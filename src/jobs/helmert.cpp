@@ -8,6 +8,7 @@
 #include "calc/helmert/couples_fichier.h"
 #include "calc/helmert/rapport_helmert.h"
 #include "jobs/ecrire_rapport.h"
+#include "jobs/genre_fichier.h"
 #include "report/html_document.h"
 
 namespace veltora {
@@ -39,6 +40,8 @@ bool lire(const demandeHelmert& demande, couplesNommes& lus, resultatHelmertUnAp
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return false;
   }
+  resultat.erreur = refusDuGenre(nom, *octets, genreFichier::couples);
+  if (!resultat.erreur.empty()) return false;
   lus = lireCouples(*octets);
   resultat.remarques = lus.remarques;
   resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));

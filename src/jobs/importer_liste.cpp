@@ -1,11 +1,13 @@
 #include "jobs/importer_liste.h"
 
 #include "arx/db/dbmain.h"
+#include "base/files.h"
 #include "base/format.h"
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/point_name.h"
+#include "jobs/genre_fichier.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/projets_topo.h"
 
@@ -81,6 +83,10 @@ bool importerListe(const demandeImportListe& demande, resultatPoints& resultat) 
   resultat = {};
   const std::wstring fichier = nomAffiche(demande.fichier);
   if (!tablesPoints) return resultat.echec(kSansProjet);
+  if (const auto octets = base::lireFichier(demande.fichier)) {
+    const std::wstring refus = refusDuGenre(fichier, *octets, genreFichier::xyz);
+    if (!refus.empty()) return resultat.echec(refus);
+  }
   tableObsXYZ liste;
   liste.colonneZCompte = true;
   if (!liste.charger(fichier.c_str()))

@@ -6,6 +6,7 @@
 #include "calc/traverse/nivellement.h"
 #include "calc/traverse/polygonale_lue.h"
 #include "jobs/ecrire_rapport.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_stations.h"
 #include "report/html_document.h"
@@ -31,6 +32,8 @@ std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPo
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return nullptr;
   }
+  resultat.erreur = refusDuGenre(nom, *octets, genreFichier::obs);
+  if (!resultat.erreur.empty()) return nullptr;
   base::Remarques lues;
   std::unique_ptr<polygonaleLue> lue = lirePolygonale(*octets, lues);
   resultat.remarques.ajouterGroupees(lues);

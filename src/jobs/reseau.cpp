@@ -5,12 +5,14 @@
 #include "calc/network/fichier_mc.h"
 #include "calc/network/remarques_reseau.h"
 #include "core/code_range.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_reseau.h"
 #include "jobs/placer_stations.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace veltora {
 namespace {
@@ -22,6 +24,8 @@ bool lire(const demandeReseau& demande, reseauMoindresCarres& reseau, resultatRe
     resultat.erreur = nom + L" : fichier introuvable ou illisible";
     return false;
   }
+  resultat.erreur = refusDuGenre(base::fromUtf8(demande.fichier.string()), *octets, genreFichier::mc);
+  if (!resultat.erreur.empty()) return false;
   const bool suffisant = lireMc(*octets, reseau, &resultat.remarques);
   if (!suffisant) {
     resultat.erreur = nom + (reseau.points.empty() ? L" : aucun point" : L" : aucune observation");
@@ -78,6 +82,11 @@ void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
 
 void placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   const std::vector<stationCalculee> points = pointsSitues(reseau);
+  if (std::wstring refus = refusDePlacer(points, true); !refus.empty()) {
+    resultat.remarques.douter(std::move(refus));
+    resultat.retenu = true;
+    return;
+  }
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
   preparerCodeStations(kStationCode, false);
   placerReseau(points);
