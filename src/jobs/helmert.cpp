@@ -9,6 +9,7 @@
 #include "calc/helmert/couples_fichier.h"
 #include "calc/helmert/rapport_helmert.h"
 #include "jobs/ecrire_rapport.h"
+#include "jobs/genre_fichier.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/projets_topo.h"
 #include "report/html_document.h"
@@ -44,15 +45,17 @@ void transformer(const std::vector<AcDbObjectId>& entites, const AcGeMatrix3d& m
 }
 
 bool lire(const demandeHelmert& demande, couplesNommes& lus, resultatHelmertUnAppel& resultat) {
-  const std::wstring nom = base::fromUtf8(demande.fichier.string());
+  const std::wstring nom = base::texteDuChemin(demande.fichier);
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return false;
   }
+  resultat.erreur = refusDuGenre(nom, *octets, genreFichier::couples);
+  if (!resultat.erreur.empty()) return false;
   lus = lireCouples(*octets);
   resultat.remarques = lus.remarques;
-  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
+  resultat.remarques.situer(base::texteDuChemin(demande.fichier.filename()));
   if (lus.noms.size() >= kCouplesMinimum) return true;
   resultat.erreur = base::formater(L"« %s » : %d couple%s de points, il en faut au moins trois", nom.c_str(),
                                    static_cast<int>(lus.noms.size()), lus.noms.size() > 1 ? L"s" : L"");
@@ -81,21 +84,21 @@ void porterTables(const demandeHelmert& demande, const AcGePoint2d& centre,
 }
 
 bool lireListe(const demandeHelmert& demande, tableObsXYZ& liste, resultatHelmertUnAppel& resultat) {
-  const std::wstring nom = L"« " + base::fromUtf8(demande.points.string()) + L" »";
+  const std::wstring nom = L"« " + base::texteDuChemin(demande.points) + L" »";
   for (const auto& lu : {demande.points, demande.fichier}) {
     std::error_code sansImportance;
     if (!std::filesystem::equivalent(lu, demande.vers, sansImportance)) continue;
-    resultat.erreur = L"« " + base::fromUtf8(demande.vers.string()) +
+    resultat.erreur = L"« " + base::texteDuChemin(demande.vers) +
                       L" » : c'est un fichier à lire, il n'est pas remplacé";
     return false;
   }
   liste.colonneZCompte = true;
-  if (!liste.charger(base::fromUtf8(demande.points.string()).c_str())) {
+  if (!liste.charger(base::texteDuChemin(demande.points).c_str())) {
     resultat.erreur = nom + L" : fichier introuvable ou illisible";
     return false;
   }
   base::Remarques lues = liste.remarques;
-  lues.situer(base::fromUtf8(demande.points.filename().string()));
+  lues.situer(base::texteDuChemin(demande.points.filename()));
   resultat.remarques.citer(lues);
   if (liste.lignes.empty()) resultat.erreur = nom + L" : aucun point";
   return !liste.lignes.empty();

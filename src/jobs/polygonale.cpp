@@ -6,6 +6,7 @@
 #include "calc/traverse/nivellement.h"
 #include "calc/traverse/polygonale_lue.h"
 #include "jobs/ecrire_rapport.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_stations.h"
 #include "report/html_document.h"
@@ -25,12 +26,14 @@ bool finies(const std::vector<stationCalculee>& stations) {
 
 /// Reads the file and says what was passed over. @return null with the error set
 std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPolygonale& resultat) {
-  const std::wstring nom = base::fromUtf8(demande.fichier.string());
+  const std::wstring nom = base::texteDuChemin(demande.fichier);
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return nullptr;
   }
+  resultat.erreur = refusDuGenre(nom, *octets, genreFichier::obs);
+  if (!resultat.erreur.empty()) return nullptr;
   base::Remarques lues;
   std::unique_ptr<polygonaleLue> lue = lirePolygonale(*octets, lues);
   resultat.remarques.ajouterGroupees(lues);
@@ -89,7 +92,7 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
 bool executerPolygonale(const demandePolygonale& demande, resultatPolygonale& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
+  resultat.remarques.situer(base::texteDuChemin(demande.fichier.filename()));
   return reussi;
 }
 

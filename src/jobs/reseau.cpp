@@ -6,23 +6,27 @@
 #include "calc/network/remarques_reseau.h"
 #include "calc/network/residus_reseau.h"
 #include "core/code_range.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_reseau.h"
 #include "jobs/placer_stations.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace veltora {
 namespace {
 
 bool lire(const demandeReseau& demande, reseauMoindresCarres& reseau, resultatReseau& resultat) {
-  const std::wstring nom = L"« " + base::fromUtf8(demande.fichier.string()) + L" »";
+  const std::wstring nom = L"« " + base::texteDuChemin(demande.fichier) + L" »";
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = nom + L" : fichier introuvable ou illisible";
     return false;
   }
+  resultat.erreur = refusDuGenre(base::texteDuChemin(demande.fichier), *octets, genreFichier::mc);
+  if (!resultat.erreur.empty()) return false;
   const bool suffisant = lireMc(*octets, reseau, &resultat.remarques);
   if (!suffisant) {
     resultat.erreur = nom + (reseau.points.empty() ? L" : aucun point" : L" : aucune observation");
@@ -88,6 +92,11 @@ void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
 
 bool placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   const std::vector<stationCalculee> points = pointsSitues(reseau);
+  if (std::wstring refus = refusDePlacer(points, true); !refus.empty()) {
+    resultat.remarques.douter(std::move(refus));
+    resultat.retenu = true;
+    return;
+  }
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
   preparerCodeStations(kStationCode, false);
   resultat.erreur = texteSansBloc(placerReseau(points));
@@ -120,7 +129,7 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
 bool executerReseau(const demandeReseau& demande, resultatReseau& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
+  resultat.remarques.situer(base::texteDuChemin(demande.fichier.filename()));
   return reussi;
 }
 

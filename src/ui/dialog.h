@@ -64,8 +64,6 @@ public:
   virtual void onOk();
   /// By default the dialog ends with `kCancel`.
   virtual void onCancel();
-  /// Checks the number fields that can be used, in order. The first fault is shown and takes the focus.
-  bool validateFields();
 
   [[nodiscard]] Dialog* dialogOf() override { return this; }
   [[nodiscard]] Control* focus() const { return m_focus; }

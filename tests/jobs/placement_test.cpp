@@ -5,11 +5,14 @@
 #include "calc/dialogs/ouverte_dlg.h"
 #include "codes/dialogs/tab_codification_dlg.h"
 #include "codes/table_codification.h"
+#include "jobs/placer_reseau.h"
+#include "jobs/placer_stations.h"
 #include "jobs/polygonale.h"
 #include "support/dialog_script.h"
 #include "support/projet_essai.h"
 #include "support/remarques.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -115,7 +118,7 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
        fichier("e.obs", debut + "LONGUENOM1 300 10 0\nLONGUENOM2 300 10x 0\nC 300 10 0\nE 300 10 0"),
        100,
        "",
-       {"e.obs, ligne 3 : nombre illisible « 10x », lu comme 10.0",
+       {"à vérifier : e.obs, ligne 3 : nombre illisible « 10x », lu comme 10.0",
         "e.obs, la dernière ligne vise « E » et non la station de départ « A » : c'est le nom "
         "qu'aura le "
         "point de départ",
@@ -170,6 +173,40 @@ TEST_F(Placement, TheDialogPlacesAfterShowingTheCode) {
   EXPECT_EQ(m_projets.currTable()->getData(3)->getCode(), 55);
   EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), 0.0);
   EXPECT_EQ(polylignes().size(), 1U);
+}
+
+TEST_F(Placement, CoordinatesThatAreNoNumbersPlaceNothing) {
+  const double rien = std::nan("");
+  const std::vector<stationCalculee> stations = {{L"A", 1, 2, 3}, {L"B", 1, 2, rien}, {L"C", HUGE_VAL, 2, 3}};
+  EXPECT_EQ(refusDePlacer(stations, true),
+            L"Rien n'est placé, ces coordonnées ne sont pas des nombres : B, C");
+  EXPECT_EQ(refusDePlacer({stations[0], stations[1]}, false), L"") << "an altitude that is not placed";
+  placerStations(stations, 100, false);
+  EXPECT_EQ(m_projets.currTable()->nbPoint(), 0);
+  reseauMoindresCarres reseau;
+  pointACalculer point;
+  point.nom = L"P";
+  point.X = rien;
+  point.Y = 5.0;
+  point.planiConnue = true;
+  reseau.points.Add(point);
+  EXPECT_NE(refusDePlacer(pointsCanevas(reseau), true), L"") << "not left out in silence";
+  // Legs of no length in both traverses: nothing is drawn either, and no code is asked.
+  corrPolygoDLG fermee;
+  DialogScript script({"[Charger]", fichier("z.obs", "Nom=A X=1 Y=2 Z=3 Gis=0\nB 1 0 0\nA 1 0 0"),
+                       "[Placer !!!]", "Dessiner la polygonale originelle = oui", "[OK]", "[OK]",
+                       "[Fermer]"});
+  fermee.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_NE(script.transcript.find("ne sont pas des nombres : B"), std::string::npos) << script.transcript;
+  corrPolygoOuverteDLG ouverte;
+  DialogScript suite({"[Charger]", fichier("y.obs", "Depart=A X=1 Y=2 Z=3 Gis=0\nB 1 0 0\nC 1 0 0"),
+                      "[Placer !!!]", "Dessiner la polygonale originelle = oui", "[OK]", "[OK]", "[Fermer]"});
+  ouverte.doModal();
+  EXPECT_TRUE(suite.finished()) << suite.transcript;
+  EXPECT_NE(suite.transcript.find("ne sont pas des nombres : B, C"), std::string::npos) << suite.transcript;
+  EXPECT_EQ(m_projets.currTable()->nbPoint(), 0);
+  EXPECT_TRUE(polylignes().empty());
 }
 
 /// Due east from A to the known arrival; the drawn legs are 50 and 50.

@@ -139,10 +139,13 @@ TEST(Dialog, OkChecksNumberFieldsInOrder) {
   const Case integers[] = {{"0", "Entrez un nombre entier compris entre 1 et 9999."},
                            {"10000", "Entrez un nombre entier compris entre 1 et 9999."},
                            {"1.0", "Entrez un nombre entier."},
-                           {"abc", "Entrez un nombre entier."},
-                           {"", "Entrez un nombre entier."},
-                           {"12x", "Entrez un nombre entier."},
-                           {"inf", "Entrez un nombre entier."},
+                           {"abc", "« Numéro » : « abc » n'est pas un nombre. Entrez un nombre entier."},
+                           {"", "« Numéro » : Entrez un nombre entier."},
+                           {"12x", "« Numéro » : « 12x » n'est pas un nombre. Entrez un nombre entier."},
+                           {"100,5",
+                            "« Numéro » : « 100,5 » n'est pas un nombre, le signe décimal est le point. "
+                            "Entrez un nombre entier."},
+                           {"inf", "« Numéro » : « inf » n'est pas un nombre. Entrez un nombre entier."},
                            {" 9999 ", ""},
                            {"+1", ""}};
   for (const Case& test : integers) {

@@ -40,13 +40,14 @@ void corrPolygoDLG::montrer(const polygonaleFermeeObs& obs) {
 }
 
 void corrPolygoDLG::ajouterSaisie() {
+  if (!saisie.validateFields()) return;
   ajouterLigne(liste, formaterLigne(station.text(), angle.value(), distance.value(), altitude.value()));
 }
 
 void corrPolygoDLG::enleverChoisie() { enleverLigne(liste); }
 
 void corrPolygoDLG::calculerRapport() {
-  if (!donneesSuffisantes(liste)) return;
+  if (!donneesSuffisantes(liste) || !depart.validateFields()) return;
   const polygonaleFermeeObs obs = donnees();
   lignesPolygonale lignes = lireLignes(obs.lignes);
   base::CArray<double> X, Y, Z;
@@ -59,16 +60,21 @@ void corrPolygoDLG::calculerRapport() {
 }
 
 void corrPolygoDLG::placerResultats() {
-  if (!donneesSuffisantes(liste)) return;
+  if (!donneesSuffisantes(liste) || !depart.validateFields()) return;
   CParamMisePlaceResultCalcs params;
   if (params.doModal() != ui::kOk) return;
   const polygonaleFermeeObs obs = donnees();
-  lignesPolygonale lignes = lireLignes(obs.lignes);
-  base::CArray<double> X, Y, Z;
-  calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
-                           X, Y, Z, nullptr, params.originelle.checked(), params.compensee.checked());
+  const auto calculees = [&obs](bool originelle, bool compensee) {
+    lignesPolygonale lignes = lireLignes(obs.lignes);
+    base::CArray<double> X, Y, Z;
+    calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
+                             X, Y, Z, nullptr, originelle, compensee);
+    return stationsFermee(lignes, X, Y, Z);
+  };
+  if (!placables(calculees(false, false), params.altitudes.checked())) return;
+  const auto stations = calculees(params.originelle.checked(), params.compensee.checked());
   preparerCodeStations(params.codeStations(), true);
-  placerStations(stationsFermee(lignes, X, Y, Z), params.codeStations(), params.altitudes.checked());
+  placerStations(stations, params.codeStations(), params.altitudes.checked());
 }
 
 void corrPolygoDLG::enregistrer() {
@@ -82,7 +88,7 @@ void corrPolygoDLG::ouvrir() {
   if (!chemin) return;
   lireObs(*chemin, [this](const std::string& octets) {
     polygonaleFermeeObs obs = donnees();
-    lireObsFermee(octets, obs);
+    imprimerDoutes(lireObsFermee(octets, obs));
     montrer(obs);
   });
 }

@@ -11,6 +11,7 @@
 #include "core/picking.h"
 #include "ui/driver.h"
 
+#include <cmath>
 #include <optional>
 
 namespace veltora {
@@ -162,6 +163,10 @@ void CHelmertDLG::appliquerSelection() {
   resultatHelmert r;
   std::vector<AcGePoint2d> portes;
   if (!transformerHelmert(m_couples, portes, r)) return;
+  if (!std::isfinite(r.ab.x + r.ab.y + r.deplacement.x + r.deplacement.y)) {
+    ui::messageBox(L"Rien n'est transformé, les paramètres ne sont pas des nombres.", L"Erreur de données");
+    return;
+  }
   const AcGeMatrix3d matrice = matriceHelmert(m_couples.depart, r);
   const ui::HiddenDialog cache(*this);
   acutPrintf(L"\nSelectionnez Elements pour lesquels vous voulez appliquer la transformation :");

@@ -3,11 +3,14 @@
 #include "arx/ed/acutads.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "calc/dialogs/saisie_polygonale_dlg.h"
 #include "calc/dialogs/tab_poids_dlg.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/listing_reseau.h"
 #include "calc/network/remarques_reseau.h"
 #include "calc/network/residus_reseau.h"
+#include "core/imprimer_doutes.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/placer_reseau.h"
 #include "ui/driver.h"
 
@@ -37,7 +40,11 @@ void CDlgMoindresCarres::charger() {
   const auto choix = ui::chooseFile(demande);
   if (!choix) return;
   // Whatever could be read is listed, nothing included.
-  if (const auto octets = base::lireFichier(base::toUtf8(choix->path))) lireMc(*octets, m_reseau);
+  if (const auto octets = base::lireFichier(base::toUtf8(choix->path))) {
+    base::Remarques remarques = doutesDuGenre(choix->path, *octets, genreFichier::mc);
+    lireMc(*octets, m_reseau, &remarques);
+    imprimerDoutes(remarques);
+  }
   lecture.setText(listerReseau(m_reseau));
   imprimer(lignesRecensement(m_reseau));
 }
@@ -66,7 +73,8 @@ void CDlgMoindresCarres::calculerAltitudes() {
 }
 
 void CDlgMoindresCarres::placer(bool canevas) {
-  placerReseau(canevas ? pointsCanevas(m_reseau) : pointsCalcules(m_reseau));
+  const std::vector<stationCalculee> points = canevas ? pointsCanevas(m_reseau) : pointsCalcules(m_reseau);
+  if (placables(points, true)) placerReseau(points);
 }
 
 void CDlgMoindresCarres::montrerPoids() { CDlgTabPoidsObse(m_reseau).doModal(); }

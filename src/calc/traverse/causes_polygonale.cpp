@@ -339,8 +339,10 @@ private:
     for (const Candidate& c : m_candidates) {
       if (causes.meilleures.size() == causesPolygonale::kCitees) break;
       causes.meilleures.push_back(
-          {c.ligne, base::formater(L"%s (fermetures alors : %s et %.3f)", c.phrase().c_str(),
-                                   angleEcrit(c.fermeture.angulaire).c_str(), c.fermeture.ecart)});
+          {c.ligne,
+           base::formater(L"%s (fermetures alors : %s et %.3f)", c.phrase().c_str(),
+                          angleEcrit(m_c.ouverte ? c.fermeture.angulaire : -c.fermeture.angulaire).c_str(),
+                          c.fermeture.ecart)});
     }
     causes.probable = m_candidates.size() == 1 && m_candidates.front().rang != Rang::manquant;
     causes.autres = static_cast<int>(m_candidates.size() - causes.meilleures.size());
