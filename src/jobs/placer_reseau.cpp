@@ -10,6 +10,7 @@ namespace {
 
 bool connue(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
 
+// Deliberate (calculer-z-seul): "Calculer Z" alone makes points usable that have no X, Y; those are left out.
 void prendre(std::vector<stationCalculee>& liste, const pointACalculer& p) {
   if (connue(p.X) && connue(p.Y)) liste.push_back({p.nom, p.X, p.Y, connue(p.Z) ? p.Z : base::Z_ABSENT});
 }

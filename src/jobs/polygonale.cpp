@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "calc/traverse/nivellement.h"
 #include "calc/traverse/polygonale_lue.h"
 #include "jobs/ecrire_rapport.h"
 #include "jobs/noms_coupes.h"
@@ -41,6 +42,14 @@ std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPo
   return nullptr;
 }
 
+void direLimites(const polygonaleLue& lue, const tolerancesPolygonale& tolerances,
+                 resultatPolygonale& resultat) {
+  const std::size_t angles = lue.donnees().lignes.size() + (lue.ouverte() ? 1 : 0);
+  resultat.limiteAngulaire = limiteAngulaire(tolerances, angles, resultat.modeAngle);
+  if (compenseAltitudes(lue.donnees().modeNivellement))
+    resultat.limiteAltitude = limiteAltitude(resultat.fermetures.D);
+}
+
 bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   if (demande.placer && !isPointCode(demande.code)) {
     resultat.erreur = base::formater(L"le code %d n'est pas compris entre %d et %d", demande.code,
@@ -51,7 +60,9 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   if (!lue) return false;
   htmlDocument rapport;
   resultat.stations = lue->calculer(&rapport, false, false, resultat.fermetures);
-  resultat.remarques.ajouter(lue->doutes(resultat.fermetures));
+  direLimites(*lue, demande.tolerances, resultat);
+  if (finies(resultat.stations))
+    resultat.remarques.ajouter(lue->doutes(resultat.fermetures, demande.tolerances));
   if (demande.placer) {
     remarquerNoms(resultat.stations, L"deux stations", L"seule la dernière est placée", resultat.remarques);
   }

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/remarques_reseau.h"
+#include "calc/network/residus_reseau.h"
 #include "core/code_range.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_reseau.h"
@@ -34,7 +35,10 @@ bool lire(const demandeReseau& demande, reseauMoindresCarres& reseau, resultatRe
 }
 
 void compter(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
-  for (const pointACalculer& p : reseau.points) ++(p.planiConnue ? resultat.connus : resultat.aCalculer);
+  const recensementReseau recensement = recenser(reseau);
+  resultat.connus = recensement.connus;
+  resultat.aCalculer = recensement.aCalculer;
+  resultat.unites = recensement.unites;
   for (const ObservationReduite& o : reseau.observations) {
     if (o.type == ObservationReduite::kAngle) ++resultat.angles;
     if (o.type == ObservationReduite::kDistance) ++resultat.distances;
@@ -52,6 +56,7 @@ std::wstring calculer(reseauMoindresCarres& reseau, resultatReseau& resultat) {
   resultat.convergence = bilan.convergence;
   remarquerObservations(reseau, resultat.remarques);
   remarquerPlan(reseau, bilan, resultat.remarques);
+  std::vector<residuObservation> residus = residusPlan(reseau);
   std::wstring journal = L"Première passe" + premiere;
   journal += L"\r\n\r\nPasse " + std::to_wstring(bilan.passes) + derniere;
   if (resultat.denivelees > 0) {
@@ -60,7 +65,12 @@ std::wstring calculer(reseauMoindresCarres& reseau, resultatReseau& resultat) {
     reseau.calculerAlti(altitudes);
     journal += L"\r\n\r\nAltitudes" + altitudes;
     remarquerAltitudes(reseau, resultat.remarques);
+    const std::vector<residuObservation> hauteurs = residusAltitudes(reseau);
+    residus.insert(residus.end(), hauteurs.begin(), hauteurs.end());
   }
+  resultat.residus = tableauResidus(reseau, residus);
+  journal += L"\r\n\r\nRésidus";
+  for (const std::wstring& ligne : tableauComplet(reseau, residus)) journal += L"\r\n" + ligne;
   return journal + L"\r\n";
 }
 
@@ -95,8 +105,9 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
     return false;
   }
   if (resultat.calcules.empty()) {
-    resultat.erreur = resultat.aCalculer == 0 ? L"aucun point à calculer : tous ceux du fichier sont connus"
-                                              : L"aucun point n'a pu être calculé";
+    resultat.erreur = resultat.aCalculer.empty()
+                          ? L"aucun point à calculer : tous ceux du fichier sont connus"
+                          : L"aucun point n'a pu être calculé";
     return false;
   }
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;

@@ -30,7 +30,8 @@ std::wstring join(const std::vector<std::wstring>& texts) {
 
 using Accepts = bool (*)(const Target&);
 
-bool isAnything(const Target&) { return true; }
+/// A frame itself goes before the radio buttons that it names.
+bool isAnything(const Target& target) { return !target.byFrame; }
 
 bool isSettable(const Target& target) {
   const Control* c = target.control;

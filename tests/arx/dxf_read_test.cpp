@@ -70,7 +70,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::ValuesIn(withRows(
         "refused",
         {{"binary drawing", std::string("AC1032\0\0\0\0\1\2", 12), "dessin binaire", ""},
-         {"binary text form", std::string("DXF binaire\r\n\x1a\0\0\0SECTION\0", 24), "fichier binaire", ""},
+         {"zero byte at the start", std::string("DXF\r\n\x1a\0\0\0SECTION\0", 16), "ligne 2 : octet nul", ""},
+         {"zero byte far behind",
+          dxfWithEntities("POINT|8 " + std::string(5000, 'x') + "|6 a" + std::string("\0b", 2)),
+          "ligne 24 : octet nul", ""},
          {"strange version", dxfWithEntities("", "AC2.22"), "version de dessin \"AC2.22\" inconnue", ""}})));
 
 class DxfReading : public testing::TestWithParam<Reading> {};

@@ -1,5 +1,6 @@
 #include "app/jobs/importer.h"
 
+#include "app/jobs/list_preview.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -9,6 +10,7 @@
 #include "jobs/importer_liste.h"
 
 #include <CLI/CLI.hpp>
+#include <map>
 #include <memory>
 
 namespace veltora::app {
@@ -20,6 +22,10 @@ struct Options {
   std::string table;
   std::string output;
   bool despiteDoubts = false;
+  std::string columns;
+  std::string separator;
+  std::string decimal;
+  bool textCodes = false;
   std::vector<std::string> sources;
   std::vector<std::string> tags;  // number, altitude, code
 };
@@ -36,17 +42,37 @@ std::vector<std::string> sourceNames() {
   return names;
 }
 
+const std::map<std::string, char>& separators() {
+  static const std::map<std::string, char> names{{";", ';'},           {",", ','}, {"\t", '\t'},
+                                                 {"tabulation", '\t'}, {" ", ' '}, {"blancs", ' '}};
+  return names;
+}
+
+/// @return false, with the reason on standard error, for columns that are none
+bool readingOptions(const Options& options, optionsListe& reading) {
+  if (!options.separator.empty()) reading.separateur = separators().at(options.separator);
+  if (!options.decimal.empty()) reading.decimale = options.decimal[0];
+  reading.codesTexte = options.textCodes;
+  std::wstring reason;
+  if (options.columns.empty() || lireColonnes(base::fromUtf8(options.columns), reading.colonnes, reason))
+    return true;
+  printError(L"--colonnes : " + reason);
+  return false;
+}
+
 int importList(const Options& options) {
   if (options.output.empty()) {
     printError("argument obligatoire manquant : --sortie");
     return kBadCall;
   }
-  LinesSource none("", {});
-  Program program(none);
+  demandeImportListe demand{options.list, base::fromUtf8(options.table), options.despiteDoubts};
+  if (!readingOptions(options, demand.options)) return kBadCall;
+  TerminalSource terminal;
+  demand.montrer = listViewer(terminal);
+  Program program(terminal);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatPoints result;
-  const bool good =
-      importerListe({options.list, base::fromUtf8(options.table), options.despiteDoubts}, result);
+  const bool good = importerListe(demand, result);
   printRemarks(result.remarques);
   if (!good) printError(result.erreur);
   if (good && result.retenu) printWithheld();
@@ -84,6 +110,28 @@ int run(const Options& options) {
   return options.list.empty() ? importEntities(options) : importList(options);
 }
 
+/// How a list is to be read, where it does not tell by itself.
+void declareReading(CLI::App& sub, Options& options) {
+  sub.add_option(
+         "--colonnes", options.columns,
+         "Colonnes de la liste, dans l'ordre : numero, x, y, z, code, obs, table, courante, - pour une "
+         "colonne à laisser (reconnues)")
+      ->type_name("COLONNES")
+      ->needs("--points");
+  sub.add_option("--separateur", options.separator,
+                 "Ce qui sépare les colonnes : \";\", \",\", tabulation ou blancs (reconnu)")
+      ->type_name("SIGNE")
+      ->check(CLI::IsMember(separators()).description(""))
+      ->needs("--points");
+  sub.add_option("--decimale", options.decimal, "Signe décimal : \".\" ou \",\" (reconnu)")
+      ->type_name("SIGNE")
+      ->check(CLI::IsMember({".", ","}).description(""))
+      ->needs("--points");
+  sub.add_flag("--codes-texte", options.textCodes,
+               "Les codes sont des libellés de la codification ; les nouveaux y reçoivent un code libre")
+      ->needs("--points");
+}
+
 }  // namespace
 
 Run declareImporter(CLI::App& sub) {
@@ -92,9 +140,11 @@ Run declareImporter(CLI::App& sub) {
       ->type_name("DESSIN");
   sub.add_option(
          "--points", options->list,
-         "Liste .xyz : une ligne par point, numéro X Y Z code observation ; sans liste, les entités du "
-         "dessin donnent les points")
+         "Liste .xyz : une ligne par point, numéro X Y Z code observation ; ou tout autre tableau de "
+         "coordonnées (.csv, .txt), dont la forme est reconnue ; sans liste, les entités du dessin donnent "
+         "les points")
       ->type_name("LISTE");
+  declareReading(sub, *options);
   sub.add_option("--table", options->table, "Table qui reçoit les points, créée s'il le faut (la courante)")
       ->type_name("NOM");
   sub.add_option("--sortie", options->output, "Dessin à enregistrer")->type_name("DESSIN");

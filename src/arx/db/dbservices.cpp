@@ -3,6 +3,8 @@
 #include "arx/db/dbmain.h"
 #include "base/text.h"
 
+#include <algorithm>
+
 AcDbHostApplicationServices* acdbHostApplicationServices() {
   static auto* const services = new AcDbHostApplicationServices;
   return services;
@@ -15,9 +17,12 @@ std::filesystem::path pathOf(const std::wstring& name) {
   return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
+/// A file, or the name of a drawing that the file of the same name ending in ".dxf" serves.
 bool isFile(const std::filesystem::path& path) {
   std::error_code ignored;
-  return std::filesystem::is_regular_file(path, ignored);
+  if (std::filesystem::is_regular_file(path, ignored)) return true;
+  return veltora::base::compareNoCase(path.extension().wstring(), L".dwg") == 0 &&
+         std::filesystem::is_regular_file(std::filesystem::path(path).replace_extension(".dxf"), ignored);
 }
 
 std::wstring nameOf(const std::filesystem::path& path) {
@@ -40,6 +45,10 @@ std::wstring AcDbHostApplicationServices::findFile(const std::wstring& name) con
     if (isFile(folder / path)) return nameOf(folder / path);
   }
   return {};
+}
+
+void AcDbHostApplicationServices::addSupportFolder(const std::filesystem::path& folder) {
+  if (std::find(m_support.begin(), m_support.end(), folder) == m_support.end()) m_support.push_back(folder);
 }
 
 Acad::ErrorStatus acdbRegApp(const ACHAR* name) {

@@ -35,8 +35,10 @@ DxfLoader::DxfLoader(AcDbDatabase& database, DxfSource& source, DxfFindings& fin
   if (seed) m_db.setHandseed(seed);
 }
 
-void DxfLoader::finding(const std::string& text) {
-  m_findings.push_back("ligne " + std::to_string(m_scan.line()) + " : " + text);
+void DxfLoader::finding(const std::string& text) { finding(m_scan.line(), text); }
+
+void DxfLoader::finding(Adesk::UInt32 line, const std::string& text) {
+  m_findings.push_back("ligne " + std::to_string(line) + " : " + text);
 }
 
 void DxfLoader::run() {
@@ -196,6 +198,8 @@ void DxfLoader::beginTable() {
   auto table = std::make_unique<AcDbSymbolTable>();
   table->setKind(kind);
   table->dxfIn(m_scan.tags(), m_db);
+  if (table->kind() != kind) finding("table " + kind + " avec un deuxième nom, laissé de côté");
+  table->setKind(kind);  // by which its records are known
   m_table = table.get();
   m_db.enterTable(place(std::move(table), itemHandle()));
 }
@@ -208,10 +212,9 @@ void DxfLoader::tableRecord() {
   }
   const std::wstring name = dxfToWide(dxfFirst(m_scan.tags(), 2));
   std::unique_ptr<AcDbObject> record = dxfNewRecord(type, markerOf(m_scan.tags()));
-  Deferred deferred{record.get(), {}, m_scan.line()};
+  Deferred deferred{static_cast<AcDbSymbolTableRecord*>(record.get()), {}, m_scan.line()};
   for (const DxfTag& tag : m_scan.tags()) deferred.tags.append(tag.code, tag.value);
-  static_cast<AcDbSymbolTableRecord&>(*record).assignName(
-      name);  // is found by others before its fields are read
+  deferred.object->assignName(name);  // is found by others before its fields are read
   const AcDbObjectId id = place(std::move(record), itemHandle());
   m_table->enter(id, name);
   deferred.object->setOwnerId(m_table->objectId());
@@ -229,8 +232,13 @@ void DxfLoader::finishRecords() {
       tags.push_back(tag);
     }
     const AcDbObjectId table = record.object->ownerId();
+    const AcString name = record.object->name();
     record.object->dxfIn(m_old ? m_upgrade.record(record.object->dxfName(), tags, m_db) : tags, m_db);
     record.object->setOwnerId(table);
+    if (record.object->name() == name) continue;
+    // The table finds it by its first name: a space that lost it would be missing.
+    finding(record.line, "\"" + toUtf8(name) + "\" porte un deuxième nom, laissé de côté");
+    record.object->assignName(name);
   }
   m_deferred.clear();
 }

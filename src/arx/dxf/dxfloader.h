@@ -26,7 +26,7 @@ public:
 
 private:
   struct Deferred {  // a table record whose fields are read when all names are known
-    AcDbObject* object;
+    AcDbSymbolTableRecord* object;
     DxfTagText tags;
     Adesk::UInt32 line;
   };
@@ -58,7 +58,8 @@ private:
   /// The handle that the present item gives, 0 when it gives none.
   [[nodiscard]] Adesk::UInt64 itemHandle();
   void prepareTables();
-  void finding(const std::string& text);
+  void finding(const std::string& text);  ///< at the present item
+  void finding(Adesk::UInt32 line, const std::string& text);
 
   AcDbDatabase& m_db;
   DxfScanner m_scan;

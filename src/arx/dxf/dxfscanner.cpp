@@ -73,8 +73,18 @@ std::string DxfScanner::converted(std::string_view bytes) const {
   return hasLoneReturn(text) ? escapeReturns(text) : text;
 }
 
+/// A zero byte in a part of the buffer, which text does not hold, wherever it stands.
+void DxfScanner::refuseZero(std::string_view part) const {
+  const std::size_t zero = part.find('\0');
+  if (zero == std::string_view::npos) return;
+  const auto lines = std::count<const char*>(&m_buffer[m_at], &part[zero], '\n');
+  throw DxfError{m_line + static_cast<Adesk::UInt32>(lines) + 1,
+                 "octet nul dans le texte : fichier binaire ou endommagé"};
+}
+
 void DxfScanner::decode(std::size_t from, std::size_t to) {
   const std::string_view part(m_buffer.get() + from, to - from);
+  refuseZero(part);
   const bool ascii = std::none_of(part.begin(), part.end(), [](char c) { return (c & 0x80) != 0; });
   const bool named = m_legacy && !m_codePage.empty();
   const bool plain = ascii || (!named && veltora::base::isUtf8(part));
@@ -96,16 +106,14 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
   m_fill = m_limit + tail;
 }
 
-/// What the first bytes tell: binary content, version, encoding.
+/// What the first bytes tell: a binary drawing, version, encoding.
 void DxfScanner::inspectHead() {
   const std::string_view text(m_buffer.get(), m_fill);
   const std::string_view head = text.substr(0, 4096);
   if (head.rfind("AC10", 0) == 0 && head.find('\n') > 6) {
     throw DxfError{0, "dessin binaire : seuls les dessins texte (DXF ASCII) sont lus"};
   }
-  if (head.find('\0') != std::string_view::npos) {
-    throw DxfError{0, "fichier binaire : seuls les dessins texte (DXF ASCII) sont lus"};
-  }
+  refuseZero(head);
   m_version = rawVariable(text, "$ACADVER");
   m_codePage = rawVariable(text, "$DWGCODEPAGE");
   const bool marked = text.rfind(kByteOrderMark, 0) == 0;

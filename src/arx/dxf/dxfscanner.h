@@ -44,6 +44,7 @@ private:
   void fill();
   void start();
   void inspectHead();
+  void refuseZero(std::string_view part) const;
   void decode(std::size_t from, std::size_t to);
   [[nodiscard]] std::string converted(std::string_view bytes) const;
 

@@ -5,6 +5,7 @@
 #include "arx/ed/edprompt.h"
 #include "base/text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -38,6 +39,9 @@ void putShort(resbuf& result, int value) {
   result.restype = RTSHORT;
   result.resval.rint = static_cast<short>(value);
 }
+
+/// The nearest short integer.
+int shortOf(Adesk::Int64 value) { return static_cast<int>(std::clamp<Adesk::Int64>(value, -32768, 32767)); }
 
 void putReal(resbuf& result, double value) {
   result.restype = RTREAL;
@@ -244,7 +248,7 @@ bool readHeader(const DxfTagText& tags, resbuf& result) {
   if (kind == RbKind::kText || kind == RbKind::kName) return putText(result, dxfToWide(tag.value)), true;
   if (kind == RbKind::kReal) return dxfParseReal(tag.value, real), putReal(result, real), true;
   if (kind == RbKind::kShort)
-    return dxfParseInteger(tag.value, integer), putShort(result, static_cast<int>(integer)), true;
+    return dxfParseInteger(tag.value, integer), putShort(result, shortOf(integer)), true;
   if (kind == RbKind::kLong) {
     dxfParseInteger(tag.value, integer);
     result.restype = RTLONG;

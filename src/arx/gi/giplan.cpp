@@ -22,8 +22,8 @@ void AcGiPlan::curve(std::span<const AcGeCurvePiece> pieces) {
               flat(matrix * (endless ? piece.start + (piece.end - piece.start).normal() * kFar : piece.end)));
       continue;
     }
-    // Of a sweep beyond a turn no more than a turn is drawn.
-    const double sweep = std::min(std::abs(piece.sweep), 7.0);
+    // Of a sweep beyond a turn, or none that is a number, no more than a turn is drawn.
+    const double sweep = std::abs(piece.sweep) < 7.0 ? std::abs(piece.sweep) : 7.0;
     const int chords = std::max(1, static_cast<int>(std::ceil(sweep / kChord)));
     for (int i = 1; i <= chords; ++i) {
       const AcGePoint2d to = flat(matrix * piece.pointAt(static_cast<double>(i) / chords));

@@ -3,7 +3,9 @@
 #include "calc/dialogs/mise_en_place_dlg.h"
 #include "calc/dialogs/resultats_dlg.h"
 #include "calc/dialogs/saisie_polygonale_dlg.h"
+#include "calc/traverse/doutes_polygonale.h"
 #include "calc/traverse/polygonale_fermee.h"
+#include "core/imprimer_doutes.h"
 #include "jobs/placer_stations.h"
 
 namespace veltora {
@@ -49,8 +51,10 @@ void corrPolygoDLG::calculerRapport() {
   lignesPolygonale lignes = lireLignes(obs.lignes);
   base::CArray<double> X, Y, Z;
   htmlDocument rapport;
+  fermeturesPolygonale fermetures;
   calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
-                           X, Y, Z, &rapport, false, false);
+                           X, Y, Z, &rapport, false, false, &fermetures);
+  imprimerDoutes(doutesFermee(obs, fermetures));
   montrerRapport(rapport);
 }
 

@@ -1,14 +1,26 @@
 #include "calc/dialogs/moindres_carres_dlg.h"
 
+#include "arx/ed/acutads.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "calc/dialogs/tab_poids_dlg.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/listing_reseau.h"
+#include "calc/network/remarques_reseau.h"
+#include "calc/network/residus_reseau.h"
 #include "jobs/placer_reseau.h"
 #include "ui/driver.h"
 
 namespace veltora {
+namespace {
+
+/// On the host's command line: what the dialog's own texts do not tell.
+void imprimer(const std::vector<std::wstring>& lignes) {
+  for (const std::wstring& ligne : lignes) acedPrompt(L"\n" + ligne);
+  if (!lignes.empty()) acedPrompt(L"\n");
+}
+
+}  // namespace
 
 CDlgMoindresCarres::CDlgMoindresCarres() : Dialog(L"Moindres carrés") {
   // Deliberate (iterer-inerte): the button "Itérer" does nothing; "Calculer X,Y" goes through all passes.
@@ -27,13 +39,19 @@ void CDlgMoindresCarres::charger() {
   // Whatever could be read is listed, nothing included.
   if (const auto octets = base::lireFichier(base::toUtf8(choix->path))) lireMc(*octets, m_reseau);
   lecture.setText(listerReseau(m_reseau));
+  imprimer(lignesRecensement(m_reseau));
 }
 
 void CDlgMoindresCarres::calculerPlan() {
   std::wstring texte;
   journal.setText(texte);
-  veltora::iterer(m_reseau, texte);
+  const bilanIteration bilan = veltora::iterer(m_reseau, texte);
   journal.setText(texte);
+  base::Remarques remarques;
+  remarquerObservations(m_reseau, remarques);
+  remarquerPlan(m_reseau, bilan, remarques);
+  imprimer(tableauResidus(m_reseau, residusPlan(m_reseau)));
+  imprimer(remarques.phrases());
 }
 
 void CDlgMoindresCarres::calculerAltitudes() {
@@ -41,6 +59,10 @@ void CDlgMoindresCarres::calculerAltitudes() {
   journal.setText(texte);
   m_reseau.calculerAlti(texte);
   journal.setText(texte);
+  base::Remarques remarques;
+  remarquerAltitudes(m_reseau, remarques);
+  imprimer(tableauResidus(m_reseau, residusAltitudes(m_reseau)));
+  imprimer(remarques.phrases());
 }
 
 void CDlgMoindresCarres::placer(bool canevas) {

@@ -4,6 +4,8 @@
 #include "calc/dialogs/mise_en_place_dlg.h"
 #include "calc/dialogs/resultats_dlg.h"
 #include "calc/dialogs/saisie_polygonale_dlg.h"
+#include "calc/traverse/doutes_polygonale.h"
+#include "core/imprimer_doutes.h"
 #include "jobs/placer_stations.h"
 
 namespace veltora {
@@ -75,7 +77,9 @@ void corrPolygoOuverteDLG::calculerRapport() {
   lignesPolygonale lignes = lireLignes(obs.lignes);
   base::CArray<double> X, Y, Z;
   htmlDocument rapport;
-  calculerPolygonaleOuverte(obs, lignes, X, Y, Z, &rapport, false, false);
+  fermeturesPolygonale fermetures;
+  calculerPolygonaleOuverte(obs, lignes, X, Y, Z, &rapport, false, false, &fermetures);
+  imprimerDoutes(doutesOuverte(obs, fermetures));
   montrerRapport(rapport);
 }
 

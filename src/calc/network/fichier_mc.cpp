@@ -152,6 +152,7 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
   const double denivelee = nombre(jetons, 5);
   const double facteur = uniteDeMode(m_modeAngle).versRadians;
   if (angle != base::Z_ABSENT) {
+    ++m_reseau.anglesParUnite.at(static_cast<std::size_t>(m_modeAngle));
     ajouter(ObservationReduite::kAngle, angle * facteur, nombre(jetons, 6), station, reference, vise);
   }
   if (distance != base::Z_ABSENT) {
@@ -169,6 +170,7 @@ bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, base::Remarqu
   reseau.observations.RemoveAll();
   reseau.utilisable.RemoveAll();
   reseau.equivalentes.clear();
+  reseau.anglesParUnite = {};
   lecteurMc lecteur(reseau);
   base::LineReader lignes(octets, kLongueurLigneObs);
   while (lignes.next()) lecteur.lire(lignes);

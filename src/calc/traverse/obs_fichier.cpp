@@ -67,7 +67,7 @@ void lecteurObs::lireJetons(const jetonsObs& jetons, std::wstring_view ligne, do
     case 2:
       return lireDeuxJetons(jetons, ligne, donnees);
     case 4:
-      donnees.lignes.push_back({jetons[0], jetons[1], jetons[2], jetons[3]});
+      donnees.lignes.push_back({jetons[0], jetons[1], jetons[2], jetons[3], m_ligne});
       for (std::size_t i = 1; i < jetons.size(); ++i)
         nombre(jetons[i]);  // the cells stay text: only to remark
       return;

@@ -1,0 +1,78 @@
+#include "calc/network/essai_reseau.h"
+
+#include "calc/angles.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace veltora {
+namespace {
+
+constexpr int kPassesEssai = 30;
+
+bool donnee(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
+
+}  // namespace
+
+essaiReseau::essaiReseau(const donneesReseau& de) {
+  reseau.points = de.points;
+  reseau.observations = de.observations;
+  reseau.anglesParUnite = de.anglesParUnite;
+  for (pointACalculer& p : reseau.points) {
+    if (!p.planiConnue) p.X = p.Y = base::Z_ABSENT;
+    if (!p.altiConnue) p.Z = base::Z_ABSENT;
+  }
+}
+
+void essaiReseau::ramenerAngles() {
+  for (ObservationReduite& o : reseau.observations) {
+    if (o.type != ObservationReduite::kAngle) continue;
+    const double ecart = o.mesure - reseau.valeurCalculee(o);
+    if (std::isfinite(ecart)) o.mesure -= 2.0 * kPi * std::round(ecart / (2.0 * kPi));
+  }
+}
+
+bool essaiReseau::planConvient(int pointsAttendus) {
+  std::wstring journal;
+  bool continuer = reseau.calculerPlani(journal, true);
+  for (int passe = 0; continuer && passe < kPassesEssai; ++passe) {
+    ramenerAngles();
+    journal.clear();
+    continuer = reseau.calculerPlani(journal, false);
+  }
+  if (continuer || !(reseau.dernierPas >= 0.0) || pointsEnPlan(reseau) < pointsAttendus) return false;
+  m_residus = residusPlan(reseau);
+  return static_cast<int>(m_residus.size()) > 2 * pointsEnPlan(reseau) &&
+         residusSuspects(reseau, m_residus).empty() && pointsTropLoin(reseau).empty() &&
+         reseau.pointsIndetermines().empty();
+}
+
+bool essaiReseau::altitudesConviennent(int pointsAttendus) {
+  std::wstring journal;
+  reseau.calculerAlti(journal);
+  if (!(reseau.dernierPas >= 0.0) || pointsEnAltitude(reseau) < pointsAttendus) return false;
+  m_residus = residusAltitudes(reseau);
+  return static_cast<int>(m_residus.size()) > pointsEnAltitude(reseau) &&
+         residusSuspects(reseau, m_residus).empty();
+}
+
+double essaiReseau::pire(signed char type) const {
+  double plusGrand = 0.0;
+  for (const residuObservation& r : m_residus)
+    if (reseau.observations.GetAt(r.observation).type == type)
+      plusGrand = std::max(plusGrand, std::fabs(r.valeur));
+  return plusGrand;
+}
+
+int pointsEnPlan(const donneesReseau& reseau) {
+  return static_cast<int>(std::count_if(reseau.points.begin(), reseau.points.end(), [](const auto& p) {
+    return !p.planiConnue && donnee(p.X) && donnee(p.Y);
+  }));
+}
+
+int pointsEnAltitude(const donneesReseau& reseau) {
+  return static_cast<int>(std::count_if(reseau.points.begin(), reseau.points.end(),
+                                        [](const auto& p) { return !p.altiConnue && donnee(p.Z); }));
+}
+
+}  // namespace veltora

@@ -1,0 +1,127 @@
+#include "jobs/lire_liste.h"
+
+#include "base/files.h"
+#include "base/text.h"
+#include "codes/table_codification.h"
+#include "points/exchange/table_obs_xyz.h"
+#include "points/exchange/verifier_xyz.h"
+#include "points/projets_topo.h"
+
+#include <set>
+
+namespace veltora {
+namespace {
+
+/// Rows that the user is shown.
+constexpr std::size_t kLignesMontrees = 5;
+
+reperesListe reperesDuDessin() {
+  std::vector<placeXY> places;
+  for (const listePointsDuDessin* table : tablesPoints->tablesListe)
+    if (table)
+      for (const pointDuDessin& point : *table->getData()) places.push_back({point.x, point.y});
+  std::set<std::wstring> libelles;
+  for (const codifPoint& ligne : getTableCodification().codes) libelles.insert(base::toLower(ligne.libelle));
+  const auto estLibelle = [libelles](std::wstring_view texte) {
+    return libelles.contains(base::toLower(base::trim(texte)));
+  };
+  return {rectangleDe(places), estLibelle};
+}
+
+void remarquerLignes(base::Remarques lues, const std::wstring& fichier, base::Remarques& remarques) {
+  lues.situer(fichier);
+  remarques.citer(lues, [&fichier](int reste) {
+    return fichier + L" : " + std::to_wstring(reste) + L" autres remarques";
+  });
+}
+
+/// One reading of one file.
+class Lecture {
+public:
+  Lecture(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat)
+      : m_demande(demande),
+        m_liste(liste),
+        m_resultat(resultat),
+        m_fichier(base::fromUtf8(demande.fichier.string())),
+        m_options(demande.options) {}
+
+  bool lire() {
+    const std::optional<std::string> octets = base::lireFichier(m_demande.fichier);
+    if (!octets) return m_resultat.echec(L"« " + m_fichier + L" » : fichier introuvable ou illisible");
+    m_octets = *octets;
+    m_reperes = reperesDuDessin();
+    const bool xyz = base::toLower(m_fichier).ends_with(L".xyz");
+    if (m_options.aucune() && (xyz || formeXyz(m_octets))) {
+      const std::vector<questionListe> questions = verifierXyz(m_octets, m_reperes);
+      if (xyz || questions.empty()) return motParMot(questions);
+    }
+    return reconnaitre();
+  }
+
+private:
+  bool motParMot(const std::vector<questionListe>& questions) {
+    tableObsXYZ lignes;
+    lignes.colonneZCompte = true;
+    lignes.lire(m_octets);
+    remarquerLignes(lignes.remarques, m_fichier, m_resultat.remarques);
+    if (lignes.lignes.empty()) return m_resultat.echec(L"« " + m_fichier + L" » : aucun point" + conseil());
+    m_liste = {};
+    for (pointXYZ& point : lignes.lignes) m_liste.lignes.push_back({std::move(point)});
+    douter(questions);
+    return true;
+  }
+
+  /// How a list that is no `.xyz` could be read.
+  [[nodiscard]] std::wstring conseil() const {
+    const formeListe forme = reconnaitreListe(m_octets, {}, m_reperes);
+    if (!forme.trouvee()) return {};
+    optionsListe options;
+    options.colonnes = forme.colonnes;
+    return L" ; la liste semble " + forme.description() + L" : " + texteOptions(options) +
+           L" la fait lire ainsi";
+  }
+
+  bool reconnaitre() {
+    for (;;) {
+      m_forme = reconnaitreListe(m_octets, m_options, m_reperes);
+      if (!m_forme.trouvee())
+        return m_resultat.echec(L"« " + m_fichier +
+                                L" » : aucun point, rien n'y ressemble à deux colonnes de coordonnées ; "
+                                L"--colonnes et --separateur disent ce qui s'y trouve");
+      if (!m_demande.montrer) break;
+      const suiteListe suite = m_demande.montrer(
+          {m_fichier, m_forme, premieresLignes(m_octets, m_forme, kLignesMontrees)}, m_options);
+      if (suite == suiteListe::kAbandonner) return m_resultat.echec(L"abandonné, rien n'est placé");
+      if (suite == suiteListe::kContinuer) break;
+    }
+    m_liste = lireListe(m_octets, m_forme);
+    remarquerLignes(m_liste.remarques, m_fichier, m_resultat.remarques);
+    douter(m_forme.questions);
+    if (m_liste.lignes.empty()) return m_resultat.echec(L"« " + m_fichier + L" » : aucun point");
+    return true;
+  }
+
+  void douter(const std::vector<questionListe>& questions) {
+    base::Remarques doutes;
+    for (const questionListe& question : questions) doutes.douter(question.phrase());
+    doutes.situer(m_fichier);
+    m_resultat.remarques.ajouter(doutes);
+  }
+
+  const demandeLectureListe& m_demande;
+  listeLue& m_liste;
+  resultatPoints& m_resultat;
+  std::wstring m_fichier;
+  optionsListe m_options;
+  std::string m_octets;
+  reperesListe m_reperes;
+  formeListe m_forme;
+};
+
+}  // namespace
+
+bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat) {
+  return Lecture(demande, liste, resultat).lire();
+}
+
+}  // namespace veltora
