@@ -1,8 +1,11 @@
 #include "arx/ed/edselect.h"
 
+#include "arx/ed/edsets.h"
 #include "ed_support.h"
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 namespace {
 
@@ -25,6 +28,36 @@ protected:
   }
   int status = 0;
 };
+
+// The set finds places in a tree of counts; a plain list is what it must equal.
+TEST(SelectionSet, KeepsItsOrderWhateverIsRemovedAndAdded) {
+  AcDbDatabase drawing;
+  Ids pool;
+  for (AcDbHandle handle = 0x10000; pool.size() < 300; ++handle) pool.push_back(drawing.idOf(handle));
+  AcEdSelectionSet set;
+  Ids list;
+  std::minstd_rand random(5);
+  for (int i = 0; i < 6000; ++i) {
+    const AcDbObjectId id = pool[random() % pool.size()];
+    const auto found = std::find(list.begin(), list.end(), id);
+    ASSERT_EQ(set.has(id), found != list.end());
+    if (random() % 2 == 0) {
+      ASSERT_EQ(set.add(id), found == list.end());
+      if (found == list.end()) list.push_back(id);
+    } else {
+      ASSERT_EQ(set.remove(id), found != list.end());
+      if (found != list.end()) list.erase(found);
+    }
+    ASSERT_EQ(set.size(), list.size());
+    if (list.empty()) continue;
+    const std::size_t place = random() % list.size();
+    ASSERT_EQ(set.at(place), list[place]) << i;
+    ASSERT_EQ(set.at(list.size() - 1), list.back()) << i;
+  }
+  EXPECT_EQ(set.entities(), list);
+  set.dropDatabase(&drawing);
+  EXPECT_TRUE(set.empty());
+}
 
 // Filters one by one are in tests/lisp/cases/selection.txt; here what no list of LISP says.
 TEST_F(SelectTest, FiltersAsAModuleBuildsThem) {
