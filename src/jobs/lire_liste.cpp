@@ -28,10 +28,17 @@ reperesListe reperesDuDessin() {
   return {rectangleDe(places), estLibelle};
 }
 
-void remarquerLignes(base::Remarques lues, const std::wstring& fichier, base::Remarques& remarques) {
-  lues.situer(fichier);
-  remarques.citer(lues, [&fichier](int reste) {
-    return fichier + L" : " + std::to_wstring(reste) + L" autres remarques";
+/// What was met line by line, the doubts first: of many only the first ones are told.
+void remarquerLignes(const base::Remarques& lues, const std::wstring& fichier, base::Remarques& remarques) {
+  base::Remarques triees;
+  for (const bool doutes : {true, false})
+    for (const base::Remarque& remarque : lues)
+      if (remarque.douteuse == doutes) triees.ajouter(remarque);
+  const auto comptees = static_cast<int>(lues.nombre() - triees.nombre());
+  if (lues.douteuses() && !triees.douteuses()) triees.douter(L"d'autres lignes sont à vérifier");
+  triees.situer(fichier);
+  remarques.citer(triees, [&fichier, comptees](int reste) {
+    return fichier + L" : " + std::to_wstring(reste + comptees) + L" autres remarques";
   });
 }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace veltora {
 namespace {
@@ -227,12 +228,14 @@ private:
   void compter() {
     Champs champs;
     std::vector<int> presences;
+    std::map<std::size_t, int> largeurs;
     for (int passe = 0; passe < 2; ++passe) {
       for (const auto& ligne : m_lignesPoints) {
         decouper(ligne.texte, champs);
         if (compterNombres(champs, m_forme.decimale) < 2) continue;
         if (passe == 0) {
           ++m_points;
+          ++largeurs[champs.size()];
           presences.resize(std::max(presences.size(), champs.size()));
           for (std::size_t c = 0; c < champs.size(); ++c) ++presences[c];
           continue;
@@ -244,9 +247,18 @@ private:
       std::size_t largeur = presences.size();
       if (m_forme.separateur == ' ')
         while (largeur > 2 && presences[largeur - 1] < kPartColonne * m_points) --largeur;
+      if (m_forme.separateur != ' ' && !m_forme.deuxChamps && passe == 0) champsParLigne(largeurs);
       m_stats.resize(largeur);
       m_suite = largeur < presences.size();
     }
+  }
+
+  /// A line with more fields than the titles, or than most lines, has something shifted.
+  void champsParLigne(const std::map<std::size_t, int>& largeurs) {
+    const auto moins = [](const auto& a, const auto& b) { return a.second < b.second; };
+    const auto frequente = std::max_element(largeurs.begin(), largeurs.end(), moins);
+    if (frequente != largeurs.end())
+      m_forme.champs = m_forme.titres.empty() ? frequente->first : m_forme.titres.size();
   }
 
   /// Blanks that part columns, and perhaps thousands too.

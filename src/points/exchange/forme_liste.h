@@ -36,6 +36,7 @@ struct VELTORA_API formeListe {
   bool deuxChamps = false;     ///< the comma parts columns and decimals: a coordinate takes two fields
   bool codesTexte = false;     ///< codes that are no numbers are labels
   bool codesLibelles = false;  ///< those that look like numbers too
+  std::size_t champs = 0;      ///< fields of a line: of the titles, or of most lines; 0: any number
   int ligneTitres = 0;         ///< from 1; 0: no titles
   int premiereLigne = 1;       ///< the first one with a point
   std::vector<std::wstring> titres;

@@ -54,7 +54,7 @@ public:
         m_lue.interrompue = true;
         break;
       }
-      if (const auto coupe = m_lignes.cut()) m_lue.remarques.ajouter(*coupe);
+      if (const auto coupe = m_lignes.cut()) m_lue.remarques.douter(coupe->ligne, coupe->texte);
       if (m_lignes.line().find_first_not_of(" \t") == std::string_view::npos) continue;
       if (m_lignes.number() < m_forme.premiereLigne)
         avant();
@@ -141,10 +141,12 @@ private:
   }
 
   void ligne() {
-    if (!repartir()) {
-      m_lue.remarques.omettre(m_lignes.number(), L"ignorée, ni X ni Y n'y sont des nombres");
-      return;
-    }
+    const bool nombres = repartir();
+    if (!nombres && commenceEnNombre(roleColonne::kX) && commenceEnNombre(roleColonne::kY))
+      return illisible(roleColonne::kX);
+    if (!nombres)
+      return m_lue.remarques.omettre(m_lignes.number(), L"ignorée, ni X ni Y n'y sont des nombres");
+    enTrop();
     // Where a comma parts decimals as it parts columns, a coordinate without decimals shifts all the others.
     if (m_forme.deuxChamps && m_nombreChamps != m_champsParLigne)
       return m_lue.remarques.douter(
@@ -163,6 +165,25 @@ private:
     lireCode(lue);
     lireTable(lue);
     m_lue.lignes.push_back(std::move(lue));
+  }
+
+  /// True for a number that is written otherwise than those of the list.
+  [[nodiscard]] bool commenceEnNombre(roleColonne role) const {
+    return !vide(role) && champ(role)->texte.find_first_of("0123456789") <= 1;
+  }
+
+  /// Fields behind those of other lines: a separator that stands within a number shifts coordinates.
+  void enTrop() {
+    while (m_nombreChamps > 0 && m_champs.size() >= m_nombreChamps &&
+           m_champs[m_nombreChamps - 1].texte.empty())
+      --m_nombreChamps;
+    if (m_forme.champs == 0 || m_nombreChamps <= m_forme.champs) return;
+    const std::wstring texte = base::formater(L"%d champs au lieu de %d", static_cast<int>(m_nombreChamps),
+                                              static_cast<int>(m_forme.champs));
+    if (m_forme.separateur == ',' || estNombre(m_champs[m_forme.champs], '\0'))
+      m_lue.remarques.douter(m_lignes.number(), texte);
+    else
+      m_lue.remarques.ajouter(m_lignes.number(), texte + L", les derniers sont laissés de côté");
   }
 
   void lireCode(ligneListe& lue) {

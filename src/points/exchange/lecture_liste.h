@@ -25,7 +25,8 @@ struct listeLue {
   int courante = -1;                   ///< of them, the one that the list calls current; -1 for none
   std::vector<std::wstring> libelles;  ///< texts in place of codes, in the order in which they come
   bool interrompue = false;            ///< the user stopped the reading
-  /// Lines without a point are remarks, those that should have one are doubts: X, Y or Z is no number.
+  /// Lines without a point are remarks, those that should have one are doubts: X, Y or Z is no number, or
+  /// more fields than columns, which something within a number may have shifted.
   base::Remarques remarques;
 };
 
