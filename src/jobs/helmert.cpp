@@ -88,8 +88,8 @@ bool lireListe(const demandeHelmert& demande, tableObsXYZ& liste, resultatHelmer
   for (const auto& lu : {demande.points, demande.fichier}) {
     std::error_code sansImportance;
     if (!std::filesystem::equivalent(lu, demande.vers, sansImportance)) continue;
-    resultat.erreur = L"« " + base::texteDuChemin(demande.vers) +
-                      L" » : c'est un fichier à lire, il n'est pas remplacé";
+    resultat.erreur =
+        L"« " + base::texteDuChemin(demande.vers) + L" » : c'est un fichier à lire, il n'est pas remplacé";
     return false;
   }
   liste.colonneZCompte = true;
