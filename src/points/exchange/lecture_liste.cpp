@@ -172,7 +172,7 @@ private:
     return !vide(role) && champ(role)->texte.find_first_of("0123456789") <= 1;
   }
 
-  /// Fields behind those of other lines: a comma that was meant for something else shifts coordinates.
+  /// Fields behind those of other lines: a separator that stands within a number shifts coordinates.
   void enTrop() {
     while (m_nombreChamps > 0 && m_champs.size() >= m_nombreChamps &&
            m_champs[m_nombreChamps - 1].texte.empty())
@@ -180,7 +180,7 @@ private:
     if (m_forme.champs == 0 || m_nombreChamps <= m_forme.champs) return;
     const std::wstring texte = base::formater(L"%d champs au lieu de %d", static_cast<int>(m_nombreChamps),
                                               static_cast<int>(m_forme.champs));
-    if (m_forme.separateur == ',')
+    if (m_forme.separateur == ',' || estNombre(m_champs[m_forme.champs], '\0'))
       m_lue.remarques.douter(m_lignes.number(), texte);
     else
       m_lue.remarques.ajouter(m_lignes.number(), texte + L", les derniers sont laissés de côté");

@@ -26,7 +26,7 @@ struct listeLue {
   std::vector<std::wstring> libelles;  ///< texts in place of codes, in the order in which they come
   bool interrompue = false;            ///< the user stopped the reading
   /// Lines without a point are remarks, those that should have one are doubts: X, Y or Z is no number, or
-  /// there are more fields than columns, which a comma may have shifted.
+  /// more fields than columns, which something within a number may have shifted.
   base::Remarques remarques;
 };
 
