@@ -2,7 +2,9 @@
 
 #include "app/jobs/session.h"
 #include "app/jobs/table.h"
+#include "app/session/call_files.h"
 #include "app/session/output.h"
+#include "app/session/reading_log.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -32,6 +34,16 @@ void toFrench(CLI::App& app) {
   app.set_help_flag("-h,--help", "Affiche cette aide");
 }
 
+/// "Could not convert: --option = value" of a number that is none.
+std::string inFrenchConversion(const std::string& text) {
+  const std::size_t name = text.find("--");
+  const std::size_t equal = text.find(" = ", name);
+  if (name == std::string::npos || equal == std::string::npos)
+    return "valeur refusée : un nombre est attendu";
+  return "valeur refusée : " + text.substr(name, equal - name) + " : « " + text.substr(equal + 3) +
+         " » n'est pas un nombre";
+}
+
 std::string inFrench(const CLI::ParseError& error) {
   const std::string text = error.what();
   if (dynamic_cast<const CLI::ExtrasError*>(&error)) {
@@ -46,9 +58,10 @@ std::string inFrench(const CLI::ParseError& error) {
   const std::string name = text.substr(0, text.find_first_of(": "));
   if (dynamic_cast<const CLI::RequiredError*>(&error)) return "argument obligatoire manquant : " + name;
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) return "valeur manquante ou en trop : " + name;
-  if (dynamic_cast<const CLI::ConversionError*>(&error) ||
-      dynamic_cast<const CLI::ValidationError*>(&error)) {
-    return "valeur refusée : " + name;
+  if (dynamic_cast<const CLI::ConversionError*>(&error)) return inFrenchConversion(text);
+  if (dynamic_cast<const CLI::ValidationError*>(&error)) {
+    const std::size_t reason = text.find(": « ");  // of our own checks
+    return "valeur refusée : " + name + (reason == std::string::npos ? "" : " " + text.substr(reason));
   }
   return "arguments refusés : " + text;
 }
@@ -60,16 +73,22 @@ Run readArguments(int argc, char** argv, int& status) {
   toFrench(app);
   app.set_version_flag("--version", std::string("veltora ") + VELTORA_VERSION, "Affiche la version");
   const Run session = declareSession(app);
+  addReadingLogOption(app);
   std::vector<std::pair<const CLI::App*, Run>> runs;
   for (const Job& job : jobTable()) {
     CLI::App* sub = app.add_subcommand(job.name, job.help)->group("Travaux");
     runs.emplace_back(sub, job.declare(*sub));
+    addReadingLogOption(*sub);
     toFrench(*sub);
   }
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& done) {
     status = app.exit(done, std::cout, std::cerr) == 0 ? kSuccess : kBadCall;
+    return {};
+  } catch (const BadCall& error) {
+    printError(std::string(error.what()));
+    status = kBadCall;
     return {};
   } catch (const CLI::ParseError& error) {
     printError(inFrench(error) + "\nEssayez « veltora --help ».");

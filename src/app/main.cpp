@@ -1,5 +1,6 @@
 #include "app/arguments.h"
 #include "app/session/output.h"
+#include "base/passing_file.h"
 
 #include <exception>
 
@@ -7,8 +8,10 @@ int main(int argc, char** argv) {
   using namespace veltora::app;
   try {
     int status = kSuccess;
+    veltora::base::surveillerSignaux();
     const Run run = readArguments(argc, argv, status);
-    return run ? run() : status;
+    if (run) status = run();
+    return outputWritten() ? status : kFailure;
   } catch (const std::exception& error) {
     printError(std::string("erreur inattendue : ") + error.what());
     return kFailure;

@@ -74,6 +74,8 @@ struct FileRequest {
   std::wstring filter;     ///< "Texte|*.ext|Texte|*.ext"
   bool save = false;       ///< a name to write, which may not exist yet
   bool confirmOverwrite = false;
+  /// The file that is really read or written for a name; empty when it is the one of that name.
+  std::function<std::wstring(const std::wstring& name)> serving;
 };
 
 /// The answer: a path, and which filter was in force (1 is the first).

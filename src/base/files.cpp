@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,6 +23,13 @@ fs::path& temporaryFolderOverride() {
   return folder;
 }
 
+/// A true folder that belongs to this user, closed to all others.
+bool isOwnFolder(const fs::path& path) {
+  struct stat info {};
+  return ::lstat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::geteuid() &&
+         (info.st_mode & 0077) == 0;
+}
+
 bool writeAll(int descriptor, std::string_view content) {
   while (!content.empty()) {
     const ssize_t written = ::write(descriptor, content.data(), content.size());
@@ -32,13 +40,48 @@ bool writeAll(int descriptor, std::string_view content) {
   return true;
 }
 
-/// The permissions of the file that is replaced, else those that a new file would get.
-mode_t permissionsFor(const fs::path& path) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) == 0) return info.st_mode & 07777;
+mode_t modeOfNewFiles() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
   return 0666 & ~mask;
+}
+
+/// What the names of the files half written for this target begin with; six more characters follow.
+std::string beginningBeside(const fs::path& target) {
+  constexpr std::size_t kLongest = 200;  // a name has up to 255 bytes
+  return "." + target.filename().string().substr(0, kLongest) + ".veltora-";
+}
+
+/// Removes what a killed process left beside a target. Whoever still writes holds a lock on the file.
+void removeLitter(const fs::path& target) {
+  const std::string beginning = beginningBeside(target);
+  std::error_code error;
+  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+    const std::string name = it->path().filename().string();
+    if (!name.starts_with(beginning) || name.size() != beginning.size() + kUnique.size()) continue;
+    const int litter = ::open(it->path().c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (litter < 0) continue;
+    if (::flock(litter, LOCK_EX | LOCK_NB) == 0) ::unlink(it->path().c_str());
+    ::close(litter);
+  }
+}
+
+/// The file that a path stands for. @return 0, or the error number of what stands there and cannot be
+/// replaced
+int findTarget(const fs::path& path, fs::path& target) {
+  std::error_code error;
+  target = path;
+  if (fs::is_symlink(path, error)) {
+    target = fs::canonical(path, error);
+    if (error) return error.value() == ENOENT ? ENOLINK : error.value();
+  }
+  struct stat info {};
+  if (::stat(target.c_str(), &info) != 0) return 0;
+  if (S_ISDIR(info.st_mode)) return EISDIR;
+  if (!S_ISREG(info.st_mode)) return ENODEV;
+  // A rename would replace even a read-only file; the user's protection counts.
+  return ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0 ? errno : 0;
 }
 
 bool fail(std::string* reason, const fs::path& path, int error) {
@@ -68,17 +111,28 @@ std::string raisonSysteme(int erreur) {
       return "nom trop long";
     case EIO:
       return "erreur du disque";
+    case EFBIG:
+      return "taille permise aux fichiers dépassée";
+    case ENODEV:
+      return "c'est un périphérique ou un tube, pas un fichier";
+    case ENOLINK:
+      return "c'est un lien vers un fichier qui n'existe pas";
+    case ELOOP:
+      return "liens en cercle";
     default:
       return std::string("erreur du système, ") + std::strerror(erreur);
   }
 }
 
 std::optional<std::string> lireFichier(const fs::path& path) {
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  constexpr std::size_t kLargest = std::size_t{2} << 30;
+  // A pipe without a writer would be waited for.
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return std::nullopt;
   struct stat info {};
   std::string content;
-  bool good = ::fstat(descriptor, &info) == 0 && !S_ISDIR(info.st_mode);
+  bool good = ::fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode) &&
+              static_cast<std::size_t>(info.st_size) <= kLargest;
   if (good && info.st_size > 0) content.resize(static_cast<std::size_t>(info.st_size));
   std::size_t used = 0;
   while (good) {
@@ -88,6 +142,7 @@ std::optional<std::string> lireFichier(const fs::path& path) {
     if (got < 0) good = false;
     if (got <= 0) break;
     used += static_cast<std::size_t>(got);
+    if (used > kLargest) good = false;
     if (used == content.size() && static_cast<off_t>(used) == info.st_size) break;
   }
   ::close(descriptor);
@@ -97,30 +152,35 @@ std::optional<std::string> lireFichier(const fs::path& path) {
 }
 
 RemplacementFichier::RemplacementFichier(const fs::path& path) : m_path(path) {
-  std::error_code ignored;
-  m_target = fs::is_symlink(path, ignored) ? fs::weakly_canonical(path, ignored) : path;
-  struct stat info {};
-  if (::stat(m_target.c_str(), &info) == 0) {
-    // A rename would replace even a read-only file; the user's protection counts.
-    const int refusal = S_ISDIR(info.st_mode) ? EISDIR : ::access(m_target.c_str(), W_OK) != 0 ? errno : 0;
-    if (refusal) {
-      abandonner(refusal);
-      return;
-    }
+  if (const int refusal = findTarget(path, m_target)) {
+    abandonner(refusal);
+    return;
   }
-  m_temporary = (m_target.parent_path() / (".veltora-" + kUnique)).string();
-  m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
-  if (m_descriptor < 0) abandonner(errno);
+  removeLitter(m_target);
+  ouvrir();
 }
 
 RemplacementFichier::~RemplacementFichier() { abandonner(0); }
 
-void RemplacementFichier::abandonner(int error) {
-  if (m_descriptor >= 0) {
-    ::close(m_descriptor);
-    ::unlink(m_temporary.c_str());
-    m_descriptor = -1;
+void RemplacementFichier::ouvrir() {
+  // Another process may take the new file for litter before it is locked: then it has gone, and one more is
+  // made.
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    std::string name = (m_target.parent_path() / (beginningBeside(m_target) + kUnique)).string();
+    m_descriptor = ::mkostemp(name.data(), O_CLOEXEC);
+    if (m_descriptor < 0) return abandonner(errno);
+    m_temporary = FichierPassager(std::move(name));
+    struct stat info {};
+    ::flock(m_descriptor, LOCK_EX);
+    if (::fstat(m_descriptor, &info) == 0 && info.st_nlink > 0) return;
+    ::close(std::exchange(m_descriptor, -1));
   }
+  abandonner(EBUSY);
+}
+
+void RemplacementFichier::abandonner(int error) {
+  if (m_descriptor >= 0) ::close(std::exchange(m_descriptor, -1));
+  m_temporary.effacer();
   if (m_error == 0) m_error = error;
 }
 
@@ -130,18 +190,49 @@ bool RemplacementFichier::ecrire(std::string_view piece) {
   return m_descriptor >= 0;
 }
 
+bool RemplacementFichier::imiter() {
+  struct stat former {};
+  struct stat fresh {};
+  if (::stat(m_target.c_str(), &former) != 0) {
+    ::fchmod(m_descriptor, modeOfNewFiles());
+    return true;
+  }
+  const bool alike =
+      ::fstat(m_descriptor, &fresh) == 0 && former.st_uid == fresh.st_uid && former.st_gid == fresh.st_gid;
+  return (alike || ::fchown(m_descriptor, former.st_uid, former.st_gid) == 0) &&
+         ::fchmod(m_descriptor, former.st_mode & 07777) == 0;
+}
+
+bool RemplacementFichier::recopier() {
+  const int old = ::open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
+  struct stat info {};
+  const auto content = lireFichier(m_temporary.chemin());
+  // The room is taken first: a full disk leaves the old content.
+  bool good = old >= 0 && content && ::fstat(m_descriptor, &info) == 0;
+  if (good && info.st_size > 0) {
+    if (const int error = ::posix_fallocate(old, 0, info.st_size)) {
+      errno = error;
+      good = false;
+    }
+  }
+  good = good && writeAll(old, *content) && ::ftruncate(old, info.st_size) == 0 && ::fsync(old) == 0;
+  const int error = errno;
+  if (old >= 0) ::close(old);
+  errno = error;
+  return good;
+}
+
 bool RemplacementFichier::terminer(std::string* reason) {
-  const bool ready = m_descriptor >= 0 && ::fchmod(m_descriptor, permissionsFor(m_target)) == 0 &&
-                     ::fsync(m_descriptor) == 0;
-  if (!ready) {
+  if (m_descriptor < 0 || ::fsync(m_descriptor) != 0) {
     abandonner(errno);
     return fail(reason, m_path, m_error);
   }
-  const int closed = ::close(std::exchange(m_descriptor, -1));
-  if (closed == 0 && ::rename(m_temporary.c_str(), m_target.c_str()) == 0) return true;
-  m_error = errno;
-  ::unlink(m_temporary.c_str());
-  return fail(reason, m_path, m_error);
+  const bool inPlace = !imiter();
+  const bool good = inPlace ? recopier() : ::rename(m_temporary.chemin().c_str(), m_target.c_str()) == 0;
+  const int error = errno;
+  if (good && !inPlace) m_temporary.garder();
+  abandonner(good ? 0 : error);
+  return good || fail(reason, m_path, m_error);
 }
 
 bool remplacerFichier(const fs::path& path, std::string_view content, std::string* reason) {
@@ -151,10 +242,17 @@ bool remplacerFichier(const fs::path& path, std::string_view content, std::strin
 }
 
 fs::path dossierTemporaire() {
-  if (!temporaryFolderOverride().empty()) return temporaryFolderOverride();
+  fs::path& folder = temporaryFolderOverride();
+  if (!folder.empty()) return folder;
   std::error_code error;
-  const fs::path folder = fs::temp_directory_path(error);
-  return error ? fs::path("/tmp") : folder;
+  const fs::path shared = fs::temp_directory_path(error);
+  const std::string own = ((error ? fs::path("/tmp") : shared) / "veltora-").string();
+  const fs::path usual = own + std::to_string(::geteuid());
+  if (::mkdir(usual.c_str(), 0700) == 0 || isOwnFolder(usual)) return usual;
+  // Somebody else took the name: another one, for this run.
+  std::string unique = own + kUnique;
+  if (::mkdtemp(unique.data())) folder = unique;
+  return unique;
 }
 
 void setDossierTemporaire(const fs::path& folder) { temporaryFolderOverride() = folder; }

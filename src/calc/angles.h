@@ -13,6 +13,7 @@ namespace veltora {
 
 struct uniteAngle {
   std::wstring_view motCle;  ///< in files and in dialogs
+  std::wstring_view nom;     ///< in messages
   double tour;               ///< full circle
   double versRadians;        ///< factor to radians
   [[nodiscard]] constexpr double demi() const { return tour * 0.5; }
@@ -22,9 +23,9 @@ inline constexpr double kPi = 3.141592653589793;
 
 /// Indexed by `modeAngle`.
 inline constexpr std::array<uniteAngle, 3> kUnitesAngle = {{
-    {L"grades", 400.0, 0.015707963267948967},
-    {L"degres", 360.0, 0.017453292519943295},
-    {L"radians", 6.283185307179586, 1.0},
+    {L"grades", L"grades", 400.0, 0.015707963267948967},
+    {L"degres", L"degrés", 360.0, 0.017453292519943295},
+    {L"radians", L"radians", 6.283185307179586, 1.0},
 }};
 
 /// The unit of a `modeAngle`; grades for any other number.

@@ -164,7 +164,7 @@ void codifPoint::ecrireTexte(fluxTexte& flux) const {
 }
 
 std::wstring texteAltitude(double z, int decimales) {
-  if (z == base::Z_ABSENT) return {};
+  if (z == base::Z_ABSENT || !std::isfinite(z)) return {};
   return base::formater(base::formater(std::wstring(L"%%.%df"), std::clamp(decimales, 0, 30)), z);
 }
 

@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "core/installation.h"
 #include "core/xml_champs.h"
@@ -73,10 +74,34 @@ tableCodification::tableCodification(const std::wstring& fichier) {
   }
   nomFichier = cheminInstallation(L"defcodif");
   if (chargerXML()) return;
-  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, is
-  // overwritten.
+  // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, gives way to
+  // the default rows; it is kept beside.
   ajouterDefauts();
-  sauverXML();
+  if (garderIllisible()) sauverXML();
+}
+
+bool tableCodification::garderIllisible() const {
+  const std::filesystem::path chemin = cheminPlateforme(nomFichier);
+  std::error_code erreur;
+  if (!std::filesystem::is_regular_file(chemin, erreur) || std::filesystem::is_empty(chemin, erreur))
+    return true;
+  std::filesystem::path garde = chemin;
+  garde += ".illisible";
+  for (int i = 2; std::filesystem::exists(std::filesystem::symlink_status(garde, erreur)); ++i)
+    garde = chemin.native() + ".illisible" + std::to_string(i);
+  std::filesystem::rename(chemin, garde, erreur);
+  if (erreur) {
+    acutPrintf(
+        L"\nLa table des codes %s est illisible ; elle reste telle quelle, les codes par défaut valent"
+        L" pour cette séance.\n",
+        base::texteDuChemin(chemin));
+    return false;
+  }
+  acutPrintf(
+      L"\nLa table des codes %s est illisible ; elle est gardée sous %s, et les codes par défaut la"
+      L" remplacent.\n",
+      base::texteDuChemin(chemin), base::texteDuChemin(garde.filename()));
+  return true;
 }
 
 int tableCodification::chargerXML() {

@@ -33,6 +33,9 @@ public:
   /// Writes the table to the file, or to `nomFichier`; the old file stays whole when that fails.
   /// @return 1, also when the file could not be written
   int sauverXML(const std::wstring& fichier = {}) const;
+  /// Moves a file that holds something but no rows out of the way, and says so. @return false when it could
+  /// not
+  [[nodiscard]] bool garderIllisible() const;
   /// Adds the table to an empty document.
   void ecrireXML(TiXmlDocument& document) const;
 

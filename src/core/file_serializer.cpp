@@ -208,13 +208,13 @@ int FileSerializer::readString(CString& text) {
   const long debut = position();
   char tag = 0;
   int length = 0;
-  std::array<char, kTamponLecture> tampon{};
+  std::array<char, kTamponLecture + 1> tampon{};  // ends in a zero, whatever was read
   if (!lireBrut(&tag, 1) || tag != 'c' || !readInt(length) || length < 0 || length >= kTamponLecture ||
       !readBytes(tampon.data(), length + 1)) {
     revenir(debut);
     return 0;
   }
-  tampon[static_cast<std::size_t>(length)] = 0;
+  // A zero inside makes the text shorter, a closing zero that is none makes it longer.
   text = base::widen(tampon.data());
   return static_cast<int>(text.size()) == length ? 1 : 0;
 }

@@ -91,7 +91,14 @@ void trouver() {
     installation.aRemplir = false;
   } else {
     const fs::path utilisateur = dossierUtilisateur();
-    installation.dossier = !utilisateur.empty() && creer(utilisateur) ? utilisateur : fs::path();
+    if (!utilisateur.empty() && creer(utilisateur)) {
+      installation.dossier = utilisateur;
+    } else {
+      // Nothing can be written: what was shipped is read where it lies.
+      std::error_code erreur;
+      installation.dossier = fs::is_directory(partage, erreur) ? partage : fs::path();
+      installation.aRemplir = false;
+    }
   }
 }
 

@@ -16,6 +16,7 @@ namespace veltora {
 /// 1. the environment variable VELTORA_INSTALLATION;
 /// 2. <program>/../share/veltora, when it stands there already;
 /// 3. $XDG_DATA_HOME/veltora, else ~/.local/share/veltora.
+/// When none can be written, folder 2 all the same if it is there: its blocks can be read.
 /// It is found once. Sub-folders of the shipped data that folder 1 or 3 lacks are copied into it.
 VELTORA_API std::filesystem::path dossierInstallation();
 /// Another installation directory, for tests; an empty path has the rule applied anew at the next use.

@@ -11,11 +11,9 @@ namespace veltora {
 ///
 /// All operations return non-zero on success and 0 on failure unless told otherwise. A failed read leaves its
 /// target unchanged and the stream where it was, so that another read may be tried there. The order of the
-/// virtual operations is part of the interface.
+/// virtual operations is part of the interface: `rewind` is slot 0, `readEnum` slot 25.
 class VELTORA_API VeltoraSerializer {
 public:
-  virtual ~VeltoraSerializer() = default;
-
   /// Back to the start of the stream.
   virtual int rewind() = 0;
   /// The next mark without consuming it; -1 when there is none.
@@ -49,6 +47,7 @@ public:
   virtual int readString(CString& text) = 0;  ///< what `writeAcString` or `writeString` wrote
   virtual int readShort(short& value) = 0;
   virtual int readEnum(int& value) = 0;
+  virtual ~VeltoraSerializer() = default;  ///< last: the slots before it are told
 
 protected:
   VeltoraSerializer() = default;

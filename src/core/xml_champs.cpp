@@ -94,9 +94,10 @@ bool analyserXML(TiXmlDocument& document, std::string_view octets) {
   document.ClearError();
   constexpr std::string_view bom = "\xEF\xBB\xBF";
   if (octets.starts_with(bom)) octets.remove_prefix(bom.size());
-  if (octets.size() > kTailleMax || !estBienForme(octets, kProfondeurMax)) return false;
-  // Behind the last tag nothing is needed; blanks at the very end make the library read past them.
-  const std::string texte(octets.substr(0, octets.rfind('>') + 1));
+  if (octets.size() > kTailleMax) return false;
+  // It ends with a tag: blanks at the very end make the library read past them.
+  const std::string texte(partieLisible(octets, kProfondeurMax));
+  if (texte.empty()) return false;
   // Positions are not needed, and their count never ends on some malformed characters.
   document.SetTabSize(0);
   document.Parse(texte.c_str(), nullptr, TIXML_ENCODING_UNKNOWN);

@@ -1,5 +1,7 @@
 #include "core/xml_controle.h"
 
+#include "base/text.h"
+
 #include <vector>
 
 namespace veltora {
@@ -18,25 +20,31 @@ class Lecteur {
 public:
   Lecteur(std::string_view xml, std::size_t profondeurMax) : m_reste(xml), m_profondeurMax(profondeurMax) {}
 
-  bool document() {
+  /// Bytes from the start to the end of the last whole thing outside of all elements.
+  std::size_t longueurLisible() {
+    const std::size_t taille = m_reste.size();
+    std::size_t lisible = 0;
     while (!m_reste.empty()) {
-      if (m_reste.front() != '<') {
-        // Text stands in the element only.
-        if (m_ouverts.empty() && !estBlanc(m_reste.front())) return false;
+      if (m_reste.front() == '<') {
+        if (!balisage()) break;
+        if (m_ouverts.empty() && m_racine) lisible = taille - m_reste.size();
+      } else {
+        // Text stands in elements only.
+        if (m_ouverts.empty() && !estBlanc(m_reste.front())) break;
         m_reste.remove_prefix(1);
-      } else if (!balisage()) {
-        return false;
       }
     }
-    return m_racine && m_ouverts.empty();
+    return lisible;
   }
 
 private:
   bool balisage() {
     if (m_reste.starts_with("<!--")) return passer(4, "-->");
     if (m_reste.starts_with("<![CDATA[")) return !m_ouverts.empty() && passer(9, "]]>");
-    if (m_reste.starts_with("<?")) return passerSansChevron("?>");
-    if (m_reste.starts_with("<!")) return passerSansChevron(">");
+    if (m_reste.size() > 5 && base::compareNoCaseAnsi(m_reste.substr(0, 5), "<?xml") == 0)
+      return declaration();
+    // Other instructions end at the first bracket, as the library has it.
+    if (m_reste.starts_with("<?") || m_reste.starts_with("<!")) return passer(2, ">");
     return m_reste.starts_with("</") ? baliseFermante() : baliseOuvrante();
   }
 
@@ -47,14 +55,17 @@ private:
     return true;
   }
 
-  /// An instruction or a declaration; one with brackets in it is refused, since the library would end it
-  /// there.
-  bool passerSansChevron(std::string_view fin) {
-    const std::size_t chevron = m_reste.find_first_of("<>", 1);
-    if (chevron == std::string_view::npos || chevron + 1 < fin.size()) return false;
-    if (m_reste.substr(chevron + 1 - fin.size(), fin.size()) != fin) return false;
-    m_reste.remove_prefix(chevron + 1);
-    return true;
+  /// Its known attributes in quotes and nothing else: on anything else the library goes by words, past
+  /// brackets.
+  bool declaration() {
+    m_reste.remove_prefix(5);
+    for (;;) {
+      passerBlancs();
+      if (prendre("?>") || prendre(">")) return true;
+      const std::string_view quoi = nom();
+      if (quoi != "version" && quoi != "encoding" && quoi != "standalone") return false;
+      if (!valeur() || m_nue) return false;
+    }
   }
 
   std::string_view nom() {
@@ -91,29 +102,40 @@ private:
   bool baliseOuvrante() {
     m_reste.remove_prefix(1);
     const std::string_view element = nom();
-    if (element.empty() || (m_ouverts.empty() && m_racine)) return false;
-    if (m_ouverts.size() == m_profondeurMax) return false;
+    if (element.empty() || m_ouverts.size() == m_profondeurMax) return false;
     m_racine = true;
     for (;;) {
-      const bool separe = passerBlancs();
+      passerBlancs();
       if (prendre("/>")) return true;
       if (prendre(">")) break;
-      if (!separe || !attribut()) return false;
+      if (!attribut()) return false;
     }
     m_ouverts.push_back(element);
     return true;
   }
 
-  bool attribut() {
-    if (nom().empty()) return false;
+  bool attribut() { return !nom().empty() && valeur(); }
+
+  /// "=" and what it gives.
+  bool valeur() {
     passerBlancs();
     if (!prendre("=")) return false;
     passerBlancs();
-    if (m_reste.empty() || (m_reste.front() != '"' && m_reste.front() != '\'')) return false;
-    const std::size_t fin = m_reste.find(m_reste.front(), 1);
-    if (fin == std::string_view::npos || m_reste.substr(0, fin).find('<') != std::string_view::npos)
-      return false;
+    if (m_reste.empty()) return false;
+    const char guillemet = m_reste.front();
+    m_nue = guillemet != '"' && guillemet != '\'';
+    if (m_nue) return valeurNue();
+    const std::size_t fin = m_reste.find(guillemet, 1);
+    if (fin == std::string_view::npos) return false;
     m_reste.remove_prefix(fin + 1);
+    return true;
+  }
+
+  /// A value without quotes ends at a blank or at the end of its tag.
+  bool valeurNue() {
+    const std::size_t fin = m_reste.find_first_of(" \t\n\r/>\"'");
+    if (fin == std::string_view::npos || m_reste[fin] == '"' || m_reste[fin] == '\'') return false;
+    m_reste.remove_prefix(fin);
     return true;
   }
 
@@ -121,14 +143,15 @@ private:
   std::size_t m_profondeurMax;
   std::vector<std::string_view> m_ouverts;
   bool m_racine = false;
+  bool m_nue = false;  ///< the latest value had no quotes
 };
 
 }  // namespace
 
-bool estBienForme(std::string_view xml, std::size_t profondeurMax) {
+std::string_view partieLisible(std::string_view xml, std::size_t profondeurMax) {
   // The library takes a zero byte for the end.
-  if (xml.find('\0') != std::string_view::npos) return false;
-  return Lecteur(xml, profondeurMax).document();
+  xml = xml.substr(0, xml.find('\0'));
+  return xml.substr(0, Lecteur(xml, profondeurMax).longueurLisible());
 }
 
 }  // namespace veltora

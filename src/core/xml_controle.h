@@ -4,9 +4,11 @@
 
 namespace veltora {
 
-/// True when the bytes are one element with matched, closed tags and quoted attributes, nested at most
-/// `profondeurMax` deep, with comments, CDATA sections and instructions around and in it. Read before the
-/// library sees them, whose parser recurses once a level. Entities and characters of texts are not looked at.
-bool estBienForme(std::string_view xml, std::size_t profondeurMax);
+/// The beginning of the bytes that the library may be given: elements with matched, closed tags, nested at
+/// most `profondeurMax` deep, with comments, CDATA sections and instructions around and in them. Empty when
+/// there is no whole element. Read before the library sees them, whose parser recurses once a level; it
+/// ignores what stands behind. Attributes without quotes or blanks between them pass, since the library reads
+/// them. Entities and characters of texts are not looked at.
+std::string_view partieLisible(std::string_view xml, std::size_t profondeurMax);
 
 }  // namespace veltora

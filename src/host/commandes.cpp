@@ -3,7 +3,9 @@
 #include "arx/db/dblines.h"
 #include "arx/ed/accmd.h"
 #include "arx/ed/acutads.h"
+#include "arx/ed/edhelp.h"
 #include "arx/rx/rxdict.h"
+#include "base/text.h"
 #include "calc/dialogs/fermee_dlg.h"
 #include "calc/dialogs/moindres_carres_dlg.h"
 #include "calc/dialogs/ouverte_dlg.h"
@@ -11,6 +13,7 @@
 #include "core/drawing_space.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
+#include "host/lisp/table_lisp.h"
 #include "points/projets_topo.h"
 
 #include <array>
@@ -25,6 +28,7 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
+  descriptionAide aide = {};  ///< none for what is not there yet
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
@@ -55,23 +59,57 @@ void nonDisponible();
 
 constexpr std::array<commande, 13> kCommandes{{
     {L"CARROYAGE", ACRX_CMD_USEPICKSET, nonDisponible<0>},
-    {L"VCODIFICATION", ACRX_CMD_TRANSPARENT, vcodification},
-    {L"COORDSXYZ", ACRX_CMD_MODAL, coordsXYZ},
-    {L"CORRPOLFERMEE", ACRX_CMD_MODAL, corrPolFermee},
-    {L"CORRPOLOUVERTE", ACRX_CMD_MODAL, corrPolOuverte},
-    {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres},
+    {L"VCODIFICATION",
+     ACRX_CMD_TRANSPARENT,
+     vcodification,
+     {L"Codes", L"La table des codes : libellés, calques, symboles"}},
+    {L"COORDSXYZ",
+     ACRX_CMD_MODAL,
+     coordsXYZ,
+     {L"Points", L"Une liste de coordonnées (.xyz) : chargée, placée, écrite"}},
+    {L"CORRPOLFERMEE", ACRX_CMD_MODAL, corrPolFermee, {L"Calculs", L"Polygonale fermée (.obs)"}},
+    {L"CORRPOLOUVERTE",
+     ACRX_CMD_MODAL,
+     corrPolOuverte,
+     {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
+    {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
     {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
     {L"RECT3PT", ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET, nonDisponible<7>},
-    {L"IMPORTPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kImportPoints>},
-    {L"EXPORTPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kExportPoints>},
-    {L"TABLEXYZ", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kTableXYZ>},
-    {L"MAJPOINTS", ACRX_CMD_USEPICKSET, pointsDuDessin<DlgPntsDuDessin::kMajPoints>},
-    {L"PTSEN3D", ACRX_CMD_MODAL, ptsEn3D},
+    {L"IMPORTPOINTS",
+     ACRX_CMD_USEPICKSET,
+     pointsDuDessin<DlgPntsDuDessin::kImportPoints>,
+     {L"Points", L"Reprend en points les entités du dessin"}},
+    {L"EXPORTPOINTS",
+     ACRX_CMD_USEPICKSET,
+     pointsDuDessin<DlgPntsDuDessin::kExportPoints>,
+     {L"Points", L"Écrit des points : texte ou rapport"}},
+    {L"TABLEXYZ",
+     ACRX_CMD_USEPICKSET,
+     pointsDuDessin<DlgPntsDuDessin::kTableXYZ>,
+     {L"Points", L"Dessine le tableau des coordonnées"}},
+    {L"MAJPOINTS",
+     ACRX_CMD_USEPICKSET,
+     pointsDuDessin<DlgPntsDuDessin::kMajPoints>,
+     {L"Points", L"Relit la table d'après les blocs du dessin"}},
+    {L"PTSEN3D", ACRX_CMD_MODAL, ptsEn3D, {L"Points", L"Dessine un point 3D par point de la table"}},
 }};
 
 template <std::size_t Rang>
 void nonDisponible() {
   acutPrintf(L"\nLa commande %s n'est pas encore disponible dans cette version.", kCommandes[Rang].nom);
+}
+
+/// Tells AIDE of what there is, subject by subject.
+void decrireCommandes() {
+  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes"}) {
+    const auto decrire = [sujet](const descriptionAide& aide, const std::wstring& nom) {
+      if (aide.sujet && aide.sujet == sujet) acedDescribeCommand({kGroupe, aide.sujet, nom, aide.ligne});
+    };
+    for (const commande& c : kCommandes) decrire(c.aide, c.nom);
+    for (const fonctionLisp& f : tableFonctionsLisp)
+      if (f.aide.sujet)
+        decrire(f.aide, base::toUpper(f.nom + 2));  // behind "c:" stands the name of a command
+  }
 }
 
 AcEdCommandStack* pileDeCommandes() {
@@ -84,10 +122,12 @@ void enregistrerCommandes() {
   AcEdCommandStack* pile = pileDeCommandes();
   if (!pile) return;
   for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+  decrireCommandes();
 }
 
 void retirerCommandes() {
   if (AcEdCommandStack* pile = pileDeCommandes()) pile->removeGroup(kGroupe);
+  acedForgetDescriptions(kGroupe);
 }
 
 }  // namespace veltora

@@ -1,9 +1,11 @@
 // The module's entry: every message of the host comes in here.
 
+#include "arx/db/dbservices.h"
 #include "arx/rx/appmsg.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/export.h"
 #include "codes/dialogs/tab_codification_dlg.h"
+#include "core/installation.h"
 #include "host/commandes.h"
 #include "host/donnees_document.h"
 #include "host/lisp/table_lisp.h"
@@ -13,6 +15,12 @@ namespace veltora {
 namespace {
 
 const AsdkDataManager<CDocData> s_donneesDocuments;
+
+/// The library of blocks is one of the paths on which the host looks files up.
+void annoncerBibliotheque() {
+  const std::filesystem::path dossier = dossierInstallation();
+  if (!dossier.empty()) acdbHostApplicationServices()->addSupportFolder(dossier / "biblio");
+}
 
 }  // namespace
 }  // namespace veltora
@@ -26,6 +34,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
       acrxDynamicLinker->registerAppMDIAware(appId);
       veltora::enregistrerCommandes();
       veltora::installerDialoguesCodes();
+      veltora::annoncerBibliotheque();
       break;
     case AcRx::kUnloadAppMsg:
       veltora::retirerCommandes();

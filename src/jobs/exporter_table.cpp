@@ -1,6 +1,7 @@
 #include "jobs/exporter_table.h"
 
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "points/exchange/exporter_points.h"
 #include "points/projets_topo.h"
@@ -41,7 +42,7 @@ bool exporterTable(const demandeExportPoints& demande, resultatPoints& resultat)
   if (!table) return resultat.echec(L"aucune table « " + demande.table + L" » dans ce dessin");
   const std::vector<pointDuDessin> points = choisir(*table, demande);
   if (points.empty()) return resultat.echec(L"aucun point à exporter");
-  const std::wstring fichier = base::fromUtf8(demande.fichier.string());
+  const std::wstring fichier = base::texteDuChemin(demande.fichier);
   const bool ecrites = demande.observations && formeDuFichier(fichier) == formeExport::kTexte;
   const std::vector<std::wstring> observations = observationsDe(points);
   std::wstring raison;

@@ -8,6 +8,7 @@
 #include "codes/table_codification.h"
 #include "core/point_name.h"
 #include "jobs/codes_libelles.h"
+#include "jobs/placer_stations.h"
 #include "points/projets_topo.h"
 
 #include <algorithm>
@@ -48,7 +49,7 @@ public:
   Placement(const demandeImportListe& demande, listeLue& liste, resultatPoints& resultat)
       : m_demande(demande), m_liste(liste), m_resultat(resultat) {}
 
-  /// @return false when the user stops
+  /// @return false, with the reason, when the user stops or a block is missing
   bool placer() {
     ouvrirTables();
     nommer();
@@ -128,7 +129,7 @@ private:
     int sansBloc = 0;
     base::Suivi suivi(static_cast<long long>(m_liste.lignes.size()) - 1);
     for (const ligneListe& ligne : m_liste.lignes) {
-      if (suivi.arrete()) return false;
+      if (suivi.arrete()) return m_resultat.echec(kInterrompu);
       pointDuDessin point;
       point = ligne.point;
       point.creer(true, ligne.point.obs.c_str());
@@ -136,10 +137,8 @@ private:
       table(ligne).Ajouter(point);
       suivi.avancer();
     }
-    if (sansBloc > 0)
-      m_resultat.remarques.ajouter(
-          base::formater(L"points sans bloc dans le dessin (fichier de bloc introuvable) : %d", sansBloc));
-    return true;
+    m_resultat.erreur = texteSansBloc(sansBloc);
+    return m_resultat.erreur.empty();
   }
 
   const demandeImportListe& m_demande;
@@ -158,7 +157,7 @@ bool importerListe(const demandeImportListe& demande, resultatPoints& resultat) 
   remarquerNoms(liste, resultat);
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
   if (resultat.retenu) return true;
-  if (!Placement(demande, liste, resultat).placer()) return resultat.echec(kInterrompu);
+  if (!Placement(demande, liste, resultat).placer()) return false;
   resultat.nombre = static_cast<int>(liste.lignes.size());
   return true;
 }

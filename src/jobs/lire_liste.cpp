@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "jobs/genre_fichier.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "points/exchange/verifier_xyz.h"
 #include "points/projets_topo.h"
@@ -56,12 +57,14 @@ public:
       : m_demande(demande),
         m_liste(liste),
         m_resultat(resultat),
-        m_fichier(base::fromUtf8(demande.fichier.string())),
+        m_fichier(base::texteDuChemin(demande.fichier)),
         m_options(demande.options) {}
 
   bool lire() {
     const std::optional<std::string> octets = base::lireFichier(m_demande.fichier);
     if (!octets) return m_resultat.echec(L"« " + m_fichier + L" » : fichier introuvable ou illisible");
+    const std::wstring refus = refusDuGenre(m_fichier, *octets, genreFichier::xyz);
+    if (!refus.empty()) return m_resultat.echec(refus);
     m_octets = *octets;
     m_reperes = reperesDuDessin();
     const bool xyz = base::toLower(m_fichier).ends_with(L".xyz");
@@ -138,7 +141,7 @@ bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, result
 base::Remarques doutesXyz(const std::filesystem::path& fichier) {
   const std::optional<std::string> octets = base::lireFichier(fichier);
   if (!octets || !tablesPoints) return {};
-  return doutesDe(verifierXyz(*octets, reperesDuDessin()), base::fromUtf8(fichier.string()));
+  return doutesDe(verifierXyz(*octets, reperesDuDessin()), base::texteDuChemin(fichier));
 }
 
 }  // namespace veltora

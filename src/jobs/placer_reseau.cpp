@@ -8,10 +8,12 @@
 namespace veltora {
 namespace {
 
-bool connue(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
+bool connue(double valeur) { return valeur != base::Z_ABSENT; }
 
+// Deliberate (calculer-z-seul): "Calculer Z" alone makes points usable that have no X, Y; those are left out.
 void prendre(std::vector<stationCalculee>& liste, const pointACalculer& p) {
-  if (connue(p.X) && connue(p.Y)) liste.push_back({p.nom, p.X, p.Y, connue(p.Z) ? p.Z : base::Z_ABSENT});
+  if (connue(p.X) && connue(p.Y))
+    liste.push_back({p.nom, p.X, p.Y, connue(p.Z) && std::isfinite(p.Z) ? p.Z : base::Z_ABSENT});
 }
 
 }  // namespace
@@ -39,6 +41,8 @@ std::vector<stationCalculee> pointsSitues(const reseauMoindresCarres& reseau) {
   return liste;
 }
 
-void placerReseau(const std::vector<stationCalculee>& points) { placerStations(points, kStationCode, true); }
+int placerReseau(const std::vector<stationCalculee>& points) {
+  return placerStations(points, kStationCode, true);
+}
 
 }  // namespace veltora

@@ -3,8 +3,10 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "calc/traverse/nivellement.h"
 #include "calc/traverse/polygonale_lue.h"
 #include "jobs/ecrire_rapport.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_stations.h"
 #include "report/html_document.h"
@@ -24,12 +26,14 @@ bool finies(const std::vector<stationCalculee>& stations) {
 
 /// Reads the file and says what was passed over. @return null with the error set
 std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPolygonale& resultat) {
-  const std::wstring nom = base::fromUtf8(demande.fichier.string());
+  const std::wstring nom = base::texteDuChemin(demande.fichier);
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = L"« " + nom + L" » : fichier introuvable ou illisible";
     return nullptr;
   }
+  resultat.erreur = refusDuGenre(nom, *octets, genreFichier::obs);
+  if (!resultat.erreur.empty()) return nullptr;
   base::Remarques lues;
   std::unique_ptr<polygonaleLue> lue = lirePolygonale(*octets, lues);
   resultat.remarques.ajouterGroupees(lues);
@@ -39,6 +43,14 @@ std::unique_ptr<polygonaleLue> lire(const demandePolygonale& demande, resultatPo
   resultat.erreur = base::formater(L"« %s » : %d ligne d'observation, il en faut au moins deux", nom.c_str(),
                                    static_cast<int>(lue->donnees().lignes.size()));
   return nullptr;
+}
+
+void direLimites(const polygonaleLue& lue, const tolerancesPolygonale& tolerances,
+                 resultatPolygonale& resultat) {
+  const std::size_t angles = lue.donnees().lignes.size() + (lue.ouverte() ? 1 : 0);
+  resultat.limiteAngulaire = limiteAngulaire(tolerances, angles, resultat.modeAngle);
+  if (compenseAltitudes(lue.donnees().modeNivellement))
+    resultat.limiteAltitude = limiteAltitude(resultat.fermetures.D);
 }
 
 bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
@@ -51,7 +63,9 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   if (!lue) return false;
   htmlDocument rapport;
   resultat.stations = lue->calculer(&rapport, false, false, resultat.fermetures);
-  resultat.remarques.ajouter(lue->doutes(resultat.fermetures));
+  direLimites(*lue, demande.tolerances, resultat);
+  if (finies(resultat.stations))
+    resultat.remarques.ajouter(lue->doutes(resultat.fermetures, demande.tolerances));
   if (demande.placer) {
     remarquerNoms(resultat.stations, L"deux stations", L"seule la dernière est placée", resultat.remarques);
   }
@@ -68,9 +82,9 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
   }
   if (demande.placer) {
     preparerCodeStations(demande.code, false);
-    placerStations(resultat.stations, demande.code, demande.altitudes);
+    resultat.erreur = texteSansBloc(placerStations(resultat.stations, demande.code, demande.altitudes));
   }
-  return true;
+  return resultat.erreur.empty();
 }
 
 }  // namespace
@@ -78,7 +92,7 @@ bool executer(const demandePolygonale& demande, resultatPolygonale& resultat) {
 bool executerPolygonale(const demandePolygonale& demande, resultatPolygonale& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
+  resultat.remarques.situer(base::texteDuChemin(demande.fichier.filename()));
   return reussi;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/remarque.h"
 #include "calc/traverse/polygonale.h"
+#include "calc/traverse/tolerances_polygonale.h"
 #include "core/code_range.h"
 
 #include <filesystem>
@@ -20,16 +21,19 @@ struct demandePolygonale {
   bool altitudes = false;         ///< place the stations with their altitudes
   bool dessinerBrute = false;
   bool dessinerCompensee = false;
+  tolerancesPolygonale tolerances;
 };
 
 struct resultatPolygonale {
   bool ouverte = false;
   std::vector<stationCalculee> stations;  ///< departure first; the last of an open traverse is its arrival
   fermeturesPolygonale fermetures;
-  int modeAngle = 0;          ///< of the file: 0 grades, 1 degres, 2 radians
-  bool retenu = false;        ///< nothing was placed or drawn, for there are doubts
-  base::Remarques remarques;  ///< what was passed over, guessed or looks wrong
-  std::wstring erreur;        ///< French, why there is no result; empty on success
+  int modeAngle = 0;             ///< of the file: 0 grades, 1 degres, 2 radians
+  double limiteAngulaire = 0.0;  ///< allowed angular misclosure, in that unit
+  double limiteAltitude = 0.0;   ///< allowed misclosure in height; 0 when heights are not adjusted
+  bool retenu = false;           ///< nothing was placed or drawn, for there are doubts
+  base::Remarques remarques;     ///< what was passed over, guessed or looks wrong
+  std::wstring erreur;           ///< French, why there is no result; empty on success
 };
 
 /// Reads, computes, writes the report, places the stations, in this order; the first failure ends it, and

@@ -4,24 +4,29 @@
 #include "base/text.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/remarques_reseau.h"
+#include "calc/network/residus_reseau.h"
 #include "core/code_range.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_reseau.h"
 #include "jobs/placer_stations.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace veltora {
 namespace {
 
 bool lire(const demandeReseau& demande, reseauMoindresCarres& reseau, resultatReseau& resultat) {
-  const std::wstring nom = L"« " + base::fromUtf8(demande.fichier.string()) + L" »";
+  const std::wstring nom = L"« " + base::texteDuChemin(demande.fichier) + L" »";
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
     resultat.erreur = nom + L" : fichier introuvable ou illisible";
     return false;
   }
+  resultat.erreur = refusDuGenre(base::texteDuChemin(demande.fichier), *octets, genreFichier::mc);
+  if (!resultat.erreur.empty()) return false;
   const bool suffisant = lireMc(*octets, reseau, &resultat.remarques);
   if (!suffisant) {
     resultat.erreur = nom + (reseau.points.empty() ? L" : aucun point" : L" : aucune observation");
@@ -34,7 +39,10 @@ bool lire(const demandeReseau& demande, reseauMoindresCarres& reseau, resultatRe
 }
 
 void compter(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
-  for (const pointACalculer& p : reseau.points) ++(p.planiConnue ? resultat.connus : resultat.aCalculer);
+  const recensementReseau recensement = recenser(reseau);
+  resultat.connus = recensement.connus;
+  resultat.aCalculer = recensement.aCalculer;
+  resultat.unites = recensement.unites;
   for (const ObservationReduite& o : reseau.observations) {
     if (o.type == ObservationReduite::kAngle) ++resultat.angles;
     if (o.type == ObservationReduite::kDistance) ++resultat.distances;
@@ -52,6 +60,7 @@ std::wstring calculer(reseauMoindresCarres& reseau, resultatReseau& resultat) {
   resultat.convergence = bilan.convergence;
   remarquerObservations(reseau, resultat.remarques);
   remarquerPlan(reseau, bilan, resultat.remarques);
+  std::vector<residuObservation> residus = residusPlan(reseau);
   std::wstring journal = L"Première passe" + premiere;
   journal += L"\r\n\r\nPasse " + std::to_wstring(bilan.passes) + derniere;
   if (resultat.denivelees > 0) {
@@ -60,7 +69,12 @@ std::wstring calculer(reseauMoindresCarres& reseau, resultatReseau& resultat) {
     reseau.calculerAlti(altitudes);
     journal += L"\r\n\r\nAltitudes" + altitudes;
     remarquerAltitudes(reseau, resultat.remarques);
+    const std::vector<residuObservation> hauteurs = residusAltitudes(reseau);
+    residus.insert(residus.end(), hauteurs.begin(), hauteurs.end());
   }
+  resultat.residus = tableauResidus(reseau, residus);
+  journal += L"\r\n\r\nRésidus";
+  for (const std::wstring& ligne : tableauComplet(reseau, residus)) journal += L"\r\n" + ligne;
   return journal + L"\r\n";
 }
 
@@ -76,12 +90,18 @@ void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   }
 }
 
-void placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
+bool placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   const std::vector<stationCalculee> points = pointsSitues(reseau);
+  if (std::wstring refus = refusDePlacer(points, true); !refus.empty()) {
+    resultat.remarques.douter(std::move(refus));
+    resultat.retenu = true;
+    return;
+  }
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
   preparerCodeStations(kStationCode, false);
-  placerReseau(points);
+  resultat.erreur = texteSansBloc(placerReseau(points));
   resultat.places = static_cast<int>(points.size());
+  return resultat.erreur.empty();
 }
 
 bool executer(const demandeReseau& demande, resultatReseau& resultat) {
@@ -95,13 +115,13 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
     return false;
   }
   if (resultat.calcules.empty()) {
-    resultat.erreur = resultat.aCalculer == 0 ? L"aucun point à calculer : tous ceux du fichier sont connus"
-                                              : L"aucun point n'a pu être calculé";
+    resultat.erreur = resultat.aCalculer.empty()
+                          ? L"aucun point à calculer : tous ceux du fichier sont connus"
+                          : L"aucun point n'a pu être calculé";
     return false;
   }
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
-  if (demande.placer && !resultat.retenu) placer(reseau, resultat);
-  return true;
+  return !demande.placer || resultat.retenu || placer(reseau, resultat);
 }
 
 }  // namespace
@@ -109,7 +129,7 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
 bool executerReseau(const demandeReseau& demande, resultatReseau& resultat) {
   resultat = {};
   const bool reussi = executer(demande, resultat);
-  resultat.remarques.situer(base::fromUtf8(demande.fichier.filename().string()));
+  resultat.remarques.situer(base::texteDuChemin(demande.fichier.filename()));
   return reussi;
 }
 

@@ -25,14 +25,16 @@ struct pointReseau {
 };
 
 struct resultatReseau {
-  int connus = 0;     ///< points of the file whose X and Y are fixed
-  int aCalculer = 0;  ///< the others
-  int angles = 0;     ///< observations that were kept, by type
+  std::vector<std::wstring> connus;     ///< points of the file whose X and Y are fixed, each name once
+  std::vector<std::wstring> aCalculer;  ///< the others
+  std::wstring unites;                  ///< of the angles: "grades"; empty without angles
+  int angles = 0;                       ///< observations that were kept, by type
   int distances = 0;
   int denivelees = 0;
   int passes = 0;                     ///< behind the one that gives the provisional points
   bool convergence = false;           ///< of X and Y
   std::vector<pointReseau> calcules;  ///< points with X and Y or a height computed, in the order of the file
+  std::vector<std::wstring> residus;  ///< table of the largest ones, by name
   int places = 0;
   bool retenu = false;        ///< nothing was placed, for there are doubts
   base::Remarques remarques;  ///< what the surveyor must know and the log does not say

@@ -5,13 +5,18 @@
 #include "arx/ed/acutads.h"
 #include "core/resbuf_serializer.h"
 
+#include <bit>
+#include <functional>
 #include <memory>
+#include <set>
+#include <string_view>
 
 namespace veltora {
 
 namespace {
 
 constexpr const ACHAR* kCle = L"VELTORA4_VARN_DATA";
+constexpr const ACHAR* kCleIllisibles = L"VELTORA4_VARN_DATA_ILLISIBLES";
 constexpr int kCouleurCalqueZero = 1;  ///< of a layer "0" that has to be made
 
 int s_sauvegarder = 0;
@@ -36,6 +41,24 @@ AcDbObjectId calqueZero(AcDbDatabase* db) {
   return id;
 }
 
+/// Drawings whose stored points could not be read.
+std::set<const AcDbDatabase*>& illisibles() {
+  static std::set<const AcDbDatabase*> dessins;
+  return dessins;
+}
+
+/// What could not be read goes under another key before something takes its place.
+void garderIllisibles(AcDbDictionary& dictionnaire, const AcDbDatabase* db) {
+  if (illisibles().erase(db) == 0) return;
+  AcDbXrecord* ancienne = nullptr;
+  if (dictionnaire.getAt(kCle, ancienne) != Acad::eOk) return;
+  auto copie = std::make_unique<AcDbXrecord>();
+  copie->setTags(ancienne->tags());
+  ancienne->close();
+  AcDbObjectId id;
+  if (dictionnaire.setAt(kCleIllisibles, copie.get(), id) == Acad::eOk) copie.release()->close();
+}
+
 /// Stores the chain, or an empty record, in place of what stood there. @return false when the drawing refuses
 bool ecrireChaine(AcDbObjectId calqueId, const chaineResbuf& chaine) {
   AcDbObjectPointer<AcDbLayerTableRecord> calque(calqueId, AcDb::kForWrite);
@@ -43,6 +66,7 @@ bool ecrireChaine(AcDbObjectId calqueId, const chaineResbuf& chaine) {
   calque->createExtensionDictionary();  // an existing one is no error
   const AcDbObjectPointer<AcDbDictionary> dictionnaire(calque->extensionDictionary(), AcDb::kForWrite);
   if (dictionnaire.openStatus() != Acad::eOk) return false;
+  garderIllisibles(*dictionnaire, calqueId.database());
   auto fiche = std::make_unique<AcDbXrecord>();
   if (chaine.tete && fiche->setFromRbChain(*chaine.tete, calqueId.database()) != Acad::eOk) return false;
   fiche->setXlateReferences(true);
@@ -66,6 +90,33 @@ resbuf* lireChaine(AcDbDatabase* db) {
   return chaine;
 }
 
+/// The value of one item as a number.
+std::size_t valeurDe(const resbuf& element) {
+  const auto& valeur = element.resval;
+  switch (acutRbKind(element.restype)) {
+    case RbKind::kReal:
+      return std::bit_cast<std::size_t>(valeur.rreal);
+    case RbKind::kPoint:
+      return std::bit_cast<std::size_t>(valeur.rpoint[0]) ^ std::bit_cast<std::size_t>(valeur.rpoint[1]) * 3 ^
+             std::bit_cast<std::size_t>(valeur.rpoint[2]) * 5;
+    case RbKind::kShort:
+      return static_cast<std::size_t>(valeur.rint);
+    case RbKind::kLong:
+      return static_cast<std::size_t>(valeur.rlong);
+    case RbKind::kInt64:
+      return static_cast<std::size_t>(valeur.mnInt64);
+    case RbKind::kText:
+      return valeur.rstring ? std::hash<std::wstring_view>()(valeur.rstring) : 0;
+    case RbKind::kName:
+      return static_cast<std::size_t>(valeur.rlname[0]);
+    case RbKind::kBinary:
+      return std::hash<std::string_view>()(
+          {valeur.rbinary.buf, static_cast<std::size_t>(valeur.rbinary.clen)});
+    default:
+      return 0;
+  }
+}
+
 }  // namespace
 
 lectureTables lireTables(AcDbDatabase* db, projetsTopo& projets) {
@@ -78,12 +129,13 @@ lectureTables lireTables(AcDbDatabase* db, projetsTopo& projets) {
 void chargerInfosTopo(AcDbDatabase* db) {
   if (!tablesPoints) return;
   acutPrintf(L"\nLecture des données Topo");
+  illisibles().erase(dessinOuCourant(db));
   if (lireTables(db, *tablesPoints) != lectureTables::kIllisibles) return;
+  illisibles().insert(dessinOuCourant(db));
   acutPrintf(
       L"\nLes points enregistrés dans ce dessin sont illisibles : le levé repart d'une table vide."
-      L"\nLe prochain enregistrement du dessin les remplacera : enregistrez-le sous un autre nom pour "
-      L"conserver"
-      L" l'original.");
+      L"\nIls restent à part dans le dessin ; « Raffraichir » (MAJPOINTS) refait la table à partir des "
+      L"blocs.");
 }
 
 void setSrcInfosTopo(AcDbDatabase* db, projetsTopo* projets, int sauvegarder, int charger) {
@@ -103,6 +155,21 @@ int sauvegarderInfosTopo() {
     if (!complet) acutPrintf(L"\t*** ERREUR ***");
   }
   return ecrireChaine(calque, chaine) && complet ? 1 : 0;
+}
+
+std::size_t empreinteTables(const projetsTopo& projets) {
+  chaineResbuf chaine;
+  ResbufSerializer flux(&chaine);
+  projets.SaveToXRecord(&flux);
+  std::size_t empreinte = 14695981039346656037U;
+  const auto melanger = [&empreinte](std::size_t valeur) {
+    empreinte = (empreinte ^ valeur) * 1099511628211U;
+  };
+  for (const resbuf* element = chaine.tete; element; element = element->rbnext) {
+    melanger(static_cast<std::size_t>(element->restype));
+    melanger(valeurDe(*element));
+  }
+  return empreinte;
 }
 
 void purgeInfosTopo() { ecrireChaine(calqueZero(dessinOuCourant(nullptr)), chaineResbuf()); }

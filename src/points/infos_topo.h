@@ -2,6 +2,8 @@
 
 #include "points/projets_topo.h"
 
+#include <cstddef>
+
 /// Where the point tables live in a drawing: an xrecord in the extension dictionary of layer "0".
 namespace veltora {
 
@@ -17,6 +19,9 @@ VELTORA_API void purgeInfosTopo();
 int sauvegarderInfosTopo();
 /// Fills the installed project from a drawing (null: the working one); nothing without a project.
 void chargerInfosTopo(AcDbDatabase* db);
+
+/// A number for what a save would store: another one as soon as a point or a table differs.
+VELTORA_API std::size_t empreinteTables(const projetsTopo& projets);
 
 /// What a drawing holds: no stored tables (or purged ones), tables, or something that cannot be read.
 enum class lectureTables { kAucune, kLues, kIllisibles };

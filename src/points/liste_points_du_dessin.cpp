@@ -18,8 +18,6 @@ namespace {
 
 /// Elements by which a table grows.
 constexpr std::size_t kPasTable = 10000;
-/// `getAt` takes points less than this away in x and in y, strictly; drawing units.
-constexpr double kMemePosition = 1e-6;
 
 // Deliberate (clenompoint-tabulation): entering and finding trim blanks only, the other paths tabs too: a
 // name with a tab at its edge stands under a key that those do not reach.
@@ -124,10 +122,17 @@ int listePointsDuDessin::existPoint(const wchar_t* nom, int& index) const {
 }
 
 int listePointsDuDessin::getMaxNum() const {
-  int plusGrand = 0;
-  for (const pointDuDessin& point : pointsTable)
-    plusGrand = std::max(plusGrand, base::lireEntier(std::string_view(point.nomPoint)));
-  return plusGrand;
+  for (std::size_t i = plusGrandsNumeros.size(); i < pointsTable.size(); ++i) {
+    const int avant = i > 0 ? plusGrandsNumeros[i - 1] : 0;
+    plusGrandsNumeros.push_back(
+        std::max(avant, base::lireEntier(std::string_view(getData(static_cast<int>(i))->nomPoint))));
+  }
+  return plusGrandsNumeros.empty() ? 0 : plusGrandsNumeros.back();
+}
+
+void listePointsDuDessin::oublierNumeros(int index) {
+  const auto connus = static_cast<std::size_t>(std::max(index, 0));
+  if (connus < plusGrandsNumeros.size()) plusGrandsNumeros.resize(connus);
 }
 
 int listePointsDuDessin::nombreAyantCode(int code) const {
@@ -170,9 +175,13 @@ int listePointsDuDessin::findNearestTo(double x, double y, pointDuDessin& out) c
   return 1;
 }
 
+bool listePointsDuDessin::estEn(const pointDuDessin& point, double x, double y) {
+  return std::abs(point.x - x) < kMemePlace && std::abs(point.y - y) < kMemePlace;
+}
+
 int listePointsDuDessin::getAt(double x, double y, pointDuDessin& out) const {
   for (const pointDuDessin& point : pointsTable) {
-    if (!(std::abs(point.x - x) < kMemePosition && std::abs(point.y - y) < kMemePosition)) continue;
+    if (!estEn(point, x, y)) continue;
     out = point;
     return 1;
   }
@@ -192,6 +201,7 @@ void listePointsDuDessin::fusionnerAvec(const listePointsDuDessin& autre) {
 void listePointsDuDessin::supprimerPoint(const wchar_t* nom) {
   int index = -1;
   if (!existPoint(nom, index) || index >= nbPoint()) return;
+  oublierNumeros(index);
   AcDbObjectPointer<AcDbBlockReference> bloc(getData(index)->id, AcDb::kForWrite);
   if (bloc.openStatus() == Acad::eOk) bloc->erase();
   bloc.close();
@@ -231,6 +241,7 @@ void listePointsDuDessin::delDups() {
   // Deliberate (deldups-index): without duplicates the dictionary stays empty; names are found again after a
   // full renumbering or a reload.
   if (doublons == 0) return;
+  oublierNumeros(0);
   pointsTable.setPas(tries.size() - doublons);
   pointsTable.RemoveAll();
   for (std::size_t i = 0; i < tries.size(); ++i) {
@@ -243,6 +254,7 @@ void listePointsDuDessin::delDups() {
 void listePointsDuDessin::renumeroter(bool tous) {
   if (!tous) {
     int numero = getMaxNum() + 1;
+    oublierNumeros(0);
     for (pointDuDessin& point : pointsTable)
       if (base::trim(std::string_view(point.nomPoint), " *.").empty())
         point.setNomPoint(base::formater("%d", numero++).c_str());
@@ -268,6 +280,7 @@ void listePointsDuDessin::updateDrawing() {
 void listePointsDuDessin::updateFromDrawing() {
   std::vector<pointDuDessin> lus;
   if (!lireBlocs(lus)) return;
+  oublierNumeros(0);
   pointsTable.RemoveAll();
   indexNoms.clear();
   for (const pointDuDessin& point : lus) Ajouter(point);

@@ -6,6 +6,7 @@
 #include "points/point_du_dessin.h"
 
 #include <unordered_map>
+#include <vector>
 
 namespace veltora {
 
@@ -29,15 +30,22 @@ public:
   void CreerPoint(const AcGePoint3d& pt, int code, const wchar_t* nom);
   /// @return 1 and the index when the dictionary knows the name, else 0 and -1
   int existPoint(const wchar_t* nom, int& index) const;
-  /// Valid until the array next grows.
-  pointDuDessin* getData(int i) { return &pointsTable.GetAt(i); }
+  /// Valid until the array next grows or the largest number is asked for.
+  pointDuDessin* getData(int i) {
+    oublierNumeros(i);
+    return &pointsTable.GetAt(i);
+  }
   const pointDuDessin* getData(int i) const { return &pointsTable.GetAt(i); }
-  Tableau* getData() { return &pointsTable; }
+  Tableau* getData() {
+    oublierNumeros(0);
+    return &pointsTable;
+  }
   const Tableau* getData() const { return &pointsTable; }
   [[nodiscard]] int nbPoint() const { return pointsTable.GetSize(); }
   [[nodiscard]] AcString getNomTable() const { return nomTable; }
   void setNomTable(const wchar_t* nom) { nomTable = nom ? nom : L""; }
-  /// Largest number with which a name begins, at least 0.
+  /// Largest number with which a name begins, at least 0. Asked for at each new point it looks at that one
+  /// only.
   [[nodiscard]] int getMaxNum() const;
   [[nodiscard]] int nombreAyantCode(int code) const;
   /// @return 1 and the point's block, 0 when the name is unknown
@@ -47,7 +55,10 @@ public:
   int getBlockPosition(const wchar_t* nom, AcGePoint3d& pt, int& code) const;
   /// The point nearest in the plane, the earlier of two equally near ones. @return 0 on an empty table
   int findNearestTo(double x, double y, pointDuDessin& out) const;
-  /// The first point less than 1e-6 away in x and in y. @return 0 when there is none
+  /// Farthest in x and in y that a point may lie from the place where it is looked for, strictly.
+  static constexpr double kMemePlace = 1e-6;
+  static bool estEn(const pointDuDessin& point, double x, double y);
+  /// The first point less than `kMemePlace` away in x and in y. @return 0 when there is none
   int getAt(double x, double y, pointDuDessin& out) const;
   /// Adds to every altitude that is not absent.
   void decalZ(const double& dz);
@@ -85,9 +96,13 @@ public:
 
 private:
   void entrer(std::wstring_view bords, int index);
+  /// The names may change from this index on.
+  void oublierNumeros(int index);
 
   indexNomsPoints indexNoms;
   Tableau pointsTable;
+  /// Of the first points of the array, the largest number up to each; as many as no change could reach.
+  mutable std::vector<int> plusGrandsNumeros;
   AcString nomTable;
 };
 

@@ -70,6 +70,7 @@ bool htmlDocument::ecrire(std::string* raison) {
       if (raison) *raison = "Impossible de créer un fichier temporaire";
       return false;
     }
+    // Deliberate (tp-vide): the empty file that reserves the name stays behind beside the report.
     nomFichier = unique.string() + ".html";
   }
   return base::remplacerFichier(nomFichier, contenu(), raison);

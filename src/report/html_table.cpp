@@ -11,6 +11,7 @@ namespace {
 /// `reserver` is a hint: no more than this is set aside at once, in bytes.
 constexpr std::size_t kReserveMax = std::size_t{64} << 20U;
 
+// Deliberate (couleurs-diese): an opening "#" and a second equal sign, so browsers see no colour.
 void ajouterCouleur(std::string& sortie, const char* nom, const std::optional<std::uint32_t>& couleur) {
   if (couleur) sortie += base::formater(" %s=#\"=#%06X\"", nom, *couleur & 0xFFFFFFU);
 }
@@ -75,14 +76,14 @@ std::string htmlTable::baliseOuvrante() const {
     if (*m_alignement == 1) sortie += "right\"";
     if (*m_alignement == 2) sortie += "center\"";
   }
-  // The closing quote of the width is not printed.
+  // Deliberate (largeur-ouverte): the closing quote of the width is not printed.
   if (m_largeur) sortie += base::formater(" width=\"%d", *m_largeur);
   if (m_largeur && m_largeurUnite == 0) sortie += "%";
   if (m_largeur && m_largeurUnite == 1) sortie += "px";
   ajouterNombre(sortie, "border", m_bordure);
   ajouterNombre(sortie, "cellpadding", m_cellPadding);
-  ajouterNombre(sortie, "cellspacing ",
-                m_cellSpacing);  // the blank before the equal sign is part of the text
+  // Deliberate (cellspacing-blanc): the blank before the equal sign is part of the text.
+  ajouterNombre(sortie, "cellspacing ", m_cellSpacing);
   ajouterCouleur(sortie, "bgcolor", m_bgColor);
   ajouterCouleur(sortie, "bordercolor", m_borderColor);
   ajouterCouleur(sortie, "bordercolorlight", m_borderColorLight);

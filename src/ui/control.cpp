@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "ui/dialog.h"
+#include "ui/fields.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -11,6 +12,17 @@ namespace veltora::ui {
 
 Container::~Container() {
   for (Control* control : m_controls) control->m_parent = nullptr;
+}
+
+bool Container::validateFields() {
+  for (Control* control : m_controls) {
+    if (auto* field = dynamic_cast<NumberField*>(control)) {
+      if (field->usable() && !field->readOnly() && !field->validate()) return false;
+    } else if (auto* inner = dynamic_cast<Container*>(control)) {
+      if (!inner->validateFields()) return false;
+    }
+  }
+  return true;
 }
 
 void Container::initAll() {

@@ -30,6 +30,8 @@ public:
   [[nodiscard]] virtual Dialog* dialogOf() = 0;
   /// The container as a control; a dialog is none.
   [[nodiscard]] virtual Control* asControl() { return nullptr; }
+  /// Checks the number fields in it that can be used, in order. The first fault is shown and takes the focus.
+  bool validateFields();
 
 protected:
   Container() = default;

@@ -23,17 +23,6 @@ Control* firstFocusable(const Container& container) {
   return nullptr;
 }
 
-bool validateIn(const Container& container) {
-  for (Control* control : container.controls()) {
-    if (auto* field = dynamic_cast<NumberField*>(control)) {
-      if (field->usable() && !field->readOnly() && !field->validate()) return false;
-    } else if (const auto* inner = dynamic_cast<Container*>(control)) {
-      if (!validateIn(*inner)) return false;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 /// The dialog is open for the scope, and closed however the scope is left.
@@ -112,8 +101,6 @@ void Dialog::onOk() {
 }
 
 void Dialog::onCancel() { endDialog(kCancel); }
-
-bool Dialog::validateFields() { return validateIn(*this); }
 
 bool Dialog::moveFocus(Control* control) {
   if (m_focus == control) return true;

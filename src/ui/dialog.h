@@ -29,8 +29,8 @@ inline constexpr int kNo = 7;
 ///       ui::Button annuler{this, L"Annuler", ui::Button::Role::Cancel};
 ///     };
 ///
-/// It can be shown any number of times; the controls keep their state in between. Exceptions that leave a
-/// callback leave `doModal` too, with the dialog closed.
+/// It can be shown any number of times; the controls keep their state in between. What a driver does
+/// not take care of leaves `doModal`, with the dialog closed.
 class VELTORA_API Dialog : public Container {
 public:
   explicit Dialog(std::wstring title);
@@ -64,8 +64,6 @@ public:
   virtual void onOk();
   /// By default the dialog ends with `kCancel`.
   virtual void onCancel();
-  /// Checks the number fields that can be used, in order. The first fault is shown and takes the focus.
-  bool validateFields();
 
   [[nodiscard]] Dialog* dialogOf() override { return this; }
   [[nodiscard]] Control* focus() const { return m_focus; }

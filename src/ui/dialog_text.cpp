@@ -1,7 +1,9 @@
 #include "ui/dialog_text.h"
 
+#include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
+#include "ui/report_text.h"
 #include "ui/script_names.h"
 
 #include <algorithm>
@@ -176,6 +178,12 @@ std::wstring lineOf(Control& control) {
   return base::trimRight(plainLine(control)) + state;
 }
 
+/// The report that a view shows, as text; nothing when its file cannot be read.
+std::wstring reportOf(const WebView& view) {
+  const auto html = base::lireFichier(base::toUtf8(view.path()));
+  return html ? L"\n" + reportText(*html) : std::wstring();
+}
+
 std::wstring textOf(Control& control, const std::wstring& indent, int rows);
 
 std::wstring textOfAll(const Container& container, const std::wstring& indent, int rows) {
@@ -207,7 +215,19 @@ std::wstring dialogText(const Dialog& dialog) {
   return titleLine(dialog.title()) + textOfAll(dialog, {}, kRowsShown);
 }
 
+std::wstring shownReports(const Container& container) {
+  std::wstring text;
+  for (const Control* control : container.controls()) {
+    if (const auto* view = dynamic_cast<const WebView*>(control); view && view->visible())
+      text += reportOf(*view);
+    if (const auto* inner = dynamic_cast<const Container*>(control)) text += shownReports(*inner);
+  }
+  return text;
+}
+
 std::wstring controlText(Control& control) {
+  if (const auto* view = dynamic_cast<const WebView*>(&control))
+    return lineOf(control) + L"\n" + reportOf(*view);
   const bool whole = dynamic_cast<List*>(&control) || dynamic_cast<TextField*>(&control);
   return textOf(control, {}, whole ? std::numeric_limits<int>::max() : kRowsShown);
 }

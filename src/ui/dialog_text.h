@@ -9,7 +9,9 @@ namespace veltora::ui {
 std::wstring titleLine(const std::wstring& title);
 /// All controls with their values, long lists cut short.
 std::wstring dialogText(const Dialog& dialog);
-/// One control, lists in full.
+/// The reports that a dialog shows, as text.
+std::wstring shownReports(const Container& container);
+/// One control, lists and reports in full.
 std::wstring controlText(Control& control);
 /// One control in one line; of a list its counts only.
 std::wstring controlSummary(Control& control);

@@ -19,6 +19,13 @@ int toInt(double value) {
   return static_cast<int>(std::clamp(value, static_cast<double>(INT_MIN), static_cast<double>(INT_MAX)));
 }
 
+/// What was typed in place of a number.
+std::wstring describe(const std::wstring& typed) {
+  if (base::trim(typed).empty()) return {};
+  const wchar_t* comma = typed.find(L',') == std::wstring::npos ? L"" : L", le signe décimal est le point";
+  return L"« " + typed + L" » n'est pas un nombre" + comma + L". ";
+}
+
 }  // namespace
 
 Label::Label(Container* parent, std::wstring caption, std::wstring text)
@@ -93,7 +100,11 @@ std::wstring NumberField::fault() const {
 bool NumberField::validate() {
   const std::wstring text = fault();
   if (text.empty()) return true;
-  messageBox(text, dialog() ? dialog()->title() : std::wstring());
+  double number = 0.0;
+  const bool numeric = base::lireReelExact(base::toUtf8(base::trim(this->text())), number);
+  const std::wstring name = plainCaption().empty() ? kindName() : plainCaption();
+  messageBox(numeric ? text : L"« " + name + L" » : " + describe(this->text()) + text,
+             dialog() ? dialog()->title() : std::wstring());
   setFocus();
   return false;
 }

@@ -71,7 +71,8 @@ public:
   [[nodiscard]] bool valid() const;
   /// What is wrong ("Entrez un nombre compris entre 1 et 10."), empty when the field is valid.
   [[nodiscard]] std::wstring fault() const;
-  /// As `valid`; a fault is shown in a message box and the field takes the focus.
+  /// As `valid`; a fault is shown in a message box, by the field's name for what is no number, and the field
+  /// takes the focus.
   bool validate();
   [[nodiscard]] std::wstring kindName() const override { return L"Nombre"; }
 

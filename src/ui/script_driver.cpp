@@ -2,10 +2,12 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "ui/dialog_text.h"
 #include "ui/script_line.h"
 
+#include <exception>
 #include <filesystem>
 #include <map>
 
@@ -79,28 +81,29 @@ std::vector<std::wstring> filtersOf(const std::wstring& filter) {
 /// The path with the request's extension, when it has none.
 std::wstring completed(const std::wstring& path, const std::wstring& extension) {
   const std::wstring bare = extension.substr(extension.rfind(L'.') + 1);  // "*.TXT" counts as "TXT"
-  const bool complete = bare.empty() || fs::path(base::toUtf8(path)).has_extension();
+  const bool complete = bare.empty() || base::cheminDuTexte(path).has_extension();
   return complete ? path : path + L"." + bare;
 }
 
 bool isFile(const std::wstring& path) {
   std::error_code error;
-  const fs::file_status status = fs::status(base::toUtf8(path), error);
+  const fs::file_status status = fs::status(base::cheminDuTexte(path), error);
   return fs::exists(status) && !fs::is_directory(status);
 }
 
 bool isFolder(const std::wstring& path) {
   std::error_code error;
-  return fs::is_directory(base::toUtf8(path), error);
+  return fs::is_directory(base::cheminDuTexte(path), error);
 }
+
+/// What the Escape key and Ctrl-C give.
+bool isCancel(const std::wstring& line) { return comparable(line) == L"*annuler*"; }
 
 [[noreturn]] void fail(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
 
 }  // namespace
 
-std::optional<std::wstring> ScriptDriver::readLine(base::Request::Kind kind, const char* prompt) {
-  base::Request request;
-  request.kind = kind;
+std::optional<std::wstring> ScriptDriver::readLine(base::Request request, const char* prompt) {
   request.prompt = prompt;
   for (;;) {
     const std::optional<std::string> read = m_source.readLine(request);
@@ -118,10 +121,27 @@ void ScriptDriver::refuse(const base::ScriptError& error) {
   m_sink.print(error.message + "\n");
 }
 
+/// Dialogs lie one upon the other: when the lowest is left, a failure is over.
+class ScriptDriver::OpenDialog : private Uncopyable {
+public:
+  explicit OpenDialog(ScriptDriver& driver) : m_driver(driver) { ++m_driver.m_open; }
+  ~OpenDialog() {
+    if (--m_driver.m_open == 0) m_driver.m_failed = false;
+  }
+
+private:
+  ScriptDriver& m_driver;
+};
+
 void ScriptDriver::runModal(Dialog& dialog) {
-  print(m_source.interactive() ? dialogText(dialog) : titleLine(dialog.title()));
+  const OpenDialog open(*this);
+  print(m_source.interactive() ? shownReports(dialog) + dialogText(dialog) : titleLine(dialog.title()));
   while (dialog.isOpen()) {
-    const std::optional<std::wstring> line = readLine(base::Request::Kind::kDialog, "Dialogue> ");
+    base::Request request;
+    request.kind = base::Request::Kind::kDialog;
+    if (m_source.interactive())
+      for (const std::wstring& line : possibleLines(dialog)) request.keywords.push_back(base::toUtf8(line));
+    const std::optional<std::wstring> line = readLine(request, "Dialogue> ");
     if (!line) {
       dialog.onCancel();
       dialog.endDialog(kCancel);
@@ -133,15 +153,25 @@ void ScriptDriver::runModal(Dialog& dialog) {
     } catch (const base::ScriptError& error) {
       refuse(error);
     }
+    if (m_failed) dialog.endDialog(kCancel);
   }
 }
 
 void ScriptDriver::answer(Dialog& dialog, const std::wstring& line) {
   if (line == L"?") return print(dialogText(dialog));
-  if (comparable(line) == L"*annuler*") return dialog.onCancel();  // the Escape key, as at a prompt
+  if (isCancel(line)) return dialog.onCancel();
   Revisions before;
   if (m_source.interactive()) addRevisions(before, dialog);
-  const LineResult result = applyLine(dialog, line);
+  LineResult result;
+  try {
+    result = applyLine(dialog, line);
+  } catch (const std::exception& error) {
+    // What earlier buttons did stays. A person goes on in the dialog; the next lines of a script are meant
+    // for what follows the command.
+    m_sink.print(std::string("\nErreur : ") + error.what() + "\n");
+    m_failed = !m_source.interactive();
+    return;
+  }
   if (result.asked) return print(controlText(*result.asked));
   if (!result.done) {
     const std::wstring where = dialog.focus() ? L" sur « " + dialog.focus()->names().front() + L" »" : L"";
@@ -176,10 +206,14 @@ int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title
   const std::wstring name = title.empty() ? L"Message" : title;
   print(L"\n--- " + name + L" ---\n" + base::trim(text, L"\r\n") + L"\n" + captionsOf(choices, L"  ") +
         L"\n");
+  base::Request request;
+  request.kind = base::Request::Kind::kButton;
+  for (const Choice& choice : choices)
+    request.keywords.push_back(base::toUtf8(L"[" + std::wstring(choice.caption) + L"]"));
   for (;;) {
-    const std::optional<std::wstring> line = readLine(base::Request::Kind::kButton, "Réponse> ");
+    const std::optional<std::wstring> line = readLine(request, "Réponse> ");
     const std::wstring expected = L"Le message « " + name + L" » attend " + captionsOf(choices, L" ou ");
-    if (!line && m_source.interactive()) return choices.back().answer;
+    if (m_source.interactive() && (!line || isCancel(*line))) return choices.back().answer;
     if (!line) fail(expected + L", et le script est fini.");
     if (line->empty()) continue;
     for (const Choice& choice : choices) {
@@ -198,9 +232,11 @@ std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest
     print(base::formater(std::wstring(L"  %d  %s\n"), static_cast<int>(i + 1), filters[i]));
   }
   if (!request.defaultName.empty()) print(L"  proposé : " + request.defaultName + L"\n");
+  base::Request asked;
+  asked.kind = base::Request::Kind::kFile;
   for (;;) {
-    const std::optional<std::wstring> line = readLine(base::Request::Kind::kFile, "Fichier> ");
-    if (!line || line->empty()) return std::nullopt;
+    const std::optional<std::wstring> line = readLine(asked, "Fichier> ");
+    if (!line || line->empty() || isCancel(*line)) return std::nullopt;
     try {
       if (std::optional<base::FileAnswer> answer = acceptFile(request, *line)) return answer;
     } catch (const base::ScriptError& error) {
@@ -227,13 +263,15 @@ std::optional<base::FileAnswer> ScriptDriver::acceptFile(const base::FileRequest
   if (isFolder(full) || answer.path.empty()) fail(L"« " + line + L" » n'est pas un nom de fichier.");
   if (request.save) {
     answer.path = full;
-    if (!request.confirmOverwrite || !isFile(full)) return answer;
-    const std::wstring question = full + L" existe déjà.\nVoulez-vous le remplacer ?";
+    const std::wstring written = request.serving ? request.serving(full) : full;
+    if (!request.confirmOverwrite || !isFile(written)) return answer;
+    const std::wstring question = written + L" existe déjà.\nVoulez-vous le remplacer ?";
     if (messageBox(question, L"Enregistrer sous", Buttons::YesNo) != kYes) return std::nullopt;
     return answer;
   }
   if (!isFile(answer.path)) answer.path = full;
-  if (!isFile(answer.path)) fail(L"Fichier introuvable : « " + answer.path + L" ».");
+  if (!isFile(request.serving ? request.serving(answer.path) : answer.path))
+    fail(L"Fichier introuvable : « " + answer.path + L" ».");
   return answer;
 }
 

@@ -6,7 +6,8 @@ namespace veltora::ui {
 
 /// Shows dialogs on a terminal and has them worked by lines, from a terminal or a script; docs/script.md
 /// tells the line language. A line that fits nothing throws `base::ScriptError`, or at a terminal prints the
-/// message and asks again. At the end of the input an open dialog is cancelled.
+/// message and asks again. At the end of the input an open dialog is cancelled. An exception of a callback is
+/// told; at a terminal the dialog stays open, in a script it is cancelled with those below it.
 class VELTORA_API ScriptDriver : public Driver {
 public:
   /// Both live longer than the driver.
@@ -21,7 +22,9 @@ public:
   std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) override;
 
 private:
-  std::optional<std::wstring> readLine(base::Request::Kind kind, const char* prompt);
+  class OpenDialog;
+  /// @param request what is asked for  @param prompt shown in front of the answer
+  std::optional<std::wstring> readLine(base::Request request, const char* prompt);
   void print(const std::wstring& text);
   void refuse(const base::ScriptError& error);
   void answer(Dialog& dialog, const std::wstring& line);
@@ -29,6 +32,8 @@ private:
 
   base::LineSource& m_source;
   base::OutputSink& m_sink;
+  int m_open = 0;         ///< modal dialogs, one upon the other
+  bool m_failed = false;  ///< a callback threw: all of them end
 };
 
 }  // namespace veltora::ui

@@ -30,7 +30,8 @@ std::wstring join(const std::vector<std::wstring>& texts) {
 
 using Accepts = bool (*)(const Target&);
 
-bool isAnything(const Target&) { return true; }
+/// A frame itself goes before the radio buttons that it names.
+bool isAnything(const Target& target) { return !target.byFrame; }
 
 bool isSettable(const Target& target) {
   const Control* c = target.control;
@@ -76,12 +77,17 @@ public:
          join(paths) + L".");
   }
 
+  /// The name, with its scope when another target bears it too.
+  [[nodiscard]] std::wstring distinctName(const Target& t) const {
+    const auto twin = [&t](const Target& other) { return &other != &t && other.name == t.name; };
+    return std::any_of(m_targets.begin(), m_targets.end(), twin) ? t.path() : t.name;
+  }
+  [[nodiscard]] const std::vector<Target>& targets() const { return m_targets; }
+
   [[noreturn]] void failUnknown(std::wstring_view name, Accepts accepts, const std::wstring& form) const {
     std::vector<std::wstring> names;
     for (const Target& t : m_targets) {
-      if (!accepts(t) || !t.inView()) continue;
-      const auto twin = [&t](const Target& other) { return &other != &t && other.name == t.name; };
-      names.push_back(std::any_of(m_targets.begin(), m_targets.end(), twin) ? t.path() : t.name);
+      if (accepts(t) && t.inView()) names.push_back(distinctName(t));
     }
     const std::wstring expected =
         names.empty() ? L"rien de tel dans cette boîte" : form + L" avec " + join(names);
@@ -344,7 +350,41 @@ std::optional<bool> tryList(const Finder& find, std::wstring_view line) {
   return std::nullopt;
 }
 
+/// What can stand behind "Légende = "; nothing for a text.
+std::vector<std::wstring> valuesOf(const Control& control) {
+  std::vector<std::wstring> values;
+  if (const auto* combo = dynamic_cast<const ComboBox*>(&control))
+    for (int i = 0; i < combo->count(); ++i) values.push_back(plainText(combo->item(i)));
+  if (const auto* pages = dynamic_cast<const Pages*>(&control))
+    for (int i = 0; i < pages->count(); ++i) values.push_back(pages->page(i)->plainCaption());
+  if (const auto* radio = dynamic_cast<const RadioGroup*>(&control))
+    for (const std::wstring& item : radio->items()) values.push_back(plainText(item));
+  if (dynamic_cast<const CheckBox*>(&control)) values = {L"oui", L"non"};
+  return values;
+}
+
+/// A radio button or a state of a push-like box is pressed, a read-only field only read.
+bool isFilledIn(const Target& target) {
+  const auto* field = dynamic_cast<const TextField*>(target.control);
+  return isSettable(target) && target.item < 0 && !(field && field->readOnly());
+}
+
 }  // namespace
+
+std::vector<std::wstring> possibleLines(const Dialog& dialog) {
+  const Finder find(dialog);
+  std::vector<std::wstring> lines;
+  for (const Target& target : find.targets()) {
+    if (!target.inView() || !target.control->usable() || (target.entry && !target.entry->enabled)) continue;
+    const std::wstring name = find.distinctName(target);
+    if (isPressable(target)) lines.push_back(L"[" + name + L"]");
+    if (isList(target)) lines.push_back(name + L": ");
+    if (!isFilledIn(target)) continue;
+    lines.push_back(name + L" = ");
+    for (const std::wstring& value : valuesOf(*target.control)) lines.push_back(name + L" = " + value);
+  }
+  return lines;
+}
 
 LineResult applyLine(Dialog& dialog, std::wstring_view line) {
   const Finder find(dialog);

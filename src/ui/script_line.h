@@ -15,4 +15,8 @@ struct LineResult {
 /// @throws base::ScriptError when the line fits nothing; no value is changed then
 LineResult applyLine(Dialog& dialog, std::wstring_view line);
 
+/// The lines that work a dialog as it is: "[Légende]", "Liste: ", "Légende = " and, with each choice behind
+/// it, "Légende = choix"; only what is in view and can be used.
+std::vector<std::wstring> possibleLines(const Dialog& dialog);
+
 }  // namespace veltora::ui

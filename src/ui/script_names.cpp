@@ -32,6 +32,11 @@ void addControl(std::vector<Target>& targets, Control& control, std::vector<std:
   }
   if (!control.plainCaption().empty()) scopes.push_back(names.front());
   if (const auto* radio = dynamic_cast<RadioGroup*>(&control)) {
+    Control* const frame = control.parent() ? control.parent()->asControl() : nullptr;
+    if (control.plainCaption().empty() && dynamic_cast<Group*>(frame) && !frame->plainCaption().empty()) {
+      const std::vector<std::wstring> outer(scopes.begin(), scopes.end() - 1);
+      targets.push_back({&control, -1, nullptr, frame->names().front(), outer, true});
+    }
     for (std::size_t i = 0; i < radio->items().size(); ++i) {
       targets.push_back({&control, static_cast<int>(i), nullptr, readableText(radio->items()[i]), scopes});
     }

@@ -13,6 +13,7 @@ struct Target {
   const Menu::Entry* entry = nullptr;  ///< of a menu
   std::wstring name;                   ///< as a person reads it
   std::vector<std::wstring> scopes;  ///< plain names of what it lies in, outermost first; its neighbour last
+  bool byFrame = false;              ///< radio buttons without a caption, named by the group that frames them
 
   /// With the innermost scope in front: "Station/X".
   [[nodiscard]] std::wstring path() const;

@@ -1,4 +1,5 @@
 #include "ap_support.h"
+#include "base/files.h"
 
 #include <stdexcept>
 
@@ -73,6 +74,60 @@ protected:
   bool quit = false;
   std::vector<std::string> boxes;
 };
+
+TEST_F(SessionTest, WhatAnotherSessionWroteIsNotReplacedUnasked) {
+  const auto content = [this] { return veltora::base::lireFichier(folder / "a.dxf").value_or(""); };
+  ASSERT_EQ(acDocManager->saveDocument(curDoc(), path("a.dxf").c_str()), Acad::eOk);
+  EXPECT_TRUE(std::filesystem::exists(folder / "a.dxf.ouvert"));
+  run({"AJOUTER", "1,1"});
+  veltora::base::remplacerFichier(folder / "a.dxf", "d'une autre session");
+  answerBoxes(AcEdAnswer::kYes);
+  EXPECT_THROW(run({"QSAVE"}), ScriptError) << "a script does not ask";
+  EXPECT_TRUE(boxes.empty());
+  EXPECT_EQ(content(), "d'une autre session");
+  answerBoxes(AcEdAnswer::kNo);
+  run({"QSAVE"}, true);
+  EXPECT_EQ(content(), "d'une autre session");
+  EXPECT_TRUE(curDoc()->isModified());
+  answerBoxes(AcEdAnswer::kYes);
+  boxes.clear();
+  run({"QSAVE", "AJOUTER", "2,2", "QSAVE"}, true);
+  ASSERT_EQ(boxes.size(), 1u) << "its own file it knows";
+  EXPECT_NE(boxes[0].find("par une autre session"), std::string::npos);
+  EXPECT_TRUE(content().starts_with("  0"));
+  std::filesystem::remove(folder / "a.dxf");
+  run({"QSAVE"});
+  EXPECT_FALSE(content().empty()) << "a file that is gone is nobody's";
+  acDocManager->closeDocument(curDoc());
+  EXPECT_FALSE(std::filesystem::exists(folder / "a.dxf.ouvert"));
+}
+
+class Memory : public AcApDocManagerReactor {
+public:
+  bool full = true;
+  Memory() { acDocManager->addReactor(this); }
+  ~Memory() override { acDocManager->removeReactor(this); }
+  bool holdsUnsavedData(AcApDocument*) const override { return full; }
+};
+
+TEST_F(SessionTest, WhatAModuleKeepsIsAskedForToo) {
+  Memory memory;
+  answerBoxes(AcEdAnswer::kCancel);
+  run({"CLOSE", "QUIT"});
+  EXPECT_EQ(boxes.size(), 2u);
+  EXPECT_FALSE(quit);
+  boxes.clear();
+  run({}, true);
+  EXPECT_EQ(boxes.size(), 3u)
+      << "the end of the input asks as QUIT does; a terminal that is gone comes to an end";
+  answerBoxes(AcEdAnswer::kNo);
+  run({}, true);
+  EXPECT_TRUE(quit);
+  memory.full = false;
+  boxes.clear();
+  run({"CLOSE", "QUIT"});
+  EXPECT_TRUE(boxes.empty());
+}
 
 TEST_F(SessionTest, EachCommandIsOneStepOfUndo) {
   run({"AJOUTER", "1,1", "ajouter", "2,2", "deux", "3,3", "4,4"});

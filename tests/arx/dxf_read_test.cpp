@@ -16,6 +16,11 @@ std::string withReturns(std::string text) {
   return text;
 }
 
+std::string ofReturns(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', '\r');
+  return text;
+}
+
 std::string withPage(const std::string& version, const std::string& page, const std::string& text) {
   return dxfText("SECTION|2 HEADER|9 $ACADVER|1 " + version + "|9 $DWGCODEPAGE|3 " + page +
                  "|9 $HANDSEED|5 500|ENDSEC|SECTION|2 ENTITIES|POINT|5 30|100 AcDbEntity|8 " + text +
@@ -70,7 +75,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::ValuesIn(withRows(
         "refused",
         {{"binary drawing", std::string("AC1032\0\0\0\0\1\2", 12), "dessin binaire", ""},
-         {"binary text form", std::string("DXF binaire\r\n\x1a\0\0\0SECTION\0", 24), "fichier binaire", ""},
+         {"zero byte at the start", std::string("DXF\r\n\x1a\0\0\0SECTION\0", 16), "ligne 2 : octet nul", ""},
+         {"zero byte far behind",
+          dxfWithEntities("POINT|8 " + std::string(5000, 'x') + "|6 a" + std::string("\0b", 2)),
+          "ligne 24 : octet nul", ""},
          {"strange version", dxfWithEntities("", "AC2.22"), "version de dessin \"AC2.22\" inconnue", ""}})));
 
 class DxfReading : public testing::TestWithParam<Reading> {};
@@ -105,6 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
     All, DxfReading,
     testing::ValuesIn(withRows(
         "read", {{"line ends of two characters", withReturns(kLine), "", " 10\n1.5\n"},
+                 {"line ends of the third kind", ofReturns(kLine), "", " 10\n1.5\n"},
+                 {"end mark behind the end", kLine + "\x1a", "", " 10\n1.5\n"},
                  {"byte order mark", "\xEF\xBB\xBF" + kLine, "", " 10\n1.5\n"},
                  {"comments in front", "999\nfait à la main\n" + kLine, "", "999\nfait à la main\n"},
                  {"lone return in a text", withPage("AC1032", "ANSI_1252", "a\rb"), "", "  8\na^Mb\n"},

@@ -1,4 +1,5 @@
 // Files on the disk: names, replacement of old ones, and what is left of erased objects.
+#include "arx/ed/edgraphics.h"
 #include "arx/ent_support.h"
 #include "support/dossier_temporaire.h"
 
@@ -33,6 +34,27 @@ TEST_F(DxfFiles, aNewDrawingIsReadBackAsItWasSaved) {
   EXPECT_EQ(again.headerReal("MEASUREMENT", 0), 1);
   EXPECT_FALSE(again.isModified());
   EXPECT_EQ(again.fileName(), name("a.dxf"));
+}
+
+TEST_F(DxfFiles, aSaveTellsWhereThingsAreAndShowsThemUnlessAViewWasSet) {
+  AcDbDatabase drawing;
+  acdbHostApplicationServices()->setWorkingDatabase(&drawing);
+  ASSERT_EQ(drawing.saveAs(name("vide.dxf").c_str()), Acad::eOk);
+  EXPECT_NE(lireFichier(folder / "vide.dxf")->find("$EXTMIN\n 10\n1e+20\n"), std::string::npos);
+  addPoint(drawing, 650000);
+  addPoint(drawing, 650300);
+  ASSERT_EQ(drawing.saveAs(name("a.dxf").c_str()), Acad::eOk);
+  EXPECT_EQ(acedView().height, 297.0) << "the session goes on in its view";
+  EXPECT_FALSE(drawing.isModified());
+  const std::string text = *lireFichier(folder / "a.dxf");
+  for (const char* part :
+       {"$EXTMIN\n 10\n650000.0\n 20\n2.0\n 30\n3.0\n", "$EXTMAX\n 10\n650300.0\n 20\n2.0\n 30\n3.0\n",
+        " 14\n650000.0\n", " 15\n650300.0\n", " 12\n650150.0\n 22\n2.0\n"})
+    EXPECT_NE(text.find(part), std::string::npos) << part;
+  acedSetView({5, 6}, 7);
+  ASSERT_EQ(drawing.saveAs(name("a.dxf").c_str()), Acad::eOk);
+  EXPECT_NE(lireFichier(folder / "a.dxf")->find(" 12\n5.0\n 22\n6.0\n 40\n7.0\n"), std::string::npos);
+  acdbHostApplicationServices()->setWorkingDatabase(nullptr);
 }
 
 TEST_F(DxfFiles, aDwgNameIsServedByTextUnderThatNameElseByTheDxfBeside) {

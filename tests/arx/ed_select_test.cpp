@@ -1,8 +1,11 @@
 #include "arx/ed/edselect.h"
 
+#include "arx/ed/edsets.h"
 #include "ed_support.h"
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 namespace {
 
@@ -25,6 +28,36 @@ protected:
   }
   int status = 0;
 };
+
+// The set finds places in a tree of counts; a plain list is what it must equal.
+TEST(SelectionSet, KeepsItsOrderWhateverIsRemovedAndAdded) {
+  AcDbDatabase drawing;
+  Ids pool;
+  for (AcDbHandle handle = 0x10000; pool.size() < 300; ++handle) pool.push_back(drawing.idOf(handle));
+  AcEdSelectionSet set;
+  Ids list;
+  std::minstd_rand random(5);
+  for (int i = 0; i < 6000; ++i) {
+    const AcDbObjectId id = pool[random() % pool.size()];
+    const auto found = std::find(list.begin(), list.end(), id);
+    ASSERT_EQ(set.has(id), found != list.end());
+    if (random() % 2 == 0) {
+      ASSERT_EQ(set.add(id), found == list.end());
+      if (found == list.end()) list.push_back(id);
+    } else {
+      ASSERT_EQ(set.remove(id), found != list.end());
+      if (found != list.end()) list.erase(found);
+    }
+    ASSERT_EQ(set.size(), list.size());
+    if (list.empty()) continue;
+    const std::size_t place = random() % list.size();
+    ASSERT_EQ(set.at(place), list[place]) << i;
+    ASSERT_EQ(set.at(list.size() - 1), list.back()) << i;
+  }
+  EXPECT_EQ(set.entities(), list);
+  set.dropDatabase(&drawing);
+  EXPECT_TRUE(set.empty());
+}
 
 // Filters one by one are in tests/lisp/cases/selection.txt; here what no list of LISP says.
 TEST_F(SelectTest, FiltersAsAModuleBuildsThem) {
@@ -307,6 +340,47 @@ TEST_F(EntSelTest, ABlockThatShowsItselfIsEnteredOnce) {
   ads_name name;
   ads_point at;
   EXPECT_EQ(acedEntSel(L"", name, at), RTNORM);
+}
+
+// Ten references to ten references ... to ten lines: a hundred million lines.
+TEST_F(EntSelTest, BlocksInBlocksAreLookedIntoWhereTheyMatter) {
+  const auto nested = [this](const std::wstring& name, double step, double factor) {
+    AcDbObjectId inner;
+    for (int level = 0; level < 8; ++level, step *= factor) {
+      auto* record = new AcDbBlockTableRecord;
+      record->setName((name + std::to_wstring(level)).c_str());
+      AcDbObjectId id;
+      AcDbObjectPointer<AcDbBlockTable>(db->blockTableId(), AcDb::kForWrite)->add(id, record);
+      for (int i = 0; i < 10; ++i) {
+        auto* part = level == 0 ? static_cast<AcDbEntity*>(new AcDbLine({i * step, 0, 0}, {i * step, 5, 0}))
+                                : new AcDbBlockReference({i * step, 0, 0}, inner);
+        record->appendAcDbEntity(part);
+        part->close();
+      }
+      record->close();
+      inner = id;
+    }
+    return append(*db, new AcDbBlockReference({0, 0, 0}, inner));
+  };
+  const AcDbObjectId wide = nested(L"LARGE", 1, 10);
+  ads_name name;
+  ads_point at = {12345678, 2, 0};
+  ads_matrix matrix;
+  resbuf* references = nullptr;
+  ASSERT_EQ(acedNEntSelP(nullptr, name, at, 1, matrix, &references), RTNORM);
+  EXPECT_EQ(matrix[0][3], 12345670.0) << "of the block with the line";
+  acutRelRb(references);
+  const double rows[][4] = {{77.4, 1, 77.6, 2}, {77.4, 1, 78.6, 2}};
+  EXPECT_TRUE(selected(L"C", nullptr, rows[0], rows[0] + 2).empty()) << "between two lines";
+  EXPECT_EQ(selected(L"C", nullptr, rows[1], rows[1] + 2), Ids{wide});
+  EXPECT_FALSE(transcript.has("Recherche abandonnée"));
+  // All of them in one place: nothing can be left out, and the search is given up.
+  const AcDbObjectId narrow = nested(L"ETROIT", 1e-9, 1);
+  answer({});
+  at[0] = 36.5e-9;  // in the middle of the boxes
+  ASSERT_EQ(acedNEntSelP(nullptr, name, at, 1, matrix, &references), RTNORM);
+  acutRelRb(references);
+  EXPECT_TRUE(transcript.has("Recherche abandonnée")) << narrow.handle();
 }
 
 TEST_F(EntSelTest, AnExpressionGivesANameAndAPoint) {

@@ -102,6 +102,17 @@ TEST(EntityProperties, TakesTheDrawingsSettingsWhenAppended) {
   EXPECT_EQ(place(db, std::move(chosen))->colorIndex(), 256);
 }
 
+// A value that no integer holds was cast: the sanitizers say so.
+TEST(EntityProperties, TakeNoColourOutOfRangeFromTheDrawing) {
+  AcDbDatabase db;
+  for (const char* value : {"1e20", "-1e300", "257"}) {
+    DxfTagText colour;
+    colour.append(62, value);
+    db.setHeader("CECOLOR", colour);
+    EXPECT_EQ(place(db, std::make_unique<AcDbLine>())->colorIndex(), 256) << value;
+  }
+}
+
 TEST(EntityProperties, RefusesWhatADrawingCannotHold) {
   AcDbDatabase db;
   AcDbDatabase other;

@@ -11,15 +11,20 @@ namespace {
 
 using namespace ent_test;
 
-TEST(TextMeasure, CountsWhatIsShown) {
+// Widths of DejaVu Sans: 0.938 of a capital's height for "A", 0.941 for "B", 0.873 for a digit.
+TEST(TextMeasure, TakesTheCharactersThatAreShown) {
   const struct {
     const wchar_t* text;
     double height, factor, width, descent;
   } rows[] = {
-      {L"", 2, 1, 0, 0},        {L"A", 2, 1, 1.4, 0},    {L"AB", 2, 1, 3.2, 0},      {L"AB", 2, 0.5, 1.6, 0},
-      {L"12.50", 1, 1, 4.3, 0}, {L"g", 2, 1, 1.4, 0.6},  {L"%%uA%%u", 2, 1, 1.4, 0}, {L"45%%d", 1, 1, 2.5, 0},
-      {L"%%065", 1, 1, 0.7, 0}, {L"100%", 1, 1, 3.4, 0}, {L"%%", 1, 1, 1.6, 0},      {L"A", 0, 1, 0, 0},
-      {L"A", -1, 1, 0, 0},      {L"A", 2, 0, 1.4, 0},    {L"A", 2, -1, 1.4, 0},      {L"é", 1, 1, 0.7, 0},
+      {L"", 2, 1, 0, 0},          {L"A", 2, 1, 1.876, 0},       {L"AB", 2, 1, 3.758, 0},
+      {L"AB", 2, 0.5, 1.879, 0},  {L"12.50", 1, 1, 3.928, 0},   {L"g", 2, 1, 1.742, 0.6},
+      {L"Num", 1, 1, 3.231, 0},   {L"%%uA%%u", 2, 1, 1.876, 0}, {L"45%%d", 1, 1, 2.432, 0},
+      {L"%%065", 1, 1, 0.938, 0}, {L"%%c%%p", 1, 1, 2.229, 0},  {L"%%%", 1, 1, 1.303, 0},
+      {L"100%", 1, 1, 3.922, 0},  {L"%%", 1, 1, 2.606, 0},      {L"A", 0, 1, 0, 0},
+      {L"A", -1, 1, 0, 0},        {L"A", 2, 0, 1.876, 0},       {L"A", 2, -1, 1.876, 0},
+      {L"é", 1, 1, 0.844, 0},     {L"ÿ", 1, 1, 0.812, 0},       {L"~", 1, 1, 1.149, 0},
+      {L"œ", 1, 1, 1.403, 0},     {L"日", 1, 1, 1, 0},
   };
   for (const auto& row : rows) {
     const AcDbTextSize size = acdbTextExtents(row.text, row.height, row.factor);
@@ -38,27 +43,27 @@ TEST(TextMeasure, FallsBackOnTheStyle) {
     record->setTextSize(4);
     record->setXScale(0.5);
   }
-  EXPECT_NEAR(acdbTextExtents(L"A", style, 0, 0).width, 1.4, 1e-12);
-  EXPECT_NEAR(acdbTextExtents(L"A", style, 2, 0).width, 0.7, 1e-12);
-  EXPECT_NEAR(acdbTextExtents(L"A", style, 2, 1).width, 1.4, 1e-12);
+  EXPECT_NEAR(acdbTextExtents(L"A", style, 0, 0).width, 1.876, 1e-12);
+  EXPECT_NEAR(acdbTextExtents(L"A", style, 2, 0).width, 0.938, 1e-12);
+  EXPECT_NEAR(acdbTextExtents(L"A", style, 2, 1).width, 1.876, 1e-12);
 }
 
 struct AlignRow {
   const char* name;
   AcDb::TextHorzMode horizontal;
   AcDb::TextVertMode vertical;
-  double left, low;  // of the box, from the alignment point; the text "AB" is 3.2 wide and 2 high
+  double left, low;  // of the box, from the alignment point; the text "AB" is 3.758 wide and 2 high
 };
 std::ostream& operator<<(std::ostream& out, const AlignRow& row) { return out << row.name; }
 
 constexpr AlignRow kAlignments[] = {
     {"left", AcDb::kTextLeft, AcDb::kTextBase, 0, 0},
-    {"centre", AcDb::kTextCenter, AcDb::kTextBase, -1.6, 0},
-    {"right", AcDb::kTextRight, AcDb::kTextBase, -3.2, 0},
-    {"middle", AcDb::kTextMid, AcDb::kTextBase, -1.6, -1},
+    {"centre", AcDb::kTextCenter, AcDb::kTextBase, -1.879, 0},
+    {"right", AcDb::kTextRight, AcDb::kTextBase, -3.758, 0},
+    {"middle", AcDb::kTextMid, AcDb::kTextBase, -1.879, -1},
     {"top left", AcDb::kTextLeft, AcDb::kTextTop, 0, -2},
-    {"middle right", AcDb::kTextRight, AcDb::kTextVertMid, -3.2, -1},
-    {"bottom centre", AcDb::kTextCenter, AcDb::kTextBottom, -1.6, 0},
+    {"middle right", AcDb::kTextRight, AcDb::kTextVertMid, -3.758, -1},
+    {"bottom centre", AcDb::kTextCenter, AcDb::kTextBottom, -1.879, 0},
 };
 
 class TextAlignment : public ::testing::TestWithParam<AlignRow> {};
@@ -76,7 +81,7 @@ TEST_P(TextAlignment, HangsTheBoxOnItsPoint) {
       AcDbExtents box;
       text.addExtentsUnder(unturn, box);
       EXPECT_POINT(at + AcGeVector3d(row.left, row.low, 0), box.minPoint(), 4e-9);
-      EXPECT_POINT(at + AcGeVector3d(row.left + 3.2, row.low + 2, 0), box.maxPoint(), 4e-9);
+      EXPECT_POINT(at + AcGeVector3d(row.left + 3.758, row.low + 2, 0), box.maxPoint(), 4e-9);
       if (!text.isDefaultAlignment()) {
         EXPECT_POINT(box.minPoint(), unturn * text.position(), 4e-9);
       }
@@ -98,13 +103,13 @@ TEST(TextAlignment, FitsBetweenItsPoints) {
   for (const bool fitted : {false, true}) {
     AcDbText text({0, 0, 0}, L"AB", {}, 2.0);
     text.setHorizontalMode(fitted ? AcDb::kTextFit : AcDb::kTextAlign);
-    text.setAlignmentPoint({0, 6.4, 0});
+    text.setAlignmentPoint({0, 7.516, 0});
     EXPECT_NEAR(text.rotation(), kPi / 2, 1e-12);
     EXPECT_NEAR(text.height(), fitted ? 2 : 4, 1e-12);
     EXPECT_NEAR(text.widthFactor(), fitted ? 2 : 1, 1e-12);
-    EXPECT_NEAR(text.measure().width, 6.4, 1e-12);
+    EXPECT_NEAR(text.measure().width, 7.516, 1e-12);
     EXPECT_EQ(text.setAlignmentPoint({0, 0, 0}), Acad::eOk);  // no room: left as it is
-    EXPECT_NEAR(text.measure().width, 6.4, 1e-12);
+    EXPECT_NEAR(text.measure().width, 7.516, 1e-12);
   }
 }
 
@@ -154,10 +159,10 @@ TEST(MText, WrapsAtItsColumn) {
   AcDbMText text;
   text.setTextHeight(1);
   text.setContents(L"aaa bbb ccc");
-  EXPECT_NEAR(text.actualWidth(), 11 * 0.9 - 0.2, 1e-12);
+  EXPECT_NEAR(text.actualWidth(), 3 * (0.841 + 0.871 + 0.754) + 2 * 0.436, 1e-12);
   EXPECT_NEAR(text.actualHeight(), 1, 1e-12);
   text.setWidth(7);
-  EXPECT_NEAR(text.actualWidth(), 7 * 0.9 - 0.2, 1e-12);
+  EXPECT_NEAR(text.actualWidth(), 3 * (0.841 + 0.871) + 0.436, 1e-12);
   EXPECT_NEAR(text.actualHeight(), 1 + 5.0 / 3, 1e-12);
   text.setWidth(0.5);  // narrower than any word
   EXPECT_NEAR(text.actualHeight(), 1 + 2 * 5.0 / 3, 1e-12);
@@ -176,7 +181,7 @@ TEST(MText, BoxHangsOnItsAttachment) {
     text.setAttachment(static_cast<AcDbMText::AttachmentPoint>(place));
     AcDbExtents box;
     ASSERT_EQ(text.getGeomExtents(box), Acad::eOk);
-    EXPECT_NEAR(box.minPoint().x, 10 - 1.6 * ((place - 1) % 3), 1e-12);
+    EXPECT_NEAR(box.minPoint().x, 10 - 1.879 * ((place - 1) % 3), 1e-12);
     EXPECT_NEAR(box.minPoint().y, 18 + (place - 1) / 3, 1e-12);
     EXPECT_NEAR(box.maxPoint().y - box.minPoint().y, 2, 1e-12);
   }
@@ -186,7 +191,7 @@ TEST(MText, BoxHangsOnItsAttachment) {
   AcDbExtents box;
   text.getGeomExtents(box);
   EXPECT_POINT(AcGePoint3d(8, 20, 3), box.minPoint(), 1e-12);
-  EXPECT_POINT(AcGePoint3d(10, 23.2, 3), box.maxPoint(), 1e-12);
+  EXPECT_POINT(AcGePoint3d(10, 23.758, 3), box.maxPoint(), 1e-12);
 }
 
 TEST(MText, LongContentsAreWrittenInPieces) {

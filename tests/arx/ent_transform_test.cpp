@@ -1,3 +1,4 @@
+#include "arx/db/dbgroupmap.h"
 #include "arx/ent_support.h"
 #include "support/case_rows.h"
 
@@ -124,12 +125,48 @@ TEST(TransformSkew, IsRefusedWhereTheShapeForbids) {
        Acad::eCannotScaleNonUniformly},
       {"MTEXT", "100 AcDbMText|10 0.0|20 0.0|30 0.0|40 1.0|1 a", Acad::eCannotScaleNonUniformly,
        Acad::eCannotScaleNonUniformly},
-      {"HATCH", "100 AcDbHatch|2 SOLID", Acad::eNotImplementedYet, Acad::eNotImplementedYet},
+      {"HATCH", "100 AcDbHatch|2 SOLID", Acad::eCannotScaleNonUniformly, Acad::eCannotScaleNonUniformly},
+      {"REGION", "100 AcDbModelerGeometry|70 1", Acad::eNotImplementedYet, Acad::eNotImplementedYet},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(entity(row.type, row.groups)->transformBy(skew), row.skewed) << row.groups;
     EXPECT_EQ(entity(row.type, row.groups)->transformBy(stretch), row.stretched) << row.groups;
   }
+}
+
+// What moves by its groups alone (compared with another program by tests/dxf/check_transform.py).
+TEST(KeptEntities, MoveWithTheirPicturesOrAreNamedBeforeAnythingMoves) {
+  AcDbDatabase db;
+  const AcDbObjectId picture = block(db, L"*D1");
+  const AcDbObjectId part = addTo(picture, new AcDbLine({0, 0, 0}, {1, 2, 3}));
+  const auto kept = [&](const char* type, const std::string& groups) {
+    return addTo(db.modelSpaceId(), read(db, type, "100 AcDbEntity|8 0|" + groups).release());
+  };
+  const std::string dimension = "100 AcDbDimension|2 *D1|10 1.0|20 2.0|30 0.0|70 0|42 5.0";
+  const AcDbObjectId first = kept("DIMENSION", dimension);
+  std::vector<AcDbObjectId> all{first,
+                                kept("ELLIPSE", "100 AcDbEllipse|10 0|20 0|30 0|11 1|21 0|31 0|40 0.5")};
+  EXPECT_EQ(acdbImmovable(all), L"");
+  db.undoLog().begin(L"MOVE");
+  {
+    const AcDbObjectPointer<AcDbEntity> open(first, AcDb::kForWrite);
+    EXPECT_EQ(open->transformBy(AcGeMatrix3d::scaling(2)), Acad::eOk);
+    EXPECT_NE(written(*open).find("10 2.0|20 4.0|30 0.0|70 0|42 10.0"), std::string::npos) << written(*open);
+  }
+  db.undoLog().end();
+  AcDbExtents box;
+  AcDbObjectPointer<AcDbEntity>(part)->getGeomExtents(box);
+  EXPECT_POINT(AcGePoint3d(2, 4, 6), box.maxPoint(), 0);
+  db.undoLog().undo();
+  AcDbObjectPointer<AcDbEntity>(part)->getGeomExtents(box);
+  EXPECT_POINT(AcGePoint3d(1, 2, 3), box.maxPoint(), 0);
+  // Unknown, half known, holding another object, a copy placed elsewhere, two dimensions with one picture.
+  all.push_back(kept("REGION", "100 AcDbModelerGeometry|70 1"));
+  all.push_back(kept("ELLIPSE", "100 AcDbEllipse|10 x|20 0|30 0"));
+  all.push_back(kept("SPLINE", "100 AcDbSpline|10 0|20 0|30 0|101 Embedded Object|10 1|20 1|30 1"));
+  all.push_back(kept("HATCH", "100 AcDbHatch|10 0|20 0|30 0|91 1|92 1|93 1|72 9|75 0"));
+  all.push_back(kept("DIMENSION", dimension + "|12 1|22 1|32 0"));
+  EXPECT_EQ(acdbImmovable(all), L"2 DIMENSION, 1 ELLIPSE, 1 HATCH, 1 REGION, 1 SPLINE");
 }
 
 // Points of an entity in a turned plane come out in the world, and go in from there.

@@ -45,8 +45,13 @@ TEST_F(TableCodification, defcodif_premierDemarrage_LeavesTheDefaultRowsInAFile)
   for (const char* casse : {"<codifPoints><TBdata>", ""}) {
     dossier.ecrire("defcodif", casse);
     EXPECT_EQ(tableCodification().codes.size(), 2u);
-    EXPECT_EQ(dossier.lire("defcodif"), ecrit) << "a broken file is overwritten";
+    EXPECT_EQ(dossier.lire("defcodif"), ecrit) << "a broken file gives way";
   }
+  EXPECT_EQ(dossier.lire("defcodif.illisible"), "<codifPoints><TBdata>") << "and is kept beside";
+  dossier.ecrire("defcodif", "autre");
+  EXPECT_EQ(tableCodification().codes.size(), 2u);
+  EXPECT_EQ(dossier.lire("defcodif.illisible"), "<codifPoints><TBdata>");
+  EXPECT_EQ(dossier.lire("defcodif.illisible2"), "autre");
 }
 
 TEST_F(TableCodification, libelle_pointTopo_IsSpeltInTwoWays) {

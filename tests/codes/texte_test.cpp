@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <string>
 #include <vector>
@@ -108,6 +109,8 @@ TEST_F(FormeTexte, AltitudesShowTheDecimalsOfTheCode) {
   EXPECT_EQ(texteAltitude(12.345, 2), L"12.35");
   EXPECT_EQ(texteAltitude(-0.5, 0), L"-0");
   EXPECT_EQ(texteAltitude(1e38, 2), L"") << "no altitude";
+  EXPECT_EQ(texteAltitude(-std::nan(""), 2), L"");
+  EXPECT_EQ(texteAltitude(HUGE_VAL, 2), L"");
   EXPECT_EQ(texteAltitude(1.0, -3), L"1");
   EXPECT_EQ(texteAltitude(1.0, 2000000000).size(), 32u) << "a file may hold any number";
 }

@@ -127,6 +127,16 @@ TEST(FichierDesCodes, ReadsFilesOfOthers) {
       {"\xEF\xBB\xBF" + enregistrement("<libelle mode='utf8'>\xC3\xA9</libelle>"),
        "1|é|1.0|2|_ Codes Points|7"},
       {enregistrement("<libelle>\xE9\x80</libelle><layerCode mode='ASC'>\xC9</layerCode>"), "1|é€|1.0|2|É|7"},
+      // What the library reads without quotes, blanks or end, and what it ignores behind the element.
+      {"<codifPoints a=1 b='2'c=\"<\"><TBdata><codifPoint n=x/></TBdata></codifPoints>",
+       "1|Point Topo|1.0|2|_ Codes Points|7"},
+      {enregistrement("<code>5</code>") + "x", "5|Point Topo|1.0|2|_ Codes Points|7"},
+      {enregistrement("<code>5</code>") + enregistrement("<code>6</code>"),
+       "5|Point Topo|1.0|2|_ Codes Points|7"},
+      {enregistrement("<code>5</code>") + "<!-- ", "5|Point Topo|1.0|2|_ Codes Points|7"},
+      {enregistrement("<code>5</code>") + "\0\0"s, "5|Point Topo|1.0|2|_ Codes Points|7"},
+      {"<?xml version=\"1.0\"><!DOCTYPE codifPoints>" + enregistrement("<code>5</code>"),
+       "5|Point Topo|1.0|2|_ Codes Points|7"},
       {"<?xml version='1.0' encoding='ISO-8859-1'?>" +
            enregistrement("<libelle mode='autre'>\xC3\xA9</libelle>"),
        "1|é|1.0|2|_ Codes Points|7"},
@@ -160,13 +170,11 @@ TEST(FichierDesCodes, WhatIsNoCodeFileReadsAsEmpty) {
                                       " \r\n",
                                       bon.substr(0, bon.size() - 20),
                                       bon.substr(0, bon.size() - 1),
-                                      bon + "x",
-                                      bon + bon,
-                                      bon + "<!-- ",
                                       "<?xml " + bon,
                                       bon.substr(0, 20) + '\0' + bon.substr(20),
                                       profond,
                                       profondFerme,
+                                      "<?xml version='> <!-- ' ?>" + profondFerme + "-->" + bon,
                                       "\xFF\xFE<\0c\0>\0"s};
   for (const CaseRow& cas : caseRows("codes/cases/fichiers.txt", "empty", ';')) fautifs.push_back(cas[1]);
   for (std::size_t i = 0; i < fautifs.size(); ++i) {

@@ -1,12 +1,15 @@
 // The rule of what text is a number, and the counter of identifiers.
 #include "base/text.h"
 #include "core/compteur_identifiants.h"
+#include "core/nombre_suspect.h"
 #include "core/valider_nombre.h"
 #include "support/case_rows.h"
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 using namespace veltora;
@@ -21,6 +24,20 @@ TEST(ValiderNombre, TakesSignedAndUnsignedDecimals) {
     EXPECT_EQ(nombre(cas[0]), cas[1] == "yes") << cas;
   EXPECT_FALSE(nombre("12\r\n"));
   EXPECT_TRUE(nombre(std::string("12\0junk", 7))) << "a zero ends the text";
+}
+
+TEST(NombreSuspect, SaysHowANumberIsWrittenOtherwise) {
+  for (const CaseRow& cas : caseRows("core/cases/numbers.txt", "written otherwise"))
+    EXPECT_EQ(base::toUtf8(raisonNombre(base::fromUtf8(cas[0]))), cas.at(1)) << cas;
+}
+
+TEST(NombreSuspect, FindsNumbersInTwoWords) {
+  for (const CaseRow& cas : caseRows("core/cases/numbers.txt", "in two words")) {
+    std::vector<std::wstring> mots;
+    std::istringstream texte(cas[0]);
+    for (std::string mot; texte >> mot;) mots.push_back(base::widen(mot));
+    EXPECT_EQ(milliersSepares(mots, static_cast<std::size_t>(cas.integer(1))), cas[2] == "yes") << cas;
+  }
 }
 
 TEST(ValiderNombre, validerNombre_pointInitial_LeavesNoNumberAroundABarePoint) {

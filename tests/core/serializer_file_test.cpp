@@ -118,6 +118,8 @@ TEST_F(SerializerFichier, refusesDamagedItems) {
       {"text without block", "ci\2\0\0\0iab\0"s},
       {"no length", "cd\2\0\0\0bab\0"s},
       {"zero inside", "ci\3\0\0\0ba\0b\0"s},
+      {"closing zero damaged", "ci\2\0\0\0babX"s},
+      {"closing zero damaged, longest text", "ci\377\0\0\0b"s + std::string(256, 'a')},
       {"cut in the length", "ci\2\0"s},
       {"nothing", ""s},
   };

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <functional>
 #include <vector>
 
@@ -18,6 +20,33 @@ std::vector<int> codes(const chaineResbuf& chaine) {
   for (const resbuf* element = chaine.tete; element; element = element->rbnext)
     liste.push_back(element->restype);
   return liste;
+}
+
+/// The place of a virtual operation in the table of its class, as this platform's pointers to members hold
+/// it.
+template <class Operation>
+long slot(Operation operation) {
+  std::uintptr_t words[2];
+  static_assert(sizeof operation == sizeof words);
+  std::memcpy(words, &operation, sizeof words);
+#if defined(__aarch64__)
+  return static_cast<long>(words[0] / sizeof(void*));
+#else
+  return static_cast<long>((words[0] - 1) / sizeof(void*));
+#endif
+}
+
+TEST(SerializerChaine, theOrderOfTheOperationsIsPartOfTheInterface) {
+  using S = VeltoraSerializer;
+  const long slots[] = {
+      slot(&S::rewind),        slot(&S::peekMark),     slot(&S::testMark),      slot(&S::writeMark),
+      slot(&S::writeAcString), slot(&S::writeBool),    slot(&S::writeObjectId), slot(&S::writeShort),
+      slot(&S::writeByte),     slot(&S::writeChar),    slot(&S::writeDouble),   slot(&S::writeBytes),
+      slot(&S::writeInt),      slot(&S::writeString),  slot(&S::writeEnum),     slot(&S::readAcString),
+      slot(&S::readBool),      slot(&S::readObjectId), slot(&S::readByte),      slot(&S::readChar),
+      slot(&S::readDouble),    slot(&S::readBytes),    slot(&S::readInt),       slot(&S::readString),
+      slot(&S::readShort),     slot(&S::readEnum)};
+  for (long i = 0; i < 26; ++i) EXPECT_EQ(slots[i], i);
 }
 
 TEST(SerializerChaine, writesTheToldGroupCodes) {

@@ -6,13 +6,16 @@ What may differ, and nothing else:
 - the case of a line type's name, which is spelled as in its table;
 - the number of records at the head of a table;
 - the owner of attributes, vertices and sequence ends: the entity to which they belong, not its block;
-- $ACADVER and $HANDSEED."""
+- $ACADVER and $HANDSEED;
+- the extents of the drawing and of its layouts, which are measured anew."""
 import os
+import re
 import subprocess
 import sys
 import tempfile
 
 import ezdxf
+from ezdxf.math import BoundingBox, Vec3
 
 import drawings
 import tagfile
@@ -30,8 +33,9 @@ def allowed(item, missing, added):
         if twin:
             del missing[code, name], added[twin]
     afresh = {'TABLE': 70, 'VERTEX': 330, 'ATTRIB': 330, 'SEQEND': 330}.get(item.kind)
+    extents = (14, 24, 34, 15, 25, 35) if item.kind == 'LAYOUT' else ()
     for counter in (missing, added):
-        for tag in [t for t in counter if t[0] == afresh]:
+        for tag in [t for t in counter if t[0] == afresh or t[0] in extents]:
             del counter[tag]
 
 
@@ -40,6 +44,22 @@ def copy(tool, source, target):
     if done.returncode != 0:
         raise SystemExit('%s: refused: %s' % (source, done.stderr))
     return done.stdout.splitlines()
+
+
+def check_extents(doc):
+    """The drawing tells where its things are: what ezdxf measures lies within, and no farther than it the stored corners."""
+    space = doc.modelspace()
+    corners = [Vec3(doc.header[name]) for name in ('$EXTMIN', '$EXTMAX')]
+    if len(space) == 0:
+        return []
+    wrong = []
+    if [Vec3(space.dxf_layout.dxf.extmin), Vec3(space.dxf_layout.dxf.extmax)] != corners:
+        wrong.append('the layout has other extents than the drawing')
+    points = [p for e in space.query('LINE') for p in (e.dxf.start, e.dxf.end)] + [e.dxf.center for e in space.query('CIRCLE')]
+    stored, seen = BoundingBox(corners), BoundingBox(points)
+    if not all(stored.inside(p) for p in points) or (stored.extmax - seen.extmax).magnitude > 1e-6:
+        wrong.append('extents %s, but things lie in %s' % (stored, seen))
+    return wrong
 
 
 def check(tool, source, encoding, folder):
@@ -59,7 +79,9 @@ def check(tool, source, encoding, folder):
         wrong.append('handles are not unique')
     if copied.header['$HANDSEED'][0][1] <= max(handles):
         wrong.append('$HANDSEED is not above all handles')
-    audit = ezdxf.readfile(first).audit()
+    doc = ezdxf.readfile(first)
+    wrong += check_extents(doc)
+    audit = doc.audit()
     wrong += ['audit: ' + e.message for e in audit.errors + audit.fixes]
     return wrong
 
@@ -91,6 +113,26 @@ def check_old(tool, folder):
     return wrong + ['audit: ' + e.message for e in audit.errors + audit.fixes]
 
 
+def check_binary(tool, version, folder):
+    """The binary form of a drawing gives the copy that its text form gives; cut anywhere, it is refused."""
+    doc = drawings.make_old() if version == 'R12' else ezdxf.readfile(os.path.join(folder, version + '.dxf'))
+    text, binary, first, second = (os.path.join(folder, n) for n in ('text.dxf', 'binary.dxf', 'first.dxf', 'second.dxf'))
+    doc.saveas(text)
+    doc.saveas(binary, fmt='bin')
+    wrong = copy(tool, binary, second)
+    copy(tool, text, first)
+    # ezdxf writes a new identifier and the time each time.
+    lines = [[l for l in open(n, encoding='utf8') if not re.match(r'\{[0-9A-F-]{36}\}|.*@ \d{4}-', l)] for n in (first, second)]
+    if lines[0] != lines[1]:
+        wrong.append('the copy differs from that of the text')
+    whole = open(binary, 'rb').read()
+    for end in (21, 23, 24, 100, len(whole) // 2, len(whole) - 6):
+        open(binary, 'wb').write(whole[:end])
+        if subprocess.run([tool, binary, second], capture_output=True).returncode != 1:
+            wrong.append('accepted when cut behind byte %d' % end)
+    return wrong
+
+
 def report(name, wrong):
     print('%s: %s' % (name, 'ok' if not wrong else '%d differences' % len(wrong)))
     for text in wrong[:40]:
@@ -107,6 +149,8 @@ def main(tool):
             drawings.save(version, source)
             wrong = check(tool, source, drawings.encoding(version), folder)
             status |= report(version, wrong)
+        for version in ('R12', 'R2000', 'R2018'):
+            status |= report('binary ' + version, check_binary(tool, version, folder))
     return status
 
 

@@ -2,6 +2,7 @@
 
 #include "arx/ap/apsession.h"
 #include "arx/db/dbdict.h"
+#include "arx/ed/edhelp.h"
 #include "host/donnees_document.h"
 #include "host/lisp/table_lisp.h"
 #include "points/infos_topo.h"
@@ -30,6 +31,33 @@ TEST_F(Repartition, registersTheCommandsInOrderWithTheirFlags) {
   acrxDynamicLinker->unloadModule(L"veltora");
   EXPECT_EQ(acedCommandStack()->lookupCmd(L"CARROYAGE"), nullptr);
   EXPECT_EQ(acedLispFunctions()->find(L"maxnum"), nullptr);
+}
+
+TEST_F(Repartition, eachCommandIsDescribedOrSaysThatItIsNotThereYet) {
+  const AcApSession session;
+  const std::wstring aide = acedHelpText();
+  const auto decrite = [&](const std::wstring& nom) {
+    for (const AcEdCommandHelp& d : acedDescriptions())
+      if ((L", " + d.names + L",").find(L", " + nom + L",") != std::wstring::npos) return true;
+    return false;
+  };
+  for (const AcEdCommand* c : acedCommandStack()->commands()) {
+    imprime.clear();
+    const std::wstring nom = c->globalName();
+    if (decrite(nom) || nom == L"?") continue;
+    c->functionAddr()();
+    EXPECT_NE(imprime.find("n'est pas encore disponible"), std::string::npos) << base::toUtf8(nom);
+  }
+  for (const auto& fonction : acedLispFunctions()->functions()) {
+    imprime.clear();
+    if (base::toUpper(fonction.name.substr(0, 2)) != L"C:" || decrite(base::toUpper(fonction.name.substr(2))))
+      continue;
+    appeler(fonction.name.c_str());
+    EXPECT_NE(imprime.find("n'est pas encore disponible"), std::string::npos) << base::toUtf8(fonction.name);
+  }
+  EXPECT_NE(aide.find(L"\nCalculs\n  CORRPOLFERMEE"), std::wstring::npos) << base::toUtf8(aide);
+  acrxDynamicLinker->unloadModule(L"veltora");
+  EXPECT_EQ(acedHelpText().find(L"CORRPOLFERMEE"), std::wstring::npos);
 }
 
 TEST_F(Repartition, bindsEachNameToItsPlaceInEveryDocument) {

@@ -5,11 +5,14 @@
 #include "calc/dialogs/ouverte_dlg.h"
 #include "codes/dialogs/tab_codification_dlg.h"
 #include "codes/table_codification.h"
+#include "jobs/placer_reseau.h"
+#include "jobs/placer_stations.h"
 #include "jobs/polygonale.h"
 #include "support/dialog_script.h"
 #include "support/projet_essai.h"
 #include "support/remarques.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -20,7 +23,11 @@ const std::string kExemple = VELTORA_SOURCE_DIR "/examples/polygonale_fermee.obs
 
 class Placement : public ProjetEssai {
 protected:
-  Placement() { installerDialoguesCodes(); }
+  Placement() {
+    installerDialoguesCodes();
+    std::filesystem::create_directory(m_dossier.chemin / "biblio");
+    AcDbDatabase().saveAs(base::fromUtf8((m_dossier.chemin / "biblio/varnblk1.dxf").string()).c_str());
+  }
   /// Colour, closure and vertices of each polyline of the model space.
   std::vector<std::string> polylignes() {
     std::vector<std::string> textes;
@@ -111,8 +118,8 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
        fichier("e.obs", debut + "LONGUENOM1 300 10 0\nLONGUENOM2 300 10x 0\nC 300 10 0\nE 300 10 0"),
        100,
        "",
-       {"e.obs, ligne 3 : nombre illisible « 10x », lu comme 10.0",
-        "à vérifier : e.obs, la dernière ligne vise « E » et non la station de départ « A » : c'est le nom "
+       {"à vérifier : e.obs, ligne 3 : nombre illisible « 10x », lu comme 10.0",
+        "e.obs, la dernière ligne vise « E » et non la station de départ « A » : c'est le nom "
         "qu'aura le "
         "point de départ",
         "e.obs, le nom « LONGUENOM1 » est coupé à « LONGUENOM »",
@@ -146,7 +153,7 @@ const std::string kRectangle =
 TEST_F(Placement, PremierSommetDouble) {
   demandePolygonale demande;
   demande.fichier = fichier("r.obs", kRectangle);
-  demande.dessinerBrute = demande.dessinerCompensee = true;
+  demande.dessinerBrute = demande.dessinerCompensee = demande.malgreDoutes = true;
   resultatPolygonale resultat;
   ASSERT_TRUE(executerPolygonale(demande, resultat));
   const std::vector<std::string> traces = polylignes();
@@ -168,6 +175,40 @@ TEST_F(Placement, TheDialogPlacesAfterShowingTheCode) {
   EXPECT_EQ(polylignes().size(), 1U);
 }
 
+TEST_F(Placement, CoordinatesThatAreNoNumbersPlaceNothing) {
+  const double rien = std::nan("");
+  const std::vector<stationCalculee> stations = {{L"A", 1, 2, 3}, {L"B", 1, 2, rien}, {L"C", HUGE_VAL, 2, 3}};
+  EXPECT_EQ(refusDePlacer(stations, true),
+            L"Rien n'est placé, ces coordonnées ne sont pas des nombres : B, C");
+  EXPECT_EQ(refusDePlacer({stations[0], stations[1]}, false), L"") << "an altitude that is not placed";
+  placerStations(stations, 100, false);
+  EXPECT_EQ(m_projets.currTable()->nbPoint(), 0);
+  reseauMoindresCarres reseau;
+  pointACalculer point;
+  point.nom = L"P";
+  point.X = rien;
+  point.Y = 5.0;
+  point.planiConnue = true;
+  reseau.points.Add(point);
+  EXPECT_NE(refusDePlacer(pointsCanevas(reseau), true), L"") << "not left out in silence";
+  // Legs of no length in both traverses: nothing is drawn either, and no code is asked.
+  corrPolygoDLG fermee;
+  DialogScript script({"[Charger]", fichier("z.obs", "Nom=A X=1 Y=2 Z=3 Gis=0\nB 1 0 0\nA 1 0 0"),
+                       "[Placer !!!]", "Dessiner la polygonale originelle = oui", "[OK]", "[OK]",
+                       "[Fermer]"});
+  fermee.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_NE(script.transcript.find("ne sont pas des nombres : B"), std::string::npos) << script.transcript;
+  corrPolygoOuverteDLG ouverte;
+  DialogScript suite({"[Charger]", fichier("y.obs", "Depart=A X=1 Y=2 Z=3 Gis=0\nB 1 0 0\nC 1 0 0"),
+                      "[Placer !!!]", "Dessiner la polygonale originelle = oui", "[OK]", "[OK]", "[Fermer]"});
+  ouverte.doModal();
+  EXPECT_TRUE(suite.finished()) << suite.transcript;
+  EXPECT_NE(suite.transcript.find("ne sont pas des nombres : B, C"), std::string::npos) << suite.transcript;
+  EXPECT_EQ(m_projets.currTable()->nbPoint(), 0);
+  EXPECT_TRUE(polylignes().empty());
+}
+
 /// Due east from A to the known arrival; the drawn legs are 50 and 50.
 const std::string kOuverte =
     "Depart=A X=100 Y=100 Z=10 Gis=100\nArrivee=C X=200 Y=100 Z=13 Gis=100\nFermeture: 200\n"
@@ -177,6 +218,7 @@ TEST_F(Placement, OneCallFindsOutThatATraverseIsOpen) {
   demandePolygonale demande;
   demande.fichier = fichier("o.obs", kOuverte);
   demande.altitudes = demande.dessinerBrute = demande.dessinerCompensee = true;
+  demande.tolerances.lineaire = 50.0;
   resultatPolygonale resultat;
   ASSERT_TRUE(executerPolygonale(demande, resultat)) << base::toUtf8(resultat.erreur);
   EXPECT_TRUE(resultat.ouverte);
@@ -196,6 +238,7 @@ TEST_F(Placement, OneCallDoubtsWholeTurnsAndMissingStations) {
     demandePolygonale demande;
     demande.fichier = fichier("o.obs", octets);
     demande.placer = false;
+    demande.tolerances.lineaire = 50.0;
     resultatPolygonale resultat;
     EXPECT_TRUE(executerPolygonale(demande, resultat));
     return texteDe(resultat.remarques);
@@ -207,13 +250,14 @@ TEST_F(Placement, OneCallDoubtsWholeTurnsAndMissingStations) {
       remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=-300.02")),
       "à vérifier : o.obs, l'erreur angulaire de 400.0200 grades est proche de 1 tour entier : le gisement "
       "d'arrivée est sans "
-      "doute à donner avec 1 tour de plus, soit 99.98000 au lieu de -300.02000\n");
+      "doute à donner avec 1 tour de plus, soit 99.98000 grades au lieu de -300.02000\n");
   EXPECT_NE(
       remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=900")).find("2 tours de moins, soit 100.00000"),
       std::string::npos);
-  EXPECT_EQ(remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=300")), "") << "half a turn is something else";
+  EXPECT_EQ(remarques(avec(kOuverte, "Z=13 Gis=100", "Z=13 Gis=300")).find("proche de"), std::string::npos)
+      << "half a turn is something else";
   EXPECT_EQ(remarques(avec(kOuverte, "Arrivee=C", "Arrivee=E")),
-            "à vérifier : o.obs, la dernière ligne vise « C » et non la station d'arrivée « E » : c'est le "
+            "o.obs, la dernière ligne vise « C » et non la station d'arrivée « E » : c'est le "
             "nom qu'aura le point "
             "d'arrivée\n");
   EXPECT_NE(

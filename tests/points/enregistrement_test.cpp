@@ -10,6 +10,7 @@
 #include "arx/db/dbdict.h"
 
 #include <functional>
+#include <set>
 
 namespace {
 
@@ -217,6 +218,40 @@ TEST_F(Enregistrement, theUserIsToldWhenTheStoredPointsCannotBeRead) {
   std::string sortie;
   EXPECT_FALSE(exporterTables(&dessin, formatTables::kCsv, sortie));
   EXPECT_EQ(sortie, "Les points enregistrés dans ce dessin sont illisibles.\n");
+  for (int i = 0; i < 2; ++i) sauvegarderInfosTopo();
+  EXPECT_TRUE(exporterTables(&dessin, formatTables::kCsv, sortie));
+  const AcDbObjectPointer<AcDbLayerTableRecord> calque(dessin.layerZero());
+  const AcDbObjectPointer<AcDbDictionary> dictionnaire(calque->extensionDictionary());
+  AcDbXrecord* gardee = nullptr;
+  ASSERT_EQ(dictionnaire->getAt(L"VELTORA4_VARN_DATA_ILLISIBLES", gardee), Acad::eOk);
+  resbuf* chaine = nullptr;
+  gardee->rbChain(&chaine, &dessin);
+  gardee->close();
+  ASSERT_TRUE(chaine && chaine->rbnext && chaine->rbnext->rbnext);
+  EXPECT_STREQ(chaine->rbnext->rbnext->resval.rstring, L"A") << "what could not be read is kept";
+  acutRelRb(chaine);
+}
+
+TEST_F(Enregistrement, empreinteTells_EveryChange) {
+  remplir(projet, AcDbObjectId());
+  std::set<std::size_t> vues{empreinteTables(projet)};
+  const auto changee = [&] { return vues.insert(empreinteTables(projet)).second; };
+  EXPECT_FALSE(changee());
+  pointDuDessin& point = *projet.currTable()->getData(0);
+  point.x += 0.001;
+  EXPECT_TRUE(changee());
+  point.z = 5.0;
+  EXPECT_TRUE(changee());
+  point.setNomPoint(L"B");
+  EXPECT_TRUE(changee());
+  point.code = 7;
+  EXPECT_TRUE(changee());
+  projet.currTable()->setNomTable(L"Autre");
+  EXPECT_TRUE(changee());
+  projet.creerTablePoints(L"Deux");
+  EXPECT_TRUE(changee());
+  projet.tableCourante = 0;
+  EXPECT_TRUE(changee());
 }
 
 TEST_F(Enregistrement, exportsTheStoredTables) {

@@ -70,6 +70,20 @@ TEST_F(TablePoints, takesTheLargestLeadingNumber) {
   EXPECT_EQ(table().getMaxNum(), 0);
   ajouter({L"12A", L" 7"});
   EXPECT_EQ(table().getMaxNum(), 12);
+  // What was looked at once counts only while no name in it changes.
+  table().getData(2)->setNomPoint(L"C");
+  EXPECT_EQ(table().getMaxNum(), 7);
+  (*table().getData())[0].setNomPoint(L"40");
+  EXPECT_EQ(table().getMaxNum(), 40);
+  table().supprimerPoint(L"40");
+  EXPECT_EQ(table().getMaxNum(), 7);
+  ajouter({L"9"});
+  EXPECT_EQ(table().getMaxNum(), 9);
+  table().supprimerPoint(L"9");
+  ajouter({L"8"});
+  EXPECT_EQ(table().getMaxNum(), 8);
+  table().renumeroter(true);
+  EXPECT_EQ(table().getMaxNum(), 4);
 }
 
 TEST_F(TablePoints, supprimerPointPutsTheLastOneInItsPlace) {

@@ -120,7 +120,7 @@ TEST(HtmlStyle, RepetitionParAttachement) {
   }
 }
 
-TEST(HtmlTable, WritesRowsAndOpeningTag) {
+TEST(HtmlTable, cellspacing_blanc_RowsAndOpeningTag) {
   htmlTable table;
   EXPECT_EQ(table.fermerTable(), "<table >\n</table>");
   preparerTable(table);
@@ -140,7 +140,7 @@ TEST(HtmlTable, WritesRowsAndOpeningTag) {
             "<table text-align=\"center\" border=\"0\" cellpadding=\"0\" cellspacing =\"0\">\n</table>");
 }
 
-TEST(HtmlTable, OptionalAttributesStandInTheirOrder) {
+TEST(HtmlTable, largeur_ouverte_couleurs_diese_OptionalAttributesInTheirOrder) {
   htmlTable table;
   table.setBorderColorDark(0x00FF00);
   table.setBgColor(0xEFEFEF);
@@ -199,7 +199,7 @@ protected:
   std::filesystem::path m_dossier;
 };
 
-TEST_F(EcrireRapport, TemporaryNamesDifferAndLeaveTheEmptyFileBeside) {
+TEST_F(EcrireRapport, tp_vide_TemporaryNamesDifferAndLeaveTheEmptyFileBeside) {
   htmlDocument a = petitDocument();
   htmlDocument b = petitDocument();
   ASSERT_TRUE(a.ecrire() && b.ecrire());

@@ -54,6 +54,47 @@ TEST(ScriptDriver, ATerminalSeesChangesAndIsAskedAgain) {
   EXPECT_EQ(script.prompts, std::vector<std::string>(3, "Dialogue> "));
 }
 
+TEST(ScriptDriver, ATerminalShowsReportsAsText) {
+  const DossierTemporaire folder;
+  const fs::path file = folder.chemin / "r.html";
+  base::remplacerFichier(
+      file,
+      "<html>\n<head>\n<style>\n<!--\n.petit{ color:red;}\n-->\n</style>\n</head>\n<body x>\n"
+      "<P CLASS=grand>Ferm\xE9"
+      "e</P>\n<P >\r\nA : 1\tB&nbsp&lt;2</P><table border=\"0\">\n"
+      "<tr ><td class=celgris align=center>Nom</td><td class=celgris align=center>Valeur</td></tr>"
+      "<tr ><td class=celnorm align='left'>P12</td><td class=celnorm align=right>1.5</td></tr>"
+      "<tr ><td colspan=2 align=right>Somme de tout</td></tr></table>\n</body>\n</html>\n");
+  const std::string text = "\nFermée\nA : 1 B <2\n  Nom   Valeur\n  P12       1.5\n  Somme de tout\n\n";
+  ui::Dialog dialog(L"Résultats");
+  ui::WebView page(&dialog);
+  page.setPath(file.wstring());
+  DialogScript terminal({"[Rien]"}, true);
+  dialog.doModal();
+  EXPECT_EQ(terminal.transcript.substr(0, terminal.transcript.find("===")), text + "\n");
+  DialogScript script({"?", "Page web ?"});
+  dialog.doModal();
+  const std::size_t at = script.transcript.find("Fermée");
+  EXPECT_EQ(script.transcript.substr(at - 1), text) << "a script sees it when it asks";
+  page.setPath(L"/absent.html");
+  DialogScript absent({}, true);
+  dialog.doModal();
+  EXPECT_EQ(absent.transcript.find("\n=== Résultats"), 0U);
+}
+
+TEST(ScriptDriver, CtrlCAnswersMessagesAndFileChoices) {
+  DialogScript script({"*Annuler*", "*annuler*", "*Annuler*", "*Annuler*", "*Annuler*"}, true);
+  EXPECT_EQ(ui::messageBox(L"Fait", L"", ui::Buttons::Ok), ui::kOk);
+  EXPECT_EQ(ui::messageBox(L"Faire ?", L"", ui::Buttons::YesNo), ui::kNo);
+  EXPECT_EQ(ui::messageBox(L"Faire ?", L"", ui::Buttons::YesNoCancel), ui::kCancel);
+  base::FileRequest request;
+  request.extension = L"doc";
+  EXPECT_FALSE(ui::chooseFile(request));
+  request.save = true;
+  EXPECT_FALSE(ui::chooseFile(request)) << "no file of that name";
+  EXPECT_EQ(script.prompts.size(), 5U) << "each is answered at once";
+}
+
 TEST(Dialog, EndsAsItsButtonsSay) {
   SampleDialog dialog;
   {
@@ -98,10 +139,13 @@ TEST(Dialog, OkChecksNumberFieldsInOrder) {
   const Case integers[] = {{"0", "Entrez un nombre entier compris entre 1 et 9999."},
                            {"10000", "Entrez un nombre entier compris entre 1 et 9999."},
                            {"1.0", "Entrez un nombre entier."},
-                           {"abc", "Entrez un nombre entier."},
-                           {"", "Entrez un nombre entier."},
-                           {"12x", "Entrez un nombre entier."},
-                           {"inf", "Entrez un nombre entier."},
+                           {"abc", "« Numéro » : « abc » n'est pas un nombre. Entrez un nombre entier."},
+                           {"", "« Numéro » : Entrez un nombre entier."},
+                           {"12x", "« Numéro » : « 12x » n'est pas un nombre. Entrez un nombre entier."},
+                           {"100,5",
+                            "« Numéro » : « 100,5 » n'est pas un nombre, le signe décimal est le point. "
+                            "Entrez un nombre entier."},
+                           {"inf", "« Numéro » : « inf » n'est pas un nombre. Entrez un nombre entier."},
                            {" 9999 ", ""},
                            {"+1", ""}};
   for (const Case& test : integers) {
@@ -203,14 +247,28 @@ TEST(Dialog, ExceptionsPassAndLeaveItUsable) {
   };
   {
     DialogScript script({"[Cal]"});
-    EXPECT_THROW(dialog.doModal(), std::runtime_error);
-    EXPECT_FALSE(dialog.isOpen());
+    EXPECT_EQ(dialog.doModal(), ui::kCancel) << "the next lines of a script are not for this dialog";
+    EXPECT_NE(script.transcript.find("\nErreur : défaut\n"), std::string::npos) << script.transcript;
+  }
+  {
+    DialogScript person({"[Cal]", "[OK]"}, true);
+    EXPECT_EQ(dialog.doModal(), ui::kOk) << "a person goes on: what was done before stays";
+    EXPECT_NE(person.transcript.find("Erreur : défaut\n"), std::string::npos) << person.transcript;
   }
   DialogScript script({"[OK]"});
   EXPECT_EQ(dialog.doModal(), ui::kOk);
   dialog.cal.onClick = [&] { dialog.doModal(); };
   DialogScript again({"[Cal]"});
-  EXPECT_THROW(dialog.doModal(), std::logic_error) << "a dialog is open once";
+  EXPECT_EQ(dialog.doModal(), ui::kCancel);
+  EXPECT_NE(again.transcript.find("déjà ouverte"), std::string::npos) << "a dialog is open once";
+  dialog.cal.onClick = [&] {
+    ui::Dialog inner(L"Dedans");
+    ui::Button button(&inner, L"Panne", [] { throw std::runtime_error("panne"); });
+    EXPECT_EQ(inner.doModal(), ui::kCancel);
+  };
+  DialogScript nested({"[Cal]", "[Panne]", "[OK]"});
+  EXPECT_EQ(dialog.doModal(), ui::kCancel) << "the dialog below ends too";
+  EXPECT_EQ(dialog.doModal(), ui::kOk) << "and the failure with it";
 }
 
 TEST(Dialog, OpeningRunsEachOnInit) {
@@ -306,8 +364,8 @@ protected:
 
   const DossierTemporaire dossier;
   const fs::path& folder = dossier.chemin;
-  base::FileRequest open{L"", L"", L"*.txt", L"Texte|*.txt|Tous|*.*||", false, false};
-  base::FileRequest save{L"", L"", L"txt", L"Texte|*.txt|Tous|*.*", true, true};
+  base::FileRequest open{L"", L"", L"*.txt", L"Texte|*.txt|Tous|*.*||", false, false, {}};
+  base::FileRequest save{L"", L"", L"txt", L"Texte|*.txt|Tous|*.*", true, true, {}};
 };
 
 TEST_F(FileChoice, OpensWhatExists) {

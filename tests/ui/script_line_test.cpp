@@ -1,9 +1,12 @@
 // The line language of dialogs: every form of a line, and the exact text of every refusal.
+#include "ui/script_line.h"
 #include "sample_dialog.h"
 #include "support/case_rows.h"
 #include "support/dialog_script.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -32,6 +35,18 @@ TEST(ScriptLine, RefusesWithAMessageAndChangesNothing) {
     }
     EXPECT_EQ(dialog.log, "");
     EXPECT_FALSE(dialog.isOpen());
+  }
+}
+
+TEST(ScriptLine, KnowsTheLinesThatAreTakenNow) {
+  SampleDialog dialog;
+  const std::vector<std::wstring> lines = ui::possibleLines(dialog);
+  for (const CaseRow& row : caseRows("ui/cases/script_lines.txt", "possible")) {
+    const std::wstring line = veltora::base::fromUtf8(row[0]);
+    const auto count = std::count_if(lines.begin(), lines.end(), [&](const std::wstring& possible) {
+      return veltora::base::trim(possible) == line;
+    });
+    EXPECT_EQ(count, row.integer(1)) << row;
   }
 }
 

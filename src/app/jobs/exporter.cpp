@@ -1,5 +1,7 @@
 #include "app/jobs/exporter.h"
 
+#include "app/session/call_files.h"
+#include "app/session/choices.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "base/text.h"
@@ -64,12 +66,15 @@ Run declareExporter(CLI::App& sub) {
   sub.add_option("--table", options->table, "Table à écrire (la courante)")->type_name("NOM");
   sub.add_option("--code", options->code, "Seulement les points de ce code")
       ->type_name("CODE")
-      ->check(CLI::Range(kSmallestCode, kLargestCode).description(""));
+      ->check(between(kSmallestCode, kLargestCode));
   sub.add_option("--trier", options->order, "Trie par numero, x, y, z ou code (ordre de la table)")
       ->type_name("COLONNE")
-      ->check(CLI::IsMember(columns()).description(""));
+      ->check(oneOf(wordsOf(columns())));
   sub.add_flag("--observations", options->observations,
                "Écrit dans un texte, derrière le code, l'observation que montre chaque point");
+  declareFiles(sub)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->file, FileKind::kText, FileKind::kReport);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,7 @@
 #include "jobs/helmert.h"
 
 #include "app/jobs/helmert.h"
+#include "app/session/call_files.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -15,11 +16,15 @@ namespace {
 
 constexpr double kGonsPerRadian = 200.0 / 3.141592653589793;
 
-void showParameters(const resultatHelmert& p) {
+void showParameters(const resultatHelmert& p, const AcGeVector2d& shift) {
   print(base::formater("Échelle             : %.8f\n", p.echelle));
   print(base::formater("Rotation            : %.5f grades\n", p.rotation * kGonsPerRadian));
   print(base::formater("Déplacement en X, Y : %.4f  %.4f\n", p.deplacement.x, p.deplacement.y));
-  print(base::formater("Paramètres A, B     : %.8f  %.8f\n\n", p.ab.x, p.ab.y));
+  print(base::formater("Paramètres A, B     : %.8f  %.8f\n", p.ab.x, p.ab.y));
+  print(base::formater(
+      "Formule             : X = A x + B y + C, Y = A y - B x + D, avec A = %.12f, B = %.12f,\n"
+      "                      C = %.6f, D = %.6f\n\n",
+      p.ab.x, p.ab.y, shift.x, shift.y));
 }
 
 void showResiduals(const std::vector<residuHelmert>& residus) {
@@ -49,6 +54,9 @@ struct Options {
   std::string report;
   std::string drawing;
   std::string output;
+  std::string points;
+  std::string to;
+  bool tables = false;
   bool despiteDoubts = false;
 };
 
@@ -61,6 +69,9 @@ int run(const Options& options) {
   job.fichier = options.pairs;
   job.rapport = options.report;
   job.appliquer = apply;
+  job.tables = options.tables;
+  job.points = options.points;
+  job.vers = options.to;
   job.malgreDoutes = options.despiteDoubts;
   resultatHelmertUnAppel result;
   const bool good = executerHelmert(job, result);
@@ -69,18 +80,21 @@ int run(const Options& options) {
     printError(result.erreur);
     return kFailure;
   }
-  showParameters(result.parametres);
+  showParameters(result.parametres, result.translation);
   showResiduals(result.residus);
   showErrors(result.ecarts);
   const bool save = apply && !result.retenu;
   if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
   if (save) {
-    print(base::formater("Dessin  : %s, %d entités transformées\n", options.output, result.transformees));
+    print(base::formater("Dessin  : %s, %d entités transformées\n", writtenDrawing(options.output).string(),
+                         result.transformees));
     if (result.refusees > 0)
       printError(base::formater("%d entités ne se laissent pas transformer", result.refusees));
   }
-  if (apply && result.retenu) printWithheld();
+  if (result.portes > 0) print("Liste   : " + options.to + ", " + counted(result.portes, "point") + "\n");
+  if (!options.to.empty() && result.retenu) printError("« " + options.to + " » n'est pas écrit");
+  if ((apply || !options.to.empty()) && result.retenu) printWithheld();
   return exitStatus(result.remarques);
 }
 
@@ -101,7 +115,23 @@ Run declareHelmert(CLI::App& sub) {
       sub.add_option("--sortie", options->output, "Dessin transformé à enregistrer")->type_name("DESSIN");
   drawing->needs(output);
   output->needs(drawing);
-  addDoubtOption(sub, options->despiteDoubts)->needs(output);
+  sub.add_flag("--tables", options->tables,
+               "Porte aussi les points des tables du dessin (X et Y ; sans cela ils gardent les anciennes)")
+      ->needs(drawing);
+  CLI::Option* points = sub.add_option("--points", options->points,
+                                       "Liste .xyz à porter (altitudes, codes, observations gardés)")
+                            ->type_name("LISTE");
+  CLI::Option* to = sub.add_option("--vers", options->to, "Liste portée à écrire")->type_name("LISTE");
+  points->needs(to);
+  to->needs(points);
+  addDoubtOption(sub, options->despiteDoubts);
+  declareFiles(sub)
+      .reads(options->pairs)
+      .reads(options->points)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->report, FileKind::kReport)
+      .writes(options->to, FileKind::kText)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,8 @@
 #include "app/jobs/importer.h"
 
 #include "app/jobs/list_preview.h"
+#include "app/session/call_files.h"
+#include "app/session/choices.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -79,7 +81,7 @@ int importList(const Options& options) {
   if (good && result.retenu) return kDoubtful;
   if (!good || !program.save(options.output)) return kFailure;
   const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";
-  print("\n" + std::to_string(result.nombre) + what + options.output + "\n");
+  print("\n" + std::to_string(result.nombre) + what + writtenDrawing(options.output).string() + "\n");
   return exitStatus(result.remarques);
 }
 
@@ -102,7 +104,7 @@ int importEntities(const Options& options) {
   print(base::formater("Table %s : %d points\n", base::toUtf8(result.table), result.points));
   if (options.output.empty()) return kSuccess;
   if (!program.save(options.output)) return kFailure;
-  print("Dessin : " + options.output + "\n");
+  print("Dessin : " + writtenDrawing(options.output).string() + "\n");
   return kSuccess;
 }
 
@@ -121,11 +123,11 @@ void declareReading(CLI::App& sub, Options& options) {
   sub.add_option("--separateur", options.separator,
                  "Ce qui sépare les colonnes : \";\", \",\", tabulation ou blancs (reconnu)")
       ->type_name("SIGNE")
-      ->check(CLI::IsMember(separators()).description(""))
+      ->check(oneOf(wordsOf(separators()), "\";\", \",\", tabulation, blancs"))
       ->needs("--points");
   sub.add_option("--decimale", options.decimal, "Signe décimal : \".\" ou \",\" (reconnu)")
       ->type_name("SIGNE")
-      ->check(CLI::IsMember({".", ","}).description(""))
+      ->check(oneOf({".", ","}, "\".\", \",\""))
       ->needs("--points");
   sub.add_flag("--codes-texte", options.textCodes,
                "Les codes sont des libellés de la codification ; les nouveaux y reçoivent un code libre")
@@ -156,7 +158,7 @@ Run declareImporter(CLI::App& sub) {
              "(toutes)")
           ->type_name("SOURCES")
           ->delimiter(',')
-          ->check(CLI::IsMember(sourceNames()).description(""));
+          ->check(oneOf(sourceNames()));
   CLI::Option* tags =
       sub.add_option("--attributs", options->tags,
                      "Attributs des blocs repris par « attributs » : numéro,altitude[,code] (NUMPT,Z)")
@@ -166,6 +168,10 @@ Run declareImporter(CLI::App& sub) {
           ->take_all();
   addDoubtOption(sub, options->despiteDoubts)->needs("--points");
   for (CLI::Option* option : {sources, tags}) option->excludes("--points");
+  declareFiles(sub)
+      .reads(options->drawing, FileKind::kDrawing)
+      .reads(options->list)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

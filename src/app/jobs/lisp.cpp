@@ -1,7 +1,10 @@
 #include "app/jobs/lisp.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
+#include "arx/ed/edroutines.h"
+#include "base/text.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -14,6 +17,7 @@ struct Options {
   std::string drawing;
   std::vector<std::string> lines;
   std::string output;
+  bool withoutFiles = false;
 };
 
 /// A text as LISP writes it.
@@ -47,14 +51,15 @@ private:
 int run(const Options& options) {
   LispSource source(options.lines);
   Program program(source);
+  if (options.withoutFiles) acedCloseFilesToRoutines(base::fromUtf8(options.file));
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   print("\n");
   bool good = program.run("(load " + quoted(options.file) + ")");
   while (good && source.hasLines()) good = program.run(source.readLine({}).value_or(""));
   print("\n");
-  if (!good) return kFailure;
-  if (!options.output.empty() && !program.save(options.output)) return kFailure;
-  return kSuccess;
+  good = good && (options.output.empty() || program.save(options.output));
+  program.tellUnsaved();
+  return good ? kSuccess : kFailure;
 }
 
 }  // namespace
@@ -71,6 +76,12 @@ Run declareLisp(CLI::App& sub) {
       ->expected(1)
       ->take_all();
   sub.add_option("--sortie", options->output, "Dessin à enregistrer")->type_name("DESSIN");
+  sub.add_flag("--lisp-sans-fichiers", options->withoutFiles,
+               "Les routines LISP ne lisent, n'écrivent et n'effacent aucun fichier");
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,6 +1,8 @@
 #include "app/jobs/points.h"
 
 #include "app/session/output.h"
+#include "app/session/reading_log.h"
+#include "base/text.h"
 #include "jobs/lister_points.h"
 
 #include <CLI/CLI.hpp>
@@ -17,10 +19,12 @@ struct Options {
 int run(const Options& options) {
   std::string text;
   std::wstring error;
-  if (!listerPoints(options.drawing, options.csv, text, error)) {
+  std::vector<std::string> findings;
+  if (!listerPoints(options.drawing, options.csv, text, error, findings)) {
     printError(error);
     return kFailure;
   }
+  tellReading(base::fromUtf8(options.drawing), findings);
   print(text);
   return kSuccess;
 }

@@ -1,6 +1,8 @@
 #include "jobs/polygonale.h"
 
 #include "app/jobs/polygonale.h"
+#include "app/session/call_files.h"
+#include "app/session/choices.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
@@ -8,10 +10,17 @@
 #include "base/format.h"
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <memory>
 
 namespace veltora::app {
 namespace {
+
+// What the tolerances may be: grades, and the N of 1/N.
+constexpr double kSmallestAngle = 1e-6;
+constexpr double kLargestAngle = 10.0;
+constexpr double kSmallestRatio = 10.0;
+constexpr double kLargestRatio = 1e6;
 
 struct Options {
   demandePolygonale job;
@@ -26,13 +35,22 @@ const char* unitName(int modeAngle) {
   return kNames[modeAngle >= 0 && modeAngle <= 2 ? modeAngle : 0];
 }
 
-void show(const resultatPolygonale& result) {
+/// Misclosures, each behind its tolerance.
+void showMisclosures(const resultatPolygonale& result, const tolerancesPolygonale& tolerances) {
   const fermeturesPolygonale& f = result.fermetures;
   print(result.ouverte ? "Polygonale ouverte\n" : "Polygonale fermée\n");
-  print(base::formater("Fermeture angulaire : %.5f %s\n", f.E, unitName(result.modeAngle)));
-  print(base::formater("Fermeture en X, Y   : %.4f  %.4f\n", f.Ex, f.Ey));
-  print(base::formater("Fermeture en Z      : %.4f\n", f.H));
+  const char* unit = unitName(result.modeAngle);
+  print(base::formater("Fermeture angulaire : %.5f %s (tolérance %.4f %s)\n", f.E, unit,
+                       result.limiteAngulaire, unit));
+  print(base::formater("Fermeture en X, Y   : %.4f  %.4f (%.4f en tout, tolérance 1/%.0f : %.4f)\n", f.Ex,
+                       f.Ey, std::hypot(f.Ex, f.Ey), tolerances.lineaire, f.D / tolerances.lineaire));
+  const std::string height =
+      result.limiteAltitude > 0.0 ? base::formater(" (tolérance %.4f)", result.limiteAltitude) : "";
+  print(base::formater("Fermeture en Z      : %.4f%s\n", f.H, height));
   print(base::formater("Longueur            : %.4f\n\n", f.D));
+}
+
+void showStations(const resultatPolygonale& result) {
   const std::size_t width = nameWidth(result.stations, [](const stationCalculee& s) { return s.nom; });
   print(padded(L"Station", width) + base::formater("%15s%15s%15s\n", "X", "Y", "Z"));
   for (const stationCalculee& s : result.stations)
@@ -55,13 +73,14 @@ int run(const Options& options) {
     printError(result.erreur);
     return kFailure;
   }
-  show(result);
+  showMisclosures(result, job.tolerances);
+  showStations(result);
   const bool save = draw && !result.retenu;
   // A new drawing opens elsewhere on its contents.
   if (save && options.drawing.empty()) acedZoomExtents();
   if (save && !program.save(options.output)) return kFailure;
   if (!options.report.empty()) print("\nRapport : " + options.report + "\n");
-  if (save) print("Dessin  : " + options.output + "\n");
+  if (save) print("Dessin  : " + writtenDrawing(options.output).string() + "\n");
   if (draw && result.retenu) printWithheld();
   return exitStatus(result.remarques);
 }
@@ -81,6 +100,7 @@ Run declarePolygonale(CLI::App& sub) {
                             ->type_name("DESSIN");
   sub.add_option("--code", options->job.code, "Code des stations, 1 à 9999")
       ->type_name("CODE")
+      ->check(between(kSmallestCode, kLargestCode))
       ->capture_default_str();
   CLI::Option* heights =
       sub.add_flag("--altitudes", options->job.altitudes, "Place les stations avec leur altitude");
@@ -88,8 +108,23 @@ Run declarePolygonale(CLI::App& sub) {
       sub.add_flag("--tracer-brute", options->job.dessinerBrute, "Dessine la polygonale originelle");
   CLI::Option* adjusted =
       sub.add_flag("--tracer-compensee", options->job.dessinerCompensee, "Dessine la polygonale compensée");
+  sub.add_option("--tolerance-angulaire", options->job.tolerances.angulaire,
+                 "Fermeture angulaire admise, en grades, multipliée par la racine du nombre d'angles")
+      ->type_name("GRADES")
+      ->check(between(kSmallestAngle, kLargestAngle))
+      ->capture_default_str();
+  sub.add_option("--tolerance-lineaire", options->job.tolerances.lineaire,
+                 "Fermeture en plan admise : 1/N de la longueur")
+      ->type_name("N")
+      ->check(between(kSmallestRatio, kLargestRatio))
+      ->capture_default_str();
   CLI::Option* doubts = addDoubtOption(sub, options->job.malgreDoutes);
   for (CLI::Option* option : {drawing, heights, raw, adjusted, doubts}) option->needs(output);
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->report, FileKind::kReport)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

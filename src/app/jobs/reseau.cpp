@@ -1,12 +1,14 @@
 #include "jobs/reseau.h"
 
 #include "app/jobs/reseau.h"
+#include "app/session/call_files.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "arx/ed/edgraphics.h"
 #include "base/format.h"
 #include "base/numbers.h"
+#include "base/text.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -25,13 +27,29 @@ void showPoints(const std::vector<pointReseau>& points) {
     print(padded(p.nom, width) + coordinate(p.x) + coordinate(p.y) + coordinate(p.z) + "\n");
 }
 
+void showNames(const char* caption, const std::vector<std::wstring>& names) {
+  if (!names.empty()) print(caption + base::toUtf8(base::enumerer(names)) + "\n");
+}
+
+void showResiduals(const std::vector<std::wstring>& table) {
+  if (table.empty()) return;
+  print(
+      "\nPlus grands résidus (calculé moins mesuré), et leurs numéros au journal et dans la table des "
+      "poids\n");
+  for (const std::wstring& line : table) print(base::toUtf8(line) + "\n");
+}
+
 void show(const resultatReseau& r) {
-  print("Points       : " + counted(r.connus, "connu") + ", " +
-        base::formater("%d à calculer\n", r.aCalculer));
+  print("Points       : " + counted(static_cast<int>(r.connus.size()), "connu") + ", " +
+        base::formater("%d à calculer\n", static_cast<int>(r.aCalculer.size())));
+  showNames("  connus     : ", r.connus);
+  showNames("  à calculer : ", r.aCalculer);
   print("Observations : " + counted(r.angles, "angle") + ", " + counted(r.distances, "distance") + ", " +
         counted(r.denivelees, "dénivelée") + "\n");
+  if (!r.unites.empty()) print("Angles       : lus en " + base::toUtf8(r.unites) + "\n");
   print(base::formater("Passes       : %d%s\n\n", r.passes, r.convergence ? "" : ", sans convergence"));
   showPoints(r.calcules);
+  showResiduals(r.residus);
   print(
       "\nCompensation sans pondération : un écart d'un radian (63.66 grades) compte autant qu'un mètre ;\n"
       "les poids, donnés ou par formule, ne changent pas les coordonnées.\n");
@@ -68,7 +86,7 @@ int run(const Options& options) {
   if (save && !program.save(options.output)) return kFailure;
   if (!options.log.empty()) print("\nJournal : " + options.log + "\n");
   if (save) {
-    print("Dessin  : " + options.output + ", " + counted(result.places, "point") +
+    print("Dessin  : " + writtenDrawing(options.output).string() + ", " + counted(result.places, "point") +
           (result.places > 1 ? " placés\n" : " placé\n"));
   }
   if (job.placer && result.retenu) printWithheld();
@@ -93,6 +111,11 @@ Run declareReseau(CLI::App& sub) {
           ->type_name("DESSIN");
   drawing->needs(output);
   addDoubtOption(sub, options->despiteDoubts)->needs(output);
+  declareFiles(sub)
+      .reads(options->file)
+      .reads(options->drawing, FileKind::kDrawing)
+      .writes(options->log, FileKind::kText)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

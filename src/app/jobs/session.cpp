@@ -1,7 +1,9 @@
 #include "app/jobs/session.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
+#include "arx/ed/edroutines.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -14,6 +16,7 @@ struct Options {
   std::string script;
   std::vector<std::string> lines;
   std::string output;
+  bool withoutFiles = false;
 };
 
 std::unique_ptr<base::LineSource> sourceOf(const Options& options) {
@@ -35,10 +38,14 @@ int run(const Options& options) {
   const std::unique_ptr<base::LineSource> source = sourceOf(options);
   if (!source) return kFailure;
   Program program(*source);
+  if (options.withoutFiles) acedCloseFilesToRoutines({});
   if (!program.load() || !program.open(options.drawing)) return kFailure;
-  if (!program.run()) return kFailure;
-  if (!options.output.empty() && !program.save(options.output)) return kFailure;
-  return kSuccess;
+  if (source->interactive())
+    print(std::string("\nVeltora ") + VELTORA_VERSION +
+          ". AIDE : les commandes ; Tab complète ; Ctrl-C annule ; QUITTER : fin.\n");
+  const bool good = program.run() && (options.output.empty() || program.save(options.output));
+  program.tellUnsaved();
+  return good ? kSuccess : kFailure;
 }
 
 }  // namespace
@@ -53,6 +60,12 @@ Run declareSession(CLI::App& app) {
       ->expected(1)
       ->take_all();
   app.add_option("--sortie", options->output, "Enregistre le dessin à la fin")->type_name("DESSIN");
+  app.add_flag("--lisp-sans-fichiers", options->withoutFiles,
+               "Les routines LISP ne lisent, n'écrivent et n'effacent aucun fichier");
+  declareFiles(app)
+      .reads(options->drawing, FileKind::kDrawing)
+      .reads(options->script)
+      .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -20,9 +20,15 @@ public:
   void documentCreated(AcApDocument* document) override;
   void documentBecameCurrent(AcApDocument* document) override;
   void documentToBeDestroyed(AcApDocument* document) override;
+  void documentTitleUpdated(AcApDocument* document) override;
+  [[nodiscard]] bool holdsUnsavedData(AcApDocument* document) const override;
 
 private:
-  std::map<AcApDocument*, std::unique_ptr<projetsTopo>> m_projects;
+  struct Project {
+    std::unique_ptr<projetsTopo> tables;
+    std::size_t stored = 0;  ///< what the tables were when they were read or saved last
+  };
+  std::map<AcApDocument*, Project> m_projects;
 };
 
 }  // namespace veltora::app

@@ -7,7 +7,8 @@ class App;
 class Option;
 }  // namespace CLI
 
-/// What one calls do with results that are to be checked: they are shown, and nobody places them unless told to.
+/// What one calls do with results that are to be checked: they are shown, and nobody places them unless told
+/// to.
 namespace veltora::app {
 
 /// Declares "--malgre-doutes", which places doubtful results too.

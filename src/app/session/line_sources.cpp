@@ -7,6 +7,7 @@
 
 #include <editline/readline.h>
 #include <unistd.h>
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -21,24 +22,69 @@ constexpr int kHistoryLength = 500;
 
 volatile std::sig_atomic_t s_waits = 0;
 volatile std::sig_atomic_t s_cancelled = 0;
-/// Words that answer the prompt in progress; null between prompts.
-const std::vector<std::string>* s_keywords = nullptr;
+/// The question in progress; null between questions.
+const base::Request* s_request = nullptr;
+/// What the text in front of the cursor may become.
+std::vector<std::string> s_matches;
 
-/// The keywords that begin with a text, whatever the case, one a call: what the line editor asks for at Tab.
-char* nextKeyword(const char* text, int state) {
+/// The matches, one a call: what the line editor asks for at Tab.
+char* nextMatch(const char*, int state) {
   static std::size_t s_next = 0;
   if (state == 0) s_next = 0;
-  const std::wstring wanted = base::toLower(base::fromUtf8(text));
-  while (s_keywords && s_next < s_keywords->size()) {
-    const std::string& keyword = (*s_keywords)[s_next++];
-    if (base::toLower(base::fromUtf8(keyword)).starts_with(wanted)) return ::strdup(keyword.c_str());
-  }
-  return nullptr;
+  return s_next < s_matches.size() ? ::strdup(s_matches[s_next++].c_str()) : nullptr;
 }
 
-/// Without a keyword that fits the editor goes on with names of files.
+/// Whether the answer is the whole line, blanks included.
+bool isWholeLine(const base::Request& request) {
+  using Kind = base::Request::Kind;
+  return request.kind == Kind::kDialog || request.kind == Kind::kFile || request.kind == Kind::kButton;
+}
+
+/// The files and folders whose path begins so.
+std::vector<std::string> filesBeginning(const std::string& typed) {
+  const std::size_t name = typed.rfind('/') + 1;  // 0 without a folder
+  const std::string folder = typed.substr(0, name);
+  std::vector<std::string> found;
+  std::error_code error;
+  for (std::filesystem::directory_iterator it(folder.empty() ? "." : folder, error), end; !error && it != end;
+       it.increment(error)) {
+    const std::string entry = it->path().filename().string();
+    if (!entry.starts_with(typed.substr(name)) || (name == typed.size() && entry.starts_with('.'))) continue;
+    std::error_code ignored;
+    found.push_back(folder + entry + (it->is_directory(ignored) ? "/" : ""));
+  }
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+/// The words that begin so, whatever the case. Of a line "Légende = choix" what lies behind the sign is
+/// offered once that far is typed.
+std::vector<std::string> wordsBeginning(const base::Request& request, const std::string& typed) {
+  const std::wstring wanted = base::toLower(base::fromUtf8(typed));
+  std::vector<std::string> found;
+  for (std::string word : request.keywords) {
+    if (request.kind == base::Request::Kind::kDialog) {
+      const std::size_t value = word.find(" = ");
+      if (value != std::string::npos && typed.size() < value + 3) word.resize(value + 3);
+    }
+    if (base::toLower(base::fromUtf8(word)).starts_with(wanted) &&
+        std::find(found.begin(), found.end(), word) == found.end())
+      found.push_back(word);
+  }
+  // "Légende = " itself says nothing more beside its choices.
+  if (found.size() > 1 && found.front().size() == typed.size()) found.erase(found.begin());
+  return found;
+}
+
+/// At a prompt without a keyword that fits the editor goes on with names of files.
 char** completions(const char* text, int, int) {
-  return s_keywords && !s_keywords->empty() ? rl_completion_matches(text, nextKeyword) : nullptr;
+  if (!s_request) return nullptr;
+  rl_attempted_completion_over = isWholeLine(*s_request) ? 1 : 0;
+  if (s_request->kind == base::Request::Kind::kFile)
+    s_matches = filesBeginning(text);
+  else
+    s_matches = wordsBeginning(*s_request, text);
+  return s_matches.empty() ? nullptr : rl_completion_matches(text, nextMatch);
 }
 
 /// Where the history of typed lines is kept; empty when there is no home.
@@ -93,9 +139,13 @@ std::optional<std::string> TerminalSource::readLine(const base::Request& request
   if (ui::Driver* driver = ui::driver()) driver->oublierArret();
   s_waits = 1;
   s_cancelled = 0;
-  s_keywords = &request.keywords;
+  s_request = &request;
+  // What Tab completes ends at one of these in front; nothing is appended where blanks count.
+  static const char* const s_wordBreaks = rl_basic_word_break_characters;
+  rl_basic_word_break_characters = isWholeLine(request) ? "" : s_wordBreaks;
+  rl_completion_append_character = isWholeLine(request) ? '\0' : ' ';
   char* typed = readline(request.prompt.c_str());
-  s_keywords = nullptr;
+  s_request = nullptr;
   s_waits = 0;
   if (!typed && s_cancelled) {
     std::puts("");

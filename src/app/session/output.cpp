@@ -1,13 +1,23 @@
 #include "app/session/output.h"
 
+#include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
 
+#include <cerrno>
 #include <cstdio>
 
 namespace veltora::app {
 
 void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+bool outputWritten() {
+  const bool flushed = std::fflush(stdout) == 0;
+  if (flushed && std::ferror(stdout) == 0) return true;
+  const std::string reason = errno != 0 ? " : " + base::raisonSysteme(errno) : std::string();
+  printError("la sortie standard n'a pas pu être écrite" + reason);
+  return false;
+}
 
 void printError(const std::string& message) { std::fprintf(stderr, "veltora : %s\n", message.c_str()); }
 

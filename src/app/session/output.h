@@ -15,6 +15,9 @@ inline constexpr int kDoubtful = 3;  ///< computed, but to be checked before any
 
 /// Writes to standard output.
 void print(const std::string& text);
+/// Hands what was printed over to the system. @return false with the reason on standard error when the system
+/// did not take all of it
+bool outputWritten();
 /// Prints "veltora : <message>" on standard error.
 void printError(const std::string& message);
 void printError(const std::wstring& message);

@@ -1,10 +1,13 @@
 #include "app/session/program.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "arx/ap/apsession.h"
 #include "arx/ed/edports.h"
 #include "arx/lisp/host/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
+#include "base/passing_file.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <unistd.h>
@@ -48,7 +51,10 @@ ui::Buttons buttonsOf(AcEdButtons buttons) {
 void onInterrupt(int) {
   ui::Driver* driver = ui::driver();
   if (driver && TerminalSource::cancel()) return;
-  if (!driver || driver->arretDemande()) ::_exit(128 + SIGINT);
+  if (!driver || driver->arretDemande()) {
+    base::effacerPassagers();
+    ::_exit(128 + SIGINT);
+  }
   driver->requestStop();
 }
 
@@ -91,14 +97,15 @@ bool Program::open(const std::string& drawing) {
   std::wstring message;
   const Acad::ErrorStatus status =
       drawing.empty() ? acDocManager->appContextNewDocument(nullptr, &message)
-                      : acDocManager->appContextOpenDocument(base::fromUtf8(drawing).c_str(), &message);
+                      : acDocManager->appContextOpenDocument(base::texteDuChemin(drawing).c_str(), &message);
   if (status != Acad::eOk) printError(message);
   return status == Acad::eOk;
 }
 
 bool Program::run() {
-  return run([](AcApSession& session) {
+  return run([this](AcApSession& session) {
     session.run();
+    m_quit = session.quitRequested();
     return true;
   });
 }
@@ -119,6 +126,16 @@ bool Program::run(Work work) {
   }
 }
 
+void Program::tellUnsaved() const {
+  if (m_quit) return;
+  const std::unique_ptr<AcApDocumentIterator> documents(acDocManager->newAcApDocumentIterator());
+  for (; !documents->done(); documents->step()) {
+    AcApDocument* const document = documents->document();
+    if (acDocManager->isModified(document))
+      printError(std::wstring(document->docTitle()) + L" : des modifications ne sont pas enregistrées");
+  }
+}
+
 bool Program::save(const std::string& output) {
   AcApDocument* document = curDoc();
   std::wstring message;
@@ -126,10 +143,13 @@ bool Program::save(const std::string& output) {
     printError("aucun dessin n'est ouvert, rien à enregistrer sous \"" + output + "\"");
     return false;
   }
-  if (acDocManager->saveDocument(document, base::fromUtf8(output).c_str(), &message) == Acad::eOk)
-    return true;
-  printError(message);
-  return false;
+  const std::filesystem::path written = writtenDrawing(output);
+  if (acDocManager->saveDocument(document, base::texteDuChemin(output).c_str(), &message) != Acad::eOk) {
+    printError(message);
+    return false;
+  }
+  if (written != output) print("\nDessin enregistré : " + written.string() + "\n");
+  return true;
 }
 
 }  // namespace veltora::app

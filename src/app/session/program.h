@@ -2,6 +2,7 @@
 
 #include "app/session/document_projects.h"
 #include "app/session/line_sources.h"
+#include "app/session/reading_log.h"
 #include "base/uncopyable.h"
 #include "ui/script_driver.h"
 
@@ -25,6 +26,8 @@ public:
   bool run();
   /// Runs one line; the source answers what it asks. @return false when it failed
   bool run(const std::string& line);
+  /// Says on standard error which open drawings have changes that no save took, unless QUIT asked about them.
+  void tellUnsaved() const;
   /// Saves the current drawing. @return false with the reason on standard error
   bool save(const std::string& output);
 
@@ -34,8 +37,10 @@ private:
   bool run(Work work);
 
   base::LineSource& m_source;
+  bool m_quit = false;  ///< QUIT was answered
   StandardOutput m_output;
   ui::ScriptDriver m_driver;
+  ReadingLog m_reading;
   std::unique_ptr<DocumentProjects> m_projects;
 };
 

@@ -1,5 +1,6 @@
 #include "arx/ap/acdoc.h"
 
+#include "base/paths.h"
 #include "base/text.h"
 
 ACRX_DEFINE_MEMBERS(AcApDocument, AcRxObject, nullptr, nullptr)
@@ -12,7 +13,16 @@ AcApDocument::~AcApDocument() = default;
 void AcApDocument::setFileName(const std::wstring& fileName) {
   namespace base = veltora::base;
   m_fileName = fileName;
-  m_title = base::fromUtf8(std::filesystem::path(base::toUtf8(fileName)).filename().string());
+  m_title = base::texteDuChemin(base::cheminDuTexte(fileName).filename());
+}
+
+bool AcApDocument::fileChanged() const {
+  const auto state = veltora::base::etatFichier(veltora::base::cheminDuTexte(m_fileName));
+  return state.present && m_fileState.present && !(state == m_fileState);
+}
+
+std::wstring AcApDocument::claimFile() {
+  return veltora::base::fromUtf8(m_usage.poser(veltora::base::cheminDuTexte(m_fileName)));
 }
 
 void AcApDocument::startUndoMark(const ACHAR* name) { m_database->undoLog().begin(name ? name : L""); }

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/edlisp.h"
+#include "base/usage_note.h"
 
 #include <memory>
 #include <string>
@@ -25,6 +26,13 @@ public:
   /// Takes a path over; the title follows.
   void setFileName(const std::wstring& fileName);
 
+  /// The file as this document knows it: to be noted before it is read and after it was written.
+  void noteFile(const veltora::base::EtatFichier& state) { m_fileState = state; }
+  /// True when somebody else wrote the file since; false when it is gone.
+  [[nodiscard]] bool fileChanged() const;
+  /// Puts the note beside the file that tells other sessions. @return what the user is to know of them, or ""
+  std::wstring claimFile();
+
   /// Join all changes up to the matching end in one step of U; nested marks join the outer one. An end
   /// without a start does nothing.
   void startUndoMark(const ACHAR* name = L"Groupe");
@@ -36,5 +44,7 @@ private:
   std::unique_ptr<AcDbDatabase> m_database;
   std::wstring m_fileName;
   std::wstring m_title;
+  veltora::base::EtatFichier m_fileState;
+  veltora::base::NoteUsage m_usage;
   AcEdLispFunctions m_functions;
 };

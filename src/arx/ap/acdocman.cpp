@@ -1,9 +1,12 @@
 #include "arx/ap/acdocman.h"
 
+#include "arx/dxf/dxffile.h"
 #include "arx/ed/acutads.h"
+#include "arx/ed/edports.h"
 #include "arx/ed/edselect.h"
 #include "arx/ed/edvars.h"
 #include "arx/rx/rxdlinkr.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -17,11 +20,10 @@ ACRX_DEFINE_MEMBERS(AcApDocManager, AcRxObject, nullptr, nullptr)
 
 namespace {
 
-std::wstring fullPath(const std::wstring& fileName) {
-  std::error_code error;
-  const fs::path given = base::toUtf8(fileName);
-  const fs::path full = fs::weakly_canonical(given, error);
-  return base::fromUtf8((error ? fs::absolute(given, error) : full).string());
+/// The one name of the file that serves a drawing's name: whatever road leads to it, "x.dwg" among them.
+std::wstring servingPath(const std::wstring& fileName, bool forWriting) {
+  const fs::path serving = dxfServingFile(base::cheminDuTexte(fileName), forWriting);
+  return base::texteDuChemin(base::cheminComplet(serving));
 }
 
 std::unique_ptr<AcDbDatabase> readDrawing(const std::wstring& fileName, Acad::ErrorStatus& status,
@@ -32,6 +34,15 @@ std::unique_ptr<AcDbDatabase> readDrawing(const std::wstring& fileName, Acad::Er
   database->undoLog().clear();
   database->setModified(false);
   return database;
+}
+
+/// Lets the user decide on a file that another session wrote. @return false to leave it
+bool mayReplaceForeign(const std::wstring& path) {
+  const base::LineSource* const source = acedPorts().source;
+  if (!source || !source->interactive()) return false;
+  const std::wstring question =
+      path + L" a été enregistré par une autre session depuis sa lecture.\nRemplacer ce qu'elle a écrit ?";
+  return acedMessageBox(question, L"Enregistrement", AcEdButtons::kYesNo) == AcEdAnswer::kYes;
 }
 
 /// A module's trouble with one message must not cost the user the drawing: it is told and passed by.
@@ -56,6 +67,13 @@ AcApDocumentIterator* AcApDocManager::newAcApDocumentIterator() const {
   std::vector<AcApDocument*> open;
   for (const auto& document : m_documents) open.push_back(document.get());
   return new AcApDocumentIterator(std::move(open));
+}
+
+bool AcApDocManager::isModified(AcApDocument* document) const {
+  return document->isModified() ||
+         std::any_of(m_reactors.begin(), m_reactors.end(), [document](const AcApDocManagerReactor* reactor) {
+           return reactor->holdsUnsavedData(document);
+         });
 }
 
 AcApDocument* AcApDocManager::document(const AcDbDatabase* database) const {
@@ -137,17 +155,24 @@ Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const ACHAR* fileName, 
     if (message) *message = L"Aucun nom de fichier.";
     return Acad::eInvalidInput;
   }
-  const std::wstring path = fullPath(fileName);
+  const std::wstring path = servingPath(fileName, false);
   for (const auto& document : m_documents) {
     if (document->fileName() == path) return activateDocument(document.get());
   }
   Acad::ErrorStatus status = Acad::eOk;
+  const base::EtatFichier state = base::etatFichier(base::cheminDuTexte(path));
   std::unique_ptr<AcDbDatabase> database = readDrawing(path, status, message);
   if (!database) return status;
   auto document = std::make_unique<AcApDocument>(std::move(database), std::wstring());
   document->setFileName(path);
-  adopt(std::move(document));
+  document->noteFile(state);
+  claim(adopt(std::move(document)));
   return Acad::eOk;
+}
+
+void AcApDocManager::claim(AcApDocument* document) {
+  const std::wstring others = document->claimFile();
+  if (!others.empty()) acutPrintf(L"\nAttention, %s.\n", others);
 }
 
 Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* wanted) {
@@ -188,15 +213,26 @@ Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR*
     if (message) *message = L"Aucun nom de fichier.";
     return Acad::eInvalidInput;
   }
+  const std::wstring path = servingPath(fileName, true);
+  const bool sameFile = saved->fileName() == path;
+  if (sameFile && saved->fileChanged() && !mayReplaceForeign(path)) {
+    if (message)
+      *message =
+          L"« " + path +
+          L" » a été enregistré par une autre session depuis sa lecture ; il reste tel quel. Un autre nom"
+          L" garde les deux dessins.";
+    return Acad::eFileAccessErr;
+  }
   // What the modules put into the drawing is one step, or part of the command that saves.
   saved->startUndoMark(L"QSAVE");
   sendInDocument(saved, [] { acrxDynamicLinker->broadcast(AcRx::kSaveMsg); });
   saved->endUndoMark();
-  const std::wstring path = fullPath(fileName);
   const Acad::ErrorStatus status = saved->database()->saveAs(path.c_str(), message);
   if (status != Acad::eOk) return status;
   saved->setFileName(path);
+  saved->noteFile(base::etatFichier(base::cheminDuTexte(path)));
   saved->database()->setModified(false);
+  if (!sameFile) claim(saved);
   if (saved == m_current) makeCurrent(saved);
   tell(&AcApDocManagerReactor::documentTitleUpdated, saved);
   return Acad::eOk;

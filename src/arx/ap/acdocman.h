@@ -23,7 +23,11 @@ public:
   virtual void documentActivated(AcApDocument*) {}
   virtual void documentToBeDeactivated(AcApDocument*) {}
   virtual void documentBecameCurrent(AcApDocument*) {}
+  /// Also after each save.
   virtual void documentTitleUpdated(AcApDocument*) {}
+  /// Whether a module keeps data of the document that would be lost with it: the next save puts them in the
+  /// file.
+  [[nodiscard]] virtual bool holdsUnsavedData(AcApDocument*) const { return false; }
 };
 
 /// Walk over the open documents, in order of opening.
@@ -56,6 +60,8 @@ public:
   /// The caller deletes the iterator.
   [[nodiscard]] AcApDocumentIterator* newAcApDocumentIterator() const;
   [[nodiscard]] AcApDocument* document(const AcDbDatabase* database) const;
+  /// True when closing the document would lose something: of the drawing or of a module.
+  [[nodiscard]] bool isModified(AcApDocument* document) const;
 
   /// Makes an empty drawing and activates it. @param templateName a drawing to start from, null or "" for
   /// none
@@ -71,7 +77,8 @@ public:
   /// Closes without saving. The document opened before it becomes current; none when it was the last.
   Acad::ErrorStatus closeDocument(AcApDocument* document);
   /// Sends `kSaveMsg` to the modules with the document current, then writes it and takes the name over. The
-  /// former document is current again afterwards.
+  /// former document is current again afterwards. A file that somebody else wrote since it was read is
+  /// replaced only when the user at an interactive source agrees; else the save fails.
   Acad::ErrorStatus saveDocument(AcApDocument* document, const ACHAR* fileName,
                                  std::wstring* message = nullptr);
   /// Sends `kPreQuitMsg` and `kQuitMsg`, closes all documents and unloads all modules.
@@ -85,6 +92,7 @@ private:
   AcApDocument* adopt(std::unique_ptr<AcApDocument> document);
   void makeCurrent(AcApDocument* document);
   void tell(void (AcApDocManagerReactor::*event)(AcApDocument*), AcApDocument* document);
+  void claim(AcApDocument* document);
   void moduleLoaded(const std::wstring& module);
   void moduleUnloading(const std::wstring& module);
   void sendInDocument(AcApDocument* document, const std::function<void()>& work);

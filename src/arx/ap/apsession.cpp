@@ -2,6 +2,7 @@
 
 #include "arx/ap/acdocman.h"
 #include "arx/ap/commands.h"
+#include "arx/ap/commands_files.h"
 #include "arx/ed/acutads.h"
 #include "arx/ed/edprompt.h"
 #include "arx/ed/edvalue.h"
@@ -87,10 +88,19 @@ AcApSession* AcApSession::current() { return currentSession(); }
 
 void AcApSession::run() {
   if (!curDoc()) acDocManager->appContextNewDocument();
-  while (!m_quit) {
+  // The end of the input asks as QUIT does; a terminal that is gone for good gives no answer either.
+  constexpr int kMostEnds = 3;
+  for (int ends = 0; !m_quit && ends < kMostEnds;) {
     const std::optional<std::wstring> line = acedReadLine(L"\nCommande : ", commandRequest());
-    if (!line) return;
-    runLine(*line);
+    if (line) {
+      runLine(*line);
+      ends = 0;
+    } else {
+      const base::LineSource* const source = acedPorts().source;
+      if (!source || !source->interactive()) return;
+      ++ends;
+      arx_commands::quit();
+    }
   }
 }
 

@@ -3,7 +3,9 @@
 #include "arx/ap/acdocman.h"
 #include "arx/ap/commands_shared.h"
 #include "arx/db/dballents.h"
+#include "arx/db/dbgroupmap.h"
 #include "arx/ed/edgroups.h"
+#include "arx/ed/edports.h"
 #include "arx/ed/edselect.h"
 #include "base/text.h"
 
@@ -141,6 +143,10 @@ void moveEntities() {
   if (askPoint(L"\nPoint de base : ", from) == RTNORM &&
       askPoint(L"\nDeuxième point : ", to, &from) == RTNORM) {
     const AcGeMatrix3d shift = AcGeMatrix3d::translation(to - from);
+    if (const std::wstring immovable = acdbImmovable(acedSSEntities(set)); !immovable.empty()) {
+      acedSSFree(set);
+      return acedRefuse(L"Rien n'est déplacé, ces objets ne peuvent pas l'être : " + immovable + L".");
+    }
     acutPrintf(L"\n%d objet(s) déplacé(s)\n",
                change(set, [&](AcDbEntity& entity) { return entity.transformBy(shift); }));
   }

@@ -2,8 +2,10 @@
 
 #include "arx/ap/acdocman.h"
 #include "arx/ap/apsession.h"
+#include "arx/dxf/dxffile.h"
 #include "arx/ed/acutads.h"
 #include "arx/ed/edinput.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <filesystem>
@@ -24,13 +26,16 @@ std::optional<std::wstring> askDrawingFile(const wchar_t* title, const std::wstr
     request.filter = L"Dessins (*.dxf;*.dwg)|*.dxf;*.dwg|Tous (*.*)|*.*";
     request.save = save;
     request.confirmOverwrite = save;
+    request.serving = [save](const std::wstring& name) {
+      return base::texteDuChemin(dxfServingFile(base::cheminDuTexte(name), save));
+    };
     const auto answer = acedPorts().fileChooser->chooseFile(request);
     return answer ? std::optional(answer->path) : std::nullopt;
   }
   std::wstring path;
   const int status = acedGetString(1, L"\nNom du fichier : ", path);
   if (status != RTNORM || path.empty()) return std::nullopt;
-  if (save && !fs::path(base::toUtf8(path)).has_extension()) path += L".dxf";
+  if (save && !base::cheminDuTexte(path).has_extension()) path += L".dxf";
   return path;
 }
 
@@ -63,7 +68,7 @@ bool save(AcApDocument& document) {
 
 /// Lets the user save what would be lost. @return false when the document is to stay open
 bool mayClose(AcApDocument& document) {
-  if (!document.isModified()) return true;
+  if (!acDocManager->isModified(&document)) return true;
   acDocManager->activateDocument(&document);
   const std::wstring question =
       L"Enregistrer les modifications de " + std::wstring(document.docTitle()) + L" ?";

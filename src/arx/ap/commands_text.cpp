@@ -7,6 +7,7 @@
 #include "arx/ed/edports.h"
 #include "arx/ed/edvars.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <filesystem>
@@ -75,9 +76,9 @@ double fixedHeight(AcDbObjectId style) {
 /// The block of this name, else the one that a drawing file makes; null, with a message, when there is
 /// neither.
 AcDbObjectId blockOf(AcDbDatabase& database, const std::wstring& typed) {
-  const std::filesystem::path file(base::toUtf8(typed));
+  const std::filesystem::path file = base::cheminDuTexte(typed);
   const std::wstring name =
-      file.has_parent_path() || file.has_extension() ? base::fromUtf8(file.stem().string()) : typed;
+      file.has_parent_path() || file.has_extension() ? base::texteDuChemin(file.stem()) : typed;
   AcDbObjectId block = recordNamed(database.blockTableId(), name);
   if (!block.isNull()) return block;
   AcDbDatabase source(false, true);

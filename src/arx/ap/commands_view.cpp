@@ -2,6 +2,7 @@
 
 #include "arx/ap/acdocman.h"
 #include "arx/ed/edgraphics.h"
+#include "arx/ed/edhelp.h"
 #include "arx/ed/edinput.h"
 
 namespace {
@@ -43,5 +44,13 @@ void zoom() {
 
 /// Nothing drawn is kept but what was drawn over the drawing.
 void regenerate() { acedRedraw(nullptr, 0); }
+
+void help() {
+  acedPrompt(
+      acedHelpText() +
+      L"\nUne expression LISP commence par « ( ». Dans une boîte de dialogue : Légende = valeur, [Bouton], "
+      L"et ?\n"
+      L"pour la revoir. À une invite : une réponse, un mot-clé, ou *Annuler* (Ctrl-C). Tab complète.\n");
+}
 
 }  // namespace arx_commands

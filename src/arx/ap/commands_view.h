@@ -1,7 +1,8 @@
 #pragma once
 
-// ZOOM, REGEN.
+// ZOOM, REGEN, HELP.
 namespace arx_commands {
 void zoom();
 void regenerate();
+void help();
 }  // namespace arx_commands

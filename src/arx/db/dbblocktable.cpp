@@ -66,6 +66,17 @@ Acad::ErrorStatus AcDbBlockTableRecord::setComments(const ACHAR* text) {
   return change(m_comments, text);
 }
 
+AcDbObjectId AcDbBlockTableRecord::lastEntity() const {
+  const Adesk::UInt64 revivals = database() ? database()->undoLog().revivals() : 0;
+  if (revivals != m_tail.revivals || m_tail.size > m_entities.size())
+    m_tail = {m_entities.size(), m_entities.size(), revivals};
+  std::size_t end = m_entities.size();
+  while (end > 0 && !m_entities[end - 1].isLive())
+    end = end == m_tail.size ? std::min(end - 1, m_tail.liveEnd) : end - 1;
+  m_tail = {end, m_entities.size(), revivals};
+  return end > 0 ? m_entities[end - 1] : AcDbObjectId();
+}
+
 bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
   for (const AcDbObjectId id : m_entities) {
     if (id.isLive() && id.stub()->object->dxfName() == "ATTDEF") return true;

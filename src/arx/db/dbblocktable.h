@@ -47,6 +47,9 @@ public:
   Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator) const;
   /// All entities, the erased ones included.
   [[nodiscard]] const std::vector<AcDbObjectId>& entities() const { return m_entities; }
+  /// The last one that is not erased, null for none. However many erased ones stand behind it, they are
+  /// passed over once.
+  [[nodiscard]] AcDbObjectId lastEntity() const;
   [[nodiscard]] AcGePoint3d origin() const { return m_origin; }
   Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
   [[nodiscard]] AcString comments() const { return m_comments; }
@@ -84,4 +87,12 @@ private:
   AcDbObjectId m_begin;  // BLOCK and ENDBLK entities, made when missing
   AcDbObjectId m_end;
   std::vector<AcDbObjectId> m_entities;
+  // What `lastEntity` knows: among the first `size` entities all from `liveEnd` on are erased, as long as
+  // nothing came back.
+  struct Tail {
+    std::size_t liveEnd = 0;
+    std::size_t size = 0;
+    Adesk::UInt64 revivals = 0;
+  };
+  mutable Tail m_tail;
 };

@@ -116,7 +116,8 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
   if (!database) return;
   if (m_layer.isNull()) m_layer = database->clayer();
   if (!m_colorGiven && m_color == AcCmColor()) {
-    m_color.setColorIndex(static_cast<int>(database->headerReal("CECOLOR", 256)));
+    const double index = database->headerReal("CECOLOR", 256);
+    if (index >= 0 && index <= 256) m_color.setColorIndex(static_cast<int>(index));
   }
   if (!m_linetypeGiven && m_linetype.isNull()) {
     AcDbObjectId id;

@@ -52,6 +52,8 @@ public:
   /// `eNotImplementedYet` for an entity that the host does not model, `eCannotScaleNonUniformly` where the
   /// shape forbids.
   virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
+  /// Whether a similarity without reflection can carry the entity: to be asked before anything is changed.
+  [[nodiscard]] virtual bool isTransformable() const { return true; }
   /// Replaces the box by that of the entity's look in world coordinates (`AcGiExtents`), hidden or not;
   /// `eInvalidExtents`, box unchanged, when it has none.
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
@@ -106,7 +108,10 @@ private:
   bool m_linetypeGiven = false;
 };
 
+class AcDbGroupMap;
+
 /// An entity that the host does not model: its common properties are read, the rest is kept and written back.
+/// The groups of the usual types are known by their roles (arx/db/dbgroupmap.h), so that they move along.
 class ARX_API AcDbOtherEntity : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbOtherEntity)
   ACDB_DECLARE_COPY(AcDbOtherEntity)
@@ -114,11 +119,20 @@ public:
   AcDbOtherEntity() = default;
   explicit AcDbOtherEntity(std::string type) : m_type(std::move(type)) {}
   [[nodiscard]] std::string_view dxfName() const override { return m_type; }
+  /// Similarities without reflection only; the picture of a dimension or a table goes along.
+  /// `eNotImplementedYet`, nothing changed, for a type or groups that are not known.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+  [[nodiscard]] bool isTransformable() const override;
+  /// Adds the points that the groups give. @return false when they are not known
+  bool addKeptExtents(AcDbExtents& extents) const;
+  /// Block that holds the picture of a dimension or a table, as file text; empty without one.
+  [[nodiscard]] std::string pictureName() const;
 
 protected:
   void exchangeFields(AcDbOtherEntity& other);
 
 private:
+  bool mapGroups(AcDbGroupMap& map, std::vector<DxfExtra>& sections) const;
   std::string m_type;
 };
 

@@ -1,23 +1,18 @@
 #include "arx/db/dbfiler.h"
 
 #include "arx/db/dbmain.h"
+#include "arx/db/dxfquote.h"
 
 #include <charconv>
 
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} << 10;
-constexpr std::size_t kQuotedBytes = 80;  // of a bad value in a message
 
 bool startsEmbeddedObject(const DxfTag& tag) { return tag.code == 101; }
 
 [[noreturn]] void refuse(const DxfTag& tag, const char* expected) {
-  std::string_view value = tag.value.substr(0, kQuotedBytes);
-  while (value.size() < tag.value.size() && !value.empty() &&
-         (static_cast<unsigned char>(tag.value[value.size()]) & 0xC0) == 0x80) {
-    value.remove_suffix(1);
-  }
-  throw DxfError{tag.line, "valeur « " + std::string(value) + " » du groupe " + std::to_string(tag.code) +
+  throw DxfError{tag.line, "valeur « " + dxfQuote(tag.value) + " » du groupe " + std::to_string(tag.code) +
                                " : " + expected + " attendu"};
 }
 
@@ -260,10 +255,13 @@ void AcDbDxfWriter::kept(const DxfTagText& tags, AcDbDatabase* database) {
   DxfTagText::Cursor cursor = tags.tags();
   for (DxfTag tag; cursor.next(tag);) {
     Adesk::UInt64 value = 0;
+    if (dxfKind(tag.code) != DxfKind::kPointer || !dxfParseHandle(tag.value, value)) {
+      text(tag.code, tag.value);
+      continue;
+    }
     AcDbObjectId known;
-    const bool dead = dxfKind(tag.code) == DxfKind::kPointer && dxfParseHandle(tag.value, value) &&
-                      database->getAcDbObjectId(known, false, value) == Acad::eOk && known.isErased();
-    text(tag.code, dead ? std::string_view("0") : tag.value);
+    const bool dead = database->getAcDbObjectId(known, false, value) == Acad::eOk && known.isErased();
+    handle(tag.code, dead ? 0 : value);  // in the one form of handles: others may compare them as texts
   }
 }
 

@@ -387,6 +387,7 @@ void AcDbDatabase::clear() {
   m_rawSections.clear();
   m_sectionOrder.clear();
   m_version.clear();
+  m_findings.clear();
   m_fileName.clear();
   m_modified = false;
 }

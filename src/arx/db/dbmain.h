@@ -123,6 +123,10 @@ public:
   /// Empties the drawing: no object, no name, no history is left. For readers of files.
   void clear();
 
+  /// What the reader of the drawing's file found wrong and mended: French, UTF-8, with lines.
+  [[nodiscard]] const std::vector<std::string>& readFindings() const { return m_findings; }
+  void setReadFindings(std::vector<std::string> findings) { m_findings = std::move(findings); }
+
   // What the file format keeps here.
   std::string& fileVersion() { return m_version; }  ///< "AC1032"
   std::vector<DxfRawSection>& rawSections() { return m_rawSections; }
@@ -148,6 +152,7 @@ private:
   std::vector<DxfRawSection> m_rawSections;
   std::vector<std::string> m_sectionOrder;
   std::string m_version;
+  std::vector<std::string> m_findings;
   std::wstring m_fileName;
   bool m_modified = false;
   AcDbUndoLog m_undo;

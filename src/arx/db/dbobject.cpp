@@ -376,6 +376,13 @@ void AcDbObject::writeExtras(AcDbDxfWriter& out, std::string_view subclass) cons
   }
 }
 
+const std::vector<DxfExtra>& AcDbObject::keptSections() const {
+  static const std::vector<DxfExtra> none;
+  return m_rare ? m_rare->extras : none;
+}
+
+void AcDbObject::setKeptSections(std::vector<DxfExtra> sections) { rare().extras = std::move(sections); }
+
 bool AcDbObject::hasExtras(std::string_view subclass) const {
   if (!m_rare) return false;
   for (const DxfExtra& extra : m_rare->extras) {

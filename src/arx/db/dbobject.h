@@ -122,6 +122,9 @@ protected:
   /// for undo.
   static void markErased(AcDbObjectId id, bool erased);
   [[nodiscard]] bool hasExtras(std::string_view subclass) const;
+  /// Groups that no class took, by section.
+  [[nodiscard]] const std::vector<DxfExtra>& keptSections() const;
+  void setKeptSections(std::vector<DxfExtra> sections);
   /// Offers the references in file text to a visitor and writes back those that it replaced.
   void visitTags(DxfTagText& tags, const std::function<void(AcDbObjectId&)>& visit);
 

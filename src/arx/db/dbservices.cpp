@@ -1,7 +1,9 @@
 #include "arx/db/dbservices.h"
 
 #include "arx/db/dbmain.h"
-#include "base/text.h"
+#include "base/paths.h"
+
+#include <algorithm>
 
 AcDbHostApplicationServices* acdbHostApplicationServices() {
   static auto* const services = new AcDbHostApplicationServices;
@@ -10,20 +12,17 @@ AcDbHostApplicationServices* acdbHostApplicationServices() {
 
 namespace {
 
-std::filesystem::path pathOf(const std::wstring& name) {
-  const std::string utf8 = veltora::base::toUtf8(name);
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
+std::filesystem::path pathOf(const std::wstring& name) { return veltora::base::cheminDuTexte(name); }
 
+/// A file, or the name of a drawing that the file of the same name ending in ".dxf" serves.
 bool isFile(const std::filesystem::path& path) {
   std::error_code ignored;
-  return std::filesystem::is_regular_file(path, ignored);
+  if (std::filesystem::is_regular_file(path, ignored)) return true;
+  return veltora::base::terminaison(path) == L"dwg" &&
+         std::filesystem::is_regular_file(std::filesystem::path(path).replace_extension(".dxf"), ignored);
 }
 
-std::wstring nameOf(const std::filesystem::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return veltora::base::fromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
-}
+std::wstring nameOf(const std::filesystem::path& path) { return veltora::base::texteDuChemin(path); }
 
 }  // namespace
 
@@ -40,6 +39,10 @@ std::wstring AcDbHostApplicationServices::findFile(const std::wstring& name) con
     if (isFile(folder / path)) return nameOf(folder / path);
   }
   return {};
+}
+
+void AcDbHostApplicationServices::addSupportFolder(const std::filesystem::path& folder) {
+  if (std::find(m_support.begin(), m_support.end(), folder) == m_support.end()) m_support.push_back(folder);
 }
 
 Acad::ErrorStatus acdbRegApp(const ACHAR* name) {

@@ -13,10 +13,12 @@ class ARX_API AcDbHostApplicationServices {
 public:
   [[nodiscard]] AcDbDatabase* workingDatabase() const { return m_working; }
   void setWorkingDatabase(AcDbDatabase* database) { m_working = database; }
-  /// Looks a file up: as given, then in the folder of the working drawing, then in the support folders. An
-  /// empty result when it is nowhere.
+  /// Looks a file up: as given, then in the folder of the working drawing, then in the support folders. A
+  /// name that ends in ".dwg" is found too where only the ".dxf" of that name lies, which serves it. An empty
+  /// result when it is nowhere.
   [[nodiscard]] std::wstring findFile(const std::wstring& name) const;
-  void addSupportFolder(const std::filesystem::path& folder) { m_support.push_back(folder); }
+  /// Adds a folder behind those that are there; one that is there keeps its place.
+  void addSupportFolder(const std::filesystem::path& folder);
 
 private:
   AcDbDatabase* m_working = nullptr;

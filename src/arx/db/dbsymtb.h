@@ -65,6 +65,8 @@ public:
   /// Live records in order; the caller deletes the iterator.
   Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator) const;
   [[nodiscard]] std::vector<AcDbObjectId> records() const;
+  /// All records in order, the erased ones included.
+  [[nodiscard]] const std::vector<AcDbObjectId>& entries() const { return m_order; }
 
   /// For readers of files: enters a record that the database holds already, and a rename.
   void enter(AcDbObjectId id, const AcString& name);

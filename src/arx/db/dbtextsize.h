@@ -5,10 +5,11 @@
 #include <string_view>
 
 /// Size of a text at rotation 0, measured from the start of its base line. The drawing program has no fonts:
-/// every caller measures with this rule. A character is 0.9 of the height wide (a space too, the last one
-/// without its gap of 0.2), times the width factor; control sequences (%%d, %%c, %%p, %%nnn) count as one
-/// character, %%u and %%o as none. Letters with a descender (g j p q y Q , ;) reach 0.3 of the height below
-/// the base line.
+/// every caller measures with this estimate. Characters are as wide as in a common sans serif (DejaVu Sans),
+/// by a table; one that the table lacks is as wide as the height; all times the width factor. Control
+/// sequences
+/// (%%d, %%c, %%p, %%%, %%nnn) count as the character that they show, %%u and %%o as none. Letters with a
+/// descender (g j p q y Q , ;) reach 0.3 of the height below the base line.
 struct AcDbTextSize {
   double width = 0.0;
   double height = 0.0;   ///< above the base line

@@ -91,6 +91,7 @@ void AcDbUndoLog::exchange(Note& note) {
 }
 
 void AcDbUndoLog::takeBack(Step& step, std::size_t from) {
+  ++m_revivals;
   for (std::size_t i = step.notes.size(); i > from; --i) {
     Note& note = step.notes[i - 1];
     exchange(note);
@@ -100,6 +101,7 @@ void AcDbUndoLog::takeBack(Step& step, std::size_t from) {
 }
 
 void AcDbUndoLog::repeat(Step& step) {
+  ++m_revivals;
   for (Note& note : step.notes) {
     exchange(note);
     if (note.kind == Note::kCreated || note.kind == Note::kUnerased) note.stub->erased = false;
@@ -120,6 +122,7 @@ void AcDbUndoLog::noteCreated(AcDbStub* stub) {
 }
 
 void AcDbUndoLog::noteErased(AcDbStub* stub, bool erased) {
+  if (!erased) ++m_revivals;
   add(erased ? Note::kErased : Note::kUnerased, stub);
 }
 

@@ -41,6 +41,8 @@ public:
   // `undo` or `redo` closes: nothing is missed, and one U takes back what happened between two commands.
   void noteCreated(AcDbStub* stub);
   void noteErased(AcDbStub* stub, bool erased);
+  /// How often objects came back from erasure: what was found among erased ones holds while it stays.
+  [[nodiscard]] Adesk::UInt64 revivals() const { return m_revivals; }
   /// Keeps a snapshot unless the step holds one already, or the object was created in it.
   void noteChange(AcDbObject& object);
   /// A change outside objects (a header variable): what puts the other value in place, called for undo and
@@ -58,14 +60,15 @@ private:
     AcString name;
     std::vector<Note> notes;
   };
-  static void repeat(Step& step);
+  void repeat(Step& step);
   Note* add(Note::Kind kind, AcDbStub* stub);
   void open(const AcString& name);
   void shut();
   static void exchange(Note& note);
-  static void takeBack(Step& step, std::size_t from);
+  void takeBack(Step& step, std::size_t from);
 
   bool m_recording = true;
+  Adesk::UInt64 m_revivals = 0;
   int m_depth = 0;
   Adesk::UInt32 m_stepId =
       1;  // of the level; a nested level takes its own snapshots, so that it can fail alone

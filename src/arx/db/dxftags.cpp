@@ -1,5 +1,6 @@
 #include "arx/db/dxftags.h"
 
+#include "arx/db/dxfquote.h"
 #include "base/numbers.h"
 #include "base/text.h"
 
@@ -269,4 +270,14 @@ void DxfTagText::appendHandle(int code, Adesk::UInt64 handle) {
     if (*p >= 'a') *p = static_cast<char>(*p - 'a' + 'A');
   }
   append(code, {buffer, static_cast<std::size_t>(end - buffer)});
+}
+
+std::string dxfQuote(std::string_view value) {
+  constexpr std::size_t kLongest = 80;
+  std::size_t characters = 0;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const bool starts = (static_cast<unsigned char>(value[i]) & 0xC0) != 0x80;
+    if (starts && ++characters > kLongest) return std::string(value.substr(0, i)) + "…";
+  }
+  return std::string(value);
 }

@@ -2,21 +2,19 @@
 
 #include "arx/db/dbfileformat.h"
 #include "arx/dxf/dxfdefault.h"
+#include "arx/dxf/dxfextents.h"
 #include "arx/dxf/dxfinsert.h"
 #include "arx/dxf/dxfread.h"
 #include "arx/dxf/dxfsource.h"
 #include "arx/dxf/dxfwrite.h"
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 namespace fs = std::filesystem;
 namespace base = veltora::base;
 
 namespace {
-
-bool endsIn(const fs::path& path, const std::wstring& extension) {
-  return base::compareNoCase(path.extension().wstring(), extension) == 0;
-}
 
 /// A drawing of the binary kind, by its first bytes.
 bool isBinaryDrawing(const fs::path& path) {
@@ -26,7 +24,7 @@ bool isBinaryDrawing(const fs::path& path) {
          std::string_view(head, 4) == "AC10";
 }
 
-fs::path pathOf(const ACHAR* fileName) { return fs::path(base::toUtf8(fileName)); }
+fs::path pathOf(const ACHAR* fileName) { return base::cheminDuTexte(fileName); }
 
 class DxfFileFormat final : public AcDbFileFormat {
 public:
@@ -36,11 +34,16 @@ public:
 
   Acad::ErrorStatus read(AcDbDatabase& database, const ACHAR* fileName,
                          std::wstring* message) const override {
-    return dxfReadFile(database, dxfServingFile(pathOf(fileName)), message);
+    DxfFindings findings;
+    const Acad::ErrorStatus status =
+        dxfReadFile(database, dxfServingFile(pathOf(fileName)), message, &findings);
+    if (status == Acad::eOk) database.setReadFindings(std::move(findings));
+    return status;
   }
 
   Acad::ErrorStatus write(AcDbDatabase& database, const ACHAR* fileName,
                           std::wstring* message) const override {
+    const DxfStoredExtents stored(database);
     base::RemplacementFichier file(dxfServingFile(pathOf(fileName), true));
     dxfWrite(database, [&](std::string_view piece) { file.ecrire(piece); });
     std::string reason;
@@ -66,7 +69,7 @@ public:
 
 fs::path dxfServingFile(const fs::path& path, bool forWriting) {
   std::error_code ignored;
-  if (!endsIn(path, L".dwg")) return path;
+  if (base::terminaison(path) != L"dwg") return path;
   if (fs::is_regular_file(path, ignored) && !isBinaryDrawing(path)) return path;
   const fs::path twin = fs::path(path).replace_extension(".dxf");
   return forWriting || fs::is_regular_file(twin, ignored) || !fs::exists(path, ignored) ? twin : path;

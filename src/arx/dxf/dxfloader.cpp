@@ -3,6 +3,7 @@
 #include "arx/db/dbblockmarkers.h"
 #include "arx/db/dbentityfactory.h"
 #include "arx/db/dbsubents.h"
+#include "arx/db/dxfquote.h"
 #include "arx/dxf/dxfcomplete.h"
 #include "arx/dxf/dxffactory.h"
 #include "arx/dxf/dxfwrite.h"
@@ -25,30 +26,51 @@ std::string markerOf(std::span<const DxfTag> tags) {
 
 }  // namespace
 
-DxfLoader::DxfLoader(AcDbDatabase& database, DxfSource& source, DxfFindings& findings, Adesk::UInt64 seed)
+DxfLoader::DxfLoader(AcDbDatabase& database, DxfSource& source, DxfFindings& findings, Adesk::UInt64 seed,
+                     bool tablesFirst)
     : m_db(database),
       m_scan(source),
       m_findings(findings),
       m_seed(seed),
       m_seedKnown(seed != 0),
-      m_seedForced(seed != 0) {
+      m_seedForced(seed != 0),
+      m_tablesFirst(tablesFirst) {
   if (seed) m_db.setHandseed(seed);
 }
 
-void DxfLoader::finding(const std::string& text) {
-  m_findings.push_back("ligne " + std::to_string(m_scan.line()) + " : " + text);
+void DxfLoader::finding(const std::string& text) { finding(m_scan.line(), text); }
+
+void DxfLoader::finding(Adesk::UInt32 line, const std::string& text) {
+  m_findings.push_back("ligne " + std::to_string(line) + " : " + text);
+}
+
+/// Header and tables alone, wherever they stand.
+void DxfLoader::runTables() {
+  while (m_scan.next() && m_scan.type() != "EOF") {
+    if (m_scan.type() != "SECTION") continue;
+    const std::string name = veltora::base::trim(dxfFirst(m_scan.tags(), 2));
+    if (name == "HEADER" || name == "TABLES") readSection();
+  }
+  m_db.sectionOrder().clear();
+  prepareTables();
+  m_scan.rewind();
+  m_headRead = true;
 }
 
 void DxfLoader::run() {
+  if (m_tablesFirst) runTables();
   bool ended = false;
   while (!ended && m_scan.next()) {
     if (m_scan.type() == "EOF") {
       ended = true;
+      if (m_scan.hasTail()) finding("du texte derrière la fin (EOF), laissé de côté");
     } else if (m_scan.type() == "SECTION") {
       readSection();
+    } else if (m_scan.type() == "ENDSEC") {
+      finding("ENDSEC en trop, laissé de côté");
     } else {
       throw DxfError{m_scan.line(),
-                     "début de section attendu au lieu de \"" + std::string(m_scan.type()) + "\""};
+                     "début de section attendu au lieu de \"" + dxfQuote(m_scan.type()) + "\""};
     }
   }
   if (!ended) throw DxfError{m_scan.lastLine(), "fichier tronqué : la fin (EOF) manque"};
@@ -64,7 +86,7 @@ void DxfLoader::checkVersion() {
   // A file without any version is of the oldest kind.
   const std::string version = m_scan.version().empty() ? "AC1009" : m_scan.version();
   if (version.size() != 6 || version.rfind("AC1", 0) != 0) {
-    throw DxfError{0, "version de dessin \"" + version + "\" inconnue"};
+    throw DxfError{0, "version de dessin \"" + dxfQuote(version) + "\" inconnue"};
   }
   m_old = version < "AC1015";
   m_db.fileVersion() = std::max(version, std::string(kDxfOldestWritten));
@@ -75,6 +97,11 @@ void DxfLoader::readSection() {
   const std::string name = veltora::base::trim(dxfFirst(m_scan.tags(), 2));
   if (name.empty()) throw DxfError{m_scan.line(), "section sans nom"};
   m_db.sectionOrder().push_back(name);
+  if (m_headRead && (name == "HEADER" || name == "TABLES")) {
+    while (nextInSection(name)) {
+    }
+    return;
+  }
   if (name == "HEADER") return readHeader();
   if (name == "TABLES") return readTables();
   if (name == "BLOCKS") return readBlocks();
@@ -85,11 +112,12 @@ void DxfLoader::readSection() {
 
 bool DxfLoader::nextInSection(const std::string& section, bool keepComments) {
   if (!m_scan.next()) {
-    throw DxfError{m_scan.lastLine(), "fichier tronqué : la section " + section + " n'est pas fermée"};
+    throw DxfError{m_scan.lastLine(),
+                   "fichier tronqué : la section " + dxfQuote(section) + " n'est pas fermée"};
   }
   if (m_scan.type() == "ENDSEC") return false;
   if (m_scan.type() == "SECTION" || m_scan.type() == "EOF") {
-    throw DxfError{m_scan.line(), "la section " + section + " n'est pas fermée"};
+    throw DxfError{m_scan.line(), "la section " + dxfQuote(section) + " n'est pas fermée"};
   }
   if (!keepComments) m_scan.dropComments();
   return true;
@@ -122,8 +150,7 @@ void DxfLoader::readHeader() {
     }
   }
   store();
-  while (nextInSection("HEADER"))
-    finding("\"" + std::string(m_scan.type()) + "\" n'a pas sa place dans HEADER");
+  while (nextInSection("HEADER")) finding("\"" + dxfQuote(m_scan.type()) + "\" n'a pas sa place dans HEADER");
 }
 
 void DxfLoader::readRaw(const std::string& name) {
@@ -151,6 +178,11 @@ void DxfLoader::prepareTables() {
   dxfCompleteTables(m_db);
 }
 
+void DxfLoader::needTables() {
+  if (!m_tablesReady && !m_tablesFirst) throw DxfTablesNeeded{};
+  prepareTables();
+}
+
 Adesk::UInt64 DxfLoader::itemHandle() {
   const int wanted = m_scan.type() == "DIMSTYLE" ? 105 : 5;
   for (const DxfTag& tag : m_scan.tags()) {
@@ -158,7 +190,7 @@ Adesk::UInt64 DxfLoader::itemHandle() {
     if (tag.code != wanted) continue;
     const Adesk::UInt64 handle = dxfHandleOf(tag.value);
     if (handle != 0 && handle < kDxfHandleLimit) return handle;
-    finding("handle \"" + std::string(tag.value) + "\" inutilisable, remplacé");
+    finding("handle \"" + dxfQuote(tag.value) + "\" inutilisable, remplacé");
     return 0;
   }
   return 0;
@@ -173,7 +205,7 @@ AcDbObjectId DxfLoader::place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 
     }
     // An object made while reading stands where the file has one of its own: the file's seed was wrong.
     if (handle >= m_seed && !m_seedForced) throw DxfSeedNeeded{};
-    finding(toUtf8(L"handle ") + std::string(dxfFirst(m_scan.tags(), m_scan.type() == "DIMSTYLE" ? 105 : 5)) +
+    finding("handle " + dxfQuote(dxfFirst(m_scan.tags(), m_scan.type() == "DIMSTYLE" ? 105 : 5)) +
             " déjà pris, remplacé");
   }
   if (!m_seedKnown) throw DxfSeedNeeded{};
@@ -190,28 +222,30 @@ void DxfLoader::beginTable() {
   const AcDbObjectId known = m_db.tableId(kind);
   if (known.isValid()) {
     m_table = AcDbSymbolTable::cast(known.stub()->object);
-    if (!m_tablesReady) finding("table " + kind + " donnée deux fois, réunie");
+    if (!m_tablesReady) finding("table " + dxfQuote(kind) + " donnée deux fois, réunie");
     return;
   }
   auto table = std::make_unique<AcDbSymbolTable>();
   table->setKind(kind);
   table->dxfIn(m_scan.tags(), m_db);
+  if (table->kind() != kind) finding("table " + dxfQuote(kind) + " avec un deuxième nom, laissé de côté");
+  table->setKind(kind);  // by which its records are known
   m_table = table.get();
   m_db.enterTable(place(std::move(table), itemHandle()));
 }
 
 void DxfLoader::tableRecord() {
   const std::string type(m_scan.type());
-  if (!m_table) throw DxfError{m_scan.line(), "enregistrement \"" + type + "\" hors d'une table"};
+  if (!m_table) throw DxfError{m_scan.line(), "enregistrement \"" + dxfQuote(type) + "\" hors d'une table"};
   if (type != m_table->kind()) {
-    throw DxfError{m_scan.line(), "enregistrement \"" + type + "\" dans la table " + m_table->kind()};
+    throw DxfError{m_scan.line(),
+                   "enregistrement \"" + dxfQuote(type) + "\" dans la table " + dxfQuote(m_table->kind())};
   }
   const std::wstring name = dxfToWide(dxfFirst(m_scan.tags(), 2));
   std::unique_ptr<AcDbObject> record = dxfNewRecord(type, markerOf(m_scan.tags()));
-  Deferred deferred{record.get(), {}, m_scan.line()};
+  Deferred deferred{static_cast<AcDbSymbolTableRecord*>(record.get()), {}, m_scan.line()};
   for (const DxfTag& tag : m_scan.tags()) deferred.tags.append(tag.code, tag.value);
-  static_cast<AcDbSymbolTableRecord&>(*record).assignName(
-      name);  // is found by others before its fields are read
+  deferred.object->assignName(name);  // is found by others before its fields are read
   const AcDbObjectId id = place(std::move(record), itemHandle());
   m_table->enter(id, name);
   deferred.object->setOwnerId(m_table->objectId());
@@ -229,8 +263,13 @@ void DxfLoader::finishRecords() {
       tags.push_back(tag);
     }
     const AcDbObjectId table = record.object->ownerId();
+    const AcString name = record.object->name();
     record.object->dxfIn(m_old ? m_upgrade.record(record.object->dxfName(), tags, m_db) : tags, m_db);
     record.object->setOwnerId(table);
+    if (record.object->name() == name) continue;
+    // The table finds it by its first name: a space that lost it would be missing.
+    finding(record.line, "\"" + dxfQuote(toUtf8(name)) + "\" porte un deuxième nom, laissé de côté");
+    record.object->assignName(name);
   }
   m_deferred.clear();
 }
@@ -262,9 +301,10 @@ AcDbBlockTableRecord* DxfLoader::beginBlock() {
     id = m_db.recordOf("BLOCK_RECORD", begin->name);
   }
   auto* record = id.isValid() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
-  if (!record) throw DxfError{m_scan.line(), "bloc \"" + toUtf8(begin->name) + "\" sans enregistrement"};
+  if (!record)
+    throw DxfError{m_scan.line(), "bloc \"" + dxfQuote(toUtf8(begin->name)) + "\" sans enregistrement"};
   if (!m_begunBlocks.insert(record).second) {
-    finding("bloc \"" + toUtf8(record->name()) + "\" donné deux fois, réuni");
+    finding("bloc \"" + dxfQuote(toUtf8(record->name())) + "\" donné deux fois, réuni");
     return record;
   }
   record->setOrigin(begin->origin);
@@ -283,7 +323,7 @@ void DxfLoader::endBlock(AcDbBlockTableRecord& record) {
 }
 
 void DxfLoader::readBlocks() {
-  prepareTables();
+  needTables();
   AcDbBlockTableRecord* block = nullptr;
   while (nextInSection("BLOCKS")) {
     if (m_scan.type() == "BLOCK") {
@@ -294,7 +334,7 @@ void DxfLoader::readBlocks() {
       if (block) endBlock(*block);
       block = nullptr;
     } else if (!block) {
-      throw DxfError{m_scan.line(), "entité \"" + std::string(m_scan.type()) + "\" hors d'un bloc"};
+      throw DxfError{m_scan.line(), "entité \"" + dxfQuote(m_scan.type()) + "\" hors d'un bloc"};
     } else {
       entity(block);
     }
@@ -303,7 +343,7 @@ void DxfLoader::readBlocks() {
 }
 
 void DxfLoader::readEntities() {
-  prepareTables();
+  needTables();
   while (nextInSection("ENTITIES")) {
     if (m_scan.type() == "BLOCK" || m_scan.type() == "ENDBLK") {
       throw DxfError{m_scan.line(), "définition de bloc hors de la section BLOCKS"};
@@ -326,7 +366,7 @@ void DxfLoader::entity(AcDbBlockTableRecord* block) {
     return;
   }
   if (m_scan.type() == "ATTRIB" || m_scan.type() == "VERTEX") {
-    finding("\"" + std::string(m_scan.type()) + "\" sans entité à laquelle l'attacher, laissé de côté");
+    finding("\"" + dxfQuote(m_scan.type()) + "\" sans entité à laquelle l'attacher, laissé de côté");
     return;
   }
   closeParent();
@@ -385,6 +425,6 @@ void DxfLoader::object() {
 }
 
 void DxfLoader::readObjects() {
-  prepareTables();
+  needTables();
   while (nextInSection("OBJECTS")) object();
 }

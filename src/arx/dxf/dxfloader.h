@@ -17,20 +17,26 @@ class AcDbSubEntityOwner;
 /// file is then read again with a seed above all its handles.
 struct DxfSeedNeeded {};
 
+/// Raised when something needs the tables, which may still come: the file is then read again, tables first.
+struct DxfTablesNeeded {};
+
 /// Reads one drawing into an empty database. Raises DxfError; the database is then half filled.
 class DxfLoader {
 public:
   /// @param seed first free handle, 0 to take the file's own word for it
-  DxfLoader(AcDbDatabase& database, DxfSource& source, DxfFindings& findings, Adesk::UInt64 seed);
+  /// @param tablesFirst  goes through the file for its tables before it reads the rest
+  DxfLoader(AcDbDatabase& database, DxfSource& source, DxfFindings& findings, Adesk::UInt64 seed,
+            bool tablesFirst);
   void run();
 
 private:
   struct Deferred {  // a table record whose fields are read when all names are known
-    AcDbObject* object;
+    AcDbSymbolTableRecord* object;
     DxfTagText tags;
     Adesk::UInt32 line;
   };
   // Sections; each starts at its SECTION item and ends at its ENDSEC.
+  void runTables();
   void readSection();
   void readHeader();
   void readTables();
@@ -57,8 +63,10 @@ private:
   AcDbObjectId place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 handle);
   /// The handle that the present item gives, 0 when it gives none.
   [[nodiscard]] Adesk::UInt64 itemHandle();
-  void prepareTables();
-  void finding(const std::string& text);
+  void prepareTables();                   ///< makes what is missing
+  void needTables();                      ///< the same, once it is known that none come
+  void finding(const std::string& text);  ///< at the present item
+  void finding(Adesk::UInt32 line, const std::string& text);
 
   AcDbDatabase& m_db;
   DxfScanner m_scan;
@@ -67,7 +75,9 @@ private:
   bool m_seedKnown;
   bool m_seedForced;
   bool m_tablesReady = false;
-  bool m_old = false;  // from before subclass markers
+  bool m_tablesFirst;
+  bool m_headRead = false;  // header and tables were read in a pass of their own
+  bool m_old = false;       // from before subclass markers
   DxfOldItems m_upgrade;
   std::vector<Deferred> m_deferred;
   AcDbSymbolTable* m_table = nullptr;

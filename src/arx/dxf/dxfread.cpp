@@ -1,5 +1,6 @@
 #include "arx/dxf/dxfread.h"
 
+#include "arx/dxf/dxfbinary.h"
 #include "arx/dxf/dxfloader.h"
 #include "base/text.h"
 
@@ -23,18 +24,31 @@ private:
   bool m_before;
 };
 
-void load(AcDbDatabase& database, DxfSource& source, DxfFindings& findings) {
+void loadText(AcDbDatabase& database, DxfSource& source, DxfFindings& findings) {
   const RecordingPause pause(database.undoLog());
   constexpr std::size_t kBytesPerObject = 250;  // of usual drawings
   database.reserve(source.size() / kBytesPerObject);
-  try {
-    DxfLoader(database, source, findings, 0).run();
-  } catch (const DxfSeedNeeded&) {
+  // Each trouble is met once: three passes at most.
+  Adesk::UInt64 seed = 0;
+  bool tablesFirst = false;
+  for (;;) {
+    try {
+      return DxfLoader(database, source, findings, seed, tablesFirst).run();
+    } catch (const DxfSeedNeeded&) {
+      seed = dxfHighestHandle(source) + 1;
+    } catch (const DxfTablesNeeded&) {
+      tablesFirst = true;
+    }
     database.clear();
     findings.clear();
-    const Adesk::UInt64 seed = dxfHighestHandle(source) + 1;
-    DxfLoader(database, source, findings, seed).run();
+    source.restart();
   }
+}
+
+void load(AcDbDatabase& database, DxfSource& source, DxfFindings& findings) {
+  if (!DxfBinarySource::isBinary(source)) return loadText(database, source, findings);
+  DxfBinarySource text(source);
+  loadText(database, text, findings);
 }
 
 Acad::ErrorStatus read(AcDbDatabase& database, DxfSource& source, const std::string& name,

@@ -38,6 +38,14 @@ bool hasLoneReturn(std::string_view text) {
   return false;
 }
 
+/// The first line ends in a carriage return without a line feed: that is the file's line end.
+bool endsLinesByReturns(std::string_view text) {
+  const std::size_t at = text.find_first_of("\r\n");
+  if (at == std::string_view::npos || text[at] == '\n') return false;
+  const std::size_t behind = text.find_first_not_of('\r', at);
+  return behind != std::string_view::npos && text[behind] != '\n';
+}
+
 /// Lone carriage returns in the escaped form, as other readers would take them for line ends.
 std::string escapeReturns(std::string_view text) {
   std::string result;
@@ -73,8 +81,18 @@ std::string DxfScanner::converted(std::string_view bytes) const {
   return hasLoneReturn(text) ? escapeReturns(text) : text;
 }
 
+/// A zero byte in a part of the buffer, which text does not hold, wherever it stands.
+void DxfScanner::refuseZero(std::string_view part) const {
+  const std::size_t zero = part.find('\0');
+  if (zero == std::string_view::npos) return;
+  const auto lines = std::count<const char*>(&m_buffer[m_at], &part[zero], '\n');
+  throw DxfError{m_line + static_cast<Adesk::UInt32>(lines) + 1,
+                 "octet nul dans le texte : fichier binaire ou endommagé"};
+}
+
 void DxfScanner::decode(std::size_t from, std::size_t to) {
   const std::string_view part(m_buffer.get() + from, to - from);
+  refuseZero(part);
   const bool ascii = std::none_of(part.begin(), part.end(), [](char c) { return (c & 0x80) != 0; });
   const bool named = m_legacy && !m_codePage.empty();
   const bool plain = ascii || (!named && veltora::base::isUtf8(part));
@@ -96,16 +114,14 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
   m_fill = m_limit + tail;
 }
 
-/// What the first bytes tell: binary content, version, encoding.
+/// What the first bytes tell: a binary drawing, version, encoding.
 void DxfScanner::inspectHead() {
   const std::string_view text(m_buffer.get(), m_fill);
   const std::string_view head = text.substr(0, 4096);
   if (head.rfind("AC10", 0) == 0 && head.find('\n') > 6) {
-    throw DxfError{0, "dessin binaire : seuls les dessins texte (DXF ASCII) sont lus"};
+    throw DxfError{0, "dessin binaire : seuls les dessins DXF sont lus"};
   }
-  if (head.find('\0') != std::string_view::npos) {
-    throw DxfError{0, "fichier binaire : seuls les dessins texte (DXF ASCII) sont lus"};
-  }
+  refuseZero(head);
   m_version = rawVariable(text, "$ACADVER");
   m_codePage = rawVariable(text, "$DWGCODEPAGE");
   const bool marked = text.rfind(kByteOrderMark, 0) == 0;
@@ -131,6 +147,8 @@ void DxfScanner::fill() {
     const std::size_t got = m_source.read(m_buffer.get() + m_fill, m_capacity - m_fill - 1);
     const std::size_t old = m_fill;
     m_fill += got;
+    if (first && old == 0) m_returnsEnd = endsLinesByReturns({m_buffer.get(), m_fill});
+    if (m_returnsEnd) std::replace(&m_buffer[old], &m_buffer[m_fill], '\r', '\n');
     if (got == 0) {
       m_atEnd = true;
       if (m_fill > m_limit && m_buffer[m_fill - 1] != '\n') m_buffer[m_fill++] = '\n';
@@ -193,6 +211,7 @@ DxfScanner::Status DxfScanner::readItem() {
   if (status != Status::kGroup) return status;
   if (m_type.code != 0) return Status::kGroup;
   m_type.value = withoutBlanks(m_type.value);
+  if (m_type.value == "EOF") return Status::kGroup;  // what is behind it is no item
   for (;;) {
     DxfTag& tag = m_tags.emplace_back();
     const std::size_t before = m_at;
@@ -206,6 +225,19 @@ DxfScanner::Status DxfScanner::readItem() {
     }
     if (tag.code == 999) m_commented = true;
   }
+}
+
+bool DxfScanner::hasTail() const {
+  const std::string_view tail(&m_buffer[m_at], m_fill - m_at);
+  return tail.find_first_not_of(" \t\r\n\x1a") != std::string_view::npos;
+}
+
+void DxfScanner::rewind() {
+  m_source.restart();
+  m_item = m_at = m_limit = m_fill = 0;
+  m_atEnd = m_started = m_repaired = false;
+  m_itemLine = m_line = 0;
+  m_comments.clear();
 }
 
 void DxfScanner::dropComments() {

@@ -24,6 +24,10 @@ public:
   [[nodiscard]] Adesk::UInt32 line() const { return m_type.line; }
   /// Groups behind the type.
   [[nodiscard]] std::span<const DxfTag> tags() const { return m_tags; }
+  /// Behind EOF: whether something other than blanks, line ends and an end mark (Ctrl-Z) stands there.
+  [[nodiscard]] bool hasTail() const;
+  /// Back to the start of the file, as if nothing had been read.
+  void rewind();
   /// Takes comments (999) out of the present item.
   void dropComments();
   /// Comments in front of the first item.
@@ -44,6 +48,7 @@ private:
   void fill();
   void start();
   void inspectHead();
+  void refuseZero(std::string_view part) const;
   void decode(std::size_t from, std::size_t to);
   [[nodiscard]] std::string converted(std::string_view bytes) const;
 
@@ -58,7 +63,8 @@ private:
   bool m_started = false;
   bool m_legacy = false;  // not UTF-8
   bool m_repaired = false;
-  bool m_commented = false;  // the present item holds comments
+  bool m_returnsEnd = false;  // lines end in carriage returns alone
+  bool m_commented = false;   // the present item holds comments
   Adesk::UInt32 m_itemLine = 0;
   Adesk::UInt32 m_line = 0;
   DxfTag m_type;

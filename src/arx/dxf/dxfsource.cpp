@@ -46,9 +46,10 @@ std::size_t DxfMemorySource::read(char* to, std::size_t room) {
 }
 
 DxfFileSource::DxfFileSource(const std::filesystem::path& path) {
-  m_descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // A pipe without a writer would be waited for, a device read without end.
+  m_descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   struct stat info {};
-  if (m_descriptor >= 0 && (::fstat(m_descriptor, &info) != 0 || S_ISDIR(info.st_mode))) {
+  if (m_descriptor >= 0 && (::fstat(m_descriptor, &info) != 0 || !S_ISREG(info.st_mode))) {
     ::close(m_descriptor);
     m_descriptor = -1;
   }

@@ -249,25 +249,9 @@ int acdbEntMake(const resbuf* chain) {
 
 namespace {
 
-/// Part behind `part`, or the first for the null id; null at the end.
-AcDbObjectId nextPart(AcDbObjectId owner, AcDbObjectId part) {
-  const AcDbObjectPointer<AcDbObject> object(owner);
-  if (!object) return {};
-  const std::vector<AcDbObjectId> parts = object->subObjects();
-  auto at = part.isNull() ? parts.begin() : std::find(parts.begin(), parts.end(), part);
-  if (!part.isNull() && at != parts.end()) ++at;
-  at = std::find_if(at, parts.end(), [](AcDbObjectId id) { return id.isLive(); });
-  return at == parts.end() ? AcDbObjectId() : *at;
-}
-
-/// Entity of model space behind another; searched from where the latest search ended, so that a walk stays
-/// linear.
-AcDbObjectId nextEntity(AcDbObjectId after) {
-  static std::size_t hint = 0;
-  AcDbDatabase* const database = workingDatabase();
-  const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
-  if (!space) return {};
-  const std::vector<AcDbObjectId>& all = space->entities();
+/// The first live one of a list behind `after`, or of the whole list for the null id; null at the end.
+/// @param hint  where the latest search ended: a walk that begins there stays linear
+AcDbObjectId nextLive(const std::vector<AcDbObjectId>& all, AcDbObjectId after, std::size_t& hint) {
   std::size_t at = 0;
   if (!after.isNull()) {
     at = hint < all.size() && all[hint] == after
@@ -280,6 +264,28 @@ AcDbObjectId nextEntity(AcDbObjectId after) {
   if (at >= all.size()) return {};
   hint = at;
   return all[at];
+}
+
+/// Attribute or vertex behind `part`, or the first for the null id; then the end of the sequence; null behind
+/// it.
+AcDbObjectId nextPart(AcDbObjectId owner, AcDbObjectId part) {
+  static std::size_t hint = 0;
+  const AcDbObjectPointer<AcDbObject> object(owner);
+  const auto* const parts = dynamic_cast<const AcDbSubEntityOwner*>(object.object());
+  if (!parts || part == parts->sequenceEndId()) return {};
+  if (const AcDbObjectId next = nextLive(parts->subEntityIds(), part, hint); !next.isNull()) return next;
+  const AcDbObjectId end = parts->sequenceEndId();
+  const std::vector<AcDbObjectId> all = object->subObjects();
+  return end.isLive() && !all.empty() && all.back() == end ? end : AcDbObjectId();
+}
+
+/// Entity of model space behind another.
+AcDbObjectId nextEntity(AcDbObjectId after) {
+  static std::size_t hint = 0;
+  AcDbDatabase* const database = workingDatabase();
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
+  if (!space) return {};
+  return nextLive(space->entities(), after, hint);
 }
 
 int nameFound(AcDbObjectId id, ads_name entity) {
@@ -295,9 +301,7 @@ int acdbEntLast(ads_name entity) {
   AcDbDatabase* const database = workingDatabase();
   const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
   if (!space) return RTERROR;
-  const std::vector<AcDbObjectId>& all = space->entities();
-  const auto last = std::find_if(all.rbegin(), all.rend(), [](AcDbObjectId id) { return id.isLive(); });
-  return nameFound(last == all.rend() ? AcDbObjectId() : *last, entity);
+  return nameFound(space->lastEntity(), entity);
 }
 
 int acdbEntNext(const ads_name after, ads_name entity) {

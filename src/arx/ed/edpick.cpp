@@ -2,6 +2,7 @@
 
 #include "arx/db/dballents.h"
 #include "arx/db/dbmain.h"
+#include "arx/ed/acutads.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/gi/giplan.h"
 
@@ -60,13 +61,19 @@ AcGePoint2d flat(const AcGePoint3d& p) { return {p.x, p.y}; }
 /// Finds the nearest thing drawn: keeps what is nearer than the hit so far.
 class Nearest final : public AcGiPlan {
 public:
-  Nearest(const AcGePoint2d& point, AcEdHit& hit) : m_point(point), m_hit(hit) {}
+  /// @param limit distance from which on nothing is of interest
+  Nearest(AcGiSearch& search, const AcGePoint2d& point, double limit, AcEdHit& hit)
+      : AcGiPlan(search), m_point(point), m_limit(limit), m_hit(hit) {}
 
 protected:
   void segment(const AcGePoint2d& from, const AcGePoint2d& to) override {
     consider(distanceToSegment(m_point, from, to));
   }
   void filled(const AcDbExtents& box) override { consider(distanceToBox(m_point, box)); }
+  bool matters(const AcDbExtents& box) override {
+    const double distance = distanceToBox(m_point, box);
+    return distance <= m_limit && distance < m_hit.distance;
+  }
 
 private:
   void consider(double distance) {
@@ -79,13 +86,14 @@ private:
       m_hit.references.push_back((*at)->id());
   }
   AcGePoint2d m_point;
+  double m_limit;
   AcEdHit& m_hit;
 };
 
 /// Whether anything drawn lies in a rectangle, partly at least.
 class Crossing final : public AcGiPlan {
 public:
-  explicit Crossing(const Box& window) : m_window(window) {}
+  Crossing(AcGiSearch& search, const Box& window) : AcGiPlan(search), m_window(window) {}
   [[nodiscard]] bool meets() const { return m_meets; }
 
 protected:
@@ -93,6 +101,7 @@ protected:
     if (!m_meets) note(segmentMeets(m_window, from, to));
   }
   void filled(const AcDbExtents& box) override { note(m_window.meets(box)); }
+  bool matters(const AcDbExtents& box) override { return m_window.meets(box); }
 
 private:
   void note(bool meets) {
@@ -106,7 +115,9 @@ private:
 /// How something drawn lies to a line of selection. A box counts with its sides, and fills what is between.
 class Relation final : public AcGiPlan {
 public:
-  explicit Relation(const AcEdOutline& line) : m_line(line) {}
+  /// @param wholly  asks for what is within alone, else for what meets
+  Relation(AcGiSearch& search, const AcEdOutline& line, const Box& reach, bool wholly)
+      : AcGiPlan(search), m_line(line), m_reach(reach), m_wholly(wholly) {}
   /// Wholly in the polygon; false for what has no shape.
   [[nodiscard]] bool isWithin() const { return m_drawn && m_within; }
   /// Partly in the polygon, or on the line.
@@ -115,8 +126,11 @@ public:
 protected:
   void segment(const AcGePoint2d& from, const AcGePoint2d& to) override {
     m_drawn = true;
-    m_within = m_within && m_line.holds(from) && m_line.holds(to) && !m_line.cuts(from, to);
-    m_meets = m_meets || m_line.holds(from) || m_line.crosses(from, to);
+    if (m_wholly)
+      m_within = m_within && m_line.holds(from) && m_line.holds(to) && !m_line.cuts(from, to);
+    else
+      m_meets = m_meets || m_line.holds(from) || m_line.crosses(from, to);
+    if (m_wholly ? !m_within : m_meets) finish();
   }
   void filled(const AcDbExtents& box) override {
     const AcGePoint2d low = flat(box.minPoint());
@@ -125,9 +139,30 @@ protected:
     for (std::size_t i = 0; i < 4; ++i) segment(corners[i], corners[i + 1]);
     m_meets = m_meets || distanceToBox(m_line.points().front(), box) == 0.0;
   }
+  bool matters(const AcDbExtents& box) override {
+    if (!m_reach.meets(box)) {  // nothing of it meets; all of it lies without
+      m_drawn = true;
+      m_within = false;
+      if (m_wholly) finish();
+      return false;
+    }
+    // What fills a box that lies within lies within; its sides tell that.
+    return !m_wholly || !liesWithin(box);
+  }
 
 private:
+  bool liesWithin(const AcDbExtents& box) {
+    const AcGePoint2d low = flat(box.minPoint());
+    const AcGePoint2d high = flat(box.maxPoint());
+    const AcGePoint2d corners[] = {low, {high.x, low.y}, high, {low.x, high.y}, low};
+    for (std::size_t i = 0; i < 4; ++i)
+      if (!m_line.holds(corners[i]) || m_line.crosses(corners[i], corners[i + 1])) return false;
+    m_drawn = true;
+    return true;
+  }
   const AcEdOutline& m_line;
+  const Box& m_reach;
+  bool m_wholly;
   bool m_drawn = false;
   bool m_within = true;
   bool m_meets = false;
@@ -142,6 +177,25 @@ std::vector<AcDbObjectId> entitiesOf(AcDbObjectId space) {
   }
   return live;
 }
+
+/// Of the curves and areas in blocks, for one search: each entity may show some, and a few much more.
+constexpr std::size_t kBudget = 1000000;
+constexpr std::size_t kBudgetOfEach = 20;
+
+/// A search that tells when it was given up.
+class Search : public AcGiSearch {
+public:
+  explicit Search(const AcDbDatabase& database)
+      : AcGiSearch(kBudget + kBudgetOfEach * entitiesOf(database.modelSpaceId()).size()) {}
+  ~Search() {
+    if (isSpent())
+      acutPrintf(
+          L"\nRecherche abandonnée : des blocs imbriqués montrent trop d'objets, certains n'ont pas "
+          L"été examinés.\n");
+  }
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
+};
 
 /// Visits the entities of model space that can be seen, in order of drawing: `work(id, entity)`. An index of
 /// places would stand here and leave out those that lie far from what is looked for.
@@ -179,6 +233,7 @@ std::vector<AcDbObjectId> AcEdPicker::all() const {
 std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double aperture) const {
   const AcGePoint2d at = flat(point);
   std::optional<AcEdHit> best;
+  Search search(m_database);
   forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
     AcEdHit hit;
     hit.distance = HUGE_VAL;
@@ -189,7 +244,7 @@ std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double apertur
     }
     AcDbExtents extents;
     const bool hasBox = entity.getGeomExtents(extents) == Acad::eOk && !extents.isEmpty();
-    if (!hasBox || distanceToBox(at, extents) <= aperture) Nearest(at, hit).draw(entity);
+    if (!hasBox || distanceToBox(at, extents) <= aperture) Nearest(search, at, aperture, hit).draw(entity);
     if (hit.distance > aperture || (best && hit.distance > best->distance)) return;
     hit.entity = id;
     best = std::move(hit);
@@ -201,12 +256,13 @@ std::vector<AcDbObjectId> AcEdPicker::window(const AcGePoint3d& a, const AcGePoi
                                              bool crossing) const {
   const Box box = {{std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}};
   std::vector<AcDbObjectId> found;
+  Search search(m_database);
   forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
     AcDbExtents extents;
     if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return;
     bool inside = box.contains(extents);
     if (!inside && crossing && box.meets(extents)) {
-      Crossing look(box);
+      Crossing look(search, box);
       look.draw(entity);
       inside = look.meets();
     }
@@ -221,12 +277,14 @@ std::vector<AcDbObjectId> AcEdPicker::outline(const AcEdOutline& line, bool cros
   AcDbExtents reach;
   for (const AcGePoint2d& point : line.points()) reach.addPoint({point.x, point.y, 0.0});
   const Box box = {flat(reach.minPoint()), flat(reach.maxPoint())};
+  const bool wholly = !crossing && line.closed();
+  Search search(m_database);
   forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
     AcDbExtents extents;
     if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty() || !box.meets(extents)) return;
-    Relation look(line);
+    Relation look(search, line, box, wholly);
     look.draw(entity);
-    if (crossing || !line.closed() ? look.meets() : look.isWithin()) found.push_back(id);
+    if (wholly ? look.isWithin() && !search.isSpent() : look.meets()) found.push_back(id);
   });
   return found;
 }

@@ -54,7 +54,8 @@ std::optional<Ids> entitiesOfValue(const resbuf* value) {
     if (acutRbKind(item->restype) != RbKind::kName) continue;
     any = true;
     if (const AcEdSelectionSet* set = acedSelectionSets().find(item->resval.rlname)) {
-      ids.insert(ids.end(), set->entities().begin(), set->entities().end());
+      const Ids chosen = set->entities();
+      ids.insert(ids.end(), chosen.begin(), chosen.end());
     } else if (const AcDbObjectId id = acedIdOf(item->resval.rlname); isEntity(id)) {
       ids.push_back(id);
     }
@@ -121,8 +122,7 @@ private:
       const AcDbObjectPointer<AcDbEntity> entity(id);
       if (entity && m_filter.fits(*entity)) found += set.add(id) ? 1 : 0;
     }
-    acutPrintf(L"%d trouvé(s), %d au total\n", static_cast<int>(found),
-               static_cast<int>(set.entities().size()));
+    acutPrintf(L"%d trouvé(s), %d au total\n", static_cast<int>(found), static_cast<int>(set.size()));
   }
 
   AcDbDatabase& m_database;
@@ -201,7 +201,7 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
       if (entity && test.fits(*entity)) found.add(id);
     }
   }
-  if (found.entities().empty()) return RTERROR;
+  if (found.empty()) return RTERROR;
   acedSelectionSets().previous = found.entities();
   acedSelectionSets().make(set) = std::move(found);
   return RTNORM;
@@ -320,15 +320,15 @@ int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int pick
 int acedSSLength(const ads_name set, Adesk::Int32* length) {
   const AcEdSelectionSet* found = acedSelectionSets().find(set);
   if (!found || !length) return RTERROR;
-  *length = static_cast<Adesk::Int32>(found->entities().size());
+  *length = static_cast<Adesk::Int32>(found->size());
   return RTNORM;
 }
 
 int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity) {
   const AcEdSelectionSet* found = acedSelectionSets().find(set);
   if (!found || !entity || index < 0) return RTERROR;
-  if (static_cast<std::size_t>(index) >= found->entities().size()) return RTERROR;
-  acedNameOf(found->entities()[static_cast<std::size_t>(index)], entity);
+  if (static_cast<std::size_t>(index) >= found->size()) return RTERROR;
+  acedNameOf(found->at(static_cast<std::size_t>(index)), entity);
   return RTNORM;
 }
 

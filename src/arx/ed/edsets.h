@@ -4,22 +4,33 @@
 #include "arx/ed/acutads.h"
 
 #include <map>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
-/// Entities in order, each once.
+/// Entities in order, each once. Adding takes constant time, removing and asking for a place the logarithm of
+/// the number at most.
 class AcEdSelectionSet {
 public:
   /// @return false when it is in already
   bool add(AcDbObjectId id);
   bool remove(AcDbObjectId id);
-  [[nodiscard]] bool has(AcDbObjectId id) const { return m_known.contains(id); }
-  [[nodiscard]] const std::vector<AcDbObjectId>& entities() const { return m_order; }
+  [[nodiscard]] bool has(AcDbObjectId id) const { return m_slots.contains(id); }
+  [[nodiscard]] std::size_t size() const { return m_slots.size(); }
+  [[nodiscard]] bool empty() const { return m_slots.empty(); }
+  /// The entity at a place below `size()`.
+  [[nodiscard]] AcDbObjectId at(std::size_t place) const;
+  /// All of them, in order.
+  [[nodiscard]] std::vector<AcDbObjectId> entities() const;
   void dropDatabase(const AcDbDatabase* database);
 
 private:
-  std::vector<AcDbObjectId> m_order;
-  std::unordered_set<AcDbObjectId> m_known;
+  void countSlots();
+
+  std::vector<AcDbObjectId> m_order;  ///< null where one was removed
+  std::unordered_map<AcDbObjectId, std::size_t> m_slots;
+  /// Empty until one is removed; then slot i holds how many entities stand in the slots
+  /// i + 1 - lowbit(i + 1) to i (a binary indexed tree, Fenwick 1994).
+  std::vector<std::size_t> m_counts;
 };
 
 /// All living sets by number, the set selected last, and the pick-first set.

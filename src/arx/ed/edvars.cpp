@@ -3,8 +3,10 @@
 #include "arx/db/dbmain.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edprompt.h"
+#include "base/paths.h"
 #include "base/text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -38,6 +40,9 @@ void putShort(resbuf& result, int value) {
   result.restype = RTSHORT;
   result.resval.rint = static_cast<short>(value);
 }
+
+/// The nearest short integer.
+int shortOf(Adesk::Int64 value) { return static_cast<int>(std::clamp<Adesk::Int64>(value, -32768, 32767)); }
 
 void putReal(resbuf& result, double value) {
   result.restype = RTREAL;
@@ -180,9 +185,9 @@ void addDocumentVariables(std::map<std::wstring, Special>& all) {
   all[L"DWGTITLED"] = {[](resbuf& r) { return putShort(r, documentName().path.empty() ? 0 : 1), true; }};
   all[L"DWGPREFIX"] = {[](resbuf& r) {
     std::error_code error;
-    const fs::path path = base::toUtf8(documentName().path);
+    const fs::path path = base::cheminDuTexte(documentName().path);
     const fs::path folder = path.empty() ? fs::current_path(error) : path.parent_path();
-    putText(r, base::fromUtf8((folder / "").string()));
+    putText(r, base::texteDuChemin(folder / ""));
     return true;
   }};
   all[L"DBMOD"] = {[](resbuf& r) {
@@ -244,7 +249,7 @@ bool readHeader(const DxfTagText& tags, resbuf& result) {
   if (kind == RbKind::kText || kind == RbKind::kName) return putText(result, dxfToWide(tag.value)), true;
   if (kind == RbKind::kReal) return dxfParseReal(tag.value, real), putReal(result, real), true;
   if (kind == RbKind::kShort)
-    return dxfParseInteger(tag.value, integer), putShort(result, static_cast<int>(integer)), true;
+    return dxfParseInteger(tag.value, integer), putShort(result, shortOf(integer)), true;
   if (kind == RbKind::kLong) {
     dxfParseInteger(tag.value, integer);
     result.restype = RTLONG;

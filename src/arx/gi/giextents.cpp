@@ -13,6 +13,7 @@ AcGiExtents::AcGiExtents(const AcGeMatrix3d& matrix) : AcGiGeometry(matrix, kDee
 
 void AcGiExtents::curve(std::span<const AcGeCurvePiece> pieces) {
   for (const AcGeCurvePiece& piece : pieces) {
+    m_endless = m_endless || piece.endless;
     if (!piece.endless) piece.addToExtents(toWorld(), m_box);
   }
 }

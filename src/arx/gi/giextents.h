@@ -13,6 +13,8 @@ public:
   explicit AcGiExtents(const AcGeMatrix3d& matrix = {});
   /// Empty while nothing with a size was looked at.
   [[nodiscard]] const AcDbExtents& box() const { return m_box; }
+  /// Something was seen that reaches without end, which the box leaves out.
+  [[nodiscard]] bool isEndless() const { return m_endless; }
   void curve(std::span<const AcGeCurvePiece> pieces) override;
   void area(std::span<const AcGePoint3d> corners) override;
   /// At the four corners of its rows and columns: their box holds what lies between.
@@ -21,5 +23,6 @@ public:
 private:
   void add(const AcGiBlockPlace& place, const AcGeMatrix3d& matrix);
   AcDbExtents m_box;
+  bool m_endless = false;
   std::unordered_map<const AcGiDrawable*, AcDbExtents> m_boxes;  // of nested blocks, in their coordinates
 };

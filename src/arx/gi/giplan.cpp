@@ -1,5 +1,7 @@
 #include "arx/gi/giplan.h"
 
+#include "arx/gi/giextents.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -12,7 +14,45 @@ AcGePoint2d flat(const AcGePoint3d& p) { return {p.x, p.y}; }
 
 }  // namespace
 
+bool AcGiSearch::spend() {
+  if (m_budget == 0) m_spent = true;
+  if (m_budget > 0) --m_budget;
+  return !m_spent;
+}
+
+const AcDbExtents* AcGiSearch::boxOf(const AcGiDrawable& block) {
+  auto found = m_blocks.find(&block);
+  if (found == m_blocks.end()) {
+    AcGiExtents look;
+    look.show(block);
+    found = m_blocks.emplace(&block, Measured{look.box(), look.isEndless()}).first;
+  }
+  return found->second.endless ? nullptr : &found->second.box;
+}
+
+bool AcGiPlan::spend() {
+  const bool left = m_search.spend();
+  if (!left) finish();
+  return left;
+}
+
+void AcGiPlan::block(const AcGiBlockPlace& place) {
+  if (!mayEnter(place.block)) return;
+  const AcGeMatrix3d matrix = toWorld() * place.toOuter;
+  // Who searches has asked for the box of the whole already.
+  if (!references().empty()) {
+    if (!spend()) return;
+    if (const AcDbExtents* own = m_search.boxOf(place.block)) {
+      AcDbExtents box = *own;
+      box.transformBy(matrix);
+      if (box.isEmpty() || !matters(box)) return;
+    }
+  }
+  enter(place.block, matrix);
+}
+
 void AcGiPlan::curve(std::span<const AcGeCurvePiece> pieces) {
+  if (!references().empty() && !spend()) return;
   const AcGeMatrix3d& matrix = toWorld();
   for (const AcGeCurvePiece& piece : pieces) {
     AcGePoint2d from = flat(matrix * piece.start);
@@ -22,8 +62,8 @@ void AcGiPlan::curve(std::span<const AcGeCurvePiece> pieces) {
               flat(matrix * (endless ? piece.start + (piece.end - piece.start).normal() * kFar : piece.end)));
       continue;
     }
-    // Of a sweep beyond a turn no more than a turn is drawn.
-    const double sweep = std::min(std::abs(piece.sweep), 7.0);
+    // Of a sweep beyond a turn, or none that is a number, no more than a turn is drawn.
+    const double sweep = std::abs(piece.sweep) < 7.0 ? std::abs(piece.sweep) : 7.0;
     const int chords = std::max(1, static_cast<int>(std::ceil(sweep / kChord)));
     for (int i = 1; i <= chords; ++i) {
       const AcGePoint2d to = flat(matrix * piece.pointAt(static_cast<double>(i) / chords));
@@ -34,6 +74,7 @@ void AcGiPlan::curve(std::span<const AcGeCurvePiece> pieces) {
 }
 
 void AcGiPlan::area(std::span<const AcGePoint3d> corners) {
+  if (!references().empty() && !spend()) return;
   AcDbExtents box;
   for (const AcGePoint3d& corner : corners) box.addPoint(toWorld() * corner);
   if (!box.isEmpty()) filled(box);

@@ -36,12 +36,12 @@ bool fits(std::int32_t value) {
   return value >= std::numeric_limits<Integer>::min() && value <= std::numeric_limits<Integer>::max();
 }
 
-/// A proper list of two or three numbers of which one is real.
+/// A proper list of two or three reals; one that holds integers stays a list, which keeps them.
 std::size_t pointSize(const Value& list, ads_point point) {
   const std::size_t count = readPoint(list, point);
   for (const Value& v : Elements(list))
-    if (count && v.is(Kind::kReal)) return count;
-  return 0;
+    if (!count || !v.is(Kind::kReal)) return 0;
+  return count;
 }
 
 void addAtom(Interpreter& in, const Value& value, ChainBuilder& chain) {

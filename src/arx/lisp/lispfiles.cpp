@@ -1,10 +1,12 @@
 #include "arx/lisp/lispfiles.h"
 
+#include "arx/ed/edroutines.h"
 #include "arx/lisp/lispinterp.h"
 #include "arx/lisp/lispopenfile.h"
 #include "arx/lisp/lispprinter.h"
 #include "arx/lisp/lisptexts.h"
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <cstdlib>
@@ -26,7 +28,7 @@ void flushFiles(Interpreter& in) {
 
 Value loadFile(Interpreter& in, const std::wstring& path) {
   constexpr int kDepth = 100;
-  const std::filesystem::path file(base::toUtf8(path));
+  const std::filesystem::path file = base::cheminDuTexte(path);
   const std::optional<std::string> bytes = base::lireFichier(file);
   if (!bytes) in.fail(L"échec de LOAD : " + path);
   if (in.loading >= kDepth) in.fail(L"chargements imbriqués sans fin : " + path);
@@ -48,6 +50,11 @@ std::wstring slashed(std::wstring name) {
   for (wchar_t& c : name)
     if (c == L'\\') c = L'/';
   return name;
+}
+
+/// Fails where files are closed to routines.
+void demandFile(Interpreter& in, const std::wstring& name) {
+  if (!acedRoutineMayReach(name)) in.fail(L"les fichiers sont fermés aux routines : " + name);
 }
 
 std::wstring find(Interpreter& in, const std::wstring& name) {
@@ -139,6 +146,7 @@ Value readCharacter(Args& a) {
 
 /// nil when the file cannot be opened.
 Value openFunction(Args& a) {
+  demandFile(a.in, a.text(0));
   const std::wstring mode = base::toLower(a.text(1));
   const std::wstring encoding = a.has(2) ? base::toLower(a.text(2)) : L"";
   OpenFile::Mode how = OpenFile::Mode::kRead;
@@ -152,7 +160,7 @@ Value openFunction(Args& a) {
   if (encoding == L"utf8") bytes = OpenFile::Encoding::kUtf8;
   if (encoding == L"utf8-bom") bytes = OpenFile::Encoding::kUtf8WithMark;
   flushFiles(a.in);  // what was just written can be read
-  const std::filesystem::path path(base::toUtf8(slashed(a.text(0))));
+  const std::filesystem::path path = base::cheminDuTexte(slashed(a.text(0)));
   std::optional<OpenFile> file = OpenFile::open(path, how, bytes);
   if (!file) return {};
   auto shared = std::make_shared<OpenFile>(std::move(*file));
@@ -166,6 +174,7 @@ Value closeFunction(Args& a) {
 }
 
 Value findfileFunction(Args& a) {
+  demandFile(a.in, a.text(0));
   std::wstring path = find(a.in, a.text(0));
   return path.empty() ? Value() : Value::text(std::move(path));
 }
@@ -173,6 +182,7 @@ Value findfileFunction(Args& a) {
 /// Value of what was loaded; the second argument when the file is nowhere.
 Value loadFunction(Args& a) {
   const std::wstring& name = a.text(0);
+  demandFile(a.in, name);
   std::wstring path;
   const std::size_t bare = name.find_last_of(L"/\\") + 1;  // 0 without a folder
   if (name.find(L'.', bare) == std::wstring::npos) path = find(a.in, name + L".lsp");
@@ -183,20 +193,23 @@ Value loadFunction(Args& a) {
 }
 
 Value getenvFunction(Args& a) {
+  demandFile(a.in, a.text(0));
   const char* const value = std::getenv(base::toUtf8(a.text(0)).c_str());
   return value ? Value::text(base::fromUtf8(value)) : Value();
 }
 
 Value deleteFile(Args& a) {
+  demandFile(a.in, a.text(0));
   std::error_code error;
-  const std::filesystem::path path(base::toUtf8(slashed(a.text(0))));
+  const std::filesystem::path path = base::cheminDuTexte(slashed(a.text(0)));
   const bool gone = std::filesystem::is_regular_file(path, error) && std::filesystem::remove(path, error);
   return a.in.truth(gone);
 }
 
 Value fileSize(Args& a) {
+  demandFile(a.in, a.text(0));
   std::error_code error;
-  const std::filesystem::path path(base::toUtf8(slashed(a.text(0))));
+  const std::filesystem::path path = base::cheminDuTexte(slashed(a.text(0)));
   if (std::filesystem::is_directory(path, error)) return Value::integer(0);
   const auto size = std::filesystem::file_size(path, error);
   if (error) return {};
@@ -204,7 +217,7 @@ Value fileSize(Args& a) {
                            : Value::real(static_cast<double>(size));
 }
 
-std::filesystem::path pathOf(Args& a) { return std::filesystem::path(base::toUtf8(slashed(a.text(0)))); }
+std::filesystem::path pathOf(Args& a) { return base::cheminDuTexte(slashed(a.text(0))); }
 Value fileBase(Args& a) { return Value::text(base::fromUtf8(pathOf(a).stem().string())); }
 
 Value fileFolder(Args& a) {

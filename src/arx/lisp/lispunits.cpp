@@ -38,6 +38,11 @@ namespace {
 constexpr double kTurn = 2.0 * std::numbers::pi;
 constexpr int kMostDecimals = 15;
 
+/// Of a variable that a file may give any value.
+int systemInteger(const wchar_t* name, int fallback) {
+  return static_cast<int>(std::clamp(systemNumber(name, fallback), -1e9, 1e9));
+}
+
 std::wstring decimal(double value, int precision) {
   return base::formater(std::wstring(L"%.*f"), precision, value);
 }
@@ -95,10 +100,10 @@ std::wstring distanceText(double value, int mode, int precision, int zeros) {
 
 Value rtosFunction(Args& a) {
   const double value = a.number(0);
-  const int mode = a.has(1) ? a.integer(1) : static_cast<int>(systemNumber(L"LUNITS", 2));
-  const int precision = a.has(2) ? a.integer(2) : static_cast<int>(systemNumber(L"LUPREC", 4));
+  const int mode = a.has(1) ? a.integer(1) : systemInteger(L"LUNITS", 2);
+  const int precision = a.has(2) ? a.integer(2) : systemInteger(L"LUPREC", 4);
   if (mode < 1 || mode > 5) a.in.fail(L"mode d'unités incorrect : de 1 à 5");
-  const int zeros = static_cast<int>(systemNumber(L"DIMZIN", 0));
+  const int zeros = systemInteger(L"DIMZIN", 0);
   return Value::text(distanceText(value, mode, std::clamp(precision, 0, kMostDecimals), zeros));
 }
 
@@ -146,8 +151,8 @@ std::wstring angleText(double angle, int unit, int precision, int zeros) {
 
 /// From the drawing's own zero direction and sense, 0 to one turn.
 Value angtosFunction(Args& a) {
-  const int unit = a.has(1) ? a.integer(1) : static_cast<int>(systemNumber(L"AUNITS", 0));
-  const int precision = a.has(2) ? a.integer(2) : static_cast<int>(systemNumber(L"AUPREC", 0));
+  const int unit = a.has(1) ? a.integer(1) : systemInteger(L"AUNITS", 0);
+  const int precision = a.has(2) ? a.integer(2) : systemInteger(L"AUPREC", 0);
   if (unit < 0 || unit > 4) a.in.fail(L"unité d'angle incorrecte : de 0 à 4");
   double angle = a.number(0);
   if (!std::isfinite(angle)) a.in.fail(L"angle incorrect");
@@ -155,7 +160,7 @@ Value angtosFunction(Args& a) {
   if (unit != 4 && systemNumber(L"ANGDIR", 0.0) == 1.0) angle = -angle;
   angle = std::fmod(angle, kTurn);
   if (angle < 0.0) angle += kTurn;
-  const int zeros = static_cast<int>(systemNumber(L"DIMZIN", 0)) & 8;
+  const int zeros = systemInteger(L"DIMZIN", 0) & 8;
   return Value::text(angleText(angle, unit, std::clamp(precision, 0, kMostDecimals), zeros));
 }
 
@@ -253,7 +258,7 @@ std::optional<double> angleOf(const std::wstring& text, int unit) {
 }
 
 Value angtofFunction(Args& a) {
-  const int unit = a.has(1) ? a.integer(1) : static_cast<int>(systemNumber(L"AUNITS", 0));
+  const int unit = a.has(1) ? a.integer(1) : systemInteger(L"AUNITS", 0);
   const std::optional<double> value = angleOf(a.text(0), unit);
   if (!value) return {};
   double angle = systemNumber(L"ANGDIR", 0.0) == 1.0 ? -*value : *value;

@@ -3,7 +3,9 @@
 #include "calc/dialogs/mise_en_place_dlg.h"
 #include "calc/dialogs/resultats_dlg.h"
 #include "calc/dialogs/saisie_polygonale_dlg.h"
+#include "calc/traverse/doutes_polygonale.h"
 #include "calc/traverse/polygonale_fermee.h"
+#include "core/imprimer_doutes.h"
 #include "jobs/placer_stations.h"
 
 namespace veltora {
@@ -38,33 +40,41 @@ void corrPolygoDLG::montrer(const polygonaleFermeeObs& obs) {
 }
 
 void corrPolygoDLG::ajouterSaisie() {
+  if (!saisie.validateFields()) return;
   ajouterLigne(liste, formaterLigne(station.text(), angle.value(), distance.value(), altitude.value()));
 }
 
 void corrPolygoDLG::enleverChoisie() { enleverLigne(liste); }
 
 void corrPolygoDLG::calculerRapport() {
-  if (!donneesSuffisantes(liste)) return;
+  if (!donneesSuffisantes(liste) || !depart.validateFields()) return;
   const polygonaleFermeeObs obs = donnees();
   lignesPolygonale lignes = lireLignes(obs.lignes);
   base::CArray<double> X, Y, Z;
   htmlDocument rapport;
+  fermeturesPolygonale fermetures;
   calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
-                           X, Y, Z, &rapport, false, false);
+                           X, Y, Z, &rapport, false, false, &fermetures);
+  imprimerDoutes(doutesFermee(obs, fermetures));
   montrerRapport(rapport);
 }
 
 void corrPolygoDLG::placerResultats() {
-  if (!donneesSuffisantes(liste)) return;
+  if (!donneesSuffisantes(liste) || !depart.validateFields()) return;
   CParamMisePlaceResultCalcs params;
   if (params.doModal() != ui::kOk) return;
   const polygonaleFermeeObs obs = donnees();
-  lignesPolygonale lignes = lireLignes(obs.lignes);
-  base::CArray<double> X, Y, Z;
-  calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
-                           X, Y, Z, nullptr, params.originelle.checked(), params.compensee.checked());
+  const auto calculees = [&obs](bool originelle, bool compensee) {
+    lignesPolygonale lignes = lireLignes(obs.lignes);
+    base::CArray<double> X, Y, Z;
+    calculerPolygonaleFermee(obs.nom, obs.x, obs.y, obs.z, obs.vo, obs.modeNivellement, obs.modeAngle, lignes,
+                             X, Y, Z, nullptr, originelle, compensee);
+    return stationsFermee(lignes, X, Y, Z);
+  };
+  if (!placables(calculees(false, false), params.altitudes.checked())) return;
+  const auto stations = calculees(params.originelle.checked(), params.compensee.checked());
   preparerCodeStations(params.codeStations(), true);
-  placerStations(stationsFermee(lignes, X, Y, Z), params.codeStations(), params.altitudes.checked());
+  placerStations(stations, params.codeStations(), params.altitudes.checked());
 }
 
 void corrPolygoDLG::enregistrer() {
@@ -78,7 +88,7 @@ void corrPolygoDLG::ouvrir() {
   if (!chemin) return;
   lireObs(*chemin, [this](const std::string& octets) {
     polygonaleFermeeObs obs = donnees();
-    lireObsFermee(octets, obs);
+    imprimerDoutes(lireObsFermee(octets, obs));
     montrer(obs);
   });
 }

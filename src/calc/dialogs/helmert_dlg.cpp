@@ -1,6 +1,7 @@
 #include "calc/dialogs/helmert_dlg.h"
 
 #include "arx/db/dballents.h"
+#include "arx/db/dbgroupmap.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acedads.h"
 #include "base/format.h"
@@ -10,6 +11,7 @@
 #include "core/picking.h"
 #include "ui/driver.h"
 
+#include <cmath>
 #include <optional>
 
 namespace veltora {
@@ -161,11 +163,19 @@ void CHelmertDLG::appliquerSelection() {
   resultatHelmert r;
   std::vector<AcGePoint2d> portes;
   if (!transformerHelmert(m_couples, portes, r)) return;
+  if (!std::isfinite(r.ab.x + r.ab.y + r.deplacement.x + r.deplacement.y)) {
+    ui::messageBox(L"Rien n'est transformé, les paramètres ne sont pas des nombres.", L"Erreur de données");
+    return;
+  }
   const AcGeMatrix3d matrice = matriceHelmert(m_couples.depart, r);
   const ui::HiddenDialog cache(*this);
   acutPrintf(L"\nSelectionnez Elements pour lesquels vous voulez appliquer la transformation :");
   std::vector<AcDbObjectId> entites;
   if (selectEntities(nullptr, nullptr, entites) != RTNORM) return;
+  if (const std::wstring fixes = acdbImmovable(entites); !fixes.empty()) {
+    acutPrintf(L"\nRien n'est transformé, ces objets ne peuvent pas l'être : %s.", fixes);
+    return;
+  }
   for (const AcDbObjectId id : entites) {
     const AcDbObjectPointer<AcDbEntity> entite(id, AcDb::kForWrite);
     if (entite.openStatus() == Acad::eOk) entite->transformBy(matrice);

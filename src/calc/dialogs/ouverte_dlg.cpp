@@ -4,6 +4,8 @@
 #include "calc/dialogs/mise_en_place_dlg.h"
 #include "calc/dialogs/resultats_dlg.h"
 #include "calc/dialogs/saisie_polygonale_dlg.h"
+#include "calc/traverse/doutes_polygonale.h"
+#include "core/imprimer_doutes.h"
 #include "jobs/placer_stations.h"
 
 namespace veltora {
@@ -63,34 +65,45 @@ void corrPolygoOuverteDLG::montrer(const polygonaleOuverteObs& obs) {
   montrerLignes(liste, obs.lignes);
 }
 
+bool corrPolygoOuverteDLG::pret() {
+  return donneesSuffisantes(liste) && depart.validateFields() && arrivee.validateFields() &&
+         dernierAngle.validate();
+}
+
 void corrPolygoOuverteDLG::ajouterSaisie() {
+  if (!saisie.validateFields()) return;
   ajouterLigne(liste, formaterLigne(station.text(), angle.value(), distance.value(), altitude.value()));
 }
 
 void corrPolygoOuverteDLG::enleverLigne() { veltora::enleverLigne(liste); }
 
 void corrPolygoOuverteDLG::calculerRapport() {
-  if (!donneesSuffisantes(liste)) return;
+  if (!pret()) return;
   const polygonaleOuverteObs obs = donnees();
   lignesPolygonale lignes = lireLignes(obs.lignes);
   base::CArray<double> X, Y, Z;
   htmlDocument rapport;
-  calculerPolygonaleOuverte(obs, lignes, X, Y, Z, &rapport, false, false);
+  fermeturesPolygonale fermetures;
+  calculerPolygonaleOuverte(obs, lignes, X, Y, Z, &rapport, false, false, &fermetures);
+  imprimerDoutes(doutesOuverte(obs, fermetures));
   montrerRapport(rapport);
 }
 
 void corrPolygoOuverteDLG::placerResultats() {
-  if (!donneesSuffisantes(liste)) return;
+  if (!pret()) return;
   CParamMisePlaceResultCalcs params;
   if (params.doModal() != ui::kOk) return;
   const polygonaleOuverteObs obs = donnees();
-  lignesPolygonale lignes = lireLignes(obs.lignes);
-  base::CArray<double> X, Y, Z;
-  calculerPolygonaleOuverte(obs, lignes, X, Y, Z, nullptr, params.originelle.checked(),
-                            params.compensee.checked());
+  const auto calculees = [&obs](bool originelle, bool compensee) {
+    lignesPolygonale lignes = lireLignes(obs.lignes);
+    base::CArray<double> X, Y, Z;
+    calculerPolygonaleOuverte(obs, lignes, X, Y, Z, nullptr, originelle, compensee);
+    return stationsOuverte(obs.depart, obs.arrivee.z, lignes, X, Y, Z);
+  };
+  if (!placables(calculees(false, false), params.altitudes.checked())) return;
+  const auto stations = calculees(params.originelle.checked(), params.compensee.checked());
   preparerCodeStations(params.codeStations(), true);
-  placerStations(stationsOuverte(obs.depart, obs.arrivee.z, lignes, X, Y, Z), params.codeStations(),
-                 params.altitudes.checked());
+  placerStations(stations, params.codeStations(), params.altitudes.checked());
 }
 
 void corrPolygoOuverteDLG::enregistrer() {
@@ -104,7 +117,7 @@ void corrPolygoOuverteDLG::ouvrir() {
   if (!chemin) return;
   lireObs(*chemin, [this](const std::string& octets) {
     polygonaleOuverteObs obs = donnees();
-    lireObsOuverte(octets, obs);
+    imprimerDoutes(lireObsOuverte(octets, obs));
     montrer(obs);
   });
 }

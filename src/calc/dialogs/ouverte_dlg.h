@@ -53,6 +53,8 @@ public:
   void montrer(const polygonaleOuverteObs& donnees);
 
 private:
+  /// Rows enough, and numbers in the fields that are computed with; a message otherwise.
+  [[nodiscard]] bool pret();
   void ajouterSaisie();
   void enleverLigne();
   void calculerRapport();

@@ -28,7 +28,8 @@ private:
   htmlDocument m_document;
 };
 
-/// Writes a document without a name to a temporary file and shows it.
+/// Writes a document without a name to a temporary file and shows it. Of the temporary reports of a run the
+/// latest stays.
 VELTORA_API void montrerRapport(htmlDocument& document);
 
 }  // namespace veltora

@@ -5,6 +5,9 @@
 #include "calc/angles.h"
 #include "calc/traverse/nivellement.h"
 #include "calc/traverse/obs_fichier.h"
+#include "core/imprimer_doutes.h"
+#include "jobs/genre_fichier.h"
+#include "jobs/placer_stations.h"
 #include "ui/driver.h"
 
 #include <exception>
@@ -67,6 +70,12 @@ bool donneesSuffisantes(const ui::List& liste) {
   return false;
 }
 
+bool placables(const std::vector<stationCalculee>& stations, bool altitudes) {
+  const std::wstring refus = refusDePlacer(stations, altitudes);
+  if (!refus.empty()) ui::messageBox(refus, L"Calculs Topo");
+  return refus.empty();
+}
+
 std::optional<std::filesystem::path> choisirObsALire() {
   const auto choix = choisir(false);
   if (!choix) return std::nullopt;
@@ -82,7 +91,10 @@ std::optional<std::filesystem::path> choisirObsAEcrire() {
 void lireObs(const std::filesystem::path& chemin,
              const std::function<void(const std::string& octets)>& lire) {
   try {
-    if (const auto octets = base::lireFichier(chemin)) lire(*octets);
+    if (const auto octets = base::lireFichier(chemin)) {
+      imprimerDoutes(doutesDuGenre(base::fromUtf8(chemin.string()), *octets, genreFichier::obs));
+      lire(*octets);
+    }
   } catch (const std::exception&) {
     direImpossible();
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calc/traverse/obs_polygonale.h"
+#include "calc/traverse/polygonale.h"
 #include "ui/dialog.h"
 
 #include <filesystem>
@@ -25,6 +26,9 @@ void enleverLigne(ui::List& liste);
 
 /// False after a message when a list has fewer than two rows.
 [[nodiscard]] bool donneesSuffisantes(const ui::List& liste);
+
+/// False after a message when stations cannot be placed.
+[[nodiscard]] bool placables(const std::vector<stationCalculee>& stations, bool altitudes);
 
 /// Asks for a traverse file to read; nothing when the user cancels.
 [[nodiscard]] std::optional<std::filesystem::path> choisirObsALire();

@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "calc/obs_jetons.h"
+#include "core/nombre_suspect.h"
 
 #include <array>
 #include <cmath>
@@ -27,6 +28,25 @@ bool lireNombres(const Jetons& jetons, std::array<double, kNombres>& valeurs) {
   return true;
 }
 
+/// What of a line that was left out looks like a number.
+std::wstring raisonDe(const Jetons& jetons) {
+  for (const std::wstring& jeton : jetons) {
+    const std::wstring raison = raisonNombre(jeton);
+    if (!raison.empty()) return L" : « " + jeton + L" », " + raison;
+  }
+  return milliersSepares(jetons, kNombres + 1) ? std::wstring(L" : ") + kRaisonMilliers : std::wstring();
+}
+
+void omettre(int ligne, const std::wstring& texte, const Jetons& jetons, base::Remarques& remarques) {
+  const std::wstring phrase =
+      base::formater(L"ignorée, « %s » n'est pas de la forme [nom] x y X Y", texte.substr(0, kExtrait));
+  const std::wstring raison = raisonDe(jetons);
+  if (raison.empty())
+    remarques.omettre(ligne, phrase);
+  else
+    remarques.douter(ligne, phrase + raison);
+}
+
 }  // namespace
 
 couplesNommes lireCouples(std::string_view octets) {
@@ -41,9 +61,7 @@ couplesNommes lireCouples(std::string_view octets) {
     std::array<double, kNombres> v{};
     const bool nomme = jetons.size() == kNombres + 1;
     if ((!nomme && jetons.size() != kNombres) || !lireNombres(jetons, v)) {
-      lus.remarques.omettre(
-          lignes.number(),
-          base::formater(L"ignorée, « %s » n'est pas de la forme [nom] x y X Y", texte.substr(0, kExtrait)));
+      omettre(lignes.number(), texte, jetons, lus.remarques);
       continue;
     }
     lus.noms.push_back(nomme ? jetons[0] : L"ligne " + std::to_wstring(lignes.number()));

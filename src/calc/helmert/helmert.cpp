@@ -13,15 +13,15 @@ namespace {
 
 constexpr double kDeterminantMinimal = 1e-8;  // with its sign, strict
 
-AcGePoint2d moyenne(const std::vector<AcGePoint2d>& points) {
+}  // namespace
+
+AcGePoint2d centreDes(const std::vector<AcGePoint2d>& points) {
   double x = 0.0;
   double y = 0.0;
   for (const AcGePoint2d& p : points) x += p.x, y += p.y;
   const auto n = static_cast<double>(points.size());
   return {x / n, y / n};
 }
-
-}  // namespace
 
 bool calculerHelmert(const std::vector<AcGePoint2d>& depart, const std::vector<AcGePoint2d>& arrivee,
                      double& echelle, double& rotation, AcGeVector2d& deplacement, AcGePoint2d& ab) {
@@ -42,12 +42,14 @@ bool calculerHelmert(const std::vector<AcGePoint2d>& depart, const std::vector<A
   // Deliberate (helmert-determinant): raw coordinates and a signed test; far from the origin it can fail
   // sound pairs.
   if (!(lu.determinant() >= kDeterminantMinimal)) return false;
+  // Deliberate (helmert-sans-centrage): the inverse is that of the raw coordinates, so that exact pairs in
+  // national coordinates leave residuals of millimetres; the one call says how much.
   const Eigen::Vector4d p = lu.inverse() * (A.transpose() * L);
   ab = {p(0), p(1)};
   rotation = std::atan2(ab.y, ab.x);
   echelle = std::sqrt(ab.x * ab.x + ab.y * ab.y);
   // The displacement is that of the means; p(2) and p(3) are not used.
-  deplacement = moyenne(arrivee) - moyenne(depart);
+  deplacement = centreDes(arrivee) - centreDes(depart);
   return true;
 }
 
@@ -55,7 +57,7 @@ bool transformerHelmert(const std::vector<AcGePoint2d>& depart, const std::vecto
                         std::vector<AcGePoint2d>& portes, double& echelle, double& rotation,
                         AcGeVector2d& deplacement, AcGePoint2d& ab) {
   if (!calculerHelmert(depart, arrivee, echelle, rotation, deplacement, ab)) return false;
-  const AcGePoint2d c = moyenne(depart);
+  const AcGePoint2d c = centreDes(depart);
   const double sinus = std::sin(rotation);
   const double cosinus = std::cos(rotation);
   portes.clear();
@@ -76,7 +78,7 @@ bool transformerHelmert(const couplesHelmert& couples, std::vector<AcGePoint2d>&
 }
 
 AcGeMatrix3d matriceHelmert(const std::vector<AcGePoint2d>& depart, const resultatHelmert& resultat) {
-  const AcGePoint2d c = moyenne(depart);
+  const AcGePoint2d c = centreDes(depart);
   const AcGeMatrix3d T1 = AcGeMatrix3d::translation({-c.x, -c.y, 0.0});
   const AcGeMatrix3d S = AcGeMatrix3d::scaling(resultat.echelle);
   const AcGeMatrix3d R = AcGeMatrix3d::rotation(-resultat.rotation, AcGeVector3d::kZAxis);
@@ -101,8 +103,8 @@ ecartsHelmert calculerEcarts(const std::vector<AcGePoint2d>& portes,
   const auto n = static_cast<double>(portes.size());
   ecarts.moyenne = somme / n;
   // Deliberate (helmert-emq): the 1.0 is subtracted from the quotient, not from n; below a mean square of 1.0
-  // the root is not a number, which the report shows.
-  ecarts.quadratique = std::sqrt(ecarts.sommeCarres / n - 1.0);
+  // the root is not a number, which the report shows, without the sign that some machines give it.
+  ecarts.quadratique = std::fabs(std::sqrt(ecarts.sommeCarres / n - 1.0));
   return ecarts;
 }
 

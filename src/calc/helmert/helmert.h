@@ -32,6 +32,9 @@ struct ecartsHelmert {
   double sommeCarres = 0.0;
 };
 
+/// Mean of the points, summed in their order. @param points at least one
+AcGePoint2d centreDes(const std::vector<AcGePoint2d>& points);
+
 /// Coordinates enter the normal equations as they are, without centring: large ones weaken the determinant's
 /// test.
 /// @param depart, arrivee  pairs by index, drawing units

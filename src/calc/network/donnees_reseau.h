@@ -6,6 +6,7 @@
 #include "base/uncopyable.h"
 #include "calc/network/formules_poids.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -48,6 +49,8 @@ public:
   formulesPoids formules;
   base::CArray<int> utilisable;  ///< one for each point: 1 once it has coordinates to compute with
   base::CArray<ObservationReduite> observations;
+  /// How many angles the file gave in each unit (by `modeAngle`).
+  std::array<int, 3> anglesParUnite{};
   /// What the last reduction dropped, each with the equivalent observation that was kept.
   std::vector<std::pair<ObservationReduite, ObservationReduite>> equivalentes;
 

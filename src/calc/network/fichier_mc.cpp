@@ -5,8 +5,10 @@
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/obs_jetons.h"
+#include "core/nombre_suspect.h"
 #include "core/valider_nombre.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace veltora {
@@ -26,6 +28,9 @@ private:
   using Jetons = std::vector<std::wstring>;
   void lireUnite(const Jetons& jetons);
   void lirePoint(const Jetons& jetons, const std::wstring& ligne);
+  /// Tells why nothing was taken from the line of a known point.
+  void omettrePoint(const Jetons& jetons, const std::wstring& ligne);
+  void douterMilliers(const std::wstring& mots);
   void lireObservation(const Jetons& jetons, const std::wstring& ligne);
   void ajouter(signed char type, double mesure, double poids, int station, int reference, int vise);
   int indexDe(const std::wstring& nom);
@@ -56,7 +61,10 @@ void lecteurMc::remarquerSurplus(const Jetons& jetons, std::size_t permis) {
 double lecteurMc::nombre(const Jetons& jetons, std::size_t i) {
   if (i >= jetons.size()) return base::Z_ABSENT;
   if (validerNombre(jetons[i])) return base::lireReel(jetons[i]);
-  if (jetons[i] != L".") remarquer(L"« %s » n'est pas un nombre, lu comme absent", jetons[i]);
+  if (const std::wstring raison = raisonNombre(jetons[i]); !raison.empty())
+    m_remarques.douter(m_numero, L"« " + jetons[i] + L" » n'est pas un nombre, lu comme absent : " + raison);
+  else if (jetons[i] != L".")
+    remarquer(L"« %s » n'est pas un nombre, lu comme absent", jetons[i]);
   return base::Z_ABSENT;
 }
 
@@ -91,11 +99,26 @@ void lecteurMc::lireUnite(const Jetons& jetons) {
   remarquer(L"unité d'angle inconnue « %s », l'unité reste inchangée", jetons[1]);
 }
 
-void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
-  if (jetons.size() < 3 || !validerNombre(jetons[1]) || !validerNombre(jetons[2])) {
-    omettre(ligne);
+void lecteurMc::omettrePoint(const Jetons& jetons, const std::wstring& ligne) {
+  for (std::size_t i = 1; i < std::min<std::size_t>(jetons.size(), 3); ++i) {
+    const std::wstring raison = raisonNombre(jetons[i]);
+    if (raison.empty()) continue;
+    m_remarques.douter(m_numero, L"ignorée, « " + ligne + L" » : « " + jetons[i] + L" », " + raison);
     return;
   }
+  omettre(ligne);
+}
+
+void lecteurMc::douterMilliers(const std::wstring& mots) {
+  m_remarques.douter(m_numero, L"« " + mots + L" » : sans doute des " + kRaisonMilliers);
+}
+
+void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
+  if (jetons.size() < 3 || !validerNombre(jetons[1]) || !validerNombre(jetons[2])) {
+    omettrePoint(jetons, ligne);
+    return;
+  }
+  if (milliersSepares(jetons, kJetonsPoint)) douterMilliers(jetons[1] + L" " + jetons[2]);
   pointACalculer point;
   point.nom = jetons[0];
   point.X = base::lireReel(jetons[1]);
@@ -150,8 +173,12 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
   const double angle = nombre(jetons, 3);
   const double distance = nombre(jetons, 4);
   const double denivelee = nombre(jetons, 5);
+  // A length in two words: the second one stands where the height difference does.
+  if (denivelee != base::Z_ABSENT && denivelee > distance && milliersSepares(jetons[4], jetons[5]))
+    douterMilliers(jetons[4] + L" " + jetons[5]);
   const double facteur = uniteDeMode(m_modeAngle).versRadians;
   if (angle != base::Z_ABSENT) {
+    ++m_reseau.anglesParUnite.at(static_cast<std::size_t>(m_modeAngle));
     ajouter(ObservationReduite::kAngle, angle * facteur, nombre(jetons, 6), station, reference, vise);
   }
   if (distance != base::Z_ABSENT) {
@@ -169,6 +196,7 @@ bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, base::Remarqu
   reseau.observations.RemoveAll();
   reseau.utilisable.RemoveAll();
   reseau.equivalentes.clear();
+  reseau.anglesParUnite = {};
   lecteurMc lecteur(reseau);
   base::LineReader lignes(octets, kLongueurLigneObs);
   while (lignes.next()) lecteur.lire(lignes);

@@ -1,6 +1,7 @@
 #include "calc/network/listing_reseau.h"
 
 #include "base/format.h"
+#include "base/text.h"
 #include "calc/angles.h"
 
 namespace veltora {
@@ -17,6 +18,14 @@ std::wstring nommerObservation(const donneesReseau& reseau, const ObservationRed
     return base::formater(L"Distance %s-%s = %14.4f ", station, vise, o.mesure);
   }
   return base::formater(L"Dénivellée %s vers %s =%14.4f", station, vise, o.mesure);
+}
+
+std::wstring citerObservation(const donneesReseau& reseau, const ObservationReduite& o) {
+  std::wstring texte;
+  for (const wchar_t c : nommerObservation(reseau, o)) {
+    if (c != L' ' || texte.empty() || texte.back() != L' ') texte += c;
+  }
+  return base::trim(texte);
 }
 
 std::wstring listerReseau(const donneesReseau& reseau) {

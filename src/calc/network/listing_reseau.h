@@ -15,6 +15,9 @@ VELTORA_API std::wstring listerReseau(const donneesReseau& reseau);
 /// @throws std::invalid_argument as above
 std::wstring nommerObservation(const donneesReseau& reseau, const ObservationReduite& observation);
 
+/// The same without the padding of its columns, for a sentence.
+std::wstring citerObservation(const donneesReseau& reseau, const ObservationReduite& observation);
+
 /// The log's line, behind "\r\n", of a point that got coordinates.
 std::wstring solutionTrouvee(const pointACalculer& p);
 

@@ -17,10 +17,10 @@ std::wstring derniereLigne(const std::wstring& journal) {
 
 }  // namespace
 
-bool systemeAlti::compte(const ObservationReduite& o) const {
+bool compteEnAltitude(const donneesReseau& reseau, const ObservationReduite& o) {
   if (o.type != ObservationReduite::kDenivelee) return false;
-  if (!m_reseau.utilisable.GetAt(o.station) || !m_reseau.utilisable.GetAt(o.vise)) return false;
-  return !(m_reseau.point(o.station).altiConnue && m_reseau.point(o.vise).altiConnue);
+  if (!reseau.utilisable.GetAt(o.station) || !reseau.utilisable.GetAt(o.vise)) return false;
+  return !(reseau.point(o.station).altiConnue && reseau.point(o.vise).altiConnue);
 }
 
 systemeNormal::Ligne systemeAlti::ligne(const ObservationReduite& o) const {
@@ -69,7 +69,7 @@ double systemeAlti::resoudre(std::wstring& journal) {
   m_reseau.formules.compiler();
   systemeNormal systeme(inconnus);
   for (const ObservationReduite& o : m_reseau.observations) {
-    if (compte(o)) systeme.ajouter(ligne(o));
+    if (compteEnAltitude(m_reseau, o)) systeme.ajouter(ligne(o));
   }
   const std::vector<double> x = systeme.resoudre();
   journaliserVecteur(journal, x);

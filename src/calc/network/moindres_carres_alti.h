@@ -12,6 +12,10 @@ namespace veltora {
 /// serves the next ones. @return true when at least one was found
 bool altitudesProvisoires(donneesReseau& reseau, std::wstring& journal);
 
+/// Whether an observation has a row in the system of the heights: a height difference between usable points
+/// that are not both fixed in height.
+bool compteEnAltitude(const donneesReseau& reseau, const ObservationReduite& o);
+
 /// The linear system of the heights: Z(vise) - Z(station) = measured, by least squares (Ghilani, Adjustment
 /// Computations, differential leveling). The unknowns are the heights themselves.
 class systemeAlti {
@@ -22,7 +26,6 @@ public:
 
 private:
   [[nodiscard]] int colonne(int point) const { return m_colonnes.at(static_cast<std::size_t>(point)); }
-  [[nodiscard]] bool compte(const ObservationReduite& o) const;
   [[nodiscard]] systemeNormal::Ligne ligne(const ObservationReduite& o) const;
   void journaliserResidus(std::wstring& journal, std::vector<double>& v, const systemeNormal& systeme) const;
 

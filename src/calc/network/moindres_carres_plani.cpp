@@ -29,9 +29,9 @@ void systemePlani::numeroter() {
   }
 }
 
-bool systemePlani::compte(const ObservationReduite& o) const {
+bool compteEnPlan(const donneesReseau& reseau, const ObservationReduite& o) {
   if (o.type != ObservationReduite::kAngle && o.type != ObservationReduite::kDistance) return false;
-  const auto utilisable = [this](int point) { return m_reseau.utilisable.GetAt(point) != 0; };
+  const auto utilisable = [&reseau](int point) { return reseau.utilisable.GetAt(point) != 0; };
   if (!utilisable(o.station) || !utilisable(o.vise)) return false;
   return o.type == ObservationReduite::kDistance || o.reference == -1 || utilisable(o.reference);
 }
@@ -107,7 +107,7 @@ systemeNormal systemePlani::lineariser() {
   m_reseau.formules.compiler();
   systemeNormal systeme(2 * m_inconnus);
   for (const ObservationReduite& o : m_reseau.observations) {
-    if (compte(o)) systeme.ajouter(ligne(o));
+    if (compteEnPlan(m_reseau, o)) systeme.ajouter(ligne(o));
   }
   return systeme;
 }

@@ -8,6 +8,9 @@
 
 namespace veltora {
 
+/// Whether an angle or a distance has a row in the plan: all points that it names are usable.
+bool compteEnPlan(const donneesReseau& reseau, const ObservationReduite& o);
+
 /// One linearised system of the plan.
 class systemePlani {
 public:
@@ -21,7 +24,6 @@ public:
 
 private:
   void numeroter();
-  [[nodiscard]] bool compte(const ObservationReduite& o) const;
   [[nodiscard]] systemeNormal::Ligne ligne(const ObservationReduite& o) const;
   void deriver(systemeNormal::Ligne& ligne, int point, double dx, double dy) const;
   void journaliserResidus(std::wstring& journal, const std::vector<double>& v,

@@ -3,6 +3,9 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/angles.h"
+#include "calc/network/causes_reseau.h"
+#include "calc/network/controle_reseau.h"
+#include "calc/network/essai_reseau.h"
 #include "calc/network/listing_reseau.h"
 #include "calc/network/points_provisoires.h"
 
@@ -12,18 +15,6 @@
 
 namespace veltora {
 namespace {
-
-/// Up to this difference (radians) a measure and its computed value are one direction, but for the turn.
-constexpr double kProcheDeZero = 0.3;
-
-/// The observation without the padding of its columns.
-std::wstring citer(const reseauMoindresCarres& reseau, const ObservationReduite& o) {
-  std::wstring texte;
-  for (const wchar_t c : nommerObservation(reseau, o)) {
-    if (c != L' ' || texte.empty() || texte.back() != L' ') texte += c;
-  }
-  return base::trim(texte);
-}
 
 bool fini(const pointACalculer& p) { return std::isfinite(p.X) && std::isfinite(p.Y); }
 
@@ -81,7 +72,13 @@ void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bila
     remarques.douter(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
     return;
   }
-  if (pas < 0.0) {
+  if (pas < 0.0 && bilan.pointDeplace >= 0) {
+    remarques.douter(
+        base::formater(L"le système devient singulier à la passe %d, après des passes qui ont déplacé les "
+                       L"points (%s de %.6g m) : "
+                       L"leurs coordonnées ne sont ni provisoires ni compensées",
+                       bilan.passes, reseau.point(bilan.pointDeplace).nom, bilan.deplacement));
+  } else if (pas < 0.0) {
     remarques.douter(
         L"le système est singulier : tous les points gardent leurs coordonnées provisoires, rien n'est "
         L"compensé");
@@ -107,15 +104,28 @@ void remarquerTours(const reseauMoindresCarres& reseau, base::Remarques& remarqu
   for (const ObservationReduite& o : reseau.observations) {
     if (o.type != ObservationReduite::kAngle || !place(o.station) || !place(o.vise)) continue;
     if (o.reference != -1 && !place(o.reference)) continue;
-    const double calcule = reseau.valeurCalculee(o);
-    const double ecart = std::fabs(o.mesure - calcule);
-    if (ecart <= kPi || std::fabs(ecart - 2.0 * kPi) > kProcheDeZero) continue;
+    if (!compteUnTour(reseau, o)) continue;
     liste.douter(base::formater(
         L"%s : la valeur calculée est %.4f, l'écart compte comme un tour entier et fausse le calcul ; donnez "
         L"l'angle avec un tour de plus ou de moins, ou depuis une autre référence",
-        citer(reseau, o), calcule * 200.0 / kPi));
+        citerObservation(reseau, o), reseau.valeurCalculee(o) * 200.0 / kPi));
   }
   remarques.citer(liste);
+}
+
+/// Residuals, distances from the fixed points, and what would explain a bad fit.
+void remarquerAccord(const reseauMoindresCarres& reseau, const bilanIteration& bilan,
+                     base::Remarques& remarques) {
+  const std::vector<residuSuspect> suspects = residusSuspects(reseau, residusPlan(reseau));
+  douterResidus(reseau, suspects, remarques);
+  const std::vector<int> loin = pointsTropLoin(reseau);
+  if (!loin.empty()) {
+    remarques.douter(L"plus loin de tout point connu qu'aucune observation ne l'explique : " +
+                     nommer(reseau, loin));
+  }
+  const bool aucun = pointsEnPlan(reseau) == 0;
+  if (!suspects.empty() || !loin.empty() || aucun || (!bilan.convergence && bilan.passes > 1))
+    chercherCausesPlan(reseau, suspects, remarques);
 }
 
 }  // namespace
@@ -126,18 +136,22 @@ void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& 
   for (const ObservationReduite& o : reseau.observations) {
     if (o.poids != base::Z_ABSENT) ++poids;
     if (o.station == o.vise) {
-      insensees.ajouter(citer(reseau, o) + L" : le point se vise lui-même");
+      insensees.ajouter(citerObservation(reseau, o) + L" : le point se vise lui-même");
     } else if (o.type == ObservationReduite::kAngle && o.reference == o.station) {
-      insensees.ajouter(citer(reseau, o) + L" : la station est sa propre référence");
+      insensees.ajouter(citerObservation(reseau, o) + L" : la station est sa propre référence");
     } else if (o.type == ObservationReduite::kDistance && !(o.mesure > 0.0)) {
-      insensees.ajouter(citer(reseau, o) + L" : distance nulle ou négative");
+      insensees.ajouter(citerObservation(reseau, o) + L" : distance nulle ou négative");
     }
   }
   remarques.citer(insensees);
   base::Remarques equivalentes;
   for (const auto& [supprimee, gardee] : reseau.equivalentes) {
-    equivalentes.ajouter(base::formater(L"%s : laissée de côté, équivalente à %s", citer(reseau, supprimee),
-                                        citer(reseau, gardee)));
+    base::Remarque remarque(base::formater(L"%s : laissée de côté, équivalente à %s",
+                                           citerObservation(reseau, supprimee),
+                                           citerObservation(reseau, gardee)));
+    remarque.douteuse = seContredisent(supprimee, gardee);
+    if (remarque.douteuse) remarque.texte += L", dont elle s'écarte trop";
+    equivalentes.ajouter(remarque);
   }
   remarques.citer(equivalentes);
   if (poids > 0) {
@@ -158,9 +172,14 @@ void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, ba
         base::formater(L"point %s sans coordonnées : %s", p.nom, raison(etats[rang], enAltitude[rang])));
   }
   remarquerTours(reseau, remarques);
+  if (std::isfinite(reseau.dernierPas)) remarquerAccord(reseau, bilan, remarques);
 }
 
 void remarquerAltitudes(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
+  const bool nivellement =
+      std::any_of(reseau.observations.begin(), reseau.observations.end(),
+                  [](const ObservationReduite& o) { return o.type == ObservationReduite::kDenivelee; });
+  if (!nivellement) return;
   const bool connue = std::any_of(reseau.points.begin(), reseau.points.end(),
                                   [](const pointACalculer& p) { return p.altiConnue; });
   if (!connue) {
@@ -174,6 +193,9 @@ void remarquerAltitudes(const reseauMoindresCarres& reseau, base::Remarques& rem
         base::formater(L"point %s sans altitude : ses dénivelées ne le rattachent à aucune altitude connue",
                        reseau.points.GetAt(i).nom));
   }
+  const std::vector<residuSuspect> suspects = residusSuspects(reseau, residusAltitudes(reseau));
+  douterResidus(reseau, suspects, remarques);
+  if (!suspects.empty()) chercherCausesAltitudes(reseau, suspects, remarques);
 }
 
 }  // namespace veltora

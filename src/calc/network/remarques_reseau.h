@@ -9,10 +9,12 @@ namespace veltora {
 /// What the observations themselves leave to doubt: sights of a point to itself, lengths that are none,
 /// weights without effect, equivalent observations that were dropped.
 void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& remarques);
-/// What became of the plan: iteration, points without coordinates and why, angles counted with a whole turn.
-/// To be called before the heights are computed.
+/// What became of the plan: iteration, points without coordinates and why, angles counted with a whole turn,
+/// residuals that are too large, points that lie too far, and what would explain a bad fit. To be called
+/// before the heights are computed.
 void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, base::Remarques& remarques);
-/// Points without height. To be called behind the computation of the heights.
+/// Points without height, residuals that are too large and what would explain them. To be called behind the
+/// computation of the heights.
 void remarquerAltitudes(const reseauMoindresCarres& reseau, base::Remarques& remarques);
 
 }  // namespace veltora

@@ -5,12 +5,26 @@
 #include "calc/network/moindres_carres_plani.h"
 #include "calc/network/points_provisoires.h"
 
+#include <cmath>
+
 namespace veltora {
 namespace {
 
 constexpr int kPassesMax = 100;
 constexpr double kPasNegligeable = 1e-8;   // norm of the step in the plan, strict
 constexpr double kAltitudesNulles = 1e-8;  // norm of the heights, strict
+
+void mesurerDeplacement(const base::CArray<pointACalculer>& provisoires, const reseauMoindresCarres& reseau,
+                        bilanIteration& bilan) {
+  for (int i = 0; i < provisoires.GetSize(); ++i) {
+    const pointACalculer& avant = provisoires.GetAt(i);
+    const pointACalculer& apres = reseau.points.GetAt(i);
+    const double d = std::hypot(apres.X - avant.X, apres.Y - avant.Y);
+    if (!(d > bilan.deplacement)) continue;
+    bilan.deplacement = d;
+    bilan.pointDeplace = i;
+  }
+}
 
 }  // namespace
 
@@ -56,6 +70,7 @@ bilanIteration iterer(reseauMoindresCarres& reseau, std::wstring& journal, std::
   std::wstring brouillon;
   reseau.calculerPlani(brouillon, true);
   if (premiere) *premiere = brouillon;
+  const base::CArray<pointACalculer> provisoires = reseau.points;
   bilanIteration bilan;
   bool continuer = true;
   while (continuer && bilan.passes < kPassesMax && !acedUsrBrk()) {
@@ -65,6 +80,7 @@ bilanIteration iterer(reseauMoindresCarres& reseau, std::wstring& journal, std::
   }
   bilan.convergence = !continuer && reseau.dernierPas >= 0.0;
   journal += brouillon;
+  mesurerDeplacement(provisoires, reseau, bilan);
   return bilan;
 }
 

@@ -29,6 +29,9 @@ public:
 struct bilanIteration {
   int passes = 0;            ///< behind the first one, which gives the provisional points
   bool convergence = false;  ///< the last step was small enough, or there was nothing to compute
+  /// How far the passes carried a point from its provisional coordinates at most, and which one (-1: none).
+  double deplacement = 0.0;
+  int pointDeplace = -1;
 };
 
 /// The iteration of the button "Calculer X,Y": a first pass, then passes until one asks for no other, or 100.

@@ -153,8 +153,8 @@ std::vector<double> systemeNormal::produit(const std::vector<double>& x) const {
 }
 
 void journaliserVecteur(std::wstring& journal, const std::vector<double>& x) {
-  journal +=
-      base::formater(std::wstring(L"\r\nVecteur %s (%d elements)"), L"Solution", static_cast<int>(x.size()));
+  journal += base::formater(std::wstring(L"\r\nVecteur %s (%d elements)"), L"Vecteur Solution",
+                            static_cast<int>(x.size()));
   for (std::size_t i = 0; i < x.size(); ++i) {
     journal += base::formater(std::wstring(L"\r\n%d | %14.10f |"), static_cast<int>(i), x[i]);
   }

@@ -6,12 +6,17 @@
 #include "calc/angles.h"
 #include "calc/obs_jetons.h"
 #include "calc/traverse/nivellement.h"
+#include "core/nombre_suspect.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace veltora {
 namespace {
+
+/// Words of a row, and of the line of a known station.
+constexpr std::size_t kJetonsLigne = 4;
+constexpr std::size_t kJetonsStation = 10;
 
 wchar_t initiale(const std::wstring& mot) { return mot.empty() ? L'\0' : base::toUpper(mot.front()); }
 
@@ -66,16 +71,41 @@ void lecteurObs::lireJetons(const jetonsObs& jetons, std::wstring_view ligne, do
       return;
     case 2:
       return lireDeuxJetons(jetons, ligne, donnees);
-    case 4:
-      donnees.lignes.push_back({jetons[0], jetons[1], jetons[2], jetons[3]});
-      for (std::size_t i = 1; i < jetons.size(); ++i)
-        nombre(jetons[i]);  // the cells stay text: only to remark
+    case kJetonsLigne:
+      donnees.lignes.push_back({jetons[0], jetons[1], jetons[2], jetons[3], m_ligne});
+      // The cells stay text: only to remark. A sign for "not measured" in place of a height is no doubt.
+      for (std::size_t i = 1; i + 1 < jetons.size(); ++i) nombre(jetons[i]);
+      if (jetons[3].find_first_of(L"0123456789") != std::wstring::npos)
+        nombre(jetons[3]);
+      else
+        remarquer(L"dénivelée « " + jetons[3] + L" » lue comme 0.0");
+      douterMilliers(jetons[2], jetons[3]);
       return;
-    case 10:
+    case kJetonsStation:
       return paires(jetons);
     default:
-      remarquerIgnoree(ligne);
+      douterIgnoree(jetons, ligne);
   }
+}
+
+/// Nothing is taken from the line: told with the numbers that look like the reason.
+void lecteurObs::douterIgnoree(const jetonsObs& jetons, std::wstring_view ligne) {
+  std::wstring raison;
+  for (const std::wstring& jeton : jetons)
+    if (raison.empty()) raison = raisonNombre(jeton);
+  if (milliersSepares(jetons, kJetonsLigne) ||
+      (jetons.size() > kJetonsStation && milliersSepares(jetons, kJetonsStation)))
+    raison = kRaisonMilliers;
+  if (raison.empty()) return remarquerIgnoree(ligne);
+  m_remarques.douter(m_ligne, L"ignorée, « " + std::wstring(ligne) + L" » : " + raison);
+}
+
+/// Of a row without height difference whose length takes two words, the second one stands where the height
+/// difference does: larger than a length that is its thousands.
+void lecteurObs::douterMilliers(const std::wstring& distance, const std::wstring& dz) {
+  if (!milliersSepares(distance, dz) || base::lireReel(dz) <= base::lireReel(distance)) return;
+  m_remarques.douter(m_ligne, L"distance « " + distance + L" » et dénivelée « " + dz +
+                                  L" » : sans doute des " + kRaisonMilliers);
 }
 
 void lecteurObs::lireDeuxJetons(const jetonsObs& jetons, std::wstring_view ligne, donneesObs& donnees) {
@@ -98,8 +128,11 @@ bool lecteurObs::motCle(const std::wstring& /*cle*/, const std::wstring& /*valeu
 double lecteurObs::nombre(const std::wstring& jeton) {
   const double lu = base::lireReel(jeton);
   double exact = 0.0;
-  if (!base::lireReelExact(base::narrow(jeton), exact))
-    remarquer(L"nombre illisible « " + jeton + L" », lu comme " + base::widen(base::ecrireReel(lu)));
+  if (base::lireReelExact(base::narrow(jeton), exact)) return lu;
+  const std::wstring raison = raisonNombre(jeton);
+  m_remarques.douter(m_ligne, L"nombre illisible « " + jeton + L" », lu comme " +
+                                  base::widen(base::ecrireReel(lu)) +
+                                  (raison.empty() ? L"" : L" : " + raison));
   return lu;
 }
 

@@ -46,6 +46,8 @@ protected:
 
 private:
   void lireJetons(const jetonsObs& jetons, std::wstring_view ligne, donneesObs& donnees);
+  void douterIgnoree(const jetonsObs& jetons, std::wstring_view ligne);
+  void douterMilliers(const std::wstring& distance, const std::wstring& dz);
   void lireDeuxJetons(const jetonsObs& jetons, std::wstring_view ligne, donneesObs& donnees);
 
   base::Remarques m_remarques;

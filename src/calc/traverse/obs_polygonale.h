@@ -30,6 +30,7 @@ struct ligneObs {
   std::wstring angle;
   std::wstring distance;
   std::wstring dz;
+  int ligne = 0;  ///< of the file, from 1; 0 for a row that was typed
 };
 
 /// The row that a line of text stands for: the name cut to 18 characters, each number the longest numeric

@@ -2,6 +2,7 @@
 
 #include "calc/traverse/obs_fichier.h"
 #include "calc/traverse/polygonale.h"
+#include "calc/traverse/tolerances_polygonale.h"
 
 #include <memory>
 #include <string_view>
@@ -21,8 +22,9 @@ public:
   /// @return the stations to place
   virtual std::vector<stationCalculee> calculer(htmlDocument* rapport, bool brute, bool compensee,
                                                 fermeturesPolygonale& fermetures) const = 0;
-  /// What looks wrong in the data, all of it doubtful.
-  [[nodiscard]] virtual base::Remarques doutes(const fermeturesPolygonale& fermetures) const = 0;
+  /// What looks wrong in the data, as far as it can be seen from how they close.
+  [[nodiscard]] virtual base::Remarques doutes(const fermeturesPolygonale& fermetures,
+                                               const tolerancesPolygonale& tolerances) const = 0;
 };
 
 /// @param remarques  gets what was passed over or guessed

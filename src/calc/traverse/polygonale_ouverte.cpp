@@ -109,6 +109,8 @@ int calculerPolygonaleOuverte(const std::wstring& nomDepart, double Xdep, double
   for (const obsPolygonale& ligne : lignes) H += ligne.dz;
   H = H - (Zarr - Zdep);
   if (compenseAltitudes(modeNivellement)) {
+    // Deliberate (longueurs-bouclees): as in the closed traverse the lengths wrap round, so the leg out of
+    // the departure is not measured and the last one runs from the arrival back to the end of the first leg.
     const corrections parts = repartirFermeture(modeNivellement, H, lignes, X, Y);
     compenserAltitudes(parts, Zdep, lignes, Z);
     if (plume) plume->altitudes(modeNivellement, parts, X, Y, Z);

@@ -1,5 +1,6 @@
 #include "codes/dialogs/codification_dlg.h"
 
+#include "arx/dxf/dxffile.h"
 #include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -22,6 +23,14 @@ std::wstring cheminChoisi(const std::wstring& fichier) {
   std::wstring chemin = base::fromUtf8(std::filesystem::absolute(cheminPlateforme(fichier)).string());
   if (finitPar(chemin, L".dxf")) chemin.replace(chemin.size() - 4, 4, L".dwg");
   return chemin;
+}
+
+/// The file that serves a block path, as an answer may name it; empty when there is none.
+std::wstring fichierPresent(const std::wstring& chemin) {
+  const std::filesystem::path fichier = dxfServingFile(cheminPlateforme(chemin));
+  std::error_code ignoree;
+  return std::filesystem::is_regular_file(fichier, ignoree) ? base::fromUtf8(fichier.string())
+                                                            : std::wstring();
 }
 
 }  // namespace
@@ -101,7 +110,7 @@ void DlgCodification::quitterCode() {
 void DlgCodification::choisirSymbole() {
   base::FileRequest demande;
   demande.title = L"Fichier à utiliser";
-  demande.defaultName = base::fromUtf8(cheminPlateforme(chemin).string());
+  demande.defaultName = fichierPresent(chemin);
   demande.extension = L"dwg";
   demande.filter = L"Fichier dessin (*.dwg;*.dxf)|*.dwg;*.dxf";
   const auto reponse = ui::chooseFile(demande);

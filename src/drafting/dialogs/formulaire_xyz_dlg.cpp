@@ -2,10 +2,14 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
+#include "base/files.h"
 #include "base/format.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
+#include "core/imprimer_doutes.h"
+#include "jobs/genre_fichier.h"
 #include "jobs/lire_liste.h"
+#include "jobs/placer_stations.h"
 #include "points/dialogs/numerotation_dlg.h"
 #include "points/point_du_dessin.h"
 #include "ui/driver.h"
@@ -23,6 +27,15 @@ std::optional<base::FileAnswer> choisir(const wchar_t* filtre, bool enregistrer)
   demande.filter = filtre;
   demande.save = enregistrer;
   return ui::chooseFile(demande);
+}
+
+/// False after a message when a line holds a coordinate that is no number.
+bool placables(const tableObsXYZ& table) {
+  std::vector<stationCalculee> points;
+  for (const pointXYZ& ligne : table.lignes) points.push_back({ligne.nom, ligne.x, ligne.y, ligne.z});
+  const std::wstring refus = refusDePlacer(points, true);
+  if (!refus.empty()) ui::messageBox(refus, L"Points en XYZ");
+  return refus.empty();
 }
 
 }  // namespace
@@ -67,8 +80,10 @@ void CformulaireXYZ::charger(bool vider) {
     base::Suivi suivi;
     m_table.charger(nullptr, vider, &suivi);
   }
-  for (const std::wstring& phrase : doutesXyz(base::toUtf8(choix->path)).phrases())
-    acutPrintf(L"\n%s", phrase);
+  if (const auto octets = base::lireFichier(base::cheminDuTexte(choix->path)))
+    imprimerDoutes(doutesDuGenre(choix->path, *octets, genreFichier::xyz));
+  imprimerDoutes(doutesXyz(base::cheminDuTexte(choix->path)));
+  imprimerDoutes(m_table.remarques);
   // Deliberate (fusionner-libelle): a new code is labelled "Code 7" when its list is loaded, but "Code N° 7",
   // by the row that shows it, when its list is merged.
   if (vider) ajouterCodesManquants();
@@ -84,7 +99,7 @@ void CformulaireXYZ::sauvegarder() {
 
 void CformulaireXYZ::placer() {
   m_codes.creerTousLayers(acdbHostApplicationServices()->workingDatabase());
-  if (m_table.lignes.empty()) return;
+  if (m_table.lignes.empty() || !placables(m_table)) return;
   base::Suivi suivi(static_cast<long long>(m_table.lignes.size()) - 1);
   for (const pointXYZ& ligne : m_table.lignes) {
     if (suivi.arrete()) return;

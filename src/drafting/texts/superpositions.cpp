@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <numeric>
 #include <optional>
 
@@ -35,11 +36,15 @@ public:
     for (const annotationPlane& a : annotations) boites.push_back(emprise(a.boite));
     m_index.emplace(boites);
   }
-  /// What a box at this place would cover, the annotation `sauf` left out.
-  double recouvrement(const boitePlane& boite, std::size_t sauf) {
+  /// What a box at this place would cover, the annotation `sauf` left out. A place that covers `assez` or
+  /// more is not added up to its end: areas are never negative, so that no sum falls again.
+  double recouvrement(const boitePlane& boite, std::size_t sauf,
+                      double assez = std::numeric_limits<double>::infinity()) {
     double somme = 0.0;
-    for (const std::size_t i : m_index ? m_index->touching(emprise(boite)) : m_tous)
+    for (const std::size_t i : m_index ? m_index->touching(emprise(boite)) : m_tous) {
       if (i != sauf) somme += surfaceCommune(boite, m_annotations[i].boite);
+      if (m_index && somme >= assez) break;
+    }
     return somme;
   }
   void deplacer(std::size_t i, const boitePlane& boite) {
@@ -78,7 +83,7 @@ double placer(voisinage& voisins, annotationPlane& annotation, std::size_t index
   boitePlane choisie;
   bool mieux = false;
   for (const boitePlane& place : placesAutour(annotation)) {
-    const double surface = voisins.recouvrement(place, index);
+    const double surface = voisins.recouvrement(place, index, meilleur);
     if (!(surface < meilleur)) continue;
     meilleur = surface;
     choisie = place;

@@ -58,12 +58,13 @@ std::optional<AcGePoint3d> lirePosition(const resbuf* element) {
     return AcGePoint3d(p[0], p[1], element->restype == RT3DPOINT ? p[2] : 0.0);
   }
   if (element->restype != RTLB) return std::nullopt;
-  const resbuf* x = element->rbnext;
-  const resbuf* y = x ? x->rbnext : nullptr;
-  const resbuf* fin = y ? y->rbnext : nullptr;
-  if (!argumentsLisp::estReel(x) || !argumentsLisp::estReel(y) || !fin || fin->restype != RTLE)
-    return std::nullopt;
-  return AcGePoint3d(argumentsLisp::reel(x), argumentsLisp::reel(y), 0.0);
+  double place[3] = {0.0, 0.0, 0.0};
+  int n = 0;
+  const resbuf* nombre = element->rbnext;
+  for (; n < 3 && argumentsLisp::estReel(nombre); nombre = nombre->rbnext)
+    place[n++] = argumentsLisp::reel(nombre);
+  if (n < 2 || !nombre || nombre->restype != RTLE) return std::nullopt;
+  return AcGePoint3d(place[0], place[1], place[2]);
 }
 
 }  // namespace veltora

@@ -37,7 +37,7 @@ private:
   resbuf* m_chaine;
 };
 
-/// A position: a point of two or three coordinates, or a list of two numbers.
+/// A position: a point of two or three coordinates, or a list of so many numbers.
 /// @return nothing for anything else
 std::optional<AcGePoint3d> lirePosition(const resbuf* element);
 

@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
 #include "arx/ed/acedads.h"
+#include "base/box_index.h"
 #include "base/format.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <vector>
 
 namespace veltora {
 namespace {
@@ -91,9 +93,45 @@ std::unique_ptr<AcDbPolyline> parallele(const AcDbPolyline& polyligne, double di
   return seule;
 }
 
+/// The points of a table by place, the ones that are added meanwhile included. It answers as `getAt` does,
+/// without a walk over the table for each vertex.
+class pointsParPlace {
+public:
+  explicit pointsParPlace(const listePointsDuDessin& table) : m_table(table), m_index(placesDe(table)) {}
+  /// The point that the table got last.
+  void entrerDernier() {
+    const int dernier = m_table.nbPoint() - 1;
+    m_index.add(static_cast<std::size_t>(dernier), placeDe(*m_table.getData(dernier)));
+  }
+  bool chercher(double x, double y, pointDuDessin& trouve) {
+    for (const std::size_t i : m_index.touching({x, y, x, y})) {
+      const pointDuDessin& point = *m_table.getData(static_cast<int>(i));
+      if (!listePointsDuDessin::estEn(point, x, y)) continue;
+      trouve = point;
+      return true;
+    }
+    return false;
+  }
+
+private:
+  static base::PlaneBox placeDe(const pointDuDessin& point) {
+    // Twice as large as what counts, so that rounding leaves none out.
+    constexpr double kMarge = 2.0 * listePointsDuDessin::kMemePlace;
+    return {point.x - kMarge, point.y - kMarge, point.x + kMarge, point.y + kMarge};
+  }
+  static std::vector<base::PlaneBox> placesDe(const listePointsDuDessin& table) {
+    std::vector<base::PlaneBox> places;
+    for (const pointDuDessin& point : *table.getData()) places.push_back(placeDe(point));
+    return places;
+  }
+  const listePointsDuDessin& m_table;
+  base::BoxIndex m_index;
+};
+
 /// A new point at each vertex of the parallel whose model is a point of the table.
 void creerPoints(listePointsDuDessin& table, const AcDbPolyline& source, const AcDbPolyline& copie,
                  double decalageZ) {
+  pointsParPlace places(table);
   AcGePoint3d dernier;
   bool premier = true;
   for (unsigned int i = 0; i < source.numVerts(); ++i) {
@@ -104,11 +142,12 @@ void creerPoints(listePointsDuDessin& table, const AcDbPolyline& source, const A
     if (!premier && !(modele.distanceTo(dernier) > kSommetNouveau)) continue;
     premier = false;
     dernier = modele;
-    if (!table.getAt(modele.x, modele.y, point) || copie.getPointAt(i, place) != Acad::eOk) continue;
+    if (!places.chercher(modele.x, modele.y, point) || copie.getPointAt(i, place) != Acad::eOk) continue;
     point.setNomPoint(base::formater(L"%d", table.getMaxNum() + 1).c_str());
     point.setXY(place.x, place.y, point.z + decalageZ);
     point.setId({});
     table.Ajouter(point);
+    places.entrerDernier();
     table.getData(table.nbPoint() - 1)->updateDrawing();
   }
 }

@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "core/code_range.h"
+#include "core/installation.h"
 #include "core/valider_nombre.h"
 #include "host/lisp/arguments_lisp.h"
 #include "points/bloc_fichier.h"
@@ -172,7 +173,8 @@ int lispChgRepPts() {
   const int code = codeOuDefaut(Args::entier(args.element(0)));
   std::wstring fichier = args.element(1)->resval.rstring;
   if (!base::toLower(fichier).ends_with(L".dwg")) fichier += L".dwg";
-  const std::wstring trouve = acdbHostApplicationServices()->findFile(fichier);
+  const std::wstring trouve =
+      acdbHostApplicationServices()->findFile(base::fromUtf8(cheminPlateforme(fichier).string()));
   const AcDbObjectId definition = trouve.empty() ? AcDbObjectId() : blocDuFichier(*db, trouve);
   if (definition.isNull()) return RTNORM;
   for (const pointDuDessin& point : *table->getData()) {

@@ -1,6 +1,7 @@
 #include "host/lisp/lisp_utilisateur.h"
 
 #include "arx/ed/acedads.h"
+#include "arx/ed/edroutines.h"
 #include "base/text.h"
 #include "core/installation.h"
 #include "core/resbuf_serializer.h"
@@ -56,7 +57,7 @@ int lispKGetPt() {
 
 int lispVnDelFile() {
   const Args args(acedGetArgs());
-  if (!Args::estTexte(args.element(0))) return acedRetNil();
+  if (!Args::estTexte(args.element(0)) || !acedRoutineMayReach()) return acedRetNil();
   const std::filesystem::path fichier = cheminPlateforme(args.element(0)->resval.rstring);
   std::error_code erreur;
   const auto etat = std::filesystem::symlink_status(fichier, erreur);

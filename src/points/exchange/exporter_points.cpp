@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/suivi.h"
 #include "base/text.h"
 #include "report/html_document.h"
@@ -34,7 +35,8 @@ bool exporterRapport(const Points& points, const std::wstring& chemin, base::Sui
                      std::string& raison) {
   htmlDocument document;
   // Deliberate (export-toujours-word): the Word form, under ".htm" too.
-  document.setFichier(base::toUtf8(chemin), chemin.size() < 3 ? htmlDocument::simple : htmlDocument::word);
+  document.setFichier(base::cheminDuTexte(chemin).native(),
+                      chemin.size() < 3 ? htmlDocument::simple : htmlDocument::word);
   ajouterPrologue(document);
   htmlTable table;
   preparerTable(table);
@@ -60,7 +62,7 @@ std::string avecObservation(std::string ligne, const std::wstring& observation) 
 
 bool exporterTexte(const Points& points, const std::wstring& chemin,
                    const std::vector<std::wstring>& observations, base::Suivi& suivi, std::string& raison) {
-  base::RemplacementFichier fichier{std::filesystem::path(base::toUtf8(chemin))};
+  base::RemplacementFichier fichier{base::cheminDuTexte(chemin)};
   for (std::size_t i = 0; i < points.size(); ++i) {
     const std::string ligne = texteDuPoint(points[i]);
     if (!fichier.ecrire(observations.empty() ? ligne : avecObservation(ligne, observations[i]))) break;

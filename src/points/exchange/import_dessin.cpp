@@ -144,7 +144,9 @@ bool importateur::prendreBlocSysteme(const AcDbBlockReference& bloc) {
   const int codeDefaut = sourcesImport[rang(kSourceBlocs)].code;
   int code = codeDefaut;
   if (lireAttribut(bloc, etiquettesPoints.code, texteCode)) {
-    code = codeOuDefaut(base::lireEntier(texteCode), codeDefaut);
+    // A code below 0 stays: only 0 and what lies above the range count as none.
+    code = base::lireEntier(texteCode);
+    if (code == 0 || code > kLargestCode) code = codeDefaut;
   } else {
     enregistrer(kSourceBlocs);
   }

@@ -4,7 +4,9 @@
 #include "base/format.h"
 #include "base/lines/line_reader.h"
 #include "base/numbers.h"
+#include "base/paths.h"
 #include "base/text.h"
+#include "core/nombre_suspect.h"
 #include "core/valider_nombre.h"
 #include "points/comparer_numeros.h"
 #include "points/numeroteur.h"
@@ -12,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -41,7 +44,7 @@ std::wstring nomPropre(std::wstring_view nom) {
   return propre;
 }
 
-std::filesystem::path chemin(const std::wstring& nom) { return base::toUtf8(nom); }
+std::filesystem::path chemin(const std::wstring& nom) { return base::cheminDuTexte(nom); }
 
 /// Takes the next word off a line; empty at its end.
 std::string_view prendreMot(std::string_view& reste) {
@@ -76,6 +79,44 @@ bool colonneZVide(std::string_view ligne) {
   return tabulation != std::string_view::npos && base::trim(ligne.substr(0, tabulation), " ").empty();
 }
 
+/// A remark on the line in progress, a doubt when one of these words looks like a number.
+void remarquerMots(const base::LineReader& lignes, std::initializer_list<std::string_view> mots,
+                   const std::wstring& phrase, bool omise, base::Remarques& remarques) {
+  for (const std::string_view mot : mots) {
+    const std::wstring raison = raisonNombre(lignes.wide(mot));
+    if (raison.empty()) continue;
+    remarques.douter(lignes.number(), phrase + L" : « " + lignes.wide(mot) + L" », " + raison);
+    return;
+  }
+  if (omise)
+    remarques.omettre(lignes.number(), phrase);
+  else
+    remarques.ajouter(lignes.number(), phrase);
+}
+
+void omettre(const base::LineReader& lignes, std::string_view x, std::string_view y,
+             base::Remarques& remarques) {
+  const wchar_t* phrase =
+      y.empty() ? L"ignorée, il faut au moins un nom, X et Y" : L"ignorée, X ou Y n'est pas un nombre";
+  remarquerMots(lignes, {x, y}, phrase, true, remarques);
+}
+
+void remarquerAltitude(const base::LineReader& lignes, std::string_view z, base::Remarques& remarques) {
+  remarquerMots(lignes, {z}, L"l'altitude n'est pas un nombre, ses premiers chiffres comptent, sinon 0",
+                false, remarques);
+}
+
+/// "652 318.42 6 862 104.87" in place of X and Y: the groups of Y have become altitude, code and observation.
+bool xyEnMilliers(std::string_view x, std::string_view y, std::string_view z, std::string_view code,
+                  std::string_view obs) {
+  const auto separes = [](std::string_view tete, std::string_view suite) {
+    return milliersSepares(base::widen(tete), base::widen(suite));
+  };
+  const std::string_view premier = obs.substr(0, obs.find(' '));
+  return premier.find('.') != std::string_view::npos && separes(x, y) && separes(z, code) &&
+         separes(code, premier);
+}
+
 /// Reads the line in progress, and tells what is wrong with it. @return false for one that is dropped
 bool lireLigne(const base::LineReader& lignes, bool colonneZCompte, pointXYZ& point,
                base::Remarques& remarques) {
@@ -84,25 +125,25 @@ bool lireLigne(const base::LineReader& lignes, bool colonneZCompte, pointXYZ& po
   const std::string_view x = prendreMot(reste);
   const std::string_view y = prendreMot(reste);
   if (y.empty() || !lireCoordonnee(x, point.x) || !lireCoordonnee(y, point.y)) {
-    remarques.omettre(lignes.number(), y.empty() ? L"ignorée, il faut au moins un nom, X et Y"
-                                                 : L"ignorée, X ou Y n'est pas un nombre");
+    omettre(lignes, x, y, remarques);
     return false;
   }
   point.nom = lignes.wide(nom);
   const bool vide = colonneZVide(lignes.line());
   const std::string_view z = vide && colonneZCompte ? std::string_view() : prendreMot(reste);
-  if (double lue = 0.0; !z.empty() && !base::lireReelExact(z, lue))
-    remarques.ajouter(lignes.number(),
-                      L"l'altitude n'est pas un nombre, ses premiers chiffres comptent, sinon 0");
+  if (double lue = 0.0; !z.empty() && !base::lireReelExact(z, lue)) remarquerAltitude(lignes, z, remarques);
   if (vide && !colonneZCompte)
     remarques.ajouter(lignes.number(), L"colonne Z vide, le mot suivant est lu comme altitude");
   point.z = lireAltitude(z);
-  point.code = base::lireEntier(prendreMot(reste));
+  const std::string_view code = prendreMot(reste);
+  point.code = base::lireEntier(code);
   if (point.code == 0) point.code = 1;
   std::string obs;
   for (std::string_view mot = prendreMot(reste); !mot.empty(); mot = prendreMot(reste))
     obs.append(obs.empty() ? "" : " ").append(mot);
   point.obs = lignes.wide(obs);
+  if (xyEnMilliers(x, y, z, code, obs))
+    remarques.douter(lignes.number(), std::wstring(L"X et Y semblent écrits avec des ") + kRaisonMilliers);
   return true;
 }
 

@@ -36,6 +36,23 @@ TEST_F(DialoguesPolygonale, ToujoursWord) {
   }
 }
 
+TEST_F(DialoguesPolygonale, OfTheTemporaryReportsTheLatestStays) {
+  htmlDocument premier;
+  htmlDocument dernier;
+  for (htmlDocument* document : {&premier, &dernier}) {
+    document->ajouterCorps("<P >corps</P>");
+    DialogScript script({"[Fermer]"});
+    montrerRapport(*document);
+  }
+  const std::filesystem::directory_iterator dossier(m_dossier.chemin);
+  const auto rapports = std::count_if(begin(dossier), end(dossier), [](const auto& entree) {
+    return entree.path().filename().string().starts_with("_TP");
+  });
+  EXPECT_EQ(rapports, 2) << "the report and the empty file of its name";
+  EXPECT_FALSE(std::filesystem::exists(premier.nomFichier));
+  EXPECT_TRUE(std::filesystem::exists(dernier.nomFichier));
+}
+
 TEST(CCalcGisementDlg, ComputesOnEachChangeOnly) {
   CCalcGisementDlg dialogue;
   EXPECT_EQ(dialogue.unite.text(), L"Grades");

@@ -60,7 +60,7 @@ std::string fichierDe(const std::string& cellule) {
 
 // P is seen from A and B at half a right angle: X 50, Y 50.
 const std::string kDeuxVisees =
-    "a 0 0 100\nb 100 0\nOBS\na nord p 50 . 4 2\nb nord p 350\na \"x y\" b 20 70.5 . . 3\na nord b . . -1\n";
+    "a 0 0 100\nb 100 0\nOBS\na nord p 50 . 4 2\nb nord p 350\na \"x y\" b 20 100 . . 3\na nord b . . -1\n";
 
 // What the other buttons do is told in the scenario reseau_dialogue.
 TEST_F(ReseauPlace, ItererInerte) {
@@ -70,6 +70,28 @@ TEST_F(ReseauPlace, ItererInerte) {
   EXPECT_NE(journal, L"");
   mener(dialogue, {"[Itérer]", "[Fermer]"});
   EXPECT_EQ(dialogue.journal.text(), journal);
+}
+
+TEST_F(ReseauPlace, CalculerZSeul) {
+  const std::string sansHauteur = "A 0 0 100\nB 100 0\nOBS\nA NORD P 50\nB NORD P 350\n";
+  const struct {
+    std::string fichier;
+    std::vector<std::string> boutons;
+    std::string table;
+  } cas[] = {
+      {kDeuxVisees, {"[Calculer Z]"}, ""},
+      {sansHauteur, {"[Calculer X,Y]", "[Calculer Z]"}, ""},
+      {sansHauteur, {"[Calculer Z]", "[Calculer X,Y]"}, "P 50.00 50.00 - 100\n"},
+  };
+  for (const auto& c : cas) {
+    m_projets.currTable()->getData()->RemoveAll();
+    CDlgMoindresCarres dialogue;
+    std::vector<std::string> lignes{"[Données]", fichierMc(c.fichier)};
+    lignes.insert(lignes.end(), c.boutons.begin(), c.boutons.end());
+    lignes.insert(lignes.end(), {"[Placer !!!]", "[Fermer]"});
+    mener(dialogue, lignes);
+    EXPECT_EQ(table(), c.table) << c.boutons[0] << " " << c.fichier;
+  }
 }
 
 TEST_F(ReseauPlace, OneCallComputesLogsAndPlaces) {
@@ -88,7 +110,7 @@ TEST_F(ReseauPlace, OneCallComputesLogsAndPlaces) {
   }
   const std::string journal = m_dossier.lire("journal.txt");
   EXPECT_EQ(journal.substr(0, 34), base::narrow(L"Première passe\r\nCalcul du point P "));
-  EXPECT_NE(journal.find("\r\n\r\nPasse 1\r\nVecteur Solution (2 elements)\r\n"), std::string::npos);
+  EXPECT_NE(journal.find("\r\n\r\nPasse 1\r\nVecteur Vecteur Solution (2 elements)\r\n"), std::string::npos);
   EXPECT_NE(journal.find("\r\n\r\nAltitudes\r\nCalcul du point B"), std::string::npos);
   EXPECT_EQ(journal.substr(journal.size() - 2), "\r\n");
 }

@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "calc/dialogs/helmert_dlg.h"
+#include "calc/helmert/controle_helmert.h"
 #include "calc/helmert/couples_fichier.h"
 #include "calc/helmert/rapport_helmert.h"
 #include "report/html_document.h"
@@ -116,6 +117,75 @@ TEST(CalculerHelmert, HelmertDeterminant) {
   Points obtenus;
   EXPECT_FALSE(transformerHelmert({petits, petits}, obtenus, r)) << "sound pairs, a millimetre apart";
   EXPECT_TRUE(transformerHelmert({portes(petits, 10, 0, {0, 0}), petits}, obtenus, r));
+}
+
+/// The largest residual of exact pairs whose departure lies at an origin.
+double residuExact(AcGeVector2d origine) {
+  Points depart = kChamp;
+  for (AcGePoint2d& p : depart) p = p + origine;
+  const couplesHelmert couples{depart, portes(depart, 1.0003, 0.01, {12, -34})};
+  resultatHelmert r;
+  Points obtenus;
+  EXPECT_TRUE(transformerHelmert(couples, obtenus, r));
+  return calculerEcarts(obtenus, couples.arrivee).superieur;
+}
+
+TEST(CalculerHelmert, HelmertSansCentrage) {
+  EXPECT_LT(residuExact({0, 0}), 1e-9);
+  const double loin = residuExact({650000, 6860000});
+  EXPECT_GT(loin, 1e-6) << "digits are lost";
+  EXPECT_LT(loin, 2.7e-3);
+}
+
+TEST(Helmert, PairsThatDisagreeAreDoubted) {
+  struct Cas {
+    const char* nom;
+    const char* octets;
+    const char* phrases;
+  };
+  // Scale 2, a quarter turn, displacement (100, 200): X = 2 y + 100, Y = -2 x + 200.
+  const std::vector<Cas> cas = {
+      {"sound", "A 0 0 100 200\nB 50 0 100 100\nC 50 40 180 100.01\nD 0 40 180 199.99\n", ""},
+      {"one moved", "A 0 0 100 200\nB 50 0 100 100\nC 50 40 183 100\nD 0 40 180 200\nE 20 20 140 160\n",
+       "à vérifier : le couple C s'écarte de 3.000 de ce que donnent les autres, qui s'accordent à 0.000 "
+       "près\n"},
+      {"one exchanged", "A 0 0 100 200\nB 50 0 100 100\nC 50 40 180 100\nD 0 40 200 180\n",
+       "à vérifier : le couple D s'écarte de 28.284 de ce que donnent les autres, qui s'accordent à 0.000 "
+       "près ; X et "
+       "Y de son arrivée semblent échangés\n"},
+      {"one departure exchanged", "A 0 0 100 200\nB 50 0 100 100\nC 50 40 180 100\nD 40 0 180 200\n",
+       "à vérifier : le couple D s'écarte de 113.137 de ce que donnent les autres, qui s'accordent à 0.000 "
+       "près ; X et "
+       "Y de son départ semblent échangés\n"},
+      {"mirrored", "A 0 0 200 100\nB 50 0 100 100\nC 50 40 100 180\nD 0 40 200 180\n",
+       "à vérifier : un des deux systèmes est l'image de l'autre dans un miroir : avec X et Y échangés d'un "
+       "côté, tout "
+       "s'accorde à 0.000 près\n"},
+      {"three that disagree", "A 0 0 100 200\nB 50 0 110 90\nC 50 40 180 100\n",
+       "à vérifier : les couples s'accordent mal : écart de 7.071 pour une étendue de 152\n"},
+  };
+  for (const Cas& c : cas) {
+    const couplesNommes lus = lireCouples(c.octets);
+    resultatHelmert r;
+    Points obtenus;
+    ASSERT_TRUE(transformerHelmert(lus.couples, obtenus, r)) << c.nom;
+    base::Remarques remarques;
+    controlerCouples(lus, obtenus, remarques);
+    EXPECT_EQ(texteDe(remarques), c.phrases) << c.nom;
+  }
+  // What the raw coordinates lose is told, with the distance from the origin.
+  couplesNommes loin = lireCouples("A 0 0 1 1\nB 0 0 1 1\nC 0 0 1 1\n");
+  loin.couples.depart = {{650000, 6860000}, {650050, 6860000}, {650050, 6860040}};
+  loin.couples.arrivee = {{100, 200}, {100, 100}, {180, 100}};
+  resultatHelmert r;
+  Points obtenus;
+  ASSERT_TRUE(transformerHelmert(loin.couples, obtenus, r));
+  base::Remarques remarques;
+  controlerCouples(loin, obtenus, remarques);
+  EXPECT_NE(texteDe(remarques).find("sont loin de l'origine (6890770), ce qui coûte jusqu'à 0.000"),
+            std::string::npos)
+      << texteDe(remarques);
+  EXPECT_FALSE(remarques.douteuses());
 }
 
 /// Four pairs of a similarity with deviations of some units.

@@ -149,7 +149,7 @@ TEST(Reseau, TrilaterationPubliee) {
   ASSERT_NE(p, nullptr);
   EXPECT_NEAR(p->X, 170.7029, 5e-5);
   EXPECT_NEAR(p->Y, 170.7234, 5e-5);
-  EXPECT_NE(journal.find(L"Vecteur Solution (2 elements)"), std::wstring::npos);
+  EXPECT_NE(journal.find(L"Vecteur Vecteur Solution (2 elements)"), std::wstring::npos);
   EXPECT_NE(journal.find(L"[P]\t(      170.7029\t      170.7234)"), std::wstring::npos) << journal;
 }
 

@@ -55,8 +55,8 @@ TEST(LireObsOuverte, FermetureGardeeAndEachFormOfLine) {
       {"unreadable numbers",
        "Fermeture: x\nDepart=A X= 1,5 Y= 2 Z= 3 Gis= 4",
        "A 1 2 3 4 >  0 0 0 0 f0 a2 n3",
-       {"ligne 1 : nombre illisible « x », lu comme 0.0",
-        "ligne 2 : nombre illisible « 1,5 », lu comme 1.0"}},
+       {"à vérifier : ligne 1 : nombre illisible « x », lu comme 0.0",
+        "à vérifier : ligne 2 : nombre illisible « 1,5 », lu comme 1.0 : virgule décimale, écrire 1.5"}},
   };
   for (const Cas& c : cas) {
     polygonaleOuverteObs d;

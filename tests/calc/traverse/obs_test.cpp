@@ -96,9 +96,30 @@ const std::vector<CasLecture> kLectures = {
     {"numbers are read as far as they go",
      "Nom=A X= 12,5 Y= abc Z= 1e2 Gis= 0x10\nB 1.5m 2 3",
      "A 12 0 100 0 a2 n3[B][1.5m][2][3]",
-     {"ligne 1 : nombre illisible « 12,5 », lu comme 12.0",
-      "ligne 1 : nombre illisible « abc », lu comme 0.0", "ligne 1 : nombre illisible « 0x10 », lu comme 0.0",
-      "ligne 2 : nombre illisible « 1.5m », lu comme 1.5"}},
+     {"à vérifier : ligne 1 : nombre illisible « 12,5 », lu comme 12.0 : virgule décimale, écrire 12.5",
+      "à vérifier : ligne 1 : nombre illisible « abc », lu comme 0.0",
+      "à vérifier : ligne 1 : nombre illisible « 0x10 », lu comme 0.0",
+      "à vérifier : ligne 2 : nombre illisible « 1.5m », lu comme 1.5"}},
+    {"no height difference, and a quote that ends a line",
+     "B 300 10 .\nC 12°34'56\" 100 0",
+     " 0 0 0 0 a2 n3[B][300][10][.]",
+     {"ligne 1 : dénivelée « . » lue comme 0.0",
+      "à vérifier : ligne 2 : ignorée, « C 12°34'56\" 100 0 » : degrés, minutes et secondes, écrire un "
+      "nombre "
+      "décimal"}},
+    {"blanks between thousands",
+     "Nom=A X= 652 318.42 Y= 6 862 104.87 Z= 3 Gis= 4\nB 300 1 285.10\nC 300 1 285.10 0.5\nD 300 400 285\nE "
+     "1 2 3 4",
+     "A 0 0 0 0 a2 n3[B][300][1][285.10][D][300][400][285]",
+     {"à vérifier : ligne 1 : ignorée, « Nom=A X= 652 318.42 Y= 6 862 104.87 Z= 3 Gis= 4 » : blancs entre "
+      "les "
+      "milliers, les écrire sans blanc",
+      "à vérifier : ligne 2 : distance « 1 » et dénivelée « 285.10 » : sans doute des blancs entre les "
+      "milliers, "
+      "les écrire sans blanc",
+      "à vérifier : ligne 3 : ignorée, « C 300 1 285.10 0.5 » : blancs entre les milliers, les écrire sans "
+      "blanc",
+      "ligne 5 : ignorée, « E 1 2 3 4 »"}},
     {"blanks before a star make no comment", " * Angles", kVide, {"ligne 1 : ignorée, «  * Angles »"}},
 };
 

@@ -75,7 +75,7 @@ TEST(PolygonaleOuverte, AStraightLineHasNoAngularError) {
   }
 }
 
-TEST(PolygonaleOuverte, HeightsAfterEachMode) {
+TEST(PolygonaleOuverte, longueurs_bouclees_HeightsAfterEachMode) {
   // H = 6.2 - 5 = 1.2; lengths B-C, C-D and, wrapped round, D-B.
   const double L[3] = {100.1, 200.2, 300.3};
   const auto racines = std::sqrt(L[0]) + std::sqrt(L[1]) + std::sqrt(L[2]);

@@ -1,4 +1,5 @@
 // The two dialogs, worked by lines as a script works them.
+#include "base/text.h"
 #include "codes/commandes_codes.h"
 #include "codes/dialogs/codification_dlg.h"
 #include "codes/dialogs/tab_codification_dlg.h"
@@ -124,6 +125,18 @@ TEST_F(DialoguesCodes, symbole_immediat_ChangesAnExistingRowBeforeOk) {
   const std::string texte = jouer({"[Nouveau]", "Code = 3", "[Symbole]", fichier, "[OK]", "[Fermer]"});
   EXPECT_TRUE(contient(texte, "--- Fichier à utiliser ---")) << texte;
   EXPECT_EQ(table.codes[2].chemin, attendu);
+}
+
+TEST_F(DialoguesCodes, SymboleProposesAFileThatItAccepts) {
+  dossier.ecrire("borne.dxf", "");
+  const std::string present = (dossier.chemin / "borne").string();
+  table.codes[0].chemin = base::fromUtf8(present + ".dwg");
+  std::string texte = jouer({"Liste 1 !", "[Symbole]", present + ".dxf", "[OK]", "[Fermer]"});
+  EXPECT_TRUE(contient(texte, "proposé : " + present + ".dxf\n")) << texte;
+  EXPECT_EQ(table.codes[0].chemin, base::fromUtf8(present + ".dwg"));
+  table.codes[0].chemin = base::fromUtf8(present + "2.dwg");
+  texte = jouer({"Liste 1 !", "[Symbole]", "", "[OK]", "[Fermer]"});
+  EXPECT_FALSE(contient(texte, "proposé :")) << texte;
 }
 
 TEST_F(DialoguesCodes, BlockPathsAreCompletedWhenShown) {

@@ -10,6 +10,8 @@
 #include "support/dossier_temporaire.h"
 #include "support/remarques.h"
 
+#include <cmath>
+
 namespace {
 
 using namespace veltora;
@@ -117,6 +119,20 @@ TEST_F(Formulaire, FusionnerLibelle) {
 TEST_F(Formulaire, ObsVide) {
   const std::string f = fichier("a.xyz", "P1 3 1 0 1 muret\n");
   EXPECT_EQ(jouer(coordsXYZ, {"[Charger ...]", f, "?", "[Fin]"}).find("muret"), std::string::npos);
+}
+
+TEST_F(Formulaire, CoordinatesThatAreNoNumbersPlaceNothing) {
+  tableObsXYZ liste;
+  liste.lire("P1 1 2 3\nP2 4 5 6\n");
+  liste.lignes[1].y = std::nan("");
+  CformulaireXYZ dialogue(getTableCodification(), liste);
+  DialogScript script({"[PLacer dans le dessin]", "[OK]", "[Fin]"});
+  dialogue.doModal();
+  EXPECT_TRUE(script.finished()) << script.transcript;
+  EXPECT_NE(script.transcript.find("Rien n'est placé, ces coordonnées ne sont pas des nombres : P2"),
+            std::string::npos)
+      << script.transcript;
+  EXPECT_EQ(entites(), 0);
 }
 
 TEST_F(Formulaire, PlacerHorsTable) {

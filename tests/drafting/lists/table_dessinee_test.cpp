@@ -79,8 +79,7 @@ TEST_F(TableDessinee, EverythingMatchesTheGolden) {
   EXPECT_TRUE(memeQueReference("table_xyz_tout.txt", contenu()));
 }
 
-// One column, height 1: everything can be said by hand. "AB" is wider than "X" would be; a character is 0.9
-// wide, the last one 0.7.
+// One column, height 1: everything can be said by hand. "Num" once crossed its frame, measured as 2.5.
 TEST_F(TableDessinee, PlacesByHand) {
   table().Ajouter(unPoint(L"AB", 1, 2, 3));
   table().Ajouter(unPoint(L"77", 1, 2, 3));
@@ -88,7 +87,7 @@ TEST_F(TableDessinee, PlacesByHand) {
   p.x = p.y = p.z = false;
   p.hauteur = 1.0;
   const std::vector<pointDuDessin> points(table().getData()->begin(), table().getData()->end());
-  const double l = 0.9 * 2 + 0.7;  // "Num" is the widest text
+  const double l = 1.026 + 0.869 + 1.336;  // "Num" is the widest text
   EXPECT_TRUE(dessinerTableXYZ(p, points, getTableCodification(), {100, 50, 9}));
   EXPECT_EQ(contenu(), base::formater("texte milieu \"Num\" %.4f,48.9000 h=1.0000\n"
                                       "trait 100.0000,48.6000 %.4f,48.6000\n"

@@ -143,6 +143,9 @@ TEST_F(FonctionsLisp, chgrepptsShowsAnotherBlock) {
   EXPECT_EQ(appeler(L"chgreppts", acutBuildList(RTSHORT, 3, RTSTR, chemin, RTNONE)), "void");
   EXPECT_EQ(bloc(0), L"autre");
   EXPECT_EQ(bloc(1), L"varnblk1");
+  // The library of blocks is searched, and its .dxf serves the name.
+  EXPECT_EQ(appeler(L"chgreppts", acutBuildList(RTSHORT, 3, RTSTR, L"varnblk3.DWG", RTNONE)), "void");
+  EXPECT_EQ(bloc(0), L"varnblk3");
 }
 
 TEST_F(FonctionsLisp, changeBlocksAndTextsAndTakeThemApart) {

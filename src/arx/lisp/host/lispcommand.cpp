@@ -2,6 +2,7 @@
 
 #include "arx/ap/apsession.h"
 #include "arx/ed/edports.h"
+#include "arx/ed/edroutines.h"
 #include "arx/lisp/host/lisphost.h"
 #include "arx/lisp/lispprinter.h"
 #include "arx/lisp/lispunits.h"
@@ -104,11 +105,24 @@ private:
   base::OutputSink* m_sink;
 };
 
+/// The commands that read or write drawings.
+bool touchesFiles(const std::wstring& name) {
+  std::wstring bare = base::trimLeft(base::trim(name), L"_.'-");
+  if (base::compareNoCase(bare.substr(0, 2), L"C:") == 0) bare = bare.substr(2);
+  const AcEdCommand* const command = acedRegCmds->lookupCmd(bare.c_str());
+  const std::wstring global = command ? command->globalName() : L"";
+  for (const wchar_t* known : {L"OPEN", L"SAVEAS", L"QSAVE", L"INSERT"})
+    if (global == known) return true;
+  return false;
+}
+
 /// Runs the command at the head of the answers. @return false when it waits for more
 bool runOne(Interpreter& in, std::vector<CommandAnswer>& answers, bool toTheEnd) {
   AcApSession* const session = AcApSession::current();
   if (!session) in.fail(L"COMMAND : aucune session n'est ouverte");
   const std::wstring name = answers.front().text;
+  if (!acedRoutineMayReach() && touchesFiles(name))
+    in.fail(L"les fichiers sont fermés aux routines : " + name);
   GatheringSink sink(acedPorts().sink);
   AnswerSource source(answers, acedPorts().source, sink, toTheEnd);
   std::wstring failure;

@@ -5,6 +5,8 @@
 #include "arx/lisp/host/lisphost.h"
 #include "base/text.h"
 
+#include <algorithm>
+
 namespace base = veltora::base;
 
 namespace aclisp {
@@ -13,31 +15,32 @@ namespace {
 
 AcDbDatabase* working() { return acdbHostApplicationServices()->workingDatabase(); }
 
-/// Records of the table that a routine names ("LAYER", "BLOCK"...). Blocks without the spaces.
-std::vector<AcDbObjectId> recordsOf(Args& a, std::size_t argument) {
+/// Id of the table that a routine names ("LAYER", "BLOCK"...); null when the drawing has none of that kind.
+AcDbObjectId tableOf(Args& a, std::size_t argument) {
   const std::wstring name = base::toUpper(a.text(argument));
   AcDbDatabase* const database = working();
   if (!database) return {};
-  const std::string kind = name == L"BLOCK" ? "BLOCK_RECORD" : base::toUtf8(name);
-  const AcDbObjectPointer<AcDbSymbolTable> table(database->tableId(kind));
-  if (!table) {
-    static constexpr const wchar_t* kKnown[] = {L"LAYER", L"LTYPE", L"STYLE",    L"BLOCK", L"VIEW",
-                                                L"UCS",   L"VPORT", L"DIMSTYLE", L"APPID"};
-    for (const wchar_t* known : kKnown)
-      if (name == known) return {};
-    a.in.fail(L"table inconnue : \"" + a.text(argument) + L"\"");
-  }
-  std::vector<AcDbObjectId> records;
-  for (const AcDbObjectId id : table->records()) {
-    const AcDbObjectPointer<AcDbBlockTableRecord> block(id);
-    if (!block || !block->isLayout()) records.push_back(id);
-  }
-  return records;
+  const AcDbObjectId id = database->tableId(name == L"BLOCK" ? "BLOCK_RECORD" : base::toUtf8(name));
+  if (AcDbObjectPointer<AcDbSymbolTable>(id)) return id;
+  static constexpr const wchar_t* kKnown[] = {L"LAYER", L"LTYPE", L"STYLE",    L"BLOCK", L"VIEW",
+                                              L"UCS",   L"VPORT", L"DIMSTYLE", L"APPID"};
+  for (const wchar_t* known : kKnown)
+    if (name == known) return {};
+  a.in.fail(L"table inconnue : \"" + a.text(argument) + L"\"");
 }
 
-std::wstring nameOf(AcDbObjectId id) {
-  const AcDbObjectPointer<AcDbSymbolTableRecord> record(id);
-  return record ? record->name() : std::wstring();
+/// A record that routines see: not erased, and no layout among the blocks.
+bool isSeen(AcDbObjectId id) {
+  if (!id.isLive()) return false;
+  const AcDbObjectPointer<AcDbBlockTableRecord> block(id);
+  return !block || !block->isLayout();
+}
+
+/// The record that the routine names; null for none.
+AcDbObjectId recordOf(Args& a) {
+  const AcDbObjectPointer<AcDbSymbolTable> table(tableOf(a, 0));
+  AcDbObjectId id;
+  return table && table->getIdAt(a.text(1).c_str(), id) == Acad::eOk && isSeen(id) ? id : AcDbObjectId();
 }
 
 Value pair(int code, Value value) { return Value::cons(Value::integer(code), std::move(value)); }
@@ -79,38 +82,35 @@ Value recordGroups(AcDbObjectId id) {
   return list.take();
 }
 
-Value tblSearch(Args& a) {
-  const std::vector<AcDbObjectId> records = recordsOf(a, 0);
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    if (base::compareNoCase(nameOf(records[i]), a.text(1)) != 0) continue;
-    if (a.has(2)) hostState(a.in).tableAt[base::toUpper(a.text(0))] = i + 1;
-    return recordGroups(records[i]);
-  }
-  return {};
-}
-
-/// (tblnext table [from the start])
-Value tblNext(Args& a) {
-  const std::vector<AcDbObjectId> records = recordsOf(a, 0);
-  std::size_t& at = hostState(a.in).tableAt[base::toUpper(a.text(0))];
-  if (a.has(1)) at = 0;
-  if (at >= records.size()) return {};
-  return recordGroups(records[at++]);
-}
-
-Value tblObjName(Args& a) {
-  for (const AcDbObjectId id : recordsOf(a, 0)) {
-    ads_name name = {0, 0};
-    if (base::compareNoCase(nameOf(id), a.text(1)) == 0 && acdbGetAdsName(name, id) == Acad::eOk)
-      return entityValue(name);
-  }
-  return {};
-}
-
 Value objectName(AcDbObjectId id) {
   ads_name name = {0, 0};
   return !id.isNull() && acdbGetAdsName(name, id) == Acad::eOk ? entityValue(name) : Value();
 }
+
+Value tblSearch(Args& a) {
+  const AcDbObjectId record = recordOf(a);
+  if (record.isNull()) return {};
+  if (a.has(2)) {
+    const AcDbObjectPointer<AcDbSymbolTable> table(tableOf(a, 0));
+    const std::vector<AcDbObjectId>& all = table->entries();
+    hostState(a.in).tableAt[base::toUpper(a.text(0))] =
+        static_cast<std::size_t>(std::find(all.begin(), all.end(), record) - all.begin()) + 1;
+  }
+  return recordGroups(record);
+}
+
+/// (tblnext table [from the start])
+Value tblNext(Args& a) {
+  const AcDbObjectPointer<AcDbSymbolTable> table(tableOf(a, 0));
+  std::size_t& at = hostState(a.in).tableAt[base::toUpper(a.text(0))];
+  if (a.has(1)) at = 0;
+  if (!table) return {};
+  const std::vector<AcDbObjectId>& all = table->entries();
+  while (at < all.size() && !isSeen(all[at])) ++at;
+  return at < all.size() ? recordGroups(all[at++]) : Value();
+}
+
+Value tblObjName(Args& a) { return objectName(recordOf(a)); }
 
 Value namedObjects(Args&) {
   AcDbDatabase* const database = working();

@@ -1,0 +1,40 @@
+#include "app/session/choices.h"
+
+#include "base/format.h"
+#include "base/numbers.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace veltora::app {
+
+CLI::Validator between(int least, int largest) {
+  const auto check = [=](const std::string& text) {
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error == std::errc() && end == text.data() + text.size() && value >= least && value <= largest)
+      return std::string();
+    return base::formater("« %s » n'est pas un nombre entier de %d à %d", text, least, largest);
+  };
+  return {check, ""};
+}
+
+CLI::Validator between(double least, double largest) {
+  const auto check = [=](const std::string& text) {
+    double value = 0.0;
+    if (base::lireReelExact(text, value) && value >= least && value <= largest) return std::string();
+    return base::formater("« %s » n'est pas un nombre de %g à %g", text, least, largest);
+  };
+  return {check, ""};
+}
+
+CLI::Validator oneOf(std::vector<std::string> words, std::string shown) {
+  if (shown.empty()) shown = CLI::detail::join(words, ", ");
+  const auto check = [words = std::move(words), shown = std::move(shown)](const std::string& text) {
+    if (std::find(words.begin(), words.end(), text) != words.end()) return std::string();
+    return base::formater("« %s » n'est pas un choix : %s", text, shown);
+  };
+  return {check, ""};
+}
+
+}  // namespace veltora::app

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+/// Checks of option values whose messages are French, begin with "« " and are shown behind the option's name.
+namespace veltora::app {
+
+/// A whole number from `least` to `largest`.
+CLI::Validator between(int least, int largest);
+
+/// A number from `least` to `largest`.
+CLI::Validator between(double least, double largest);
+
+/// One of these words. @param shown the words as the message tells them, where they are not told as they are
+CLI::Validator oneOf(std::vector<std::string> words, std::string shown = {});
+
+/// The words of a table from words to what they mean.
+template <class Table>
+std::vector<std::string> wordsOf(const Table& table) {
+  std::vector<std::string> words;
+  for (const auto& [word, meaning] : table) words.push_back(word);
+  return words;
+}
+
+}  // namespace veltora::app

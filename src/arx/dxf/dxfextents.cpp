@@ -1,0 +1,168 @@
+#include "arx/dxf/dxfextents.h"
+
+#include "arx/db/dbents.h"
+#include "arx/db/dbmain.h"
+#include "arx/gi/giextents.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace {
+
+// The view of the empty drawing.
+constexpr double kCenterX = 210.0;
+constexpr double kCenterY = 148.5;
+constexpr double kHeight = 297.0;
+constexpr double kMargin = 1.04;    // so that nothing touches the border
+constexpr double kFarthest = 1e19;  // what lies beyond means "no extents"
+
+bool isUsable(const AcDbExtents& box) {
+  const AcGePoint3d low = box.minPoint();
+  const AcGePoint3d high = box.maxPoint();
+  const double all[] = {low.x, low.y, low.z, high.x, high.y, high.z};
+  return !box.isEmpty() && low.y <= high.y &&
+         std::all_of(std::begin(all), std::end(all), [](double v) { return std::fabs(v) < kFarthest; });
+}
+
+/// A point of header variables or layouts: three reals.
+AcGePoint3d pointOf(const DxfTagText& value) {
+  double parts[3] = {};
+  DxfTagText::Cursor cursor = value.tags();
+  DxfTag tag;
+  for (int i = 0; i < 3 && cursor.next(tag); ++i) dxfParseReal(tag.value, parts[i]);
+  return {parts[0], parts[1], parts[2]};
+}
+
+AcDbExtents storedIn(const AcDbDatabase& database, const char* low, const char* high) {
+  DxfTagText from, to;
+  if (!database.header(low, from) || !database.header(high, to)) return {};
+  return {pointOf(from), pointOf(to)};
+}
+
+/// Around what a space shows. @param stored what its file says, for what cannot be measured
+std::optional<AcDbExtents> measured(const AcDbBlockTableRecord& space, const AcDbExtents& stored) {
+  AcGiExtents look;
+  AcDbExtents kept;
+  bool unknown = false;
+  for (const AcDbObjectId id : space.entities()) {
+    const auto* entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+    if (!entity) continue;
+    if (const auto* other = AcDbOtherEntity::cast(entity))
+      unknown = !other->addKeptExtents(kept) || unknown;
+    else
+      look.draw(*entity);
+  }
+  AcDbExtents box = look.box();
+  box.addExt(kept);
+  if (unknown && isUsable(stored)) box.addExt(stored);
+  return isUsable(box) ? std::optional(box) : std::nullopt;
+}
+
+DxfTagText pointText(int code, const AcGePoint3d& p) {
+  DxfTagText text;
+  text.appendReal(code, p.x);
+  text.appendReal(code + 10, p.y);
+  text.appendReal(code + 20, p.z);
+  return text;
+}
+
+/// The extents in a layout's groups: 14 to 34 and 15 to 35 of its own section.
+void storeInLayout(AcDbObjectId id, const AcDbBlockTableRecord& space, std::optional<AcDbExtents> box) {
+  auto* layout = id.isLive() ? AcDbOtherObject::cast(id.stub()->object) : nullptr;
+  if (!layout || layout->dxfName() != "LAYOUT") return;
+  double parts[6] = {};
+  const auto placeOf = [](int code) { return code % 10 == 4 ? code / 10 - 1 : code / 10 + 2; };
+  const auto isExtent = [](int code) {
+    return code == 14 || code == 24 || code == 34 || code == 15 || code == 25 || code == 35;
+  };
+  const auto walk = [&](auto work) {
+    bool own = false;
+    DxfTagText::Cursor cursor = layout->tags().tags();
+    for (DxfTag tag; cursor.next(tag);) {
+      if (tag.code == 100) own = tag.value == "AcDbLayout";
+      work(tag, own && isExtent(tag.code));
+    }
+  };
+  if (!box) {
+    walk([&](const DxfTag& tag, bool extent) {
+      if (extent) dxfParseReal(tag.value, parts[placeOf(tag.code)]);
+    });
+    box = measured(space, {{parts[0], parts[1], parts[2]}, {parts[3], parts[4], parts[5]}});
+  }
+  if (!box) return;
+  const double wanted[] = {box->minPoint().x, box->minPoint().y, box->minPoint().z,
+                           box->maxPoint().x, box->maxPoint().y, box->maxPoint().z};
+  DxfTagText tags;
+  walk([&](const DxfTag& tag, bool extent) {
+    if (extent)
+      tags.appendReal(tag.code, wanted[placeOf(tag.code)]);
+    else
+      tags.append(tag.code, tag.value);
+  });
+  layout->setTags(std::move(tags));
+}
+
+/// The view "*Active" when it is still that of the empty drawing.
+AcDbViewportTableRecord* untouchedView(const AcDbDatabase& database) {
+  const AcDbObjectId table = database.viewportTableId();
+  AcDbObjectId id;
+  if (!table.isLive() || AcDbSymbolTable::cast(table.stub()->object)->getIdAt(L"*Active", id) != Acad::eOk)
+    return nullptr;
+  auto* const view = AcDbViewportTableRecord::cast(id.stub()->object);
+  const bool untouched = view && view->centerPoint().x == kCenterX && view->centerPoint().y == kCenterY &&
+                         view->height() == kHeight;
+  return untouched ? view : nullptr;
+}
+
+const AcDbBlockTableRecord* spaceOf(AcDbObjectId id) {
+  return id.isLive() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
+}
+
+}  // namespace
+
+DxfStoredExtents::DxfStoredExtents(AcDbDatabase& database) : m_db(database) {
+  const bool recording = database.undoLog().recording();
+  const bool modified = database.isModified();
+  database.undoLog().setRecording(false);
+  std::optional<AcDbExtents> model;
+  if (const AcDbBlockTableRecord* space = spaceOf(database.modelSpaceId()))
+    model = measured(*space, storedIn(database, "EXTMIN", "EXTMAX"));
+  if (model) {
+    database.setHeader("EXTMIN", pointText(10, model->minPoint()));
+    database.setHeader("EXTMAX", pointText(10, model->maxPoint()));
+  }
+  const AcDbObjectId table = database.blockTableId();
+  if (table.isLive()) {
+    for (const AcDbObjectId id : AcDbSymbolTable::cast(table.stub()->object)->records()) {
+      const AcDbBlockTableRecord* const space = spaceOf(id);
+      const bool own = id == database.modelSpaceId();
+      if (space && space->isLayout() && (!own || model))
+        storeInLayout(space->getLayoutId(), *space, own ? model : std::nullopt);
+    }
+  }
+  m_view = model ? untouchedView(database) : nullptr;
+  if (m_view) {
+    m_center = m_view->centerPoint();
+    m_height = m_view->height();
+    const AcGePoint3d low = model->minPoint();
+    const AcGePoint3d high = model->maxPoint();
+    const double aspect = m_view->aspectRatio() > 0.0 ? m_view->aspectRatio() : 1.0;
+    const double height = std::max(high.y - low.y, (high.x - low.x) / aspect) * kMargin;
+    m_view->setCenterPoint({(low.x + high.x) / 2.0, (low.y + high.y) / 2.0});
+    m_view->setHeight(height > 0.0 ? height : m_height);
+  }
+  database.undoLog().setRecording(recording);
+  database.setModified(modified);
+}
+
+DxfStoredExtents::~DxfStoredExtents() {
+  if (!m_view) return;
+  const bool recording = m_db.undoLog().recording();
+  const bool modified = m_db.isModified();
+  m_db.undoLog().setRecording(false);
+  m_view->setCenterPoint(m_center);
+  m_view->setHeight(m_height);
+  m_db.undoLog().setRecording(recording);
+  m_db.setModified(modified);
+}

@@ -1,0 +1,38 @@
+#!/usr/bin/env python3
+"""Runs scripts/demo with a program that is built already, then what the demo proposes at its end.
+
+  demo.py PROGRAM"""
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+
+
+def run(arguments, environment, typed=b""):
+    done = subprocess.run(arguments, cwd=ROOT, env=environment, input=typed, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, timeout=300)
+    output = done.stdout.decode("utf-8")
+    if done.returncode:
+        sys.exit(f"{arguments}: status {done.returncode}\n{output}")
+    return output
+
+
+with tempfile.TemporaryDirectory() as folder:
+    environment = dict(os.environ, HOME=folder, VELTORA_INSTALLATION=folder + "/i")
+    output = run([str(ROOT / "scripts/demo"), sys.argv[1], folder + "/out"], environment)
+    head, _, proposed = output.partition("À essayer maintenant :\n")
+    commands = re.findall(r"^ {7}(\S.*)$", proposed, re.M)
+    numbers = re.findall(r"^  (\d)\. ", proposed, re.M)
+    report = re.search(r"\S+/rapport\.html$", proposed, re.M)
+    if numbers != ["1", "2", "3"] or len(commands) != 2 or not report or not pathlib.Path(report[0]).is_file():
+        sys.exit("the demo does not end with three things to try:\n" + output)
+    if "Station" not in head:
+        sys.exit("no coordinates:\n" + output)
+    if "CORRPOLFERMEE" not in run(commands[0].split(), environment, b"AIDE\nQUIT\n"):
+        sys.exit("AIDE tells nothing")
+    if ";" not in run(commands[1].split(), environment):
+        sys.exit("no points in the drawing")
