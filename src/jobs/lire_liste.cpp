@@ -1,6 +1,7 @@
 #include "jobs/lire_liste.h"
 
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "jobs/genre_fichier.h"
