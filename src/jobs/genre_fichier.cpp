@@ -114,8 +114,8 @@ private:
   void voirPremiere(const std::wstring& ligne) {
     const std::wstring debut = base::toLower(base::trim(ligne));
     m_zero = debut == L"0" || debut == L"999";
+    if (debut.starts_with(L'<')) m_premier = genreFichier::xml;
     if (debut.starts_with(L"<!doctype html") || debut.starts_with(L"<html")) m_premier = genreFichier::html;
-    if (debut.starts_with(L"<?xml")) m_premier = genreFichier::xml;
     if (debut.starts_with(L"(")) m_premier = genreFichier::lisp;
   }
 

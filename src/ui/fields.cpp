@@ -102,7 +102,7 @@ bool NumberField::validate() {
   if (text.empty()) return true;
   double number = 0.0;
   const bool numeric = base::lireReelExact(base::toUtf8(base::trim(this->text())), number);
-  const std::wstring name = plainCaption().empty() ? kindName() : plainCaption();
+  const std::wstring name = readableText(caption()).empty() ? kindName() : readableText(caption());
   messageBox(numeric ? text : L"« " + name + L" » : " + describe(this->text()) + text,
              dialog() ? dialog()->title() : std::wstring());
   setFocus();

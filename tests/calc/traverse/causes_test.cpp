@@ -294,6 +294,16 @@ TEST(CausesPolygonale, GoodTraversesRaiseNoDoubt) {
   }
 }
 
+/// The first angle of a closed traverse goes into no bearing: its mistake is spread over the others.
+TEST(CausesPolygonale, TheFirstAngleOfAClosedTraverseIsFoundToo) {
+  Tirage tirage(5);
+  Leve leve = fermee(8, tirage);
+  leve.angles[0] += 10.0;
+  const causesPolygonale causes = chercherCauses(cheminDe(leve), 0, {});
+  ASSERT_EQ(causes.meilleures.size(), 1U);
+  EXPECT_EQ(causes.meilleures[0].ligne, 1);
+}
+
 /// A few operations a row: ten thousand rows are looked through in a moment, where trying each of them by a
 /// computation of the whole traverse would take minutes.
 TEST(CausesPolygonale, LongTraversesAreSearchedInOnePass) {

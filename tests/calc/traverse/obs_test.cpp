@@ -110,7 +110,7 @@ const std::vector<CasLecture> kLectures = {
     {"blanks between thousands",
      "Nom=A X= 652 318.42 Y= 6 862 104.87 Z= 3 Gis= 4\nB 300 1 285.10\nC 300 1 285.10 0.5\nD 300 400 285\nE "
      "1 2 3 4",
-     "A 0 0 0 0 a2 n3[B][300][1][285.10][D][300][400][285]",
+     " 0 0 0 0 a2 n3[B][300][1][285.10][D][300][400][285]",
      {"à vérifier : ligne 1 : ignorée, « Nom=A X= 652 318.42 Y= 6 862 104.87 Z= 3 Gis= 4 » : blancs entre "
       "les "
       "milliers, les écrire sans blanc",
