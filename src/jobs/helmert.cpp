@@ -4,6 +4,7 @@
 #include "arx/db/dbmain.h"
 #include "base/files.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "calc/helmert/controle_helmert.h"
 #include "calc/helmert/couples_fichier.h"

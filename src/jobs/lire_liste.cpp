@@ -1,6 +1,7 @@
 #include "jobs/lire_liste.h"
 
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "jobs/genre_fichier.h"
@@ -106,8 +107,10 @@ private:
                                 L" » : aucun point, rien n'y ressemble à deux colonnes de coordonnées ; "
                                 L"--colonnes et --separateur disent ce qui s'y trouve");
       if (!m_demande.montrer) break;
-      const suiteListe suite = m_demande.montrer(
-          {m_fichier, m_forme, premieresLignes(m_octets, m_forme, kLignesMontrees)}, m_options);
+      apercuListe apercu{
+          m_fichier, m_forme, m_forme.description(), {}, premieresLignes(m_octets, m_forme, kLignesMontrees)};
+      for (const roleColonne role : m_forme.colonnes) apercu.roles.push_back(nomRole(role));
+      const suiteListe suite = m_demande.montrer(apercu, m_options);
       if (suite == suiteListe::kAbandonner) return m_resultat.echec(L"abandonné, rien n'est placé");
       if (suite == suiteListe::kContinuer) break;
     }
@@ -133,6 +136,10 @@ private:
 };
 
 }  // namespace
+
+bool nommerColonnes(std::wstring_view texte, optionsListe& options, std::wstring& raison) {
+  return lireColonnes(texte, options.colonnes, raison);
+}
 
 bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat) {
   return Lecture(demande, liste, resultat).lire();

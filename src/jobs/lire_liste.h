@@ -16,6 +16,8 @@ namespace veltora {
 struct apercuListe {
   std::wstring fichier;  ///< as the user knows it
   formeListe forme;
+  std::wstring description;                       ///< of the form, French
+  std::vector<std::wstring> roles;                ///< of the columns, by the words of the options
   std::vector<std::vector<std::wstring>> lignes;  ///< the first five with points, field by field
 };
 
@@ -29,6 +31,9 @@ struct demandeLectureListe {
   optionsListe options;
   montrerListe montrer = {};  ///< null: nobody is shown anything
 };
+
+/// Takes the columns from the words of the options; see `lireColonnes`.
+VELTORA_API bool nommerColonnes(std::wstring_view texte, optionsListe& options, std::wstring& raison);
 
 /// Reads the points of a file. Without options, a name that ends in ".xyz", or a content of that form, has
 /// the list read word by word as `tableObsXYZ` does; what looks wrong in it is a doubt. Any other list is

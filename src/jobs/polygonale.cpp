@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "calc/traverse/nivellement.h"
 #include "calc/traverse/polygonale_lue.h"

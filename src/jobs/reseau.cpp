@@ -1,6 +1,7 @@
 #include "jobs/reseau.h"
 
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/remarques_reseau.h"
@@ -95,7 +96,7 @@ bool placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   if (std::wstring refus = refusDePlacer(points, true); !refus.empty()) {
     resultat.remarques.douter(std::move(refus));
     resultat.retenu = true;
-    return;
+    return true;
   }
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
   preparerCodeStations(kStationCode, false);

@@ -56,7 +56,7 @@ bool readingOptions(const Options& options, optionsListe& reading) {
   if (!options.decimal.empty()) reading.decimale = options.decimal[0];
   reading.codesTexte = options.textCodes;
   std::wstring reason;
-  if (options.columns.empty() || lireColonnes(base::fromUtf8(options.columns), reading.colonnes, reason))
+  if (options.columns.empty() || nommerColonnes(base::fromUtf8(options.columns), reading, reason))
     return true;
   printError(L"--colonnes : " + reason);
   return false;

@@ -17,8 +17,7 @@ using Row = std::vector<std::wstring>;
 
 /// Roles, titles when there are any, then the rows as they stand in the file.
 std::vector<Row> tableOf(const apercuListe& list) {
-  std::vector<Row> table(1);
-  for (const roleColonne role : list.forme.colonnes) table[0].push_back(nomRole(role));
+  std::vector<Row> table{list.roles};
   if (list.forme.ligneTitres > 0) table.push_back(list.forme.titres);
   table.insert(table.end(), list.lignes.begin(), list.lignes.end());
   std::size_t width = 0;
@@ -52,7 +51,7 @@ std::optional<std::string> ask(base::LineSource& source, const std::string& prom
 /// An answer that is no choice: columns in order. @return what comes next; nothing when it is none either
 std::optional<suiteListe> takeColumns(const std::wstring& answer, optionsListe& options) {
   std::wstring reason;
-  if (lireColonnes(answer, options.colonnes, reason)) return suiteListe::kRelire;
+  if (nommerColonnes(answer, options, reason)) return suiteListe::kRelire;
   print(base::toUtf8(reason) + "\n");
   return std::nullopt;
 }
@@ -91,7 +90,7 @@ suiteListe confirm(base::LineSource& source, optionsListe& options) {
 
 montrerListe listViewer(base::LineSource& source) {
   return [&source](const apercuListe& list, optionsListe& options) {
-    print(base::toUtf8(list.fichier + L" : liste " + list.forme.description()) + "\n");
+    print(base::toUtf8(list.fichier + L" : liste " + list.description) + "\n");
     printTable(tableOf(list));
     std::fflush(stdout);  // in front of what standard error tells of it
     if (!source.interactive()) return suiteListe::kContinuer;

@@ -10,8 +10,8 @@ namespace veltora {
 namespace {
 
 constexpr int kPassesEssai = 10;
-constexpr double kLoinDuCompte =
-    0.05;  // radians, or a share of a distance: the median in front of the first solve
+// The median in front of the first solve, radians or a share of a distance, strict.
+constexpr double kLoinDuCompte = 0.2;
 
 bool donnee(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
 

@@ -4,6 +4,7 @@
 #include "arx/ed/acutads.h"
 #include "base/files.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
 #include "core/imprimer_doutes.h"
