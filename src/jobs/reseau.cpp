@@ -91,6 +91,15 @@ void rassembler(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   }
 }
 
+/// Points with a height only have no place in the drawing.
+void remarquerSansPlace(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
+  std::vector<std::wstring> noms;
+  for (const pointReseau& p : resultat.calcules)
+    if (p.x == base::Z_ABSENT) noms.push_back(p.nom);
+  if (!noms.empty() && nivellementSeul(reseau))
+    resultat.remarques.ajouter(L"sans X ni Y, ces points ne sont pas placés : " + base::enumerer(noms));
+}
+
 bool placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
   const std::vector<stationCalculee> points = pointsSitues(reseau);
   if (std::wstring refus = refusDePlacer(points, true); !refus.empty()) {
@@ -99,6 +108,7 @@ bool placer(const reseauMoindresCarres& reseau, resultatReseau& resultat) {
     return true;
   }
   remarquerNoms(points, L"deux points", L"seul le dernier est placé", resultat.remarques);
+  remarquerSansPlace(reseau, resultat);
   preparerCodeStations(kStationCode, false);
   resultat.erreur = texteSansBloc(placerReseau(points));
   resultat.places = static_cast<int>(points.size());

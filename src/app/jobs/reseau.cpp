@@ -50,6 +50,10 @@ void show(const resultatReseau& r) {
   print(base::formater("Passes       : %d%s\n\n", r.passes, r.convergence ? "" : ", sans convergence"));
   showPoints(r.calcules);
   showResiduals(r.residus);
+  if (r.angles + r.distances == 0) {
+    print("\nCompensation sans pondération : toutes les dénivelées comptent autant.\n");
+    return;
+  }
   print(
       "\nCompensation sans pondération : un écart d'un radian (63.66 grades) compte autant qu'un mètre ;\n"
       "les poids, donnés ou par formule, ne changent pas les coordonnées.\n");

@@ -58,6 +58,11 @@ public:
 
   /// @return false when the point has too many directions out of it
   bool rassembler(const std::vector<int>& observations);
+  /// The same with two of the directions out of the point and no other.
+  void rassemblerAvecDeux(const std::vector<int>& observations, int premiere, int seconde);
+  [[nodiscard]] bool partDuPoint(const ObservationReduite& o) const {
+    return o.type == ObservationReduite::kAngle && o.station == m_point && utilisable(o.vise);
+  }
   [[nodiscard]] int nombreEquations() const { return static_cast<int>(m_equations.size()); }
   std::optional<AcGePoint2d> calculer();
   /// Why `calculer` gives nothing.
@@ -104,12 +109,19 @@ bool Intersection::sert(const ObservationReduite& o) const {
 bool Intersection::rassembler(const std::vector<int>& observations) {
   for (const int i : observations) {
     const ObservationReduite& o = m_reseau.observations.GetAt(i);
-    if (o.type == ObservationReduite::kAngle && o.station == m_point && utilisable(o.vise)) ++m_directions;
+    if (partDuPoint(o)) ++m_directions;
     if (sert(o)) m_equations.push_back(&o);
   }
   // Deliberate (trois-directions): a station sighted from itself on three known points is skipped, whatever
   // else it has.
   return m_directions < kDirectionsMax;
+}
+
+void Intersection::rassemblerAvecDeux(const std::vector<int>& observations, int premiere, int seconde) {
+  for (const int i : observations) {
+    const ObservationReduite& o = m_reseau.observations.GetAt(i);
+    if (sert(o) && (!partDuPoint(o) || i == premiere || i == seconde)) m_equations.push_back(&o);
+  }
 }
 
 lieuGeometrique Intersection::lieuAngle(const ObservationReduite& o) const {
@@ -237,7 +249,98 @@ etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
   return etat;
 }
 
+/// How badly directions fit a place of their station, radians squared.
+double desaccord(donneesReseau& reseau, int point, const AcGePoint2d& place,
+                 const std::vector<int>& directions) {
+  pointACalculer& p = reseau.points.GetAt(point);
+  const pointACalculer avant = p;
+  p.X = place.x;
+  p.Y = place.y;
+  double somme = 0.0;
+  for (const int i : directions) {
+    const ObservationReduite& o = reseau.observations.GetAt(i);
+    if (o.reference != -1 && !reseau.utilisable.GetAt(o.reference)) continue;
+    const double ecart = std::remainder(reseau.valeurCalculee(o) - o.mesure, 2.0 * kPi);
+    somme += ecart * ecart;
+  }
+  p = avant;
+  return somme;
+}
+
+/// Unknown points in the order in which observations name them, behind the known ones.
+std::vector<int> ordreDesNoms(const donneesReseau& reseau, const std::vector<int>& observations) {
+  std::vector<int> ordre;
+  std::vector<bool> vus(reseau.points.size());
+  const auto inscrire = [&](int point) {
+    if (point < 0 || vus.at(static_cast<std::size_t>(point))) return;
+    vus[static_cast<std::size_t>(point)] = true;
+    ordre.push_back(point);
+  };
+  for (int i = 0; i < reseau.points.GetSize(); ++i)
+    if (reseau.points.GetAt(i).planiConnue) inscrire(i);
+  for (const int i : observations) {
+    const ObservationReduite& o = reseau.observations.GetAt(i);
+    for (const int point : {o.reference, o.station, o.vise}) inscrire(point);
+  }
+  for (int i = 0; i < reseau.points.GetSize(); ++i) inscrire(i);
+  return ordre;
+}
+
 }  // namespace
+
+deuxDirections garderDeuxDirections(donneesReseau& reseau, int point) {
+  constexpr std::size_t kDirectionsEssayees = 10;
+  const std::vector<int> siennes = observationsParPoint(reseau).at(static_cast<std::size_t>(point));
+  const Intersection test(reseau, point);
+  std::vector<int> directions;
+  for (const int i : siennes)
+    if (test.partDuPoint(reseau.observations.GetAt(i))) directions.push_back(i);
+  if (directions.size() > kDirectionsEssayees) directions.resize(kDirectionsEssayees);
+  deuxDirections choix;
+  double meilleur = HUGE_VAL;
+  for (std::size_t a = 0; a < directions.size(); ++a) {
+    for (std::size_t b = a + 1; b < directions.size(); ++b) {
+      Intersection intersection(reseau, point);
+      intersection.rassemblerAvecDeux(siennes, directions[a], directions[b]);
+      const std::optional<AcGePoint2d> place = intersection.calculer();
+      if (!place) continue;
+      const double faute = desaccord(reseau, point, *place, directions);
+      if (!(faute < meilleur)) continue;
+      meilleur = faute;
+      choix = {directions[a], directions[b]};
+    }
+  }
+  return choix;
+}
+
+bool seCalculeEnTete(const donneesReseau& reseau, int point) {
+  std::vector<int> observations;
+  for (const bool nommees : {true, false}) {
+    for (int i = 0; i < reseau.observations.GetSize(); ++i) {
+      const ObservationReduite& o = reseau.observations.GetAt(i);
+      const bool nomme = o.station == point || o.vise == point || o.reference == point;
+      if (nomme == nommees) observations.push_back(i);
+    }
+  }
+  const std::vector<int> ordre = ordreDesNoms(reseau, observations);
+  std::vector<int> rangs(ordre.size());
+  donneesReseau essai;
+  for (std::size_t i = 0; i < ordre.size(); ++i) {
+    rangs[static_cast<std::size_t>(ordre[i])] = static_cast<int>(i);
+    essai.points.Add(reseau.points.GetAt(ordre[i]));
+  }
+  const auto rang = [&rangs](int p) { return p < 0 ? p : rangs[static_cast<std::size_t>(p)]; };
+  for (const int i : observations) {
+    ObservationReduite o = reseau.observations.GetAt(i);
+    o.station = rang(o.station);
+    o.vise = rang(o.vise);
+    o.reference = rang(o.reference);
+    essai.observations.Add(o);
+  }
+  std::wstring journal;
+  calculerPointsProvisoires(essai, journal);
+  return essai.utilisable.GetAt(rang(point)) != 0;
+}
 
 std::vector<etatProvisoire> examinerPoints(donneesReseau& reseau) {
   std::vector<etatProvisoire> etats(reseau.points.size());

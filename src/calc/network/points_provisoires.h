@@ -29,6 +29,17 @@ struct etatProvisoire {
   bool droitesSeules = false;  ///< all loci are lines
 };
 
+/// Two of the directions that leave a point with too many without coordinates (indexes of observations), with
+/// which it gets some; of several pairs the one that the other directions fit best. -1 when no pair serves.
+struct deuxDirections {
+  int premiere = -1;
+  int seconde = -1;
+};
+deuxDirections garderDeuxDirections(donneesReseau& reseau, int point);
+/// Whether the point gets coordinates when the observations that name it stand in front of all others: points
+/// are computed in the order in which their names appear.
+bool seCalculeEnTete(const donneesReseau& reseau, int point);
+
 /// The state of each point as the last pass of provisional coordinates left it; `utilisable` is that of the
 /// plan, not yet of the heights.
 std::vector<etatProvisoire> examinerPoints(donneesReseau& reseau);

@@ -39,7 +39,7 @@ std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
     case Cause::kTropDirections:
       return base::formater(
           L"%d directions partent de lui vers des points calculables ; à partir de trois il est laissé de "
-          L"côté, quelles que soient ses autres observations : n'en gardez que deux",
+          L"côté, quelles que soient ses autres observations",
           etat.directions);
     case Cause::kPasRattache:
       return L"aucune de ses observations ne s'appuie sur assez de points calculables : leurs coordonnées "
@@ -57,6 +57,40 @@ std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
       break;
   }
   return L"le calcul n'a pas de valeur (distance nulle)";
+}
+
+/// What makes the point computable, found by computing it so; empty when nothing tried does.
+std::wstring conseil(reseauMoindresCarres& reseau, int point, const etatProvisoire& etat) {
+  using Cause = etatProvisoire::Cause;
+  if (etat.cause == Cause::kAucune || etat.cause == Cause::kSansCanevas ||
+      etat.cause == Cause::kSansObservation)
+    return {};
+  if (seCalculeEnTete(reseau, point)) {
+    return L" ; l'ordre des lignes en décide : avec les siennes en tête des observations, il se calcule";
+  }
+  if (etat.cause != Cause::kTropDirections) return {};
+  const deuxDirections deux = garderDeuxDirections(reseau, point);
+  if (deux.premiere < 0)
+    return L" ; même avec deux d'entre elles il ne se calcule pas : visez-le depuis d'autres points";
+  return L" : n'en gardez que deux, il se calcule avec " +
+         citerObservation(reseau, reseau.observations.GetAt(deux.premiere)) + L" et " +
+         citerObservation(reseau, reseau.observations.GetAt(deux.seconde));
+}
+
+/// Points without coordinates and why; none when the file has neither angle nor distance.
+void remarquerPointsAbsents(reseauMoindresCarres& reseau, base::Remarques& remarques) {
+  const std::vector<etatProvisoire> etats = examinerPoints(reseau);
+  const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
+  std::size_t conseils = 0;
+  for (int i = 0; i < reseau.points.GetSize(); ++i) {
+    const pointACalculer& p = reseau.points.GetAt(i);
+    if (p.planiConnue || (reseau.utilisable.GetAt(i) && fini(p))) continue;
+    const auto rang = static_cast<std::size_t>(i);
+    const std::wstring suite =
+        conseils++ < base::Remarques::kCitees ? conseil(reseau, i, etats[rang]) : std::wstring();
+    remarques.ajouter(base::formater(L"point %s sans coordonnées : %s", p.nom,
+                                     raison(etats[rang], enAltitude[rang]) + suite));
+  }
 }
 
 std::wstring nommer(const reseauMoindresCarres& reseau, const std::vector<int>& points) {
@@ -130,6 +164,11 @@ void remarquerAccord(const reseauMoindresCarres& reseau, const bilanIteration& b
 
 }  // namespace
 
+bool nivellementSeul(const donneesReseau& reseau) {
+  return std::all_of(reseau.observations.begin(), reseau.observations.end(),
+                     [](const ObservationReduite& o) { return o.type == ObservationReduite::kDenivelee; });
+}
+
 void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
   int poids = 0;
   base::Remarques insensees;
@@ -161,16 +200,9 @@ void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& 
 }
 
 void remarquerPlan(reseauMoindresCarres& reseau, const bilanIteration& bilan, base::Remarques& remarques) {
+  if (nivellementSeul(reseau)) return;
   remarquerIteration(reseau, bilan, remarques);
-  const std::vector<etatProvisoire> etats = examinerPoints(reseau);
-  const std::vector<bool> enAltitude = nommesEnAltitude(reseau);
-  for (int i = 0; i < reseau.points.GetSize(); ++i) {
-    const pointACalculer& p = reseau.points.GetAt(i);
-    if (p.planiConnue || (reseau.utilisable.GetAt(i) && fini(p))) continue;
-    const auto rang = static_cast<std::size_t>(i);
-    remarques.ajouter(
-        base::formater(L"point %s sans coordonnées : %s", p.nom, raison(etats[rang], enAltitude[rang])));
-  }
+  remarquerPointsAbsents(reseau, remarques);
   remarquerTours(reseau, remarques);
   if (std::isfinite(reseau.dernierPas)) remarquerAccord(reseau, bilan, remarques);
 }

@@ -6,6 +6,8 @@
 /// What the surveyor must know of a network and its log does not say.
 namespace veltora {
 
+/// Whether there are height differences only: X and Y are then nobody's matter.
+bool nivellementSeul(const donneesReseau& reseau);
 /// What the observations themselves leave to doubt: sights of a point to itself, lengths that are none,
 /// weights without effect, equivalent observations that were dropped.
 void remarquerObservations(const reseauMoindresCarres& reseau, base::Remarques& remarques);
