@@ -33,7 +33,8 @@ protected:
 TEST(SelectionSet, KeepsItsOrderWhateverIsRemovedAndAdded) {
   AcDbDatabase drawing;
   Ids pool;
-  for (AcDbHandle handle = 0x10000; pool.size() < 300; ++handle) pool.push_back(drawing.idOf(handle));
+  for (Adesk::UInt64 handle = 0x10000; pool.size() < 300; ++handle)
+    pool.push_back(drawing.idOf(AcDbHandle(handle)));
   AcEdSelectionSet set;
   Ids list;
   std::minstd_rand random(5);

@@ -25,8 +25,7 @@ class Placement : public ProjetEssai {
 protected:
   Placement() {
     installerDialoguesCodes();
-    std::filesystem::create_directory(m_dossier.chemin / "biblio");
-    AcDbDatabase().saveAs(base::fromUtf8((m_dossier.chemin / "biblio/varnblk1.dxf").string()).c_str());
+    ecrireBloc();
   }
   /// Colour, closure and vertices of each polyline of the model space.
   std::vector<std::string> polylignes() {

@@ -75,7 +75,7 @@ TEST_F(TablePoints, takesTheLargestLeadingNumber) {
   EXPECT_EQ(table().getMaxNum(), 7);
   (*table().getData())[0].setNomPoint(L"40");
   EXPECT_EQ(table().getMaxNum(), 40);
-  table().supprimerPoint(L"40");
+  table().supprimerPoint(L"B99");  // under the name by which it was entered
   EXPECT_EQ(table().getMaxNum(), 7);
   ajouter({L"9"});
   EXPECT_EQ(table().getMaxNum(), 9);

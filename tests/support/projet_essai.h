@@ -1,11 +1,13 @@
 #pragma once
 
 #include "arx/db/dbmain.h"
+#include "base/paths.h"
 #include "points/infos_topo.h"
 #include "support/dossier_essai.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace veltora {
@@ -24,6 +26,11 @@ protected:
   [[nodiscard]] std::string fichier(const std::string& nom, const std::string& octets) const {
     m_dossier.ecrire(nom, octets);
     return (m_dossier.chemin / nom).string();
+  }
+  /// The block that points without a symbol of their own show; without it they are not placed.
+  void ecrireBloc() const {
+    std::filesystem::create_directory(m_dossier.chemin / "biblio");
+    AcDbDatabase().saveAs(base::texteDuChemin(m_dossier.chemin / "biblio/varnblk1.dxf").c_str());
   }
 
   DossierEssai m_dossier;

@@ -9,7 +9,7 @@
 
 /// Entities in order, each once. Adding takes constant time, removing and asking for a place the logarithm of
 /// the number at most.
-class AcEdSelectionSet {
+class ARX_API AcEdSelectionSet {
 public:
   /// @return false when it is in already
   bool add(AcDbObjectId id);
