@@ -25,7 +25,7 @@ class Placement : public ProjetEssai {
 protected:
   Placement() {
     installerDialoguesCodes();
-    ecrireBloc();
+    ecrireBlocs();
   }
   /// Colour, closure and vertices of each polyline of the model space.
   std::vector<std::string> polylignes() {

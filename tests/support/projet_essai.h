@@ -27,10 +27,11 @@ protected:
     m_dossier.ecrire(nom, octets);
     return (m_dossier.chemin / nom).string();
   }
-  /// The block that points without a symbol of their own show; without it they are not placed.
-  void ecrireBloc() const {
+  /// The blocks of the code table's default rows; without its block a point is not placed.
+  void ecrireBlocs() const {
     std::filesystem::create_directory(m_dossier.chemin / "biblio");
-    AcDbDatabase().saveAs(base::texteDuChemin(m_dossier.chemin / "biblio/varnblk1.dxf").c_str());
+    for (const char* nom : {"biblio/varnblk1.dxf", "biblio/varnblk3.dxf"})
+      AcDbDatabase().saveAs(base::texteDuChemin(m_dossier.chemin / nom).c_str());
   }
 
   DossierEssai m_dossier;

@@ -20,7 +20,7 @@ const std::string kExemples = VELTORA_SOURCE_DIR "/examples/";
 
 class ReseauPlace : public ProjetEssai {
 protected:
-  ReseauPlace() { ecrireBloc(); }
+  ReseauPlace() { ecrireBlocs(); }
   [[nodiscard]] std::string fichierMc(const std::string& octets) const { return fichier("r.mc", octets); }
   void mener(CDlgMoindresCarres& dialogue, const std::vector<std::string>& lignes) {
     DialogScript script(lignes);
