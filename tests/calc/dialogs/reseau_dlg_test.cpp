@@ -1,6 +1,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/dialogs/moindres_carres_dlg.h"
+#include "codes/table_codification.h"
 #include "jobs/reseau.h"
 #include "support/case_rows.h"
 #include "support/dialog_script.h"
@@ -20,7 +21,11 @@ const std::string kExemples = VELTORA_SOURCE_DIR "/examples/";
 
 class ReseauPlace : public ProjetEssai {
 protected:
-  ReseauPlace() { ecrireBlocs(); }
+  ReseauPlace() {
+    ecrireBlocs();
+    // The code table outlives the installation folder of the test that filled it.
+    getTableCodification().getOuCreerCode(kStationCode).chemin = L"biblio\\varnblk3.dwg";
+  }
   [[nodiscard]] std::string fichierMc(const std::string& octets) const { return fichier("r.mc", octets); }
   void mener(CDlgMoindresCarres& dialogue, const std::vector<std::string>& lignes) {
     DialogScript script(lignes);
