@@ -13,6 +13,7 @@ public:
 protected:
   void paires(const jetonsObs& jetons) override {
     for (std::size_t i = 0; i + 1 < jetons.size(); i += 2) paire(jetons[i], jetons[i + 1]);
+    douterManquantes(jetons);
   }
 
 private:

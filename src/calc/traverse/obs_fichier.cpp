@@ -2,6 +2,7 @@
 
 #include "base/lines/line_reader.h"
 #include "base/numbers.h"
+#include "base/remarque.h"
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/obs_jetons.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace veltora {
 namespace {
@@ -98,6 +100,18 @@ void lecteurObs::douterIgnoree(const jetonsObs& jetons, std::wstring_view ligne)
     raison = kRaisonMilliers;
   if (raison.empty()) return remarquerIgnoree(ligne);
   m_remarques.douter(m_ligne, L"ignorée, « " + std::wstring(ligne) + L" » : " + raison);
+}
+
+void lecteurObs::douterManquantes(const jetonsObs& jetons) {
+  std::vector<std::wstring> manquantes;
+  for (const wchar_t* nom : {L"X", L"Y", L"Z", L"Gis"}) {
+    bool donnee = false;
+    for (std::size_t i = 0; i < jetons.size(); i += 2) donnee |= base::toUpper(jetons[i].front()) == *nom;
+    if (!donnee) manquantes.emplace_back(nom);
+  }
+  if (manquantes.empty()) return;
+  m_remarques.douter(m_ligne, L"la ligne de la station ne donne pas " + base::enumerer(manquantes) +
+                                  L" : 0, ou la valeur d'une ligne d'avant, en tient lieu");
 }
 
 /// Of a row without height difference whose length takes two words, the second one stands where the height

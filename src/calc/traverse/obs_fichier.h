@@ -43,6 +43,8 @@ protected:
   void remarquer(std::wstring texte);
   void remarquerIgnoree(std::wstring_view ligne);
   void remarquerCle(const std::wstring& cle) { remarquer(L"clé inconnue « " + cle + L" », ignorée"); }
+  /// Doubts the line of a station that gives no X, Y, Z or bearing; its five pairs have room for them.
+  void douterManquantes(const jetonsObs& jetons);
 
 private:
   void lireJetons(const jetonsObs& jetons, std::wstring_view ligne, donneesObs& donnees);

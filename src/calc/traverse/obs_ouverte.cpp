@@ -54,6 +54,7 @@ protected:
       }
     }
     if (!station) return remarquerIgnoree(jetons[0] + L" " + jetons[1]);
+    douterManquantes(jetons);
     station->x = x.value_or(station->x);
     station->y = y.value_or(station->y);
     station->z = z.value_or(station->z);

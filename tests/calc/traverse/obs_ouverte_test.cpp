@@ -51,7 +51,10 @@ TEST(LireObsOuverte, FermetureGardeeAndEachFormOfLine) {
       {"a key that is missing leaves its value",
        "Depart=A X= 1 Y= 2 Z= 3 Gis= 4\nD=B X=9 Ref=1 W=2 Z=8",
        "B 9 2 8 4 >  0 0 0 0 f7 a2 n3",
-       {"ligne 2 : clé inconnue « Ref », ignorée", "ligne 2 : clé inconnue « W », ignorée"}},
+       {"ligne 2 : clé inconnue « Ref », ignorée", "ligne 2 : clé inconnue « W », ignorée",
+        "à vérifier : ligne 2 : la ligne de la station ne donne pas Y, Gis : 0, ou la valeur d'une ligne "
+        "d'avant, "
+        "en tient lieu"}},
       {"unreadable numbers",
        "Fermeture: x\nDepart=A X= 1,5 Y= 2 Z= 3 Gis= 4",
        "A 1 2 3 4 >  0 0 0 0 f0 a2 n3",

@@ -88,7 +88,16 @@ const std::vector<CasLecture> kLectures = {
     {"an unknown key",
      "Nom A X 1 Y 2 Z 3 Ref 4",
      "A 1 2 3 0 a2 n3",
-     {"ligne 1 : clé inconnue « Ref », ignorée"}},
+     {"ligne 1 : clé inconnue « Ref », ignorée",
+      "à vérifier : ligne 1 : la ligne de la station ne donne pas Gis : 0, ou la valeur d'une ligne d'avant, "
+      "en "
+      "tient lieu"}},
+    {"a key that stands twice leaves no room for another",
+     "Nom A X 1 X 2 Z 3 Gis 4",
+     "A 2 0 3 4 a2 n3",
+     {"à vérifier : ligne 1 : la ligne de la station ne donne pas Y : 0, ou la valeur d'une ligne d'avant, "
+      "en "
+      "tient lieu"}},
     {"an empty departure name leaves nine tokens",
      "Nom=\"\" X= 1 Y= 2 Z= 3 Gis= 4",
      kVide,
