@@ -104,7 +104,7 @@ TEST_F(Lisp, veryDeepAndLongValuesAreHarmless) {
   EXPECT_EQ(outcome("(setq l nil) (repeat 500000 (setq l (cons 1 l))) (setq l (length l))"), "500000");
   const std::string deep = "'" + std::string(100000, '(') + std::string(100000, ')');
   EXPECT_NE(outcome(deep).find("parenthèses trop profondes"), std::string::npos);
-  EXPECT_NE(outcome(std::string(100000, '\'') + "a").find("trop profondes"), std::string::npos);
+  EXPECT_NE(outcome(std::string(100000, '\'').append("a")).find("trop profondes"), std::string::npos);
 }
 
 }  // namespace
