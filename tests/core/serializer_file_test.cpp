@@ -104,6 +104,8 @@ TEST_F(SerializerFichier, aReadOfAnotherTypeLeavesTheStreamWhereItWas) {
 }
 
 TEST_F(SerializerFichier, refusesDamagedItems) {
+  std::string longest = "ci\377\0\0\0b"s;
+  longest.append(256, 'a');
   struct {
     const char* nom;
     std::string contenu;
@@ -119,7 +121,7 @@ TEST_F(SerializerFichier, refusesDamagedItems) {
       {"no length", "cd\2\0\0\0bab\0"s},
       {"zero inside", "ci\3\0\0\0ba\0b\0"s},
       {"closing zero damaged", "ci\2\0\0\0babX"s},
-      {"closing zero damaged, longest text", "ci\377\0\0\0b"s + std::string(256, 'a')},
+      {"closing zero damaged, longest text", longest},
       {"cut in the length", "ci\2\0"s},
       {"nothing", ""s},
   };
