@@ -371,9 +371,11 @@ TEST_F(EntSelTest, BlocksInBlocksAreLookedIntoWhereTheyMatter) {
   ASSERT_EQ(acedNEntSelP(nullptr, name, at, 1, matrix, &references), RTNORM);
   EXPECT_EQ(matrix[0][3], 12345670.0) << "of the block with the line";
   acutRelRb(references);
-  const double rows[][4] = {{77.4, 1, 77.6, 2}, {77.4, 1, 78.6, 2}};
-  EXPECT_TRUE(selected(L"C", nullptr, rows[0], rows[0] + 2).empty()) << "between two lines";
-  EXPECT_EQ(selected(L"C", nullptr, rows[1], rows[1] + 2), Ids{wide});
+  const ads_point from = {77.4, 1, 0};
+  const ads_point between = {77.6, 2, 0};
+  const ads_point beyond = {78.6, 2, 0};
+  EXPECT_TRUE(selected(L"C", nullptr, from, between).empty()) << "between two lines";
+  EXPECT_EQ(selected(L"C", nullptr, from, beyond), Ids{wide});
   EXPECT_FALSE(transcript.has("Recherche abandonnée"));
   // All of them in one place: nothing can be left out, and the search is given up.
   const AcDbObjectId narrow = nested(L"ETROIT", 1e-9, 1);
