@@ -6,7 +6,8 @@
 Each step types a line or a key and waits for what has to come of it, in order; a step that brings nothing fails after a
 while. The editor once crashed on the accent of a prompt in the C locale. Ctrl-C once stayed asked for: it cancelled
 whatever ran next, and pressed again, even at a prompt, it ended the program; a message and a choice of a file did not
-take it for an answer. Tab completes commands, keywords, what dialogs name and files, blanks in their names included."""
+take it for an answer. Ctrl-C just before the wait for a key went unseen. Tab completes commands, keywords, what dialogs
+name and files, blanks in their names included."""
 import os
 import pathlib
 import pty

@@ -6,13 +6,16 @@
 #include "ui/driver.h"
 
 #include <editline/readline.h>
+#include <poll.h>
 #include <unistd.h>
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <iostream>
 
 namespace veltora::app {
@@ -26,6 +29,57 @@ volatile std::sig_atomic_t s_cancelled = 0;
 const base::Request* s_request = nullptr;
 /// What the text in front of the cursor may become.
 std::vector<std::string> s_matches;
+
+/// While the user types, the interrupt gets through only where the program waits for a key: between the look
+/// at the flag and a plain read it would be seen by neither, and the line would go on.
+class InterruptGate {
+public:
+  InterruptGate() {
+    sigset_t interrupt;
+    sigemptyset(&interrupt);
+    sigaddset(&interrupt, SIGINT);
+    sigprocmask(SIG_BLOCK, &interrupt, &s_outside);
+  }
+  ~InterruptGate() { sigprocmask(SIG_SETMASK, &s_outside, nullptr); }
+  InterruptGate(const InterruptGate&) = delete;
+  InterruptGate& operator=(const InterruptGate&) = delete;
+
+  /// Waits for a byte of the terminal. @return -1 at its end and when the line is cancelled
+  static int nextByte(int terminal) {
+    pollfd waited{terminal, POLLIN, 0};
+    while (!s_cancelled) {
+      if (::ppoll(&waited, 1, nullptr, &s_outside) < 0) {
+        if (errno == EINTR) continue;
+        return -1;
+      }
+      unsigned char byte = 0;
+      const ssize_t count = ::read(terminal, &byte, 1);
+      if (count == 1) return byte;
+      if (count == 0 || errno != EINTR) return -1;
+    }
+    return -1;
+  }
+
+private:
+  static sigset_t s_outside;
+};
+sigset_t InterruptGate::s_outside;
+
+/// The next character typed, for the line editor, which takes it whole.
+int nextCharacter(FILE* terminal) {
+  std::mbstate_t state{};
+  while (true) {
+    const int byte = InterruptGate::nextByte(::fileno(terminal));
+    if (byte < 0) return -1;
+    const char piece = static_cast<char>(byte);
+    wchar_t character = 0;
+    const std::size_t length = std::mbrtowc(&character, &piece, 1, &state);
+    if (length == static_cast<std::size_t>(-1))
+      state = {};  // no UTF-8: left out
+    else if (length != static_cast<std::size_t>(-2))
+      return static_cast<int>(character);
+  }
+}
 
 /// The matches, one a call: what the line editor asks for at Tab.
 char* nextMatch(const char*, int state) {
@@ -112,6 +166,7 @@ TerminalSource::TerminalSource() : m_interactive(::isatty(STDIN_FILENO) == 1) {
   // The editing library converts prompts by the locale, and fails on accents in any other than this one.
   std::setlocale(LC_CTYPE, "C.UTF-8");
   rl_attempted_completion_function = completions;
+  rl_getc_function = nextCharacter;
   using_history();
   stifle_history(kHistoryLength);
   m_history = historyFile();
@@ -137,6 +192,7 @@ std::optional<std::string> TerminalSource::readLine(const base::Request& request
   }
   std::fflush(stdout);
   if (ui::Driver* driver = ui::driver()) driver->oublierArret();
+  const InterruptGate gate;
   s_waits = 1;
   s_cancelled = 0;
   s_request = &request;
