@@ -4,7 +4,6 @@
 #include "app/jobs/table.h"
 #include "app/session/call_files.h"
 #include "app/session/output.h"
-#include "app/session/reading_log.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -73,12 +72,10 @@ Run readArguments(int argc, char** argv, int& status) {
   toFrench(app);
   app.set_version_flag("--version", std::string("veltora ") + VELTORA_VERSION, "Affiche la version");
   const Run session = declareSession(app);
-  addReadingLogOption(app);
   std::vector<std::pair<const CLI::App*, Run>> runs;
   for (const Job& job : jobTable()) {
     CLI::App* sub = app.add_subcommand(job.name, job.help)->group("Travaux");
     runs.emplace_back(sub, job.declare(*sub));
-    addReadingLogOption(*sub);
     toFrench(*sub);
   }
   try {

@@ -21,9 +21,9 @@ namespace veltora {
 /// | e | an "i" item |
 class VELTORA_API FileSerializer : public VeltoraSerializer, private Uncopyable {
 public:
+  /// A file that cannot be opened is told by `estOuvert`; every operation then fails.
   /// @param chemin  path in the ANSI code page
-  /// @param ecriture  true: for reading and writing, made or emptied; false: for reading only A file that
-  /// cannot be opened is told by `estOuvert`; every operation then fails.
+  /// @param ecriture  true: for reading and writing, made or emptied; false: for reading only
   FileSerializer(const std::string& chemin, bool ecriture);
   ~FileSerializer() override;
   [[nodiscard]] bool estOuvert() const { return m_ouvert; }

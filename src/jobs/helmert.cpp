@@ -86,18 +86,15 @@ void porterTables(const demandeHelmert& demande, const AcGePoint2d& centre,
 
 bool lireListe(const demandeHelmert& demande, tableObsXYZ& liste, resultatHelmertUnAppel& resultat) {
   const std::wstring nom = L"« " + base::texteDuChemin(demande.points) + L" »";
-  for (const auto& lu : {demande.points, demande.fichier}) {
-    std::error_code sansImportance;
-    if (!std::filesystem::equivalent(lu, demande.vers, sansImportance)) continue;
-    resultat.erreur =
-        L"« " + base::texteDuChemin(demande.vers) + L" » : c'est un fichier à lire, il n'est pas remplacé";
-    return false;
-  }
-  liste.colonneZCompte = true;
-  if (!liste.charger(base::texteDuChemin(demande.points).c_str())) {
+  const auto octets = base::lireFichier(demande.points);
+  if (!octets) {
     resultat.erreur = nom + L" : fichier introuvable ou illisible";
     return false;
   }
+  resultat.erreur = refusDuGenre(base::texteDuChemin(demande.points), *octets, genreFichier::xyz);
+  if (!resultat.erreur.empty()) return false;
+  liste.colonneZCompte = true;
+  liste.lire(*octets);
   base::Remarques lues = liste.remarques;
   lues.situer(base::texteDuChemin(demande.points.filename()));
   resultat.remarques.citer(lues);

@@ -83,12 +83,14 @@ private:
       tablesPoints->removeTablePoints(0);
   }
 
-  /// Points without a name get the numbers behind the largest one of their table and of the list.
+  /// Points without a name get the numbers behind the largest one of the tables and of the list, so that they
+  /// take the place of none.
   void nommer() {
     int dernier = 0;
     int nommes = 0;
+    for (const listePointsDuDessin* une : m_tables) dernier = std::max(dernier, une->getMaxNum());
     for (const ligneListe& ligne : m_liste.lignes) {
-      if (ligne.point.nom.empty()) dernier = std::max(dernier, nommes++ == 0 ? table(ligne).getMaxNum() : 0);
+      if (ligne.point.nom.empty()) ++nommes;
       dernier = std::max(dernier, base::lireEntier(ligne.point.nom));
     }
     if (nommes == 0) return;

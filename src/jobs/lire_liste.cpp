@@ -145,10 +145,9 @@ bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, result
   return Lecture(demande, liste, resultat).lire();
 }
 
-base::Remarques doutesXyz(const std::filesystem::path& fichier) {
-  const std::optional<std::string> octets = base::lireFichier(fichier);
-  if (!octets || !tablesPoints) return {};
-  return doutesDe(verifierXyz(*octets, reperesDuDessin()), base::texteDuChemin(fichier));
+base::Remarques doutesXyz(std::wstring_view nom, std::string_view octets) {
+  if (!tablesPoints) return {};
+  return doutesDe(verifierXyz(octets, reperesDuDessin()), std::wstring(nom));
 }
 
 }  // namespace veltora

@@ -42,8 +42,8 @@ VELTORA_API bool nommerColonnes(std::wstring_view texte, optionsListe& options, 
 bool lireListePoints(const demandeLectureListe& demande, listeLue& liste, resultatPoints& resultat);
 
 /// What looks wrong in a file that is read word by word as an `.xyz` list, for the drawing with its tables:
-/// doubts, each with the options of one call that would read it otherwise. None for a file that cannot be
-/// read.
-VELTORA_API base::Remarques doutesXyz(const std::filesystem::path& fichier);
+/// doubts, each with the options of one call that would read it otherwise.
+/// @param nom  of the file, as the user knows it
+VELTORA_API base::Remarques doutesXyz(std::wstring_view nom, std::string_view octets);
 
 }  // namespace veltora

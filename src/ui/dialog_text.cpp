@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "ui/report_text.h"
 #include "ui/script_names.h"
@@ -180,7 +181,7 @@ std::wstring lineOf(Control& control) {
 
 /// The report that a view shows, as text; nothing when its file cannot be read.
 std::wstring reportOf(const WebView& view) {
-  const auto html = base::lireFichier(base::toUtf8(view.path()));
+  const auto html = base::lireFichier(base::cheminDuTexte(view.path()));
   return html ? L"\n" + reportText(*html) : std::wstring();
 }
 

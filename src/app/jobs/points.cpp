@@ -1,5 +1,6 @@
 #include "app/jobs/points.h"
 
+#include "app/session/call_files.h"
 #include "app/session/output.h"
 #include "app/session/reading_log.h"
 #include "base/text.h"
@@ -35,6 +36,7 @@ Run declarePoints(CLI::App& sub) {
   const auto options = std::make_shared<Options>();
   sub.add_option("dessin", options->drawing, "Dessin DXF")->type_name("DESSIN")->required();
   sub.add_flag("--csv", options->csv, "Sépare les colonnes par des points-virgules");
+  declareFiles(sub).reads(options->drawing, FileKind::kDrawing);
   return [options] { return run(*options); };
 }
 

@@ -1,5 +1,6 @@
 #include "app/session/call_files.h"
 
+#include "app/session/reading_log.h"
 #include "arx/dxf/dxffile.h"
 #include "base/paths.h"
 #include "base/text.h"
@@ -89,6 +90,7 @@ void CallFiles::check() const {
 
 CallFiles& declareFiles(CLI::App& sub) {
   const auto files = std::make_shared<CallFiles>();
+  files->writes(addReadingLogOption(sub), FileKind::kText);
   sub.parse_complete_callback([files] { files->check(); });
   return *files;
 }

@@ -41,7 +41,8 @@ private:
   std::vector<Use> m_uses;
 };
 
-/// The files of a sub-command, checked once its options are read.
+/// The files of a sub-command, checked once its options are read: each reads drawings, so that the log of
+/// their reading is among them, with its option.
 CallFiles& declareFiles(CLI::App& sub);
 
 /// The file that will be written for the name of a drawing: "x.dwg" stands for "x.dxf".

@@ -4,11 +4,12 @@
 #include "arx/db/dbmain.h"
 #include "base/files.h"
 #include "base/format.h"
+#include "base/paths.h"
 #include "base/text.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <filesystem>
+#include <unordered_map>
 #include <utility>
 
 namespace veltora::app {
@@ -45,14 +46,12 @@ std::pair<std::string, std::string> placeAndText(const std::string& finding) {
 
 std::vector<Kind> kindsOf(const std::vector<std::string>& findings) {
   std::vector<Kind> kinds;
+  std::unordered_map<std::string, std::size_t> known;
   for (const std::string& finding : findings) {
     auto [place, text] = placeAndText(finding);
-    const auto same =
-        std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) { return kind.text == text; });
-    if (same != kinds.end())
-      ++same->count;
-    else
-      kinds.push_back({std::move(text), std::move(place), 1});
+    const auto [at, isNew] = known.emplace(text, kinds.size());
+    if (isNew) kinds.push_back({std::move(text), std::move(place)});
+    ++kinds[at->second].count;
   }
   return kinds;
 }
@@ -74,8 +73,8 @@ void printSummary(const std::string& name, const std::vector<std::string>& findi
 void writeLog(const std::string& drawing, const std::vector<std::string>& findings) {
   Log& log = theLog();
   if (log.path.empty()) return;
-  std::error_code ignored;
-  if (std::filesystem::equivalent(log.path, drawing, ignored)) {
+  // Of the call's own files this was asked before; a session may open others.
+  if (base::memeFichier(log.path, base::cheminDuTexte(base::fromUtf8(drawing)))) {
     printError("le journal de lecture \"" + log.path + "\" est le dessin lui-même, il n'est pas écrit");
     return;
   }
@@ -90,10 +89,11 @@ void writeLog(const std::string& drawing, const std::vector<std::string>& findin
 
 }  // namespace
 
-void addReadingLogOption(CLI::App& app) {
+const std::string& addReadingLogOption(CLI::App& app) {
   app.add_option("--journal-lecture", theLog().path,
                  "Écrit dans ce fichier tout ce que la lecture des dessins a réparé ou laissé de côté")
       ->type_name("FICHIER");
+  return theLog().path;
 }
 
 void tellReading(const std::wstring& drawing, const std::vector<std::string>& findings) {

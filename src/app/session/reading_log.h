@@ -11,8 +11,8 @@ class App;
 
 namespace veltora::app {
 
-/// Declares `--journal-lecture FICHIER`.
-void addReadingLogOption(CLI::App& app);
+/// Declares `--journal-lecture FICHIER`. @return where the name will stand, for the whole run
+const std::string& addReadingLogOption(CLI::App& app);
 /// What the reader of a drawing found and mended: a summary on standard error, each kind of trouble once with
 /// its number and its first place; all of it goes to the file of `--journal-lecture`, which also says that
 /// nothing was found.

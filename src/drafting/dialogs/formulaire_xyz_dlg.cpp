@@ -81,9 +81,10 @@ void CformulaireXYZ::charger(bool vider) {
     base::Suivi suivi;
     m_table.charger(nullptr, vider, &suivi);
   }
-  if (const auto octets = base::lireFichier(base::cheminDuTexte(choix->path)))
+  if (const auto octets = base::lireFichier(base::cheminDuTexte(choix->path))) {
     imprimerDoutes(doutesDuGenre(choix->path, *octets, genreFichier::xyz));
-  imprimerDoutes(doutesXyz(base::cheminDuTexte(choix->path)));
+    imprimerDoutes(doutesXyz(choix->path, *octets));
+  }
   imprimerDoutes(m_table.remarques);
   // Deliberate (fusionner-libelle): a new code is labelled "Code 7" when its list is loaded, but "Code N° 7",
   // by the row that shows it, when its list is merged.
