@@ -2,9 +2,11 @@
 
 #include "arx/db/dbheavypoly.h"
 #include "arx/db/dbpl.h"
+#include "base/format.h"
 #include "drafting/dialogs/allegement_dlg.h"
 #include "drafting/polylines/polylines_2d.h"
 #include "drafting/polylines/projeter_polyligne.h"
+#include "drafting/polylines/rectoriente_jig.h"
 #include "support/atelier.h"
 #include "support/dialog_script.h"
 
@@ -69,6 +71,42 @@ TEST_F(Polylines, RunThroughThePointsNearThem) {
       EXPECT_EQ(sommet, row.sommets[i]);
     }
   }
+}
+
+TEST_F(Polylines, rect3ptCote_aRectangleByThreePointsAndTheWaysBack) {
+  const struct {
+    std::vector<std::string> lignes;
+    const char* sommets;  ///< nothing: no rectangle, no entity
+  } rows[] = {
+      {{"10,20", "14,23", "13,24"}, "10.00,20.00 14.00,23.00 13.16,24.12 9.16,21.12 1"},
+      {{"10,20", "14,23", "13,22"}, "10.00,20.00 14.00,23.00 14.12,22.84 10.12,19.84 1"},
+      {{"1,1", "5,5", "O", "0,0", "0,2", "R", "3,0", "D", "9,1"},
+       "0.00,0.00 3.00,0.00 3.00,1.00 0.00,1.00 1"},
+      {{"0,0", "0,0", "0,0", "2,0", "7,0", "7,1"}, "0.00,0.00 2.00,0.00 2.00,1.00 0.00,1.00 1"},
+      {{"10,20", "14,23", "*Annuler*"}, ""},
+      {{"*Annuler*"}, ""},
+  };
+  for (const auto& row : rows) {
+    DialogScript script(row.lignes);
+    acedPorts().source = &script;
+    const int avant = entites();
+    const AcDbObjectId id = rectorienteJig().dessiner();
+    acedPorts().source = nullptr;
+    EXPECT_TRUE(script.finished());
+    std::string texte;
+    if (const AcDbObjectPointer<AcDbPolyline> rectangle(id); rectangle.openStatus() == Acad::eOk) {
+      AcGePoint2d sommet;
+      for (unsigned int i = 0; rectangle->getPointAt(i, sommet) == Acad::eOk; ++i)
+        texte += base::formater("%.2f,%.2f ", sommet.x, sommet.y);
+      texte += rectangle->isClosed() ? "1" : "0";
+    }
+    EXPECT_EQ(texte, row.sommets);
+    EXPECT_EQ(entites() - avant, texte.empty() ? 0 : 1);
+  }
+  DialogScript script({"0,0", "1,0", "Cote"});
+  acedPorts().source = &script;
+  EXPECT_THROW(rectorienteJig().dessiner(), base::ScriptError);
+  acedPorts().source = nullptr;
 }
 
 TEST_F(Polylines, TheDialogOfLighteningTellsItsClicks) {
