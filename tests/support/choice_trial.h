@@ -236,7 +236,10 @@ private:
         return modifyGroups();
       case 7: {  // what is open is passed by, and goes on changing
         const AcDbObjectPointer<AcDbEntity> open(oneOf(m_now->made), AcDb::kForWrite);
-        if (open) open->transformBy(AcGeMatrix3d::translation(step()));
+        if (open && byte() % 4 == 0)
+          open->erase();
+        else if (open)
+          open->transformBy(AcGeMatrix3d::translation(step()));
         ask();
         if (open) open->transformBy(AcGeMatrix3d::translation(step()));
         return;
