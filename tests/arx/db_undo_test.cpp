@@ -1,8 +1,11 @@
 #include "arx/db/dbmain.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <random>
 
 namespace {
 
@@ -254,6 +257,64 @@ TEST_F(UndoTest, FiftyThousandCreationsAreOneStep) {
   EXPECT_TRUE(AcDbObjectPointer<AcDbLayerTable>(table)->records().empty());
   log.redo();
   EXPECT_EQ(AcDbObjectPointer<AcDbLayerTable>(table)->records().size(), 50000u);
+}
+
+// Lookups are remembered: after any change, undone or not, they must be those of a walk over the table.
+TEST_F(UndoTest, namesAreFoundAsTheyStandAfterEveryChange) {
+  const wchar_t* const names[] = {L"A", L"a", L"B", L"C", L"Été", L"0"};
+  const auto nameOf = [](AcDbObjectId id) { return AcDbObjectPointer<AcDbLayerTableRecord>(id)->name(); };
+  const auto walk = [&](const std::wstring& name) {
+    std::vector<AcDbObjectId> found;
+    const AcDbObjectPointer<AcDbLayerTable> open(table);
+    for (const AcDbObjectId id : open->entries())
+      if (id.isLive() && veltora::base::compareNoCase(nameOf(id), name) == 0) found.push_back(id);
+    return found;
+  };
+  std::mt19937 random(7);
+  const auto any = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
+  const auto someLayer = [&] {
+    const AcDbObjectPointer<AcDbLayerTable> open(table);
+    return open->entries().empty() ? AcDbObjectId() : open->entries()[any(open->entries().size())];
+  };
+  for (int turn = 0; turn < 3000; ++turn) {
+    const wchar_t* const name = names[any(std::size(names))];
+    const AcDbObjectId id = someLayer();
+    switch (any(7)) {
+      case 0:
+        if (layerOf(name).isNull()) step(L"new", [&] { make(name); });
+        break;
+      case 1:
+        if (id.isLive())
+          step(L"rename",
+               [&] { AcDbObjectPointer<AcDbLayerTableRecord>(id, AcDb::kForWrite)->setName(name); });
+        break;
+      case 2:
+      case 3:
+        if (!id.isNull())
+          step(L"erase",
+               [&] { AcDbObjectPointer<AcDbObject>(id, AcDb::kForWrite, true)->erase(!id.isErased()); });
+        break;
+      case 4:
+        if (id.isLive()) step(L"current", [&] { db.setClayer(id); });
+        break;
+      case 5:
+        log.undo();
+        break;
+      default:
+        log.redo();
+    }
+    for (const wchar_t* const asked : names) {
+      const std::vector<AcDbObjectId> right = walk(asked);
+      const AcDbObjectId byText = AcDbObjectPointer<AcDbLayerTable>(table)->idOfText(dxfFromWide(asked));
+      ASSERT_EQ(layerOf(asked).isNull(), right.empty()) << turn;
+      ASSERT_EQ(byText, layerOf(asked)) << turn;
+      ASSERT_TRUE(right.empty() || std::ranges::find(right, byText) != right.end()) << turn;
+    }
+    const std::vector<AcDbObjectId> current = walk(db.headerText("CLAYER", L"0"));
+    if (!current.empty()) {
+      ASSERT_NE(std::ranges::find(current, db.clayer()), current.end()) << turn;
+    }
+  }
 }
 
 }  // namespace

@@ -194,7 +194,7 @@ TEST(Resbuf, ListsAreBuiltOrRefused) {
 
 TEST(Resbuf, CopiesOwnTheirTextsAndBytes) {
   char bytes[] = {1, 2, 3};
-  Chain list(acutBuildList(1, L"un", 310, ads_binary{3, bytes}, 10, AcGePoint3d(1, 2, 3), RTNIL, RTNONE));
+  Chain list(acutBuildList(1, L"un", 310, ads_binary{1, bytes}, 10, AcGePoint3d(1, 2, 3), RTNIL, RTNONE));
   const std::vector<std::string> before = shownAll(list.get());
   const Chain one(acutCopyRb(list->rbnext));
   const Chain all(acutCopyRbChain(list.get()));

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace fs = std::filesystem;
 using veltora::base::lireFichier;
 using veltora::base::remplacerFichier;
@@ -55,6 +57,44 @@ TEST_F(DxfFiles, aSaveTellsWhereThingsAreAndShowsThemUnlessAViewWasSet) {
   ASSERT_EQ(drawing.saveAs(name("a.dxf").c_str()), Acad::eOk);
   EXPECT_NE(lireFichier(folder / "a.dxf")->find(" 12\n5.0\n 22\n6.0\n 40\n7.0\n"), std::string::npos);
   acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+}
+
+// References that cannot reach beyond what was seen are passed by: the box must be that of all of them.
+TEST_F(DxfFiles, storedExtentsAreThoseOfAllThings) {
+  std::mt19937 random(3);
+  const auto between = [&](double from, double to) {
+    return std::uniform_real_distribution<double>(from, to)(random);
+  };
+  for (const bool flat : {true, false}) {
+    for (const bool text : {true, false}) {
+      AcDbDatabase drawing;
+      const AcDbObjectId block = drawing.recordOf("BLOCK_RECORD", L"borne");
+      ent_test::addTo(block, new AcDbCircle({0.3, 0, flat ? 0.0 : 0.1}, {0, 0, 1}, 0.7));
+      ent_test::addTo(block,
+                      new AcDbArc({0, 0.2, 0}, {0, flat ? 0.0 : 0.6, flat ? 1.0 : 0.8}, 1.1, 0.3, 2.9));
+      if (text) ent_test::addTo(block, new AcDbText({0.1, 0.1, 0}, L"Sygne", {}, 0.4));
+      AcDbExtents right;
+      for (int i = 0; i < 300; ++i) {
+        auto* reference = new AcDbBlockReference(
+            {650000 + between(0, 40), 6860000 + between(0, 40), flat ? 0.0 : between(0, 2)}, block);
+        reference->setRotation(between(0, 6.3));
+        reference->setScaleFactors({between(0.1, 3), between(0.1, 3), between(0.1, 3)});
+        const AcDbObjectId id = ent_test::addTo(drawing.modelSpaceId(), reference);
+        AcDbExtents box;
+        ASSERT_EQ(AcDbObjectPointer<AcDbEntity>(id)->getGeomExtents(box), Acad::eOk);
+        right.addExt(box);
+      }
+      ASSERT_EQ(drawing.saveAs(name("a.dxf").c_str()), Acad::eOk);
+      for (const auto& [variable, corner] :
+           {std::pair("EXTMIN", right.minPoint()), std::pair("EXTMAX", right.maxPoint())}) {
+        DxfTagText expected, stored;
+        expected.appendReal(10, corner.x), expected.appendReal(20, corner.y),
+            expected.appendReal(30, corner.z);
+        drawing.header(variable, stored);
+        EXPECT_EQ(stored.text(), expected.text()) << variable << (flat ? " flat" : " in space");
+      }
+    }
+  }
 }
 
 TEST_F(DxfFiles, aDwgNameIsServedByTextUnderThatNameElseByTheDxfBeside) {

@@ -259,15 +259,15 @@ TEST_F(EntityChainTest, Variables) {
 
 TEST_F(EntityChainTest, TransientGraphicsAndView) {
   const double a[] = {0, 0, 0};
-  const double b[] = {1, 0, 0};
+  const double b[] = {1, 2, 0};
   acedGrDraw(a, b, 3, 0);
-  const ads_matrix moved = {{1, 0, 0, 10}, {0, 1, 0, 20}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+  const ads_matrix moved = {{1, 5, 0, 10}, {0, 1, 0, 20}, {0, 0, 1, 0}, {0, 0, 0, 1}};
   const AcEdRbHolder pairs(acutBuildList(RTSHORT, 1, RT3DPOINT, a, RT3DPOINT, b));
   const AcEdRbHolder odd(acutBuildList(RTSHORT, 1, RT3DPOINT, a));
   EXPECT_EQ(acedGrVecs(pairs.get(), moved), RTNORM);
   EXPECT_EQ(acedGrVecs(odd.get(), nullptr), RTERROR);
   ASSERT_EQ(acedTransientGraphics().size(), 2u);
-  EXPECT_EQ(acedTransientGraphics()[1].to.x, 11.0);
+  EXPECT_EQ(acedTransientGraphics()[1].to.x, 1 + 5 * 2 + 10.0);
   acedRedraw(nullptr, 0);
   EXPECT_TRUE(acedTransientGraphics().empty());
 

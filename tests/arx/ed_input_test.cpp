@@ -1,6 +1,7 @@
 #include "arx/ed/edinput.h"
 
 #include "arx/ed/accmd.h"
+#include "arx/ed/edfiles.h"
 #include "arx/rx/rxdict.h"
 #include "ed_support.h"
 #include "support/case_rows.h"
@@ -141,12 +142,24 @@ TEST_F(InputTest, ArbitraryTextIsAKeyword) {
 }
 
 TEST_F(InputTest, ATextIsCutToTheRoomForIt) {
-  answer({"trop long"});
+  answer({"non", "trop long"});
   ACHAR room[5] = L"????";
+  EXPECT_EQ(acedGetString(1, L"", room, 0), RTERROR);
+  EXPECT_EQ(acedGetString(1, L"", room, 1), RTNORM);
+  EXPECT_STREQ(room, L"");
   EXPECT_EQ(acedGetString(1, L"", room, 5), RTNORM);
   EXPECT_STREQ(room, L"trop");
   EXPECT_EQ(acedGetString(1, L"", room, 5), RTCAN) << "the end of the input";
   EXPECT_STREQ(room, L"trop");
+}
+
+TEST(FindFile, GivesAPathThatHasRoom) {
+  const wchar_t* name = L"" VELTORA_SOURCE_DIR "/README.md";
+  ACHAR room[4096] = L"";
+  EXPECT_EQ(acedFindFile(name, room, 4), RTERROR);
+  EXPECT_STREQ(room, L"");
+  ASSERT_EQ(acedFindFile(name, room, 4096), RTNORM);
+  EXPECT_STREQ(room, name);
 }
 
 TEST_F(InputTest, APersonIsAskedAgainAndAScriptStops) {

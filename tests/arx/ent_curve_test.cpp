@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 #include <ostream>
+#include <random>
 
 namespace {
 
@@ -276,5 +277,57 @@ TEST_P(Meeting, GivesThePointsInCommon) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, Meeting, ::testing::ValuesIn(kMeetings));
+
+TEST(CurveSearch, FindsToTheBitWhatTheWalkOverAllPiecesFinds) {
+  std::mt19937 random(11);
+  const auto between = [&](double from, double to) {
+    return std::uniform_real_distribution<double>(from, to)(random);
+  };
+  constexpr double kX = 650000, kY = 6860000;
+  Vertices bent, tied;  // turns of all kinds; vertices on a grid, where many places are equally near
+  for (int i = 0; i < 60; ++i) {
+    bent.push_back({kX + between(0, 50), kY + between(0, 50), i % 3 ? between(-2, 2) : 0.0});
+    tied.push_back({kX + i % 8, kY + i / 8.0 - i % 8 / 8.0});
+  }
+  AcDbDatabase db;
+  auto* raised = new AcDb3dPolyline;
+  const AcDbObjectId raisedId = addTo(db.modelSpaceId(), raised);
+  {
+    const AcDbObjectPointer<AcDb3dPolyline> open(raisedId, AcDb::kForWrite);
+    for (int i = 0; i < 60; ++i) {
+      auto* vertex = new AcDb3dPolylineVertex({kX + between(0, 50), kY + between(0, 50), between(-30, 30)});
+      AcDbObjectId id;
+      ASSERT_EQ(open->appendVertex(id, vertex), Acad::eOk);
+      vertex->close();
+    }
+  }
+  const auto bentCurve = polyline(bent, true);
+  const auto tiedCurve = polyline(tied, false);
+  AcDbRay ray;
+  ray.setBasePoint({kX + 20, kY + 20, 5}), ray.setUnitDir({1, 2, 0.5});
+  const AcDbCurve* const curves[] = {bentCurve.get(), tiedCurve.get(), raised, &ray};
+  for (const AcDbCurve* curve : curves) {
+    AcDbCurveSearch search(*curve);
+    int found = 0;
+    for (int i = 0; i < 400; ++i) {
+      const bool onGrid = i % 2 == 0;
+      const AcGePoint3d given(kX + (onGrid ? i % 16 / 2.0 : between(-60, 110)),
+                              kY + (onGrid ? i % 9 / 2.0 : between(-60, 110)),
+                              i % 5 ? 0.0 : between(-40, 40));
+      const double reach = i % 3 ? between(0, 10) : 1e6;
+      AcGePoint3d right, nearest;
+      ASSERT_EQ(curve->getClosestPointTo(given, right), Acad::eOk);
+      if (search.closestWithin(reach, given, nearest)) {
+        ++found;
+        EXPECT_TRUE(nearest.x == right.x && nearest.y == right.y && nearest.z == right.z) << i;
+      } else {
+        EXPECT_GT(std::hypot(right.x - given.x, right.y - given.y), reach) << i;
+      }
+    }
+    EXPECT_GT(found, 130);
+  }
+  AcGePoint3d nothing;
+  EXPECT_FALSE(AcDbCurveSearch(AcDbPolyline()).closestWithin(1e9, {}, nothing));
+}
 
 }  // namespace

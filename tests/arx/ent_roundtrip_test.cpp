@@ -124,6 +124,8 @@ TEST(EntityProperties, RefusesWhatADrawingCannotHold) {
   EXPECT_EQ(open->setLayer(other.layerZero()), Acad::eWrongDatabase);
   EXPECT_EQ(open->setColorIndex(257), Acad::eInvalidInput);
   EXPECT_EQ(open->setLinetypeScale(0), Acad::eInvalidInput);
+  EXPECT_EQ(open->setLineWeight(212), Acad::eInvalidInput);
+  EXPECT_EQ(open->setLineWeight(25), Acad::eOk);
   EXPECT_EQ(open->setLayer(static_cast<const ACHAR*>(nullptr)), Acad::eKeyNotFound);
   EXPECT_EQ(open->setLinetype(L"BYLAYER"), Acad::eOk);
   EXPECT_TRUE(open->linetypeId().isNull());

@@ -99,11 +99,13 @@ TEST_F(TableCodification, LooksUpTheFirstOfEqualCodesAndRefusesBadRows) {
   table.codes.Add(ligne(7, L""));
   EXPECT_EQ(table.chercherCode(7), 2);
   table.supprimerLigne(1);
+  table.codes.Add(ligne(-3, L""));
+  EXPECT_EQ(table.chercherCode(-3), 2);
   table.trierParCode();
   table.codes.Add(ligne(50, L""));
-  for (const auto& [code, rang] : {std::pair(1, 0), {7, 1}, {50, 2}, {100, -1}})
+  for (const auto& [code, rang] : {std::pair(-3, 0), {1, 1}, {7, 2}, {50, 3}, {100, -1}})
     EXPECT_EQ(table.chercherCode(code), rang) << code;
-  EXPECT_EQ(table.modifierLigne(3) + table.modifierLigne(-1), 0);
+  EXPECT_EQ(table.modifierLigne(4) + table.modifierLigne(-1), 0);
   table.resetDefauts();
   EXPECT_EQ(codesDe(table), (std::vector<int>{1, 100}));
 }

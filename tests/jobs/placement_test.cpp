@@ -147,7 +147,7 @@ TEST_F(Placement, OneCallSaysWhatIsWrong) {
 }
 
 const std::string kRectangle =
-    "Nom=A X=100 Y=100 Z=0 Gis=0\nB 296 10 0\nC 300 10 0\nD 300 10 0\nA 300 12 0\n";
+    "Nom=A X=100 Y=100 Z=7 Gis=0\nB 296 10 0\nC 300 10 0\nD 300 10 0\nA 300 12 0\n";
 
 TEST_F(Placement, PremierSommetDouble) {
   demandePolygonale demande;
@@ -170,7 +170,7 @@ TEST_F(Placement, TheDialogPlacesAfterShowingTheCode) {
   EXPECT_TRUE(script.finished()) << script.transcript;
   EXPECT_EQ(nomsDe(*m_projets.currTable()), "A B C D ");
   EXPECT_EQ(m_projets.currTable()->getData(3)->getCode(), 55);
-  EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), 0.0);
+  EXPECT_EQ(m_projets.currTable()->getData(0)->getZ(), 7.0);
   EXPECT_EQ(polylignes().size(), 1U);
 }
 

@@ -29,7 +29,7 @@ TEST_F(TablePoints, findsNamesIgnoringCaseAndOuterBlanks) {
   EXPECT_EQ(indexDe(table(), L"B2"), 1);
   EXPECT_EQ(indexDe(table(), L"été"), 2);
   EXPECT_EQ(indexDe(table(), L"   "), 3);
-  EXPECT_EQ(indexDe(table(), L"A12345678901"), -1);
+  EXPECT_EQ(indexDe(table(), std::wstring(200, L'1').c_str()), -1);
   EXPECT_EQ(indexDe(table(), L"中"), -1);
   EXPECT_EQ(indexDe(table(), nullptr), 3);
   EXPECT_THROW(table().getData(5), std::invalid_argument);

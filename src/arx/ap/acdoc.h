@@ -23,6 +23,8 @@ public:
   [[nodiscard]] const ACHAR* docTitle() const { return m_title.c_str(); }
   [[nodiscard]] bool isNamedDrawing() const { return !m_fileName.empty(); }
   [[nodiscard]] bool isModified() const { return m_database->isModified(); }
+  /// The database outlives the document, until the process ends.
+  void leaveDatabase() { AcDbDatabase::leaveToProcessEnd(std::move(m_database)); }
   /// Takes a path over; the title follows.
   void setFileName(const std::wstring& fileName);
 

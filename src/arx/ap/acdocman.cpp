@@ -186,15 +186,16 @@ Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* wanted) {
   return Acad::eOk;
 }
 
-Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* closing) {
+/// Takes a document off the list, as everybody who is told of it learns; null when it is not open.
+std::unique_ptr<AcApDocument> AcApDocManager::take(AcApDocument* closing) {
   const auto at = std::find_if(m_documents.begin(), m_documents.end(),
                                [&](const auto& document) { return document.get() == closing; });
-  if (at == m_documents.end()) return Acad::eInvalidInput;
+  if (at == m_documents.end()) return nullptr;
   sendInDocument(closing, [] { acrxDynamicLinker->broadcast(AcRx::kUnloadDwgMsg); });
   tell(&AcApDocManagerReactor::documentToBeDestroyed, closing);
   acedForgetDatabase(closing->database());
   const bool wasCurrent = m_current == closing;
-  const std::unique_ptr<AcApDocument> gone = std::move(*at);
+  std::unique_ptr<AcApDocument> gone = std::move(*at);
   m_documents.erase(at);
   if (wasCurrent) {
     makeCurrent(nullptr);
@@ -203,7 +204,11 @@ Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* closing) {
   const std::wstring name = gone->fileName();
   const std::vector<AcApDocManagerReactor*> listeners = m_reactors;
   for (AcApDocManagerReactor* reactor : listeners) guarded([&] { reactor->documentDestroyed(name.c_str()); });
-  return Acad::eOk;
+  return gone;
+}
+
+Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* document) {
+  return take(document) ? Acad::eOk : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR* fileName,
@@ -241,7 +246,7 @@ Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR*
 void AcApDocManager::quit() {
   guarded([] { acrxDynamicLinker->broadcast(AcRx::kPreQuitMsg); });
   guarded([] { acrxDynamicLinker->broadcast(AcRx::kQuitMsg); });
-  while (!m_documents.empty()) closeDocument(m_documents.back().get());
+  while (!m_documents.empty()) take(m_documents.back().get())->leaveDatabase();
   acrxDynamicLinker->unloadAll();
 }
 

@@ -81,7 +81,8 @@ public:
   /// replaced only when the user at an interactive source agrees; else the save fails.
   Acad::ErrorStatus saveDocument(AcApDocument* document, const ACHAR* fileName,
                                  std::wstring* message = nullptr);
-  /// Sends `kPreQuitMsg` and `kQuitMsg`, closes all documents and unloads all modules.
+  /// Sends `kPreQuitMsg` and `kQuitMsg`, closes all documents and unloads all modules. For the end of the
+  /// process: the memory of the drawings stays taken until then.
   void quit();
 
   /// Not owned; a reactor that is added twice is told once.
@@ -89,6 +90,7 @@ public:
   void removeReactor(AcApDocManagerReactor* reactor);
 
 private:
+  std::unique_ptr<AcApDocument> take(AcApDocument* document);
   AcApDocument* adopt(std::unique_ptr<AcApDocument> document);
   void makeCurrent(AcApDocument* document);
   void tell(void (AcApDocManagerReactor::*event)(AcApDocument*), AcApDocument* document);

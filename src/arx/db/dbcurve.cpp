@@ -2,9 +2,11 @@
 
 #include "arx/db/dbintersect.h"
 #include "arx/gi/gigeometry.h"
+#include "base/box_index.h"
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 ACRX_DEFINE_MEMBERS(AcDbCurve, AcDbEntity, nullptr, nullptr)
 
@@ -16,6 +18,7 @@ namespace {
 constexpr double kEndlessParam = 1e300;
 constexpr double kOnCurve = 1e-6;     // units: a point this near lies on the curve
 constexpr double kParamSlack = 1e-9;  // relative: a parameter this far beyond an end counts as the end
+constexpr double kBoxSlack = 1e-9;    // of the coordinates: more than rounding puts a point beside its box
 
 // Where on a curve: the piece and the share of it.
 struct Place {
@@ -40,18 +43,28 @@ bool locate(const std::vector<AcGeCurvePiece>& pieces, double param, Place& plac
   return true;
 }
 
-// Nearest place; `extend` lets the first and the last piece of an open curve go on.
-Place nearest(const std::vector<AcGeCurvePiece>& pieces, const AcGePoint3d& point, bool extend) {
-  Place best;
-  double least = HUGE_VAL;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
+struct Nearest : Place {
+  double distance = HUGE_VAL;
+};
+
+// Nearest place on the pieces of these numbers, of equal ones the first; `extend` lets the first and the last
+// piece of an open curve go on.
+template <class Numbers>
+Nearest nearestOf(const std::vector<AcGeCurvePiece>& pieces, const Numbers& numbers, const AcGePoint3d& point,
+                  bool extend) {
+  Nearest best;
+  for (const std::size_t i : numbers) {
     const bool before = extend && i == 0;
     const bool after = (extend && i + 1 == pieces.size()) || pieces[i].endless;
     const double t = pieces[i].closest(point, before, after);
     const double distance = pieces[i].pointAt(t).distanceTo(point);
-    if (distance < least) best = {i, t}, least = distance;
+    if (distance < best.distance) best = {{i, t}, distance};
   }
   return best;
+}
+
+Place nearest(const std::vector<AcGeCurvePiece>& pieces, const AcGePoint3d& point, bool extend) {
+  return nearestOf(pieces, std::views::iota(std::size_t{0}, pieces.size()), point, extend);
 }
 
 double lengthUpTo(const std::vector<AcGeCurvePiece>& pieces, const Place& place) {
@@ -202,3 +215,47 @@ Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Inters
 }
 
 void AcDbCurve::subWorldDraw(AcGiWorldDraw& draw) const { draw.geometry().curve(pieces()); }
+
+// ---- AcDbCurveSearch
+
+namespace {
+
+veltora::base::PlaneBox around(double x0, double y0, double x1, double y1, double margin) {
+  return {x0 - margin, y0 - margin, x1 + margin, y1 + margin};
+}
+
+veltora::base::PlaneBox boxOf(const AcGeCurvePiece& piece) {
+  if (piece.endless) return {-HUGE_VAL, -HUGE_VAL, HUGE_VAL, HUGE_VAL};
+  AcDbExtents box;
+  piece.addToExtents({}, box);
+  const AcGePoint3d low = box.minPoint();
+  const AcGePoint3d high = box.maxPoint();
+  const double size = std::max({std::fabs(low.x), std::fabs(low.y), std::fabs(high.x), std::fabs(high.y)});
+  return around(low.x, low.y, high.x, high.y, kBoxSlack * (size + piece.radius));
+}
+
+}  // namespace
+
+AcDbCurveSearch::AcDbCurveSearch(const AcDbCurve& curve) : m_pieces(curve.pieces()) {
+  std::vector<veltora::base::PlaneBox> boxes;
+  boxes.reserve(m_pieces.size());
+  for (const AcGeCurvePiece& piece : m_pieces) boxes.push_back(boxOf(piece));
+  m_index = std::make_unique<veltora::base::BoxIndex>(boxes);
+}
+
+AcDbCurveSearch::~AcDbCurveSearch() = default;
+
+bool AcDbCurveSearch::closestWithin(double reach, const AcGePoint3d& given, AcGePoint3d& result) {
+  const double slack = kBoxSlack * (std::fabs(given.x) + std::fabs(given.y) + std::fabs(given.z));
+  const auto within = [&](double distance) -> const std::vector<std::size_t>& {
+    return m_index->touching(
+        around(given.x, given.y, given.x, given.y, distance * (1.0 + kBoxSlack) + slack));
+  };
+  const std::vector<std::size_t>& near = within(reach);
+  if (near.empty()) return false;
+  // A piece that is nearer in space than the best of these is as near in the plan.
+  const Nearest bound = nearestOf(m_pieces, near, given, false);
+  const Place place = nearestOf(m_pieces, within(bound.distance), given, false);
+  result = m_pieces[place.piece].pointAt(place.t);
+  return true;
+}

@@ -3,7 +3,12 @@
 #include "arx/db/dbents.h"
 #include "arx/ge/gecurvepiece.h"
 
+#include <memory>
 #include <vector>
+
+namespace veltora::base {
+class BoxIndex;
+}
 
 /// Something that is drawn along a line: parameters, lengths and nearest points. Parameters: of a line the
 /// length from the start, of a circle or an arc the angle, of a polyline the vertex number and the share of
@@ -48,4 +53,21 @@ public:
 protected:
   void exchangeFields(AcDbCurve& other) { AcDbEntity::exchangeFields(other); }
   bool takeGroup(AcDbDxfReader& in) override { return AcDbEntity::takeGroup(in); }
+};
+
+/// The nearest points of one curve for many places, by an R-tree over its pieces. Holds the curve as it was
+/// when the search was made.
+class ARX_API AcDbCurveSearch {
+public:
+  explicit AcDbCurveSearch(const AcDbCurve& curve);
+  ~AcDbCurveSearch();
+  AcDbCurveSearch(const AcDbCurveSearch&) = delete;
+  AcDbCurveSearch& operator=(const AcDbCurveSearch&) = delete;
+  /// What `getClosestPointTo` gives, to the bit. @return false, point unchanged, when the curve has no point
+  /// or certainly none as near as `reach` in the plan view, wherever the nearest in space lies
+  bool closestWithin(double reach, const AcGePoint3d& given, AcGePoint3d& result);
+
+private:
+  std::vector<AcGeCurvePiece> m_pieces;
+  std::unique_ptr<veltora::base::BoxIndex> m_index;
 };

@@ -116,16 +116,12 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
   if (!database) return;
   if (m_layer.isNull()) m_layer = database->clayer();
   if (!m_colorGiven && m_color == AcCmColor()) {
-    const double index = database->headerReal("CECOLOR", 256);
+    const double index = database->cecolor();
     if (index >= 0 && index <= 256) m_color.setColorIndex(static_cast<int>(index));
   }
   if (!m_linetypeGiven && m_linetype.isNull()) {
-    AcDbObjectId id;
-    const std::wstring name = database->headerText("CELTYPE", L"ByLayer");
-    if (findRecord(database->linetypeTableId(), name.c_str(), id) == Acad::eOk &&
-        !isByLayerName(recordOf(id))) {
-      m_linetype = id;
-    }
+    const AcDbObjectId id = database->celtype();
+    if (!isByLayerName(recordOf(id))) m_linetype = id;
   }
   m_colorGiven = m_linetypeGiven = true;
 }

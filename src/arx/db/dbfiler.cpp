@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/db/dxfquote.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace {
@@ -146,10 +147,10 @@ bool AcDbDxfReader::coordinate(int firstCode, AcGeVector3d& vector) const {
   return true;
 }
 
-AcDbObjectId AcDbDxfReader::layer() const { return m_database.recordOf("LAYER", wide()); }
-AcDbObjectId AcDbDxfReader::linetype() const { return m_database.recordOf("LTYPE", wide()); }
-AcDbObjectId AcDbDxfReader::textStyle() const { return m_database.recordOf("STYLE", wide()); }
-AcDbObjectId AcDbDxfReader::block() const { return m_database.recordOf("BLOCK_RECORD", wide()); }
+AcDbObjectId AcDbDxfReader::layer() const { return m_database.recordOfText("LAYER", text()); }
+AcDbObjectId AcDbDxfReader::linetype() const { return m_database.recordOfText("LTYPE", text()); }
+AcDbObjectId AcDbDxfReader::textStyle() const { return m_database.recordOfText("STYLE", text()); }
+AcDbObjectId AcDbDxfReader::block() const { return m_database.recordOfText("BLOCK_RECORD", text()); }
 
 DxfTagText AcDbDxfReader::takeAll() {
   DxfTagText all;
@@ -210,7 +211,16 @@ void AcDbDxfWriter::text(int groupCode, std::string_view value) {
   dxfAppendValue(m_buffer, value);
 }
 
-void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) { text(groupCode, dxfFromWide(value)); }
+void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) {
+  // Most names and texts are short and need no escape.
+  char plain[64];
+  const bool isPlain = value.size() <= sizeof plain && std::ranges::all_of(value, [](wchar_t c) {
+                         return c >= 0x20 && c < 0x7F && c != L'^';
+                       });
+  if (!isPlain) return text(groupCode, dxfFromWide(value));
+  std::ranges::transform(value, plain, [](wchar_t c) { return static_cast<char>(c); });
+  text(groupCode, {plain, value.size()});
+}
 
 void AcDbDxfWriter::real(int groupCode, double value) {
   char buffer[40];

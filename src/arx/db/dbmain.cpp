@@ -49,15 +49,25 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) {
   m_modified = false;
 }
 
-AcDbDatabase::~AcDbDatabase() {
+void AcDbDatabase::forget() {
   std::erase(liveDatabases(), this);
   AcDbHostApplicationServices* const services = acdbHostApplicationServices();
   if (services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
+}
+
+AcDbDatabase::~AcDbDatabase() {
+  forget();
   m_spaceIndex.reset();
   m_entityKinds.reset();
   m_undo.setRecording(false);
   m_undo.clear();
   for (auto& [handle, stub] : m_stubs) delete std::exchange(stub.object, nullptr);
+}
+
+void AcDbDatabase::leaveToProcessEnd(std::unique_ptr<AcDbDatabase> database) {
+  static auto* const left = new std::vector<AcDbDatabase*>;
+  database->forget();
+  left->push_back(database.release());
 }
 
 // ---- Objects
@@ -125,16 +135,17 @@ bool AcDbDatabase::isStubOf(const void* stub, AcDbHandle handle) {
 }
 
 std::vector<AcDbObjectId> AcDbDatabase::allObjects() const {
-  std::vector<AcDbStub*> stubs;
-  stubs.reserve(m_stubs.size());
-  for (const auto& [handle, stub] : m_stubs) {
-    if (stub.object) stubs.push_back(const_cast<AcDbStub*>(&stub));
-  }
-  std::sort(stubs.begin(), stubs.end(),
-            [](const AcDbStub* a, const AcDbStub* b) { return a->handle < b->handle; });
+  return objectsWhere([](const AcDbStub&) { return true; });
+}
+
+std::vector<AcDbObjectId> AcDbDatabase::objectsWhere(
+    const std::function<bool(const AcDbStub&)>& wanted) const {
   std::vector<AcDbObjectId> ids;
-  ids.reserve(stubs.size());
-  for (AcDbStub* stub : stubs) ids.emplace_back(stub);
+  for (const auto& [handle, stub] : m_stubs) {
+    if (stub.object && wanted(stub)) ids.emplace_back(const_cast<AcDbStub*>(&stub));
+  }
+  std::sort(ids.begin(), ids.end(),
+            [](AcDbObjectId a, AcDbObjectId b) { return a.stub()->handle < b.stub()->handle; });
   return ids;
 }
 
@@ -157,7 +168,7 @@ void AcDbDatabase::reserve(std::size_t objects) { m_stubs.reserve(objects); }
 
 // ---- Symbol tables
 
-AcDbObjectId AcDbDatabase::tableId(const std::string& kind) const {
+AcDbObjectId AcDbDatabase::tableId(std::string_view kind) const {
   for (const AcDbObjectId id : m_tables) {
     const AcDbSymbolTable* const table = tableOf(id);
     if (table && table->kind() == kind) return id;
@@ -191,6 +202,13 @@ AcDbObjectId AcDbDatabase::recordOf(const char* kind, const std::wstring& name) 
   record->close();
   table->enter(id, name);
   return id;
+}
+
+AcDbObjectId AcDbDatabase::recordOfText(const char* kind, std::string_view fileText) {
+  if (fileText.empty()) return {};
+  const AcDbSymbolTable* const table = tableOf(tableId(kind));
+  const AcDbObjectId id = table ? table->idOfText(fileText) : AcDbObjectId();
+  return id.isNull() ? recordOf(kind, dxfToWide(fileText)) : id;
 }
 
 Acad::ErrorStatus AcDbDatabase::openTable(AcDbSymbolTable*& table, const char* kind, AcDb::OpenMode mode) {
@@ -315,6 +333,7 @@ void AcDbDatabase::setHeader(const std::string& name, DxfTagText value) {
       else
         m_headers.emplace_back(name, other->second);
       *other = std::move(former);
+      noteNames();
       m_modified = true;
     });
     m_modified = true;
@@ -323,13 +342,36 @@ void AcDbDatabase::setHeader(const std::string& name, DxfTagText value) {
     found->second = std::move(value);
   else
     m_headers.emplace_back(name, std::move(value));
+  noteNames();
 }
 
-AcDbObjectId AcDbDatabase::clayer() {
+// ---- What new entities get
+
+/// The record that a header variable names; one that lacks is `usual`, made if need be, or null.
+AcDbObjectId AcDbDatabase::current(Current& known, const char* kind, const char* variable, const ACHAR* usual,
+                                   bool make) {
+  const bool holds = known.version == namesVersion() && known.table.isLive() &&
+                     (known.record.isNull() || known.record.isLive());
+  if (holds) return known.record;
   AcDbObjectId id;
-  const AcDbSymbolTable* const table = tableOf(layerTableId());
-  if (table && table->getIdAt(headerText("CLAYER", L"0").c_str(), id) == Acad::eOk) return id;
-  return layerZero();
+  const AcDbSymbolTable* const table = tableOf(tableId(kind));
+  if (table) table->getIdAt(headerText(variable, usual).c_str(), id);
+  if (id.isNull() && make) id = recordOf(kind, usual);
+  known = {tableId(kind), id, namesVersion()};
+  return id;
+}
+
+AcDbObjectId AcDbDatabase::clayer() { return current(m_clayer, "LAYER", "CLAYER", L"0", true); }
+
+AcDbObjectId AcDbDatabase::celtype() { return current(m_celtype, "LTYPE", "CELTYPE", L"ByLayer", false); }
+
+AcDbObjectId AcDbDatabase::textstyle() {
+  return current(m_textstyle, "STYLE", "TEXTSTYLE", L"Standard", true);
+}
+
+double AcDbDatabase::cecolor() {
+  if (m_cecolor.second != namesVersion()) m_cecolor = {headerReal("CECOLOR", 256), namesVersion()};
+  return m_cecolor.first;
 }
 
 Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
@@ -341,13 +383,6 @@ Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
   value.append(8, dxfFromWide(record->name()));
   setHeader("CLAYER", std::move(value));
   return Acad::eOk;
-}
-
-AcDbObjectId AcDbDatabase::textstyle() {
-  AcDbObjectId id;
-  const AcDbSymbolTable* const table = tableOf(textStyleTableId());
-  if (table && table->getIdAt(headerText("TEXTSTYLE", L"Standard").c_str(), id) == Acad::eOk) return id;
-  return recordOf("STYLE", L"Standard");
 }
 
 Acad::ErrorStatus AcDbDatabase::setTextstyle(AcDbObjectId style) {
@@ -406,6 +441,7 @@ void AcDbDatabase::clear() {
   m_namedObjects.setNull();
   m_objectOrder.clear();
   m_headers.clear();
+  noteNames();
   m_rawSections.clear();
   m_sectionOrder.clear();
   m_version.clear();

@@ -12,6 +12,7 @@ ACDB_DEFINE_MEMBERS(AcDbSymbolTable, AcDbObject, nullptr)
 namespace {
 
 constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kMostSpellings = 1000;  // that a table remembers
 
 bool isValidName(const AcString& name, bool mayBeAnonymous) {
   if (name.empty() || name.size() > kLongestName) return false;
@@ -91,18 +92,43 @@ Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& id) const {
 
 // ---- AcDbSymbolTable
 
-Acad::ErrorStatus AcDbSymbolTable::getIdAt(const ACHAR* name, AcDbObjectId& id) const {
-  id.setNull();
-  if (!name) return Acad::eInvalidInput;
-  const auto [first, last] = m_byName.equal_range(toLower(std::wstring_view(name)));
+AcDbObjectId AcDbSymbolTable::find(std::wstring_view name) const {
+  const auto [first, last] = m_byName.equal_range(toLower(name));
   for (auto it = first; it != last; ++it) {
     if (!it->second.isLive()) continue;
     const auto* record = static_cast<const AcDbSymbolTableRecord*>(it->second.stub()->object);
-    if (compareNoCase(record->name(), name) != 0) continue;  // bears another name by now
-    id = it->second;
-    return Acad::eOk;
+    if (compareNoCase(record->name(), name) == 0) return it->second;  // else it bears another name by now
   }
-  return Acad::eKeyNotFound;
+  return {};
+}
+
+/// What `find` gives, kept by this spelling until a name of the drawing changes.
+template <class Char, class Find>
+AcDbObjectId AcDbSymbolTable::remembered(Spellings<Char>& known, std::basic_string_view<Char> name,
+                                         Find find) const {
+  const Adesk::UInt64 version = database() ? database()->namesVersion() : 0;
+  if (version != m_namesVersion || known.size() > kMostSpellings) {
+    m_spelled.clear();
+    m_texts.clear();
+    m_namesVersion = version;
+  }
+  const auto at = known.find(name);
+  if (at != known.end() && at->second.isLive()) return at->second;
+  const AcDbObjectId id = find();
+  if (!id.isNull() && version != 0) known.insert_or_assign(std::basic_string<Char>(name), id);
+  return id;
+}
+
+Acad::ErrorStatus AcDbSymbolTable::getIdAt(const ACHAR* name, AcDbObjectId& id) const {
+  id.setNull();
+  if (!name) return Acad::eInvalidInput;
+  const std::wstring_view wanted(name);
+  id = remembered(m_spelled, wanted, [&] { return find(wanted); });
+  return id.isNull() ? Acad::eKeyNotFound : Acad::eOk;
+}
+
+AcDbObjectId AcDbSymbolTable::idOfText(std::string_view fileText) const {
+  return remembered(m_texts, fileText, [&] { return find(dxfToWide(fileText)); });
 }
 
 bool AcDbSymbolTable::has(const ACHAR* name) const {
@@ -147,9 +173,11 @@ void AcDbSymbolTable::enter(AcDbObjectId id, const AcString& name) {
   if (!id.isValid() || !AcDbSymbolTableRecord::cast(id.stub()->object)) return;
   m_order.push_back(id);
   m_byName.emplace(toLower(name), id);
+  if (database()) database()->noteNames();
 }
 
 void AcDbSymbolTable::renamed(AcDbObjectId id, const AcString& to) {
+  if (database()) database()->noteNames();
   const std::wstring key = toLower(to);
   const auto [first, last] = m_byName.equal_range(key);
   for (auto it = first; it != last; ++it) {

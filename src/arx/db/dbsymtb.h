@@ -2,7 +2,9 @@
 
 #include "arx/db/dbobject.h"
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -57,6 +59,8 @@ public:
   Acad::ErrorStatus getIdAt(const ACHAR* name, AcDbObjectId& id) const;
   Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id) const { return getIdAt(name, id); }
   [[nodiscard]] bool has(const ACHAR* name) const;
+  /// The same for a name as file text; null when there is none.
+  [[nodiscard]] AcDbObjectId idOfText(std::string_view fileText) const;
   /// Adds a record, which the database then owns and which stays open for writing until the caller closes it.
   /// `eDuplicateRecordName`, `eWrongObjectType` for a record of another table: the record stays with the
   /// caller.
@@ -83,11 +87,28 @@ protected:
   void exchangeFields(AcDbSymbolTable& other);
 
 private:
+  template <class Char>
+  struct HashOf {
+    using is_transparent = void;
+    std::size_t operator()(std::basic_string_view<Char> text) const {
+      return std::hash<std::basic_string_view<Char>>()(text);
+    }
+  };
+  template <class Char>
+  using Spellings = std::unordered_map<std::basic_string<Char>, AcDbObjectId, HashOf<Char>, std::equal_to<>>;
+  template <class Char, class Find>
+  AcDbObjectId remembered(Spellings<Char>& known, std::basic_string_view<Char> name, Find find) const;
+  [[nodiscard]] AcDbObjectId find(std::wstring_view name) const;
   std::string m_kind;
   std::vector<AcDbObjectId> m_order;
   // By lower-case name: every record that ever bore it. A lookup takes the live one that bears it now, so
   // that undo of creations, erasures and renames needs no copy of the table.
   std::unordered_multimap<std::wstring, AcDbObjectId> m_byName;
+  // What was found, by its spelling, as long as the drawing's names stay: the same few are asked for again
+  // and again.
+  mutable Spellings<wchar_t> m_spelled;
+  mutable Spellings<char> m_texts;
+  mutable Adesk::UInt64 m_namesVersion = 0;
 };
 using AcDbLayerTable = AcDbSymbolTable;
 using AcDbLinetypeTable = AcDbSymbolTable;

@@ -221,13 +221,14 @@ Acad::ErrorStatus AcDbText::moveBy(const AcGeMatrix3d& matrix, bool dropSkew) {
 void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
   const AcDbTextSize size = measure();
   const AcGePoint3d base = basePoint();
-  const AcGeVector2d along = direction(m_rotation) * (isMirroredInX() ? -1.0 : 1.0);
-  const AcGeVector2d up = direction(m_rotation).perpVector() * (isMirroredInY() ? -1.0 : 1.0);
-  const double slant = std::tan(acdbRadians(std::fmod(m_oblique, 180)));
+  const AcGeVector2d right = direction(m_rotation);
+  const AcGeVector2d along = right * (isMirroredInX() ? -1.0 : 1.0);
+  const AcGeVector2d up = right.perpVector() * (isMirroredInY() ? -1.0 : 1.0);
+  const double slant = m_oblique == 0.0 ? 0.0 : std::tan(acdbRadians(std::fmod(m_oblique, 180)));
   const double lean = std::fabs(slant) < 12 ? slant : 0.0;  // beyond 85 degrees no program draws
   const auto corner = [&](double u, double v) {
-    const double right = u + v * lean;
-    return AcGePoint3d(base.x + along.x * right + up.x * v, base.y + along.y * right + up.y * v, base.z);
+    const double shift = u + v * lean;
+    return AcGePoint3d(base.x + along.x * shift + up.x * v, base.y + along.y * shift + up.y * v, base.z);
   };
   const AcGePoint3d corners[] = {corner(0.0, -size.descent), corner(size.width, -size.descent),
                                  corner(size.width, size.height), corner(0.0, size.height)};

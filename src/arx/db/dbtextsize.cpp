@@ -44,15 +44,15 @@ std::uint16_t advance(wchar_t c) {
 
 bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
-// Length of a control sequence "%%x" at `at` and the character that it shows, 0 for none; length 0 when there
-// is no sequence.
+// Length of a control sequence "%%x" that may begin with the % at `at`, and the character that it shows, 0
+// for none; length 0 when there is no sequence.
 struct Control {
   std::size_t length = 0;
   wchar_t shown = 0;
 };
 
 Control controlAt(std::wstring_view text, std::size_t at) {
-  if (at + 2 >= text.size() || text[at] != L'%' || text[at + 1] != L'%') return {};
+  if (at + 2 >= text.size() || text[at + 1] != L'%') return {};
   const wchar_t kind = text[at + 2];
   switch (kind) {
     case L'u':
@@ -83,7 +83,22 @@ Control controlAt(std::wstring_view text, std::size_t at) {
   return digits > 0 ? Control{2 + digits, code ? static_cast<wchar_t>(code) : L' '} : Control{};
 }
 
-bool descends(wchar_t c) { return std::wstring_view(L"gjpqyQ,;ç").find(c) != std::wstring_view::npos; }
+bool descends(wchar_t c) {
+  switch (c) {
+    case L'g':
+    case L'j':
+    case L'p':
+    case L'q':
+    case L'y':
+    case L'Q':
+    case L',':
+    case L';':
+    case L'ç':
+      return true;
+    default:
+      return false;
+  }
+}
 
 }  // namespace
 
@@ -93,7 +108,7 @@ AcDbTextSize acdbTextExtents(std::wstring_view text, double height, double width
   std::uint64_t thousandths = 0;
   bool low = false;
   for (std::size_t at = 0; at < text.size();) {
-    const Control control = controlAt(text, at);
+    const Control control = text[at] == L'%' ? controlAt(text, at) : Control{};
     const wchar_t shown = control.length ? control.shown : text[at];
     if (shown) thousandths += advance(shown);
     low = low || (!control.length && descends(text[at]));
@@ -108,8 +123,9 @@ AcDbTextSize acdbTextExtents(std::wstring_view text, double height, double width
 }
 
 AcDbTextSize acdbTextExtents(std::wstring_view text, AcDbObjectId style, double height, double widthFactor) {
+  const bool asked = height == 0 || widthFactor == 0;
   const AcDbTextStyleTableRecord* record =
-      style.isValid() ? AcDbTextStyleTableRecord::cast(style.stub()->object) : nullptr;
+      asked && style.isValid() ? AcDbTextStyleTableRecord::cast(style.stub()->object) : nullptr;
   if (record && height == 0) height = record->textSize();
   if (record && widthFactor == 0) widthFactor = record->xScale();
   return acdbTextExtents(text, height, widthFactor);

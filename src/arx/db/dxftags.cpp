@@ -158,12 +158,12 @@ std::string dxfFromWide(std::wstring_view text) {
 }
 
 void dxfAppendCode(std::string& text, int code) {
-  char buffer[16];
-  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, code).ptr;
-  const auto width = static_cast<std::size_t>(end - buffer);
-  if (width < 3) text.append(3 - width, ' ');
-  text.append(buffer, width);
-  text += '\n';
+  char line[16] = {' ', ' '};
+  char* const digits = line + 2;
+  char* const end = std::to_chars(digits, line + sizeof line - 1, code).ptr;
+  const char* const start = digits - std::max<std::ptrdiff_t>(0, 3 - (end - digits));  // three columns wide
+  *end = '\n';
+  text.append(start, static_cast<std::size_t>(end + 1 - start));
 }
 
 void dxfAppendValue(std::string& text, std::string_view value) {

@@ -101,8 +101,28 @@ bool DxfBinarySource::chunk() {
   return true;
 }
 
-bool DxfBinarySource::value(int code) {
+bool DxfBinarySource::real(int code) {
+  if (!need(8)) return false;
+  const double value = std::bit_cast<double>(integer(8));
+  if (!std::isfinite(value))
+    throw DxfError{0,
+                   "dessin binaire : la valeur du groupe " + std::to_string(code) + " n'est pas un nombre"};
   DxfTagText number;
+  number.appendReal(code, value);
+  m_out += number.text();
+  return true;
+}
+
+template <class Integer>
+bool DxfBinarySource::whole(int code) {
+  if (!need(sizeof(Integer))) return false;
+  DxfTagText number;
+  number.appendInteger(code, static_cast<Integer>(integer(sizeof(Integer))));
+  m_out += number.text();
+  return true;
+}
+
+bool DxfBinarySource::value(int code) {
   switch (dxfKind(code)) {
     case DxfKind::kText:
     case DxfKind::kHandle:
@@ -113,37 +133,20 @@ bool DxfBinarySource::value(int code) {
       dxfAppendCode(m_out, code);
       return chunk();
     case DxfKind::kReal:
-    case DxfKind::kPoint: {
-      if (!need(8)) return false;
-      const double real = std::bit_cast<double>(integer(8));
-      if (!std::isfinite(real))
-        throw DxfError{
-            0, "dessin binaire : la valeur du groupe " + std::to_string(code) + " n'est pas un nombre"};
-      number.appendReal(code, real);
-      break;
-    }
+    case DxfKind::kPoint:
+      return real(code);
     case DxfKind::kInt16:
-      if (!need(2)) return false;
-      number.appendInteger(code, static_cast<Adesk::Int16>(integer(2)));
-      break;
+      return whole<Adesk::Int16>(code);
     case DxfKind::kInt32:
-      if (!need(4)) return false;
-      number.appendInteger(code, static_cast<Adesk::Int32>(integer(4)));
-      break;
+      return whole<Adesk::Int32>(code);
     case DxfKind::kInt64:
-      if (!need(8)) return false;
-      number.appendInteger(code, static_cast<Adesk::Int64>(integer(8)));
-      break;
+      return whole<Adesk::Int64>(code);
     case DxfKind::kBool:
-      if (!need(1)) return false;
-      number.appendInteger(code, static_cast<Adesk::Int64>(integer(1)));
-      break;
+      return whole<unsigned char>(code);
     default:
       throw DxfError{0, "dessin binaire : code de groupe " + std::to_string(code) + " inconnu, octet " +
                             std::to_string(m_before + m_at)};
   }
-  m_out += number.text();
-  return true;
 }
 
 /// Adds the text of the next group; false at the end.

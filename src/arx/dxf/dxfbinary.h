@@ -24,6 +24,9 @@ private:
   bool value(int code);
   bool text(int code);
   bool chunk();
+  bool real(int code);
+  template <class Integer>
+  bool whole(int code);
 
   DxfSource& m_inner;
   std::string m_in;  // bytes read, of which `m_at` are used

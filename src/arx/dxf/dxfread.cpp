@@ -26,7 +26,7 @@ private:
 
 void loadText(AcDbDatabase& database, DxfSource& source, DxfFindings& findings) {
   const RecordingPause pause(database.undoLog());
-  constexpr std::size_t kBytesPerObject = 250;  // of usual drawings
+  constexpr std::size_t kBytesPerObject = 190;  // of drawings of points, which are the large ones
   database.reserve(source.size() / kBytesPerObject);
   // Each trouble is met once: three passes at most.
   Adesk::UInt64 seed = 0;

@@ -207,8 +207,10 @@ void DxfDrawingWriter::objects() {
   object(m_db.namedObjectsDictionaryId());
   for (const AcDbObjectId id : m_db.objectOrder()) object(id);
   // What was made since; it keeps its place from now on.
-  for (const AcDbObjectId id : m_db.allObjects()) {
-    if (!id.isLive() || m_written.contains(id.stub()) || !isPlainObject(*id.stub()->object)) continue;
+  const auto isNew = [this](const AcDbStub& stub) {
+    return !stub.erased && isPlainObject(*stub.object) && !m_written.contains(&stub);
+  };
+  for (const AcDbObjectId id : m_db.objectsWhere(isNew)) {
     m_db.objectOrder().push_back(id);
     object(id);
   }

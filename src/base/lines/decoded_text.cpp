@@ -37,6 +37,15 @@ std::string convertUtf16(std::string_view bytes, bool little) {
   return toUtf8(text);
 }
 
+/// Whether two ASCII characters begin the bytes as UTF-16 writes them, which nothing else does.
+bool beginsAsUtf16(std::string_view bytes, bool little) {
+  const auto unit = [bytes, little](std::size_t at) {
+    const char low = bytes[little ? at : at + 1];
+    return bytes[little ? at + 1 : at] == '\0' && low > '\0';
+  };
+  return bytes.size() >= 4 && unit(0) && unit(2);
+}
+
 bool isAscii(std::string_view bytes) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080ULL;
   while (bytes.size() >= sizeof(std::uint64_t)) {
@@ -56,9 +65,10 @@ std::string_view withoutMark(std::string_view bytes) {
 }
 
 DecodedText::DecodedText(std::string_view bytes) {
-  const bool little = bytes.starts_with(kMarkLittle);
-  if (little || bytes.starts_with(kMarkBig)) {
-    m_converted = convertUtf16(bytes.substr(kMarkLittle.size()), little);
+  const bool marked = bytes.starts_with(kMarkLittle) || bytes.starts_with(kMarkBig);
+  const bool little = marked ? bytes.starts_with(kMarkLittle) : beginsAsUtf16(bytes, true);
+  if (marked || little || beginsAsUtf16(bytes, false)) {
+    m_converted = convertUtf16(bytes.substr(marked ? kMarkLittle.size() : 0), little);
     bytes = m_converted;
   }
   m_bytes = withoutMark(bytes);

@@ -12,9 +12,9 @@ namespace veltora::base {
 VELTORA_API std::string_view withoutMark(std::string_view bytes);
 
 /// The text of a file, whatever wrote it: a byte-order mark of UTF-8 or UTF-16 (either order) is
-/// dropped; behind the latter the text is UTF-16, anything else is UTF-8 when it is well formed as a
-/// whole, and Windows-1252 when it is not. So neither a mark nor the encoding changes what is read. What
-/// no UTF-16 is becomes U+FFFD.
+/// dropped; behind the latter the text is UTF-16, and without it when its first two characters are ASCII in
+/// that form. Anything else is UTF-8 when it is well formed as a whole, and Windows-1252 when it is not. So
+/// neither a mark nor the encoding changes what is read. What no UTF-16 is becomes U+FFFD.
 class VELTORA_API DecodedText : private Uncopyable {
 public:
   /// @param bytes  outlive this

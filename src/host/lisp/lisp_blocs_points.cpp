@@ -48,11 +48,11 @@ void montrerChemin(const AcDbCurve& chemin, double distance) {
 }
 
 /// Moves a block onto the path in the plane when it is near enough. @return false when it stays
-bool porterSurChemin(const AcDbObjectId& id, const AcDbCurve& chemin, double distance, AcGePoint3d& proche) {
+bool porterSurChemin(const AcDbObjectId& id, AcDbCurveSearch& chemin, double distance, AcGePoint3d& proche) {
   const AcDbObjectPointer<AcDbBlockReference> bloc(id, AcDb::kForWrite);
   if (bloc.openStatus() != Acad::eOk) return false;
   const AcGePoint3d place = bloc->position();
-  if (chemin.getClosestPointTo({place.x, place.y, 0.0}, proche) != Acad::eOk) return false;
+  if (!chemin.closestWithin(distance, {place.x, place.y, 0.0}, proche)) return false;
   const AcGeVector3d ecart(proche.x - place.x, proche.y - place.y, 0.0);
   return ecart.length() <= distance && bloc->transformBy(AcGeMatrix3d::translation(ecart)) == Acad::eOk;
 }
@@ -96,10 +96,11 @@ int lispVnDeportPnts() {
   const AcDbObjectPointer<AcDbCurve> chemin(id);
   if (chemin.openStatus() != Acad::eOk) return RTNORM;
   montrerChemin(*chemin, distance);
+  AcDbCurveSearch recherche(*chemin);
   bool arrete = false;
   const placesBlocs portes =
       traiterBlocs(selectPointBlocks(nullptr), arrete, [&](const AcDbObjectId& bloc, AcGePoint3d& place) {
-        return porterSurChemin(bloc, *chemin, distance, place);
+        return porterSurChemin(bloc, recherche, distance, place);
       });
   if (tablesPoints) tablesPoints->notifyPositionPoints(portes, kMasqueXY);
   return RTNORM;

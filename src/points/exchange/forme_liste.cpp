@@ -54,12 +54,13 @@ std::wstring nomSeparateur(char separateur) {
   }
 }
 
-/// Two digits groups that a blank parts as it parts thousands: "652 318,42".
+bool chiffres(std::string_view texte) {
+  return !texte.empty() && texte.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// Two groups of digits that a blank parts as it parts thousands: "652 318,42".
 bool milliersCoupes(std::string_view tete, std::string_view suite) {
-  const auto chiffres = [](std::string_view t) { return t.find_first_not_of("0123456789") == t.npos; };
-  const std::size_t signe = std::min(suite.find_first_of(",."), suite.size());
-  return tete.size() <= 3 && !tete.empty() && chiffres(tete) && signe == 3 && chiffres(suite.substr(0, 3)) &&
-         signe < suite.size();
+  return tete.size() <= 3 && chiffres(tete) && suite.find_first_of(",.") == 3 && chiffres(suite.substr(0, 3));
 }
 
 /// Finds the form of a list, one thing after the other: separator, decimal sign, titles, columns.
@@ -195,9 +196,6 @@ private:
   }
   static bool paire(const Champs& champs, std::size_t i) {
     if (i + 1 >= champs.size() || champs[i].entreGuillemets || champs[i + 1].entreGuillemets) return false;
-    const auto chiffres = [](std::string_view t) {
-      return !t.empty() && t.find_first_not_of("0123456789") == std::string_view::npos;
-    };
     std::string_view entier = champs[i].texte;
     if (entier.starts_with('-')) entier.remove_prefix(1);
     return chiffres(entier) && chiffres(champs[i + 1].texte) &&
@@ -404,8 +402,7 @@ bool formeXyz(std::string_view octets) {
     if (mots.size() < 3 || !nombre(1) || !nombre(2)) return false;
     if (nombre(0) && mots[0].texte.find('.') != std::string_view::npos) return false;
     if (mots.size() > 3 && !base::lireReelExact(mots[3].texte, lu)) return false;
-    if (mots.size() > 4 && mots[4].texte.find_first_not_of("0123456789") != std::string_view::npos)
-      return false;
+    if (mots.size() > 4 && !chiffres(mots[4].texte)) return false;
     points = true;
   }
   return points;
