@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <boost/geometry.hpp>
 #include <boost/geometry/index/rtree.hpp>
+#include <boost/iterator/filter_iterator.hpp>
 #include <boost/iterator/function_output_iterator.hpp>
+#include <boost/iterator/transform_iterator.hpp>
 #include <cmath>
 #include <iterator>
 #include <utility>
@@ -34,6 +36,13 @@ Box boxOf(const PlaneBox& b) {
           Point(std::max(b.x0, b.x1), std::max(b.y0, b.y1))};
 }
 
+std::vector<NumberedBox> numbered(const std::vector<PlaneBox>& boxes) {
+  std::vector<NumberedBox> all;
+  all.reserve(boxes.size());
+  for (const PlaneBox& box : boxes) all.push_back({all.size(), box});
+  return all;
+}
+
 }  // namespace
 
 struct BoxIndex::Tree {
@@ -43,16 +52,19 @@ struct BoxIndex::Tree {
 
 BoxIndex::BoxIndex() : m_tree(std::make_unique<Tree>()) {}
 
-BoxIndex::BoxIndex(const std::vector<PlaneBox>& boxes) : BoxIndex() {
-  std::vector<Entry> placed;
-  placed.reserve(boxes.size());
-  for (std::size_t i = 0; i < boxes.size(); ++i) {
-    if (hasPlace(boxes[i]))
-      placed.emplace_back(boxOf(boxes[i]), i);
-    else
-      m_endless.push_back(i);
-  }
-  m_tree->entries = Tree::Entries(placed);
+BoxIndex::BoxIndex(const std::vector<PlaneBox>& boxes) : BoxIndex() { addAll(numbered(boxes)); }
+
+void BoxIndex::addAll(const std::vector<NumberedBox>& boxes) {
+  const bool empty = m_tree->entries.empty();
+  const auto placed = [](const NumberedBox& item) { return hasPlace(item.box); };
+  const auto entry = [](const NumberedBox& item) { return Entry(boxOf(item.box), item.number); };
+  for (const NumberedBox& item : boxes)
+    if (!empty || !placed(item)) add(item.number, item.box);
+  if (!empty) return;
+  const auto first = boost::make_filter_iterator(placed, boxes.begin(), boxes.end());
+  const auto last = boost::make_filter_iterator(placed, boxes.end(), boxes.end());
+  m_tree->entries = Tree::Entries(boost::make_transform_iterator(first, entry),
+                                  boost::make_transform_iterator(last, entry));
 }
 
 BoxIndex::~BoxIndex() = default;

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
+#include "arx/db/dbspaceindex.h"
 #include "arx/gi/gigeometry.h"
 #include "base/text.h"
 
@@ -101,14 +102,23 @@ Acad::ErrorStatus AcDbBlockTableRecord::getBlockReferenceIds(std::vector<AcDbObj
 
 Acad::ErrorStatus AcDbBlockTableRecord::getGeomExtents(AcDbExtents& extents) const {
   AcDbExtents all;
+  if (database() && database()->modelSpaceId() == objectId())
+    all = database()->spaceIndex().wholeBox();
+  else
+    all = measured();
+  if (all.isEmpty()) return Acad::eInvalidExtents;
+  extents = all;
+  return Acad::eOk;
+}
+
+AcDbExtents AcDbBlockTableRecord::measured() const {
+  AcDbExtents all;
   for (const AcDbObjectId id : m_entities) {
     const auto* entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     AcDbExtents box;
     if (entity && entity->getGeomExtents(box) == Acad::eOk) all.addExt(box);
   }
-  if (all.isEmpty()) return Acad::eInvalidExtents;
-  extents = all;
-  return Acad::eOk;
+  return all;
 }
 
 void AcDbBlockTableRecord::subWorldDraw(AcGiWorldDraw& draw) const {

@@ -81,6 +81,7 @@ protected:
   void exchangeFields(AcDbBlockTableRecord& other);
 
 private:
+  [[nodiscard]] AcDbExtents measured() const;
   AcGePoint3d m_origin;
   AcString m_comments;
   AcDbObjectId m_layout;

@@ -29,8 +29,9 @@ struct AcDbStub {
   Adesk::UInt64 handle = 0;
   Adesk::UInt32 undoStep = 0;  ///< the undo step that already holds a snapshot of the object
   Adesk::UInt16 readers = 0;   ///< how often the object is open for reading
-  bool writer = false;         ///< open for writing
-  bool erased = false;
+  bool writer : 1 = false;     ///< open for writing
+  bool erased : 1 = false;
+  unsigned char touched : 2 = 0;  ///< the lists of `AcDbTouched` that it stands in
 };
 
 /// Reference to an object of a drawing, valid while the drawing is in memory. The default is the null id.

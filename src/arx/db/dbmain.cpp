@@ -1,6 +1,8 @@
 #include "arx/db/dbmain.h"
 
+#include "arx/db/dbentitykinds.h"
 #include "arx/db/dbfileformat.h"
+#include "arx/db/dbspaceindex.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -55,6 +57,8 @@ void AcDbDatabase::forget() {
 
 AcDbDatabase::~AcDbDatabase() {
   forget();
+  m_spaceIndex.reset();
+  m_entityKinds.reset();
   m_undo.setRecording(false);
   m_undo.clear();
   for (auto& [handle, stub] : m_stubs) delete std::exchange(stub.object, nullptr);
@@ -92,6 +96,7 @@ Acad::ErrorStatus AcDbDatabase::addWithHandle(AcDbObjectId& id, AcDbObject* obje
   stub.object = object;
   object->m_stub = &stub;
   id = AcDbObjectId(&stub);
+  noteTouched(stub);
   setHandseed(handle + 1);
   return Acad::eOk;
 }
@@ -142,6 +147,21 @@ std::vector<AcDbObjectId> AcDbDatabase::objectsWhere(
   std::sort(ids.begin(), ids.end(),
             [](AcDbObjectId a, AcDbObjectId b) { return a.stub()->handle < b.stub()->handle; });
   return ids;
+}
+
+AcDbSpaceIndex& AcDbDatabase::spaceIndex() {
+  if (!m_spaceIndex) m_spaceIndex = std::make_unique<AcDbSpaceIndex>(*this);
+  return *m_spaceIndex;
+}
+
+AcDbEntityKinds& AcDbDatabase::entityKinds() {
+  if (!m_entityKinds) m_entityKinds = std::make_unique<AcDbEntityKinds>(*this);
+  return *m_entityKinds;
+}
+
+void AcDbDatabase::noteInIndexes(AcDbStub& stub) {
+  if (m_spaceIndex) m_spaceIndex->touch(stub);
+  if (m_entityKinds) m_entityKinds->touch(stub);
 }
 
 void AcDbDatabase::reserve(std::size_t objects) { m_stubs.reserve(objects); }
@@ -411,6 +431,8 @@ Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* block
 }
 
 void AcDbDatabase::clear() {
+  m_spaceIndex.reset();
+  m_entityKinds.reset();
   m_undo.clear();
   for (auto& [handle, stub] : m_stubs) delete stub.object;
   m_stubs.clear();

@@ -13,6 +13,9 @@
 #include <unordered_map>
 #include <vector>
 
+class AcDbEntityKinds;
+class AcDbSpaceIndex;
+
 /// A section of a drawing file that the host does not model, with the place where it stood.
 struct DxfRawSection {
   std::string name;
@@ -133,6 +136,13 @@ public:
                            bool preserveSource = true);
 
   AcDbUndoLog& undoLog() { return m_undo; }
+  // Indexes, made when first asked for.
+  AcDbSpaceIndex& spaceIndex();    ///< where the entities of model space lie
+  AcDbEntityKinds& entityKinds();  ///< which entities are of a type, on a layer, of an application
+  /// To be called when an object changed or is about to, when it is erased and when it comes back.
+  void noteTouched(AcDbStub& stub) {
+    if (m_spaceIndex || m_entityKinds) noteInIndexes(stub);
+  }
   [[nodiscard]] const std::wstring& fileName() const { return m_fileName; }
   /// Changed since it was read or saved, by the undo log's notes.
   [[nodiscard]] bool isModified() const { return m_modified; }
@@ -170,6 +180,7 @@ private:
   Acad::ErrorStatus openTable(AcDbSymbolTable*& table, const char* kind, AcDb::OpenMode mode);
   AcDbObjectId ensureNamedObjects();
   Adesk::UInt64 takeHandle();
+  void noteInIndexes(AcDbStub& stub);
   std::pair<std::string, DxfTagText>* findHeader(const std::string& name);
   std::unordered_map<Adesk::UInt64, AcDbStub> m_stubs;
   Adesk::UInt64 m_nextHandle = 1;
@@ -189,4 +200,6 @@ private:
   Current m_textstyle;
   std::pair<double, Adesk::UInt64> m_cecolor{256.0, 0};  // and when that was read
   AcDbUndoLog m_undo;
+  std::unique_ptr<AcDbSpaceIndex> m_spaceIndex;
+  std::unique_ptr<AcDbEntityKinds> m_entityKinds;
 };

@@ -92,8 +92,9 @@ void AcDbObject::exchangeBase(AcDbObject& other) {
 Acad::ErrorStatus AcDbObject::assertWriteEnabled() {
   if (!m_stub) return Acad::eOk;
   AcDbUndoLog& log = m_stub->database->undoLog();
+  if (log.recording() && !m_stub->writer) return Acad::eNotOpenForWrite;
+  m_stub->database->noteTouched(*m_stub);
   if (!log.recording()) return Acad::eOk;
-  if (!m_stub->writer) return Acad::eNotOpenForWrite;
   log.noteChange(*this);
   return Acad::eOk;
 }
@@ -113,6 +114,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
 Acad::ErrorStatus AcDbObject::downgradeOpen() {
   if (!m_stub) return Acad::eOk;
   if (!m_stub->writer) return m_stub->readers > 0 ? Acad::eWasOpenForRead : Acad::eNotOpenForWrite;
+  m_stub->database->noteTouched(*m_stub);
   m_stub->writer = false;
   m_stub->readers = 1;
   return Acad::eOk;
@@ -121,6 +123,7 @@ Acad::ErrorStatus AcDbObject::downgradeOpen() {
 Acad::ErrorStatus AcDbObject::close() {
   if (!m_stub) return Acad::eOk;
   if (m_stub->writer) {
+    m_stub->database->noteTouched(*m_stub);
     m_stub->writer = false;
   } else if (m_stub->readers > 0) {
     --m_stub->readers;
@@ -148,6 +151,7 @@ void AcDbObject::markErased(AcDbObjectId id, bool erased) {
     if (!next.isValid() || next.isErased() == erased) continue;
     AcDbStub* const stub = next.stub();
     stub->erased = erased;
+    stub->database->noteTouched(*stub);
     stub->database->undoLog().noteErased(stub, erased);
     const AcDbObject& object = *stub->object;
     if (object.m_rare) pending.push_back(object.m_rare->extensionDictionary);

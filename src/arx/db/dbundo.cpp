@@ -87,7 +87,9 @@ void AcDbUndoLog::clear() {
 void AcDbUndoLog::exchange(Note& note) {
   if (note.kind == Note::kChanged && note.stub->object) note.stub->object->exchangeState(*note.state);
   if (note.kind == Note::kVariable) note.swapValue();
-  if (note.stub) note.stub->database->setModified(true);
+  if (!note.stub) return;
+  note.stub->database->setModified(true);
+  note.stub->database->noteTouched(*note.stub);
 }
 
 void AcDbUndoLog::takeBack(Step& step, std::size_t from) {

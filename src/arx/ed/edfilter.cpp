@@ -1,5 +1,6 @@
 #include "arx/ed/edfilter.h"
 
+#include "arx/db/dbentitykinds.h"
 #include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
@@ -299,4 +300,48 @@ bool AcEdFilter::testXData(const Node& node, const Groups& groups) {
     if (tag.code == 1001 && matches(base::fromUtf8(tag.value), node.text, true)) return true;
   }
   return false;
+}
+
+namespace {
+
+std::size_t countOf(const AcDbEntityKinds::Lists& lists) {
+  std::size_t count = 0;
+  for (const AcDbEntityKinds::Places* places : lists) count += places->size();
+  return count;
+}
+
+std::wstring layerName(AcDbObjectId layer) {
+  const auto* record = layer.isValid() ? AcDbSymbolTableRecord::cast(layer.stub()->object) : nullptr;
+  return record ? record->name() : std::wstring(L"0");
+}
+
+}  // namespace
+
+std::optional<std::vector<std::size_t>> AcEdFilter::candidates(const AcDbBlockTableRecord& block) const {
+  if (!m_valid || !block.database()) return std::nullopt;
+  AcDbEntityKinds& kinds = block.database()->entityKinds();
+  std::optional<AcDbEntityKinds::Lists> fewest;
+  for (const Node& node : m_root.children) {
+    const auto fitting = [&](const std::wstring& text) { return matches(text, node.text, true); };
+    const auto fittingBytes = [&](std::string_view text) { return fitting(base::fromUtf8(text)); };
+    AcDbEntityKinds::Lists lists;
+    const bool equals =
+        node.kind == Node::kTest && node.valueKind == RbKind::kText && node.comparison != L"*";
+    if (equals && node.code == 0)
+      lists = kinds.ofTypes(block, fittingBytes);
+    else if (equals && node.code == 8)
+      lists = kinds.onLayers(block, [&](AcDbObjectId layer) { return fitting(layerName(layer)); });
+    else if (node.kind == Node::kXData)
+      lists = kinds.ofApplications(block, fittingBytes);
+    else
+      continue;
+    if (!fewest || countOf(lists) < countOf(*fewest)) fewest = std::move(lists);
+  }
+  if (!fewest) return std::nullopt;
+  std::vector<std::size_t> all;
+  all.reserve(countOf(*fewest));
+  for (const AcDbEntityKinds::Places* places : *fewest) all.insert(all.end(), places->begin(), places->end());
+  std::sort(all.begin(), all.end());
+  all.erase(std::unique(all.begin(), all.end()), all.end());
+  return all;
 }

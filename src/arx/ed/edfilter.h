@@ -1,21 +1,27 @@
 #pragma once
 
+#include "arx/db/dbid.h"
 #include "arx/db/resbuf.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+class AcDbBlockTableRecord;
 class AcDbEntity;
 
 /// A selection filter taken apart once, to be asked for many entities.
-class AcEdFilter {
+class ARX_API AcEdFilter {
 public:
   /// @param chain as described at `acedSSGet`; null fits everything. Read completely: the chain is not kept.
   explicit AcEdFilter(const resbuf* chain);
   /// False for brackets that do not pair, an unknown operator, or a value that fits no test.
   [[nodiscard]] bool valid() const { return m_valid; }
   [[nodiscard]] bool fits(const AcDbEntity& entity) const;
+  /// Places in a block's list of all entities that can fit, in order, by the type, layer or application that
+  /// the filter demands; others may be among them. Nothing when it demands none of these.
+  [[nodiscard]] std::optional<std::vector<std::size_t>> candidates(const AcDbBlockTableRecord& block) const;
 
 private:
   struct Node {

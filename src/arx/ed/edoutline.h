@@ -1,12 +1,13 @@
 #pragma once
 
+#include "arx/adesk.h"
 #include "arx/ge/gepoint.h"
 
 #include <vector>
 
 /// A line through points of the plan view, by which entities are selected: open, or closed to a polygon.
 /// A polygon holds what lies within an odd number of its turns; its border belongs to it.
-class AcEdOutline {
+class ARX_API AcEdOutline {
 public:
   /// @param points  of an open line 2 or more, of a polygon 3 or more; fewer enclose nothing
   AcEdOutline(std::vector<AcGePoint2d> points, bool closed);

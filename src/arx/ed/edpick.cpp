@@ -2,16 +2,17 @@
 
 #include "arx/db/dballents.h"
 #include "arx/db/dbmain.h"
+#include "arx/db/dbspaceindex.h"
 #include "arx/ed/acutads.h"
+#include "arx/ed/edfilter.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/gi/giplan.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-struct Box {
+/// A rectangle of the plan view.
+struct AcEdBox {
   AcGePoint2d low;
   AcGePoint2d high;
   [[nodiscard]] bool contains(const AcGePoint2d& p) const {
@@ -25,6 +26,8 @@ struct Box {
            e.minPoint().y <= high.y;
   }
 };
+
+namespace {
 
 double distanceToSegment(const AcGePoint2d& p, const AcGePoint2d& a, const AcGePoint2d& b) {
   const AcGeVector2d along = b - a;
@@ -49,7 +52,7 @@ bool cut(double from, double delta, double low, double high, double& t0, double&
   return t0 <= t1;
 }
 
-bool segmentMeets(const Box& box, const AcGePoint2d& a, const AcGePoint2d& b) {
+bool segmentMeets(const AcEdBox& box, const AcGePoint2d& a, const AcGePoint2d& b) {
   double t0 = 0.0;
   double t1 = 1.0;
   return cut(a.x, b.x - a.x, box.low.x, box.high.x, t0, t1) &&
@@ -93,7 +96,7 @@ private:
 /// Whether anything drawn lies in a rectangle, partly at least.
 class Crossing final : public AcGiPlan {
 public:
-  Crossing(AcGiSearch& search, const Box& window) : AcGiPlan(search), m_window(window) {}
+  Crossing(AcGiSearch& search, const AcEdBox& window) : AcGiPlan(search), m_window(window) {}
   [[nodiscard]] bool meets() const { return m_meets; }
 
 protected:
@@ -108,7 +111,7 @@ private:
     m_meets = m_meets || meets;
     if (m_meets) finish();
   }
-  const Box& m_window;
+  const AcEdBox& m_window;
   bool m_meets = false;
 };
 
@@ -116,7 +119,7 @@ private:
 class Relation final : public AcGiPlan {
 public:
   /// @param wholly  asks for what is within alone, else for what meets
-  Relation(AcGiSearch& search, const AcEdOutline& line, const Box& reach, bool wholly)
+  Relation(AcGiSearch& search, const AcEdOutline& line, const AcEdBox& reach, bool wholly)
       : AcGiPlan(search), m_line(line), m_reach(reach), m_wholly(wholly) {}
   /// Wholly in the polygon; false for what has no shape.
   [[nodiscard]] bool isWithin() const { return m_drawn && m_within; }
@@ -161,22 +164,12 @@ private:
     return true;
   }
   const AcEdOutline& m_line;
-  const Box& m_reach;
+  const AcEdBox& m_reach;
   bool m_wholly;
   bool m_drawn = false;
   bool m_within = true;
   bool m_meets = false;
 };
-
-std::vector<AcDbObjectId> entitiesOf(AcDbObjectId space) {
-  const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
-  std::vector<AcDbObjectId> live;
-  if (!record) return live;
-  for (const AcDbObjectId id : record->entities()) {
-    if (id.isLive()) live.push_back(id);
-  }
-  return live;
-}
 
 /// Of the curves and areas in blocks, for one search: each entity may show some, and a few much more.
 constexpr std::size_t kBudget = 1000000;
@@ -185,8 +178,7 @@ constexpr std::size_t kBudgetOfEach = 20;
 /// A search that tells when it was given up.
 class Search : public AcGiSearch {
 public:
-  explicit Search(const AcDbDatabase& database)
-      : AcGiSearch(kBudget + kBudgetOfEach * entitiesOf(database.modelSpaceId()).size()) {}
+  explicit Search(std::size_t entities) : AcGiSearch(kBudget + kBudgetOfEach * entities) {}
   ~Search() {
     if (isSpent())
       acutPrintf(
@@ -197,17 +189,62 @@ public:
   Search& operator=(const Search&) = delete;
 };
 
-/// Visits the entities of model space that can be seen, in order of drawing: `work(id, entity)`. An index of
-/// places would stand here and leave out those that lie far from what is looked for.
+/// Visits the entities that can be seen, in order of drawing: `work(id, entity)`.
 template <class Work>
 void forEachSeen(AcDbDatabase& database, Work work) {
-  for (const AcDbObjectId id : entitiesOf(database.modelSpaceId())) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> record(database.modelSpaceId());
+  if (!record) return;
+  for (const AcDbObjectId id : record->entities()) {
     const AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity && entity->isSeen()) work(id, *entity);
   }
 }
 
+/// Visits model space and the spaces of the layouts: `work(record)`.
+template <class Work>
+void forEachLayout(AcDbDatabase& database, Work work) {
+  const AcDbObjectPointer<AcDbBlockTable> blocks(database.blockTableId());
+  if (!blocks) return;
+  for (const AcDbObjectId space : blocks->records()) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
+    if (record && (record->isLayout() || space == database.modelSpaceId())) work(*record);
+  }
+}
+
+/// What lies within a distance of a point; wider by what the sums may be rounded.
+AcEdBox reachOf(const AcGePoint2d& at, double distance) {
+  const double reach = distance + 1e-12 * (std::fabs(at.x) + std::fabs(at.y) + distance);
+  return {{at.x - reach, at.y - reach}, {at.x + reach, at.y + reach}};
+}
+
 }  // namespace
+
+std::size_t AcEdPicker::living() const {
+  if (m_way == Way::kIndex) return m_database.spaceIndex().living();
+  const AcDbObjectPointer<AcDbBlockTableRecord> record(m_database.modelSpaceId());
+  const auto live = [](AcDbObjectId id) { return id.isLive(); };
+  return record ? static_cast<std::size_t>(std::ranges::count_if(record->entities(), live)) : 0;
+}
+
+/// Visits the entities that can be seen and may lie in a rectangle, and others, in order of drawing:
+/// `work(id, entity, box)`, box empty for none.
+template <class Work>
+void AcEdPicker::forEachNear(const AcEdBox& around, Work work) const {
+  if (m_way == Way::kWalk)
+    return forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
+      AcDbExtents box;
+      entity.getGeomExtents(box);
+      work(id, entity, box);
+    });
+  const AcDbObjectPointer<AcDbBlockTableRecord> record(m_database.modelSpaceId());
+  if (!record) return;
+  AcDbSpaceIndex& index = m_database.spaceIndex();
+  for (const std::size_t place : index.touching({around.low.x, around.low.y, around.high.x, around.high.y})) {
+    const AcDbObjectId id = record->entities()[place];
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity && entity->isSeen()) work(id, *entity, index.boxAt(place));
+  }
+}
 
 std::vector<AcDbObjectId> AcEdPicker::visible(bool unlocked) const {
   std::vector<AcDbObjectId> seen;
@@ -217,24 +254,38 @@ std::vector<AcDbObjectId> AcEdPicker::visible(bool unlocked) const {
   return seen;
 }
 
-std::vector<AcDbObjectId> AcEdPicker::all() const {
-  std::vector<AcDbObjectId> everything;
-  const AcDbObjectPointer<AcDbBlockTable> blocks(m_database.blockTableId());
-  if (!blocks) return everything;
-  for (const AcDbObjectId space : blocks->records()) {
-    const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
-    if (!record || (!record->isLayout() && space != m_database.modelSpaceId())) continue;
-    const std::vector<AcDbObjectId> live = entitiesOf(space);
-    everything.insert(everything.end(), live.begin(), live.end());
-  }
-  return everything;
+AcDbObjectId AcEdPicker::lastVisible() const {
+  const AcDbObjectPointer<AcDbBlockTableRecord> record(m_database.modelSpaceId());
+  if (!record) return {};
+  const auto& all = record->entities();
+  const auto seen = std::find_if(all.rbegin(), all.rend(), [](AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    return entity && entity->isSeen();
+  });
+  return seen != all.rend() ? *seen : AcDbObjectId();
+}
+
+std::vector<AcDbObjectId> AcEdPicker::fitting(const AcEdFilter& filter) const {
+  std::vector<AcDbObjectId> found;
+  const auto look = [&](AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity && filter.fits(*entity)) found.push_back(id);
+  };
+  forEachLayout(m_database, [&](const AcDbBlockTableRecord& record) {
+    const auto places = m_way == Way::kIndex ? filter.candidates(record) : std::nullopt;
+    if (!places) std::ranges::for_each(record.entities(), look);
+    if (places)
+      for (const std::size_t place : *places) look(record.entities()[place]);
+  });
+  return found;
 }
 
 std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double aperture) const {
   const AcGePoint2d at = flat(point);
   std::optional<AcEdHit> best;
-  Search search(m_database);
-  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
+  Search search(living());
+  const AcEdBox near = reachOf(at, aperture);
+  forEachNear(near, [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& extents) {
     AcEdHit hit;
     hit.distance = HUGE_VAL;
     // The place of a block is found even where nothing is drawn.
@@ -242,9 +293,8 @@ std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double apertur
       hit.distance = flat(reference->position()).distanceTo(at);
       hit.innermost = id;
     }
-    AcDbExtents extents;
-    const bool hasBox = entity.getGeomExtents(extents) == Acad::eOk && !extents.isEmpty();
-    if (!hasBox || distanceToBox(at, extents) <= aperture) Nearest(search, at, aperture, hit).draw(entity);
+    if (extents.isEmpty() || distanceToBox(at, extents) <= aperture)
+      Nearest(search, at, aperture, hit).draw(entity);
     if (hit.distance > aperture || (best && hit.distance > best->distance)) return;
     hit.entity = id;
     best = std::move(hit);
@@ -254,12 +304,11 @@ std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double apertur
 
 std::vector<AcDbObjectId> AcEdPicker::window(const AcGePoint3d& a, const AcGePoint3d& b,
                                              bool crossing) const {
-  const Box box = {{std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}};
+  const AcEdBox box = {{std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}};
   std::vector<AcDbObjectId> found;
-  Search search(m_database);
-  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
-    AcDbExtents extents;
-    if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return;
+  Search search(living());
+  forEachNear(box, [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& extents) {
+    if (extents.isEmpty()) return;
     bool inside = box.contains(extents);
     if (!inside && crossing && box.meets(extents)) {
       Crossing look(search, box);
@@ -276,12 +325,11 @@ std::vector<AcDbObjectId> AcEdPicker::outline(const AcEdOutline& line, bool cros
   if (line.points().size() < (line.closed() ? 3U : 2U)) return found;
   AcDbExtents reach;
   for (const AcGePoint2d& point : line.points()) reach.addPoint({point.x, point.y, 0.0});
-  const Box box = {flat(reach.minPoint()), flat(reach.maxPoint())};
+  const AcEdBox box = {flat(reach.minPoint()), flat(reach.maxPoint())};
   const bool wholly = !crossing && line.closed();
-  Search search(m_database);
-  forEachSeen(m_database, [&](AcDbObjectId id, const AcDbEntity& entity) {
-    AcDbExtents extents;
-    if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty() || !box.meets(extents)) return;
+  Search search(living());
+  forEachNear(box, [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& extents) {
+    if (extents.isEmpty() || !box.meets(extents)) return;
     Relation look(search, line, box, wholly);
     look.draw(entity);
     if (wholly ? look.isWithin() && !search.isSpent() : look.meets()) found.push_back(id);

@@ -9,6 +9,8 @@
 
 class AcDbDatabase;
 class AcDbEntity;
+class AcEdFilter;
+struct AcEdBox;
 
 /// What was found at a picked point.
 struct AcEdHit {
@@ -21,9 +23,11 @@ struct AcEdHit {
 
 /// Searches among the entities of model space that can be seen, by their look (arx/gi). Distances and windows
 /// are those of the plan view.
-class AcEdPicker {
+class ARX_API AcEdPicker {
 public:
-  explicit AcEdPicker(AcDbDatabase& database) : m_database(database) {}
+  /// How entities are found by place: by `AcDbSpaceIndex`, or by measuring each anew, which finds the same.
+  enum class Way { kIndex, kWalk };
+  explicit AcEdPicker(AcDbDatabase& database, Way way = Way::kIndex) : m_database(database), m_way(way) {}
   /// Nearest entity within `aperture` of a point, of equals the one drawn last.
   [[nodiscard]] std::optional<AcEdHit> pick(const AcGePoint3d& point, double aperture) const;
   /// Entities that lie wholly in a rectangle, or, crossing, at least partly.
@@ -33,11 +37,18 @@ public:
   [[nodiscard]] std::vector<AcDbObjectId> outline(const AcEdOutline& line, bool crossing) const;
   /// Visible entities in order of drawing. @param unlocked without those on locked layers
   [[nodiscard]] std::vector<AcDbObjectId> visible(bool unlocked = false) const;
-  /// All living entities of all layouts, seen or not.
-  [[nodiscard]] std::vector<AcDbObjectId> all() const;
+  /// The one drawn last; null for none.
+  [[nodiscard]] AcDbObjectId lastVisible() const;
+  /// All living entities of all layouts, seen or not, that fit a filter.
+  [[nodiscard]] std::vector<AcDbObjectId> fitting(const AcEdFilter& filter) const;
 
 private:
+  [[nodiscard]] std::size_t living() const;
+  template <class Work>
+  void forEachNear(const AcEdBox& around, Work work) const;
+
   AcDbDatabase& m_database;
+  Way m_way;
 };
 
 /// Radius in which a pick finds: a hundredth of the view's height.

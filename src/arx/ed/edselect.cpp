@@ -32,8 +32,8 @@ bool isEntity(AcDbObjectId id) {
 }
 
 Ids lastVisible(AcDbDatabase& database) {
-  const Ids seen = AcEdPicker(database).visible();
-  return seen.empty() ? Ids() : Ids{seen.back()};
+  const AcDbObjectId last = AcEdPicker(database).lastVisible();
+  return last.isNull() ? Ids() : Ids{last};
 }
 
 Ids living(const Ids& ids, const AcDbDatabase* database) {
@@ -163,7 +163,6 @@ std::optional<Ids> entitiesOfOutline(const std::wstring& mode, const resbuf* cha
 std::optional<Ids> entitiesOfMode(const std::wstring& mode, const ads_real* pt1, const ads_real* pt2,
                                   AcDbDatabase& database) {
   const AcEdPicker picker(database);
-  if (mode == L"X") return picker.all();
   if (mode == L"A") return picker.visible(true);
   if (mode == L"L") return lastVisible(database);
   if (mode == L"P") return living(acedSelectionSets().previous, &database);
@@ -190,6 +189,8 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
   if (wanted.name.empty() && !pt1) {
     const int status = Asking(*database, test, wanted.single).run(found);
     if (status != RTNORM) return status;
+  } else if (wanted.name == L"X") {
+    for (const AcDbObjectId id : AcEdPicker(*database).fitting(test)) found.add(id);
   } else {
     const auto ids = isOutlineMode(wanted.name)
                          ? entitiesOfOutline(wanted.name, static_cast<const resbuf*>(pt1), *database)
