@@ -5,6 +5,7 @@
 #include "base/format.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/drawing_layers.h"
 #include "core/installation.h"
 #include "core/xml_champs.h"
 
@@ -24,21 +25,6 @@ codifPoint ligneDefaut(int code, const std::wstring& libelle, std::wstring_view 
   ligne.libelle = libelle;
   ligne.chemin = cheminInstallation(bloc);
   return ligne;
-}
-
-/// The layer of this name, made with the colour when there is none; null when its name is not allowed.
-AcDbObjectId trouverOuCreerLayer(AcDbLayerTable& calques, const std::wstring& nom, int couleur) {
-  AcDbObjectId id;
-  if (calques.getIdAt(nom.c_str(), id) == Acad::eOk) return id;
-  id.setNull();
-  AcCmColor objetCouleur(7);
-  objetCouleur.setColorIndex(couleur);
-  auto calque = std::make_unique<AcDbLayerTableRecord>();
-  if (calque->setName(nom.c_str()) != Acad::eOk) return id;
-  calque->setColor(objetCouleur);
-  if (calques.add(id, calque.get()) != Acad::eOk) return AcDbObjectId::kNull;
-  calque.release()->close();
-  return id;
 }
 
 presentationCodes*& presentation() {
@@ -250,7 +236,7 @@ void tableCodification::creerLayers(codifPoint& ligne, AcDbLayerTable* calques) 
     nom = base::trim(nom, kBords);
     if (nom.empty()) nom = L"0";
     // Deliberate (creerlayers-couleur): a layer that exists keeps its colour, whatever the code says.
-    ligne.idLayers[i] = trouverOuCreerLayer(*calques, nom, ligne.coulLayers[i]);
+    ligne.idLayers[i] = layerOrNew(*calques, nom, ligne.coulLayers[i]);
   }
 }
 

@@ -5,6 +5,20 @@
 #include "core/xdata_names.h"
 
 namespace veltora {
+namespace {
+
+int select(const ACHAR* mode, const void* from, const void* to, const resbuf* filter,
+           std::vector<AcDbObjectId>& entities) {
+  entities.clear();
+  ads_name set = {0, 0};
+  const int result = acedSSGet(mode, from, to, filter, set);
+  if (result != RTNORM) return result;
+  entities = acedSSEntities(set);
+  acedSSFree(set);
+  return result;
+}
+
+}  // namespace
 
 int pickEntity(const ACHAR* prompt, AcDbObjectId& id, AcGePoint3d* where) {
   ads_name name = {0, 0};
@@ -25,14 +39,15 @@ Answer pickEntityOrLeave(const ACHAR* prompt, AcDbObjectId& id, AcGePoint3d& whe
 }
 
 int selectEntities(const ACHAR* mode, resbuf* filter, std::vector<AcDbObjectId>& entities) {
-  entities.clear();
-  ads_name set = {0, 0};
-  const int result = acedSSGet(mode, nullptr, nullptr, filter, set);
+  const int result = select(mode, nullptr, nullptr, filter, entities);
   acutRelRb(filter);
-  if (result != RTNORM) return result;
-  entities = acedSSEntities(set);
-  acedSSFree(set);
   return result;
+}
+
+int selectCrossing(const AcGePoint2d& a, const AcGePoint2d& b, std::vector<AcDbObjectId>& entities) {
+  const ads_point from = {a.x, a.y, 0.0};
+  const ads_point to = {b.x, b.y, 0.0};
+  return select(L"C", from, to, nullptr, entities);
 }
 
 std::vector<AcDbObjectId> selectPointBlocks(const ACHAR* mode) {

@@ -28,7 +28,10 @@ VELTORA_API Answer pickEntityOrLeave(const ACHAR* prompt, AcDbObjectId& id, AcGe
 /// @param mode, filter  as `acedSSGet`; the filter, which may be null, is released
 /// @return as `acedSSGet`; `entities` is empty unless it is RTNORM
 VELTORA_API int selectEntities(const ACHAR* mode, resbuf* filter, std::vector<AcDbObjectId>& entities);
-/// The same among the entities that bear the mark of point blocks.
+/// What a crossing window with these corners, in the plane, touches. @return as above
+VELTORA_API int selectCrossing(const AcGePoint2d& a, const AcGePoint2d& b,
+                               std::vector<AcDbObjectId>& entities);
+/// As `selectEntities` among the entities that bear the mark of point blocks.
 /// @return empty when he cancels or nothing was found
 VELTORA_API std::vector<AcDbObjectId> selectPointBlocks(const ACHAR* mode);
 

@@ -13,6 +13,7 @@
 #include "core/drawing_space.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
+#include "drafting/polylines/rectoriente_jig.h"
 #include "host/lisp/table_lisp.h"
 #include "points/projets_topo.h"
 
@@ -34,6 +35,8 @@ struct commande {
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 void corrMCarres() { CDlgMoindresCarres().doModal(); }
+
+void rect3Pt() { rectorienteJig().dessiner(); }
 
 template <DlgPntsDuDessin::Mode Mode>
 void pointsDuDessin() {
@@ -74,7 +77,10 @@ constexpr std::array<commande, 13> kCommandes{{
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
     {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
-    {L"RECT3PT", ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET, nonDisponible<7>},
+    {L"RECT3PT",
+     ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET,
+     rect3Pt,
+     {L"Points", L"Un rectangle de toute direction, par trois points"}},
     {L"IMPORTPOINTS",
      ACRX_CMD_USEPICKSET,
      pointsDuDessin<DlgPntsDuDessin::kImportPoints>,

@@ -3,6 +3,7 @@
 #include "arx/db/dbdict.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
+#include "core/extension_record.h"
 #include "core/resbuf_serializer.h"
 
 #include <bit>
@@ -59,35 +60,20 @@ void garderIllisibles(AcDbDictionary& dictionnaire, const AcDbDatabase* db) {
   if (dictionnaire.setAt(kCleIllisibles, copie.get(), id) == Acad::eOk) copie.release()->close();
 }
 
-/// Stores the chain, or an empty record, in place of what stood there. @return false when the drawing refuses
+/// @return false when the drawing refuses
 bool ecrireChaine(AcDbObjectId calqueId, const chaineResbuf& chaine) {
-  AcDbObjectPointer<AcDbLayerTableRecord> calque(calqueId, AcDb::kForWrite);
+  const AcDbObjectPointer<AcDbLayerTableRecord> calque(calqueId, AcDb::kForWrite);
   if (calque.openStatus() != Acad::eOk) return false;
-  calque->createExtensionDictionary();  // an existing one is no error
-  const AcDbObjectPointer<AcDbDictionary> dictionnaire(calque->extensionDictionary(), AcDb::kForWrite);
-  if (dictionnaire.openStatus() != Acad::eOk) return false;
-  garderIllisibles(*dictionnaire, calqueId.database());
-  auto fiche = std::make_unique<AcDbXrecord>();
-  if (chaine.tete && fiche->setFromRbChain(*chaine.tete, calqueId.database()) != Acad::eOk) return false;
-  fiche->setXlateReferences(true);
-  AcDbObjectId id;
-  if (dictionnaire->setAt(kCle, fiche.get(), id) != Acad::eOk) return false;
-  fiche.release()->close();
-  return true;
+  if (const AcDbObjectPointer<AcDbDictionary> dictionnaire(calque->extensionDictionary(), AcDb::kForWrite);
+      dictionnaire.openStatus() == Acad::eOk)
+    garderIllisibles(*dictionnaire, calqueId.database());
+  return storeRecord(*calque, kCle, chaine);
 }
 
 /// The stored chain, owned by the caller; null when nothing is stored.
 resbuf* lireChaine(AcDbDatabase* db) {
   const AcDbObjectPointer<AcDbLayerTableRecord> calque(calqueZero(db));
-  if (calque.openStatus() != Acad::eOk) return nullptr;
-  const AcDbObjectPointer<AcDbDictionary> dictionnaire(calque->extensionDictionary());
-  if (dictionnaire.openStatus() != Acad::eOk) return nullptr;
-  AcDbXrecord* fiche = nullptr;
-  if (dictionnaire->getAt(kCle, fiche) != Acad::eOk) return nullptr;
-  resbuf* chaine = nullptr;
-  fiche->rbChain(&chaine, db);
-  fiche->close();
-  return chaine;
+  return calque.openStatus() == Acad::eOk ? storedRecord(*calque, kCle) : nullptr;
 }
 
 /// The value of one item as a number.

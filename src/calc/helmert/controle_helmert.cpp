@@ -119,8 +119,7 @@ bool douterSymetrie(const couplesHelmert& couples, double taille, base::Remarque
   if (mauvais(miroir.pire(), taille)) return false;
   remarques.douter(
       base::formater(L"un des deux systèmes est l'image de l'autre dans un miroir : avec X et Y échangés "
-                     L"d'un côté, tout s'accorde à "
-                     L"%.3f près",
+                     L"d'un côté, tout s'accorde à %.3f près",
                      miroir.pire()));
   return true;
 }
@@ -136,8 +135,7 @@ void direPerte(const couplesHelmert& couples, const Points& portes, const Ajuste
   if (!(perte > kPerteDite)) return;
   const std::wstring texte = base::formater(
       L"les points de départ sont loin de l'origine (%.0f), ce qui coûte jusqu'à %.4f au calcul, fait sur "
-      L"les "
-      L"coordonnées entières ; retranchez-leur une constante ronde",
+      L"les coordonnées entières ; retranchez-leur une constante ronde",
       loin, perte);
   if (perte > kPerteDouteuse)
     remarques.douter(texte);

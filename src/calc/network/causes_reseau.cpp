@@ -6,20 +6,23 @@
 #include "calc/network/essai_reseau.h"
 #include "calc/network/listing_reseau.h"
 #include "calc/network/mesure_fausse.h"
+#include "calc/network/moindres_carres_alti.h"
+#include "calc/network/moindres_carres_plani.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace veltora {
 namespace {
 
 constexpr std::size_t kCausesMax = 3;
-constexpr double kEssaisMax = 60;  // single observations tried
-constexpr double kEssaisMin = 5;
-constexpr double kCarresParEssai = 200000;  // squares of the number of points times trials, about
-constexpr std::size_t kResidusSuivis = 5;   // largest residuals whose points are looked at
+constexpr int kEssaisMax = 60;         // single observations tried, in a small network all of them
+constexpr int kEssaisMin = 6;          // and in a large one
+constexpr int kPointsCalcules = 3000;  // in between: trials times points
 
 /// Changes the observations or the fixed points of a network. @return false when there is nothing to change
 using Modification = std::function<bool(donneesReseau&)>;
@@ -99,13 +102,12 @@ int uniteUnique(const donneesReseau& reseau) {
 std::vector<hypothese> hypotheses(const donneesReseau& reseau) {
   std::vector<hypothese> liste;
   const int unite = uniteUnique(reseau);
-  const std::array<const wchar_t*, 3> noms = {L"grades", L"degrés", L"radians"};
   for (int autre = 0; unite >= 0 && autre < 3; ++autre) {
     const double facteur = uniteDeMode(autre).versRadians / uniteDeMode(unite).versRadians;
     if (autre == unite) continue;
     liste.push_back(
-        {base::formater(L"les angles, lus en %s, sont en %s", noms.at(static_cast<std::size_t>(unite)),
-                        noms.at(static_cast<std::size_t>(autre))),
+        {base::formater(L"les angles, lus en %s, sont en %s", std::wstring(uniteDeMode(unite).nom),
+                        std::wstring(uniteDeMode(autre).nom)),
          [facteur](donneesReseau& r) {
            return pourChaqueAngle(r, [facteur](ObservationReduite& o) {
              o.mesure *= facteur;
@@ -146,31 +148,44 @@ std::vector<std::wstring> causesGenerales(const reseauMoindresCarres& reseau, in
   return causes;
 }
 
-/// Observations of the given kinds that name a computed point of the largest residuals; all of a network
-/// without any.
-std::vector<int> aEssayer(const reseauMoindresCarres& reseau, const std::vector<residuSuspect>& suspects,
-                          bool enPlan) {
-  std::set<int> points;
+/// How much an observation looks like the wrong one.
+struct indice {
+  int observation = -1;
+  double ecart = 0.0;  // `erreursReseau::erreur`
+  double fois = 0.0;   // the median of its kind
+};
+
+std::vector<indice> indicesDe(const donneesReseau& reseau, const std::vector<residuObservation>& residus,
+                              systemeNormal systeme) {
+  const erreursReseau erreurs(reseau, residus, std::move(systeme));
+  std::vector<indice> indices;
+  for (const residuObservation& r : residus) {
+    const double ecart = erreurs.erreur(r);
+    const double mediane = erreurs.mediane(reseau.observations.GetAt(r.observation).type);
+    if (ecart > 0.0) indices.push_back({r.observation, ecart, ecart / mediane});
+  }
+  return indices;
+}
+
+/// Observations to leave out one by one, the likeliest first: in turn the largest of all, in which the
+/// heaviest mistakes stand out, and the largest multiples of their kinds, since an angle has no measure in
+/// common with a length. How many does not depend on what they show.
+std::vector<int> aEssayer(const reseauMoindresCarres& reseau, std::vector<indice> indices) {
+  const auto permis = static_cast<std::size_t>(
+      std::clamp(kPointsCalcules / std::max(1, reseau.points.GetSize()), kEssaisMin, kEssaisMax));
+  std::vector<indice> parGenre = indices;
+  std::stable_sort(indices.begin(), indices.end(),
+                   [](const indice& a, const indice& b) { return a.ecart > b.ecart; });
+  std::stable_sort(parGenre.begin(), parGenre.end(),
+                   [](const indice& a, const indice& b) { return a.fois > b.fois; });
   std::vector<int> choisies;
-  const auto noms = [](const ObservationReduite& o) { return std::array{o.station, o.vise, o.reference}; };
-  for (std::size_t i = 0; i < std::min(suspects.size(), kResidusSuivis); ++i) {
-    const int observation = suspects[i].residu.observation;
-    choisies.push_back(observation);
-    for (const int point : noms(reseau.observations.GetAt(observation)))
-      if (point >= 0 && !reseau.point(point).planiConnue) points.insert(point);
+  for (std::size_t i = 0; i < indices.size(); ++i) {
+    for (const int observation : {indices[i].observation, parGenre[i].observation}) {
+      if (choisies.size() == permis) return choisies;
+      if (std::find(choisies.begin(), choisies.end(), observation) == choisies.end())
+        choisies.push_back(observation);
+    }
   }
-  for (int i = 0; i < reseau.observations.GetSize(); ++i) {
-    const ObservationReduite& o = reseau.observations.GetAt(i);
-    if ((o.type != ObservationReduite::kDenivelee) != enPlan) continue;
-    const auto proche = [&points](int point) { return points.contains(point); };
-    const auto trois = noms(o);
-    const bool voisine = suspects.empty() || std::any_of(trois.begin(), trois.end(), proche);
-    if (voisine && std::find(choisies.begin(), choisies.end(), i) == choisies.end()) choisies.push_back(i);
-  }
-  const double taille = std::max(1, reseau.points.GetSize());
-  const auto permis =
-      static_cast<std::size_t>(std::clamp(kCarresParEssai / (taille * taille), kEssaisMin, kEssaisMax));
-  if (choisies.size() > permis) choisies.resize(suspects.empty() ? 0 : permis);
   return choisies;
 }
 
@@ -192,11 +207,11 @@ sansUne essayerSans(const reseauMoindresCarres& reseau, int observation, bool en
 }
 
 /// Single observations without which the others agree; those that a usual mistake explains before all others.
-void causesIsolees(const reseauMoindresCarres& reseau, const std::vector<residuSuspect>& suspects,
-                   bool enPlan, int attendus, base::Remarques& remarques) {
+void causesIsolees(const reseauMoindresCarres& reseau, const std::vector<int>& observations, bool enPlan,
+                   int attendus, base::Remarques& remarques) {
   std::vector<std::wstring> expliquees;
   std::vector<std::wstring> autres;
-  for (const int observation : aEssayer(reseau, suspects, enPlan)) {
+  for (const int observation : observations) {
     if (acedUsrBrk()) return;
     const sansUne essai = essayerSans(reseau, observation, enPlan, attendus);
     if (!essai.convient || !essai.faute.nette) continue;
@@ -229,22 +244,26 @@ int pointsAScruter(const reseauMoindresCarres& reseau) {
 
 }  // namespace
 
-void chercherCausesPlan(const reseauMoindresCarres& reseau, const std::vector<residuSuspect>& suspects,
-                        base::Remarques& remarques) {
+void chercherCausesPlan(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
   const int calcules = pointsEnPlan(reseau);
   const int attendus = calcules > 0 ? calcules : pointsAScruter(reseau);
   if (attendus == 0) return;
   // Angles on both sides of 0 have a doubt of their own; when they are all that is wrong nothing is left to
   // find.
-  if (essaiReseau(reseau).planConvient(attendus)) return;
+  essaiReseau telQuel(reseau);
+  if (telQuel.planConvient(attendus)) return;
   const std::vector<std::wstring> generales = causesGenerales(reseau, attendus);
   for (const std::wstring& cause : generales)
     remarques.douter(L"cause probable : " + cause + L" ; tout s'accorde alors");
-  if (generales.empty() && calcules > 0) causesIsolees(reseau, suspects, true, attendus, remarques);
+  if (!generales.empty() || calcules == 0) return;
+  const std::vector<indice> indices =
+      telQuel.residus().empty()
+          ? indicesDe(reseau, residusPlan(reseau), systemeNormal(0))
+          : indicesDe(reseau, telQuel.residus(), systemePlani(telQuel.reseau).lineariser());
+  causesIsolees(reseau, aEssayer(reseau, indices), true, attendus, remarques);
 }
 
-void chercherCausesAltitudes(const reseauMoindresCarres& reseau, const std::vector<residuSuspect>& suspects,
-                             base::Remarques& remarques) {
+void chercherCausesAltitudes(const reseauMoindresCarres& reseau, base::Remarques& remarques) {
   const int attendus = std::max(1, pointsEnAltitude(reseau));
   essaiReseau inverse(reseau);
   for (ObservationReduite& o : inverse.reseau.observations)
@@ -252,11 +271,15 @@ void chercherCausesAltitudes(const reseauMoindresCarres& reseau, const std::vect
   if (inverse.altitudesConviennent(attendus)) {
     remarques.douter(
         L"cause probable : les dénivelées sont données du visé vers la station, ou ces colonnes sont "
-        L"échangées ; tout "
-        L"s'accorde alors");
+        L"échangées ; "
+        L"tout s'accorde alors");
     return;
   }
-  causesIsolees(reseau, suspects, false, attendus, remarques);
+  essaiReseau telQuel(reseau);
+  telQuel.altitudesConviennent(attendus);
+  const std::vector<indice> indices =
+      indicesDe(reseau, telQuel.residus(), systemeAlti(telQuel.reseau).lineariser());
+  causesIsolees(reseau, aEssayer(reseau, indices), false, attendus, remarques);
 }
 
 }  // namespace veltora

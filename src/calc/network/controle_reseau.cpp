@@ -1,8 +1,10 @@
 #include "calc/network/controle_reseau.h"
 
 #include "base/format.h"
+#include "base/median.h"
 #include "calc/angles.h"
 #include "calc/network/listing_reseau.h"
+#include "calc/network/moindres_carres_plani.h"
 
 #include <algorithm>
 #include <array>
@@ -18,6 +20,8 @@ namespace {
 constexpr double kMediane = 5.0;        // times the median of the kind, strict
 constexpr double kAuHasard = 100.0;     // residuals of a kind, above which chance alone passes that factor
 constexpr std::size_t kResidusMin = 4;  // fewer have no median to speak of
+constexpr std::size_t kAnglesMesures = 100;  // that tell the size of the errors, about
+constexpr double kControleMinimal = 1e-6;    // redundancy of an observation that others control
 constexpr double kSansControle = 1e-7;  // metres; radians times metres: an observation without redundancy
 constexpr double kArrondi = 0.015;      // metres that coordinates and measures in centimetres explain, strict
 constexpr double kArrondiAngle = 1.6e-5;               // radians, 1 mgr
@@ -27,10 +31,6 @@ constexpr double kFauteAngle = 3.1415926535897932e-4;  // radians, 20 mgr, likew
 constexpr double kProcheDeZero = 0.3;                  // radians: one direction, but for the turn
 constexpr double kJeu = 1.5;                           // on the reach of observations
 constexpr double kPorteeAngle = 10.0;                  // times the extent of the fixed points
-
-bool place(const pointACalculer& p) {
-  return std::isfinite(p.X) && std::isfinite(p.Y) && p.X != base::Z_ABSENT && p.Y != base::Z_ABSENT;
-}
 
 double ecart(const pointACalculer& a, const pointACalculer& b) { return std::hypot(b.X - a.X, b.Y - a.Y); }
 
@@ -59,12 +59,6 @@ struct medianes {
   double facteur = kMediane;
 };
 
-double milieu(std::vector<double> valeurs) {
-  const auto place = valeurs.begin() + static_cast<std::ptrdiff_t>(valeurs.size() / 2);
-  std::nth_element(valeurs.begin(), place, valeurs.end());
-  return *place;
-}
-
 medianes mesurerMedianes(const std::vector<residuPese>& residus) {
   std::vector<double> valeurs;
   std::vector<double> largeurs;
@@ -77,7 +71,7 @@ medianes mesurerMedianes(const std::vector<residuPese>& residus) {
   // The largest of n normal errors grows with the root of ln n.
   const double hasard = std::max(kAuHasard, static_cast<double>(valeurs.size()));
   const double facteur = kMediane * std::sqrt(std::log(hasard) / std::log(kAuHasard));
-  return {milieu(std::move(valeurs)), milieu(std::move(largeurs)), facteur};
+  return {base::median(std::move(valeurs)), base::median(std::move(largeurs)), facteur};
 }
 
 /// Many times the median, and not only because the sight is short: across it, too.
@@ -102,6 +96,68 @@ std::vector<residuPese> duGenre(const donneesReseau& reseau, const std::vector<r
   return pris;
 }
 
+/// What the errors of the distances make of the residual of an angle: v = R e, so with errors of one size it
+/// is the root of the sum of squares of the elements of R that stand for distances, times a measure which the
+/// residuals of the angles themselves give.
+class partDesDistances {
+public:
+  partDesDistances(donneesReseau& reseau, const std::vector<residuObservation>& residus)
+      : m_controle(systemePlani(reseau).lineariser()) {
+    if (!m_controle.defini()) return;
+    std::vector<const residuObservation*> angles;
+    for (const residuObservation& r : residus) {
+      const signed char genre = reseau.observations.GetAt(r.observation).type;
+      if (genre == ObservationReduite::kAngle) angles.push_back(&r);
+      if (genre == ObservationReduite::kDistance) m_distances.push_back(static_cast<std::size_t>(r.ligne));
+    }
+    std::vector<double> mesures;
+    for (std::size_t i = 0; i < angles.size(); i += angles.size() / kAnglesMesures + 1)
+      if (const double forme = formeDe(*angles[i]); forme > 0.0)
+        mesures.push_back(std::fabs(angles[i]->valeur) / forme);
+    if (!mesures.empty()) m_mesure = base::median(std::move(mesures));
+  }
+  /// Median of it, radians; 0 when it is not known.
+  [[nodiscard]] double de(const residuObservation& angle) const {
+    return m_mesure > 0.0 ? m_mesure * formeDe(angle) : 0.0;
+  }
+
+private:
+  [[nodiscard]] double formeDe(const residuObservation& angle) const {
+    const std::vector<double> influences = m_controle.influences(static_cast<std::size_t>(angle.ligne));
+    double carres = 0.0;
+    for (const std::size_t j : m_distances) carres += influences[j] * influences[j];
+    return std::sqrt(carres);
+  }
+
+  controleSysteme m_controle;
+  std::vector<std::size_t> m_distances;  // their rows
+  double m_mesure = 0.0;
+};
+
+/// @param hasard  the median that an angle's residual has by chance, radians
+std::vector<residuSuspect> suspectsParmi(const donneesReseau& reseau,
+                                         const std::vector<residuObservation>& residus, std::size_t nombre,
+                                         const std::function<double(const residuObservation&)>& hasard) {
+  std::vector<residuSuspect> suspects;
+  for (const signed char type :
+       {ObservationReduite::kAngle, ObservationReduite::kDistance, ObservationReduite::kDenivelee}) {
+    const std::vector<residuPese> siens = duGenre(reseau, residus, type);
+    const medianes m = mesurerMedianes(siens);
+    const auto parHasard = [&](const residuObservation& r) {
+      return type == ObservationReduite::kAngle && std::fabs(r.valeur) <= m.facteur * hasard(r);
+    };
+    for (const residuPese& r : siens) {
+      if (suspects.size() >= nombre) return suspects;
+      const bool seul = fautif(reseau, r);
+      if (detonne(r, m) && auDelaDesArrondis(reseau, r) && (seul || !parHasard(r.residu)))
+        suspects.push_back({r.residu, m.valeur});
+      else if (seul)
+        suspects.push_back({r.residu, 0.0});
+    }
+  }
+  return suspects;
+}
+
 /// How far observations let points lie from the fixed ones: the shortest way along the observations.
 class Portees {
 public:
@@ -120,7 +176,7 @@ private:
   void mesurerAngles() {
     std::array<double, 4> bords = {HUGE_VAL, -HUGE_VAL, HUGE_VAL, -HUGE_VAL};
     for (const pointACalculer& p : m_reseau.points) {
-      if (!p.planiConnue || !place(p)) continue;
+      if (!p.planiConnue || !p.enPlan()) continue;
       bords = {std::min(bords[0], p.X), std::max(bords[1], p.X), std::min(bords[2], p.Y),
                std::max(bords[3], p.Y)};
     }
@@ -182,32 +238,52 @@ bool compteUnTour(const donneesReseau& reseau, const ObservationReduite& o) {
   return difference > kPi && std::fabs(difference - 2.0 * kPi) <= kProcheDeZero;
 }
 
+erreursReseau::erreursReseau(const donneesReseau& reseau, const std::vector<residuObservation>& residus,
+                             systemeNormal systeme) {
+  const controleSysteme controle(std::move(systeme));
+  if (controle.defini()) m_redondances = controle.redondances();
+  std::map<signed char, std::vector<double>> erreurs;
+  for (const residuObservation& r : residus)
+    if (const double e = erreur(r); e > 0.0)
+      erreurs[reseau.observations.GetAt(r.observation).type].push_back(e);
+  for (auto& [genre, valeurs] : erreurs) m_medianes[genre] = base::median(std::move(valeurs));
+}
+
+double erreursReseau::erreur(const residuObservation& residu) const {
+  if (m_redondances.empty()) return std::fabs(residu.valeur);
+  if (residu.ligne < 0) return 0.0;
+  const double part = m_redondances.at(static_cast<std::size_t>(residu.ligne));
+  return part > kControleMinimal ? std::fabs(residu.valeur) / std::sqrt(part) : 0.0;
+}
+
+double erreursReseau::mediane(signed char genre) const {
+  const auto trouvee = m_medianes.find(genre);
+  return trouvee == m_medianes.end() ? 0.0 : trouvee->second;
+}
+
 std::vector<residuSuspect> residusSuspects(const donneesReseau& reseau,
-                                           const std::vector<residuObservation>& residus) {
-  std::vector<residuSuspect> suspects;
-  for (const signed char type :
-       {ObservationReduite::kAngle, ObservationReduite::kDistance, ObservationReduite::kDenivelee}) {
-    const std::vector<residuPese> siens = duGenre(reseau, residus, type);
-    const medianes m = mesurerMedianes(siens);
-    for (const residuPese& r : siens) {
-      if (detonne(r, m) && auDelaDesArrondis(reseau, r))
-        suspects.push_back({r.residu, m.valeur});
-      else if (fautif(reseau, r))
-        suspects.push_back({r.residu, 0.0});
-    }
-  }
-  return suspects;
+                                           const std::vector<residuObservation>& residus,
+                                           std::size_t nombre) {
+  return suspectsParmi(reseau, residus, nombre, [](const residuObservation&) { return 0.0; });
+}
+
+std::vector<residuSuspect> suspectsDuPlan(donneesReseau& reseau,
+                                          const std::vector<residuObservation>& residus, std::size_t nombre) {
+  std::vector<residuSuspect> suspects = residusSuspects(reseau, residus, nombre);
+  if (suspects.empty()) return suspects;
+  const partDesDistances part(reseau, residus);
+  return suspectsParmi(reseau, residus, nombre, [&part](const residuObservation& r) { return part.de(r); });
 }
 
 std::vector<int> pointsTropLoin(const donneesReseau& reseau) {
   const Portees portees(reseau);
   std::vector<const pointACalculer*> fixes;
   for (const pointACalculer& p : reseau.points)
-    if (p.planiConnue && place(p)) fixes.push_back(&p);
+    if (p.planiConnue && p.enPlan()) fixes.push_back(&p);
   std::vector<int> loin;
   for (int i = 0; i < reseau.points.GetSize(); ++i) {
     const pointACalculer& p = reseau.points.GetAt(i);
-    if (p.planiConnue || !place(p)) continue;
+    if (p.planiConnue || !p.enPlan()) continue;
     const auto atteint = [&](const pointACalculer* fixe) { return ecart(*fixe, p) <= kJeu * portees.de(i); };
     if (std::none_of(fixes.begin(), fixes.end(), atteint)) loin.push_back(i);
   }

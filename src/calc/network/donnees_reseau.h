@@ -7,6 +7,7 @@
 #include "calc/network/formules_poids.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -15,6 +16,10 @@
 /// What a network of points and its observations are. X east, Y north, metres; angles in radians, bearings
 /// clockwise from +Y.
 namespace veltora {
+
+/// Of a metre and of a radian: the units in which residuals are printed.
+inline constexpr double kMillimetres = 1000.0;
+inline constexpr double kMilligrades = 63661.97723675814;  // 200000/pi
 
 struct VELTORA_API pointACalculer {
   double X = base::Z_ABSENT;  ///< Z_ABSENT means unknown, likewise Y and Z
@@ -27,6 +32,11 @@ struct VELTORA_API pointACalculer {
   std::int64_t numero = 0;     ///< running number
 
   pointACalculer();
+  [[nodiscard]] bool enPlan() const { return estDonnee(X) && estDonnee(Y); }
+  [[nodiscard]] bool enAltitude() const { return estDonnee(Z); }
+
+private:
+  static bool estDonnee(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
 };
 
 /// One observation. An angle is read as: bearing(station to vise) = bearing(station to reference) + mesure; a
@@ -39,6 +49,12 @@ struct ObservationReduite {
   int station = -1;  ///< index of a point; -1 in a record not yet set, likewise vise
   int vise = -1;
   int reference = -1;  ///< back sight; -1 for "NORD", when `mesure` is a bearing
+};
+
+/// Where a pass met a value that is no number: zero distance, coordinates out of all proportion.
+struct arretPasse {
+  int point = -1;        ///< unknown point
+  int observation = -1;  ///< -1 when all rows have values and the solution has none
 };
 
 /// Points and observations of a network. An observation that names a point outside the array raises

@@ -1,5 +1,6 @@
 #include "calc/network/essai_reseau.h"
 
+#include "base/median.h"
 #include "calc/angles.h"
 #include "calc/network/points_provisoires.h"
 
@@ -12,8 +13,6 @@ namespace {
 constexpr int kPassesEssai = 10;
 // The median in front of the first solve, radians or a share of a distance, strict.
 constexpr double kLoinDuCompte = 0.2;
-
-bool donnee(double valeur) { return std::isfinite(valeur) && valeur != base::Z_ABSENT; }
 
 }  // namespace
 
@@ -40,12 +39,11 @@ bool essaiReseau::pasTropFaux() const {
   std::vector<double> ecarts;
   for (const residuObservation& r : residusPlan(reseau)) {
     const ObservationReduite& o = reseau.observations.GetAt(r.observation);
-    ecarts.push_back(std::fabs(o.type == ObservationReduite::kAngle ? r.valeur : r.valeur / o.mesure));
+    const double ecart = std::fabs(o.type == ObservationReduite::kAngle ? r.valeur : r.valeur / o.mesure);
+    if (std::isfinite(ecart)) ecarts.push_back(ecart);
   }
   if (ecarts.empty()) return false;
-  const auto milieu = ecarts.begin() + static_cast<std::ptrdiff_t>(ecarts.size() / 2);
-  std::nth_element(ecarts.begin(), milieu, ecarts.end());
-  return *milieu < kLoinDuCompte;
+  return base::median(std::move(ecarts)) < kLoinDuCompte;
 }
 
 bool essaiReseau::planConvient(int pointsAttendus) {
@@ -56,15 +54,13 @@ bool essaiReseau::planConvient(int pointsAttendus) {
   if (!pasTropFaux()) return false;
   bool continuer = true;
   for (int passe = 0; continuer && passe < kPassesEssai; ++passe) {
-    journal.clear();
-    continuer = reseau.calculerPlani(journal, false);
+    continuer = reseau.calculerPlaniEnSilence();
     ramenerAngles();
   }
   if (continuer || !(reseau.dernierPas >= 0.0)) return false;
   m_residus = residusPlan(reseau);
-  return static_cast<int>(m_residus.size()) > 2 * pointsEnPlan(reseau) &&
-         residusSuspects(reseau, m_residus).empty() && pointsTropLoin(reseau).empty() &&
-         reseau.pointsIndetermines().empty();
+  return static_cast<int>(m_residus.size()) > 2 * pointsEnPlan(reseau) && pointsTropLoin(reseau).empty() &&
+         suspectsDuPlan(reseau, m_residus, 1).empty();
 }
 
 bool essaiReseau::altitudesConviennent(int pointsAttendus) {
@@ -85,14 +81,13 @@ double essaiReseau::pire(signed char type) const {
 }
 
 int pointsEnPlan(const donneesReseau& reseau) {
-  return static_cast<int>(std::count_if(reseau.points.begin(), reseau.points.end(), [](const auto& p) {
-    return !p.planiConnue && donnee(p.X) && donnee(p.Y);
-  }));
+  return static_cast<int>(std::count_if(reseau.points.begin(), reseau.points.end(),
+                                        [](const auto& p) { return !p.planiConnue && p.enPlan(); }));
 }
 
 int pointsEnAltitude(const donneesReseau& reseau) {
   return static_cast<int>(std::count_if(reseau.points.begin(), reseau.points.end(),
-                                        [](const auto& p) { return !p.altiConnue && donnee(p.Z); }));
+                                        [](const auto& p) { return !p.altiConnue && p.enAltitude(); }));
 }
 
 }  // namespace veltora

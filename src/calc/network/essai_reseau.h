@@ -17,6 +17,8 @@ public:
   bool planConvient(int pointsAttendus);
   /// The same for the heights.
   bool altitudesConviennent(int pointsAttendus);
+  /// What either of them left over; none when it did not come to an end.
+  [[nodiscard]] const std::vector<residuObservation>& residus() const { return m_residus; }
   /// Largest residual of a kind, radians or metres.
   [[nodiscard]] double pire(signed char type) const;
 

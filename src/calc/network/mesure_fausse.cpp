@@ -31,8 +31,8 @@ double chiffreFaux(double difference, double tolerance, int plusPetit) {
   return 0.0;
 }
 
-std::wstring deSigne(double valeur, const wchar_t* unite) {
-  return base::formater(L"fausse de %g %s", std::fabs(valeur), unite);
+std::wstring deSigne(double valeur, std::wstring_view unite) {
+  return base::formater(L"fausse de %g %s", std::fabs(valeur), std::wstring(unite));
 }
 
 /// Two digits of the measure next to each other, exchanged, give the value.
@@ -65,13 +65,13 @@ std::wstring fauteAngle(const donneesReseau& reseau, const ObservationReduite& o
   for (int autre = 0; unite >= 0 && autre < 3; ++autre) {
     const double facteur = uniteDeMode(autre).versRadians / uniteDeMode(unite).versRadians;
     if (autre != unite && entre(valeur, o.mesure * facteur) <= tolerance)
-      return std::wstring(L"donné en ") + (autre == 0 ? L"grades" : autre == 1 ? L"degrés" : L"radians");
+      return L"donné en " + std::wstring(uniteDeMode(autre).nom);
   }
   if (unite != 0 && unite != 1) return {};
   const double versRadians = uniteDeMode(unite).versRadians;
   const double faux =
       chiffreFaux(std::remainder(valeur - o.mesure, kTour) / versRadians, tolerance / versRadians, 0);
-  return faux == 0.0 ? std::wstring() : deSigne(faux, unite == 0 ? L"grades" : L"degrés");
+  return faux == 0.0 ? std::wstring() : deSigne(faux, uniteDeMode(unite).nom);
 }
 
 std::wstring fauteLongueur(const ObservationReduite& o, double valeur, double tolerance) {

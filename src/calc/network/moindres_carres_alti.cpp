@@ -59,7 +59,7 @@ void systemeAlti::journaliserResidus(std::wstring& journal, std::vector<double>&
   }
 }
 
-double systemeAlti::resoudre(std::wstring& journal) {
+systemeNormal systemeAlti::lineariser() {
   int inconnus = 0;
   for (std::size_t i = 0; i < m_reseau.points.size(); ++i) {
     const pointACalculer& p = m_reseau.points[i];
@@ -71,11 +71,14 @@ double systemeAlti::resoudre(std::wstring& journal) {
   for (const ObservationReduite& o : m_reseau.observations) {
     if (compteEnAltitude(m_reseau, o)) systeme.ajouter(ligne(o));
   }
+  return systeme;
+}
+
+double systemeAlti::resoudre(std::wstring& journal) {
+  const systemeNormal systeme = lineariser();
   const std::vector<double> x = systeme.resoudre();
   journaliserVecteur(journal, x);
   if (x.empty()) return kEchecCalcul;
-  double somme = 0.0;
-  for (const double z : x) somme += z * z;
   std::vector<double> v = systeme.produit(x);
   journaliserResidus(journal, v, systeme);
   journal += L"\r\nXYZ:";
@@ -88,7 +91,7 @@ double systemeAlti::resoudre(std::wstring& journal) {
   double chi2 = 0.0;
   for (std::size_t r = 0; r < v.size(); ++r) chi2 += v[r] * v[r];
   journal += base::formater(L"\r\nValeur du chi 2=%14.10f", chi2);
-  return std::sqrt(somme);
+  return norme(x);
 }
 
 bool altitudesProvisoires(donneesReseau& reseau, std::wstring& journal) {

@@ -23,6 +23,8 @@ public:
   explicit systemeAlti(donneesReseau& reseau) : m_reseau(reseau) {}
   /// Solves, logs and sets the heights. @return norm of the heights; `kEchecCalcul` for a singular system
   double resoudre(std::wstring& journal);
+  /// Numbers the unknowns and gathers the rows, once.
+  systemeNormal lineariser();
 
 private:
   [[nodiscard]] int colonne(int point) const { return m_colonnes.at(static_cast<std::size_t>(point)); }

@@ -12,16 +12,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace veltora {
-namespace {
-
-constexpr double kMillimetres = 1000.0;
-constexpr double kMilligrades = 63661.97723675814;  // 200000/pi
-
-}  // namespace
-
 void systemePlani::numeroter() {
   m_colonnes.assign(m_reseau.points.size(), -1);
   for (std::size_t i = 0; i < m_colonnes.size(); ++i) {
@@ -91,13 +85,20 @@ void systemePlani::journaliserResidus(std::wstring& journal, const std::vector<d
   }
 }
 
-void systemePlani::deplacer(std::wstring& journal, const std::vector<double>& x) {
-  journal += L"\r\nXYZ:";
+void systemePlani::deplacer(const std::vector<double>& x) {
   for (std::size_t i = 0; i < m_colonnes.size(); ++i) {
     if (m_colonnes[i] < 0) continue;
     pointACalculer& p = m_reseau.points[i];
     p.X += x[static_cast<std::size_t>(m_colonnes[i])];
     p.Y += x[static_cast<std::size_t>(m_inconnus) + static_cast<std::size_t>(m_colonnes[i])];
+  }
+}
+
+void systemePlani::journaliserPoints(std::wstring& journal) const {
+  journal += L"\r\nXYZ:";
+  for (std::size_t i = 0; i < m_colonnes.size(); ++i) {
+    if (m_colonnes[i] < 0) continue;
+    const pointACalculer& p = m_reseau.points[i];
     journal += base::formater(L"\r\n[%s]\t(%14.4f\t%14.4f)", p.nom, p.X, p.Y);
   }
 }
@@ -122,23 +123,58 @@ std::vector<int> systemePlani::pointsDe(const std::vector<int>& inconnues) const
   return points;
 }
 
+bool systemePlani::verifierLignes(const systemeNormal& systeme) {
+  std::size_t r = 0;
+  for (int i = 0; i < m_reseau.observations.GetSize(); ++i) {
+    const ObservationReduite& o = m_reseau.observations.GetAt(i);
+    if (!compteEnPlan(m_reseau, o)) continue;
+    const systemeNormal::Ligne& ligne = systeme.lignes()[r++];
+    for (const auto& [colonne, a] : ligne.coefficients) {
+      if (std::isfinite(a * a) && std::isfinite(a * ligne.second)) continue;
+      m_arret = {pointsDe({colonne}).front(), i};
+      return false;
+    }
+  }
+  return true;
+}
+
+bool systemePlani::verifierSolution(const std::vector<double>& x) {
+  const auto faux = std::find_if(x.begin(), x.end(), [](double pas) { return !std::isfinite(pas); });
+  if (faux == x.end()) return true;
+  m_arret = {pointsDe({static_cast<int>(faux - x.begin())}).front(), -1};
+  return false;
+}
+
 double systemePlani::resoudre(std::wstring& journal) {
   const systemeNormal systeme = lineariser();
-  const std::vector<double> x = systeme.resoudre();
+  std::vector<double> x;
+  bool chiffrable = verifierLignes(systeme);
+  if (chiffrable) x = systeme.resoudre();
+  if (!verifierSolution(x)) {
+    chiffrable = false;
+    x.clear();
+  }
   journaliserVecteur(journal, x);
+  if (!chiffrable) return std::numeric_limits<double>::quiet_NaN();
   if (x.empty()) return kEchecCalcul;
-  double somme = 0.0;
-  for (const double pas : x) somme += pas * pas;
   const std::vector<double> v = systeme.produit(x);
   journaliserResidus(journal, v, systeme);
-  deplacer(journal, x);
+  deplacer(x);
+  journaliserPoints(journal);
   double chi2 = 0.0;
   for (std::size_t r = 0; r < v.size(); ++r) {
     const double poids = systeme.lignes()[r].poids;
     chi2 += v[r] * v[r] * (poids * poids);
   }
   journal += base::formater(L"\r\n\r\nValeur du chi 2=%14.10f", chi2);
-  return std::sqrt(somme);
+  return norme(x);
+}
+
+double systemePlani::resoudreEnSilence() {
+  const std::vector<double> x = lineariser().resoudreCreux();
+  if (x.empty()) return kEchecCalcul;
+  deplacer(x);
+  return norme(x);
 }
 
 }  // namespace veltora

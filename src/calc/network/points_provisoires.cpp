@@ -65,6 +65,10 @@ public:
   }
   [[nodiscard]] int nombreEquations() const { return static_cast<int>(m_equations.size()); }
   std::optional<AcGePoint2d> calculer();
+  /// Those of the observations that a place of the point leaves without a value: they join it to a usable
+  /// point at no distance, or the place is no number.
+  [[nodiscard]] std::vector<int> sansValeur(const AcGePoint2d& place,
+                                            const std::vector<int>& observations) const;
   /// Why `calculer` gives nothing.
   etatProvisoire examiner(const std::vector<int>& observations);
 
@@ -85,6 +89,9 @@ private:
   void cumuler(Somme& somme, bool lever);
   [[nodiscard]] int candidatVerifie(const ObservationReduite& o, const pointsCommuns& communs);
   [[nodiscard]] std::optional<AcGePoint2d> germe() const;
+
+  /// Whether the sight from one point to another has a length with the point at a place.
+  [[nodiscard]] bool aUneLongueur(int de, int vers, const AcGePoint2d& place) const;
 
   struct Paire {
     std::size_t i;
@@ -227,6 +234,27 @@ std::optional<AcGePoint2d> Intersection::calculer() {
   return somme.moyenne();
 }
 
+bool Intersection::aUneLongueur(int de, int vers, const AcGePoint2d& place) const {
+  if (de == vers) return de != m_point;
+  const int autre = de == m_point ? vers : de;
+  if ((de != m_point && vers != m_point) || !utilisable(autre)) return true;
+  const AcGeVector2d d = position(m_reseau.points.GetAt(autre)) - place;
+  const double carre = d.x * d.x + d.y * d.y;
+  return carre > 0.0 && std::isfinite(carre);
+}
+
+std::vector<int> Intersection::sansValeur(const AcGePoint2d& place,
+                                          const std::vector<int>& observations) const {
+  std::vector<int> sans;
+  for (const int i : observations) {
+    const ObservationReduite& o = m_reseau.observations.GetAt(i);
+    const bool orientee = o.type == ObservationReduite::kAngle && o.reference != -1;
+    if (!aUneLongueur(o.station, o.vise, place) || (orientee && !aUneLongueur(o.station, o.reference, place)))
+      sans.push_back(i);
+  }
+  return sans;
+}
+
 etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
   using Cause = etatProvisoire::Cause;
   etatProvisoire etat;
@@ -243,8 +271,12 @@ etatProvisoire Intersection::examiner(const std::vector<int>& observations) {
   } else if (etat.equations < 2) {
     etat.cause = etat.equations == 0 ? Cause::kPasRattache : Cause::kUneEquation;
   } else {
-    const bool calculable = calculer().has_value();
-    etat.cause = calculable ? Cause::kAucune : m_paires.empty() ? Cause::kLieuxDisjoints : Cause::kIndecis;
+    const std::optional<AcGePoint2d> place = calculer();
+    if (place) etat.sansValeur = sansValeur(*place, observations);
+    etat.cause = !etat.sansValeur.empty() ? Cause::kSansValeur
+                 : place                  ? Cause::kAucune
+                 : m_paires.empty()       ? Cause::kLieuxDisjoints
+                                          : Cause::kIndecis;
   }
   return etat;
 }
@@ -378,7 +410,8 @@ bool calculerPointsProvisoires(donneesReseau& reseau, std::wstring& journal) {
       journal += base::formater(L"\r\nCalcul du point %s  à l'aide de %d equations ",
                                 reseau.points.GetAt(i).nom, intersection.nombreEquations());
       const std::optional<AcGePoint2d> trouve = intersection.calculer();
-      if (!trouve) continue;
+      if (!trouve || !intersection.sansValeur(*trouve, parPoint[static_cast<std::size_t>(i)]).empty())
+        continue;
       reseau.points.GetAt(i).X = trouve->x;
       reseau.points.GetAt(i).Y = trouve->y;
       reseau.utilisable.GetAt(i) = 1;

@@ -9,7 +9,9 @@ namespace veltora {
 /// Provisional coordinates: each observation that joins an unknown point to usable ones is a locus, see
 /// lieux.h, and the mean of the intersections of the loci gives the point, which then serves the next ones.
 /// Gives X and Y to the unknown points whose observations join them to usable ones, and makes them usable;
-/// known points are usable from the beginning. @return false when no point is known
+/// known points are usable from the beginning. A point that falls on another one, from which or to which it
+/// was observed, gets none: such an observation has no derivative, and one alone would leave the whole
+/// network without coordinates. @return false when no point is known
 bool calculerPointsProvisoires(donneesReseau& reseau, std::wstring& journal);
 
 /// Why a point has no provisional coordinates.
@@ -22,11 +24,13 @@ struct etatProvisoire {
     kPasRattache,      ///< no observation joins it to usable points
     kUneEquation,      ///< only one does
     kLieuxDisjoints,   ///< the loci do not meet: parallel lines, circles too far apart, the same locus twice
-    kIndecis           ///< they meet in two places, and nothing tells which
+    kIndecis,          ///< they meet in two places, and nothing tells which
+    kSansValeur        ///< they meet where an observation of the point has no value
   } cause = Cause::kAucune;
-  int directions = 0;          ///< from the point to usable ones
-  int equations = 0;           ///< loci
-  bool droitesSeules = false;  ///< all loci are lines
+  int directions = 0;           ///< from the point to usable ones
+  int equations = 0;            ///< loci
+  bool droitesSeules = false;   ///< all loci are lines
+  std::vector<int> sansValeur;  ///< the observations that have none there, by index
 };
 
 /// Two of the directions that leave a point with too many without coordinates (indexes of observations), with

@@ -28,7 +28,13 @@ std::vector<bool> nommesEnAltitude(const reseauMoindresCarres& reseau) {
   return nommes;
 }
 
-std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
+std::wstring citer(const reseauMoindresCarres& reseau, const std::vector<int>& observations) {
+  std::vector<std::wstring> textes;
+  for (const int i : observations) textes.push_back(citerObservation(reseau, reseau.observations.GetAt(i)));
+  return base::enumerer(textes);
+}
+
+std::wstring raison(const reseauMoindresCarres& reseau, const etatProvisoire& etat, bool enAltitude) {
   using Cause = etatProvisoire::Cause;
   switch (etat.cause) {
     case Cause::kSansCanevas:
@@ -53,10 +59,13 @@ std::wstring raison(const etatProvisoire& etat, bool enAltitude) {
     case Cause::kIndecis:
       return L"ses observations se coupent en deux endroits et rien ne les départage : il en faut une de "
              L"plus";
+    case Cause::kSansValeur:
+      return L"il tombe sur l'autre bout d'une visée, qui n'a alors ni longueur ni valeur : " +
+             citer(reseau, etat.sansValeur);
     case Cause::kAucune:
       break;
   }
-  return L"le calcul n'a pas de valeur (distance nulle)";
+  return L"le calcul n'a pas de valeur";
 }
 
 /// What makes the point computable, found by computing it so; empty when nothing tried does.
@@ -89,7 +98,7 @@ void remarquerPointsAbsents(reseauMoindresCarres& reseau, base::Remarques& remar
     const std::wstring suite =
         conseils++ < base::Remarques::kCitees ? conseil(reseau, i, etats[rang]) : std::wstring();
     remarques.ajouter(base::formater(L"point %s sans coordonnées : %s", p.nom,
-                                     raison(etats[rang], enAltitude[rang]) + suite));
+                                     raison(reseau, etats[rang], enAltitude[rang]) + suite));
   }
 }
 
@@ -103,7 +112,14 @@ void remarquerIteration(reseauMoindresCarres& reseau, const bilanIteration& bila
                         base::Remarques& remarques) {
   const double pas = reseau.dernierPas;
   if (!std::isfinite(pas)) {
-    remarques.douter(L"le calcul n'a plus de valeur : une observation joint deux points confondus");
+    const auto& [point, observation] = reseau.arret;
+    remarques.douter(base::formater(
+        L"le calcul n'a plus de valeur au point %s%s : la passe %d s'arrête et laisse les points où ils "
+        L"étaient",
+        reseau.point(point).nom,
+        observation < 0 ? std::wstring()
+                        : L" (" + citerObservation(reseau, reseau.observations.GetAt(observation)) + L")",
+        bilan.passes));
     return;
   }
   if (pas < 0.0 && bilan.pointDeplace >= 0) {
@@ -148,9 +164,8 @@ void remarquerTours(const reseauMoindresCarres& reseau, base::Remarques& remarqu
 }
 
 /// Residuals, distances from the fixed points, and what would explain a bad fit.
-void remarquerAccord(const reseauMoindresCarres& reseau, const bilanIteration& bilan,
-                     base::Remarques& remarques) {
-  const std::vector<residuSuspect> suspects = residusSuspects(reseau, residusPlan(reseau));
+void remarquerAccord(reseauMoindresCarres& reseau, const bilanIteration& bilan, base::Remarques& remarques) {
+  const std::vector<residuSuspect> suspects = suspectsDuPlan(reseau, residusPlan(reseau));
   douterResidus(reseau, suspects, remarques);
   const std::vector<int> loin = pointsTropLoin(reseau);
   if (!loin.empty()) {
@@ -159,7 +174,7 @@ void remarquerAccord(const reseauMoindresCarres& reseau, const bilanIteration& b
   }
   const bool aucun = pointsEnPlan(reseau) == 0;
   if (!suspects.empty() || !loin.empty() || aucun || (!bilan.convergence && bilan.passes > 1))
-    chercherCausesPlan(reseau, suspects, remarques);
+    chercherCausesPlan(reseau, remarques);
 }
 
 }  // namespace
@@ -227,7 +242,7 @@ void remarquerAltitudes(const reseauMoindresCarres& reseau, base::Remarques& rem
   }
   const std::vector<residuSuspect> suspects = residusSuspects(reseau, residusAltitudes(reseau));
   douterResidus(reseau, suspects, remarques);
-  if (!suspects.empty()) chercherCausesAltitudes(reseau, suspects, remarques);
+  if (!suspects.empty()) chercherCausesAltitudes(reseau, remarques);
 }
 
 }  // namespace veltora

@@ -39,7 +39,15 @@ bool reseauMoindresCarres::calculerPlani(std::wstring& journal, bool premierPass
   for (std::size_t i = 0; i < points.size(); ++i)
     aCalculer = aCalculer || (!points[i].planiConnue && utilisable[i]);
   if (!aCalculer) return false;
-  dernierPas = systemePlani(*this).resoudre(journal);
+  systemePlani plan(*this);
+  dernierPas = plan.resoudre(journal);
+  arret = plan.arret();
+  return dernierPas > kPasNegligeable;
+}
+
+bool reseauMoindresCarres::calculerPlaniEnSilence() {
+  preparerUtilisable();
+  dernierPas = systemePlani(*this).resoudreEnSilence();
   return dernierPas > kPasNegligeable;
 }
 

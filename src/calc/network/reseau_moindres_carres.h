@@ -11,13 +11,18 @@ namespace veltora {
 class VELTORA_API reseauMoindresCarres : public donneesReseau {
 public:
   /// Norm of the last step of either solve: 0 when there was nothing to solve, -1e38 when the system was
-  /// singular, not a number when an observation has no direction (zero distance).
+  /// singular, not a number when a value of a pass was none, whereupon that pass moved nothing.
   double dernierPas = 0.0;
+  /// Why `dernierPas` of the plan is not a number.
+  arretPasse arret;
 
   /// One planimetric pass: with `premierPassage` first the reduction of observations and the provisional
   /// points.
   /// @return true when the step's norm was above 1e-8, so that another pass is wanted
   bool calculerPlani(std::wstring& journal, bool premierPassage);
+  /// A further pass that nobody reads: no log, and a system that the sparse factorisation does not solve
+  /// counts as singular.
+  bool calculerPlaniEnSilence();
   /// The heights: provisional values, then one linear solve. @return true when it moved any height
   bool calculerAlti(std::wstring& journal);
 

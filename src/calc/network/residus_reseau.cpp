@@ -14,9 +14,6 @@ namespace veltora {
 namespace {
 
 constexpr std::size_t kParGenre = 5;
-constexpr double kMillimetres = 1000.0;
-constexpr double kMilligrades = 63661.97723675814;  // 200000/pi
-constexpr std::array<const wchar_t*, 3> kUnites = {L"grades", L"degrés", L"radians"};
 constexpr std::array<const wchar_t*, 3> kGenres = {L"Angle", L"Distance", L"Dénivelée"};
 
 std::wstring numero(int n) { return n < 0 ? L"-" : std::to_wstring(n); }
@@ -70,8 +67,6 @@ std::vector<residuObservation> plusGrands(const donneesReseau& reseau,
   return choisis;
 }
 
-bool aAltitude(const pointACalculer& p) { return std::isfinite(p.Z) && p.Z != base::Z_ABSENT; }
-
 }  // namespace
 
 recensementReseau recenser(const donneesReseau& reseau) {
@@ -81,10 +76,10 @@ recensementReseau recenser(const donneesReseau& reseau) {
     if (vus.insert(p.nom).second) (p.planiConnue ? r.connus : r.aCalculer).push_back(p.nom);
   const std::array<int, 3>& angles = reseau.anglesParUnite;
   const bool plusieurs = std::count(angles.begin(), angles.end(), 0) < 2;
-  for (std::size_t mode = 0; mode < kUnites.size(); ++mode) {
+  for (std::size_t mode = 0; mode < kUnitesAngle.size(); ++mode) {
     if (angles[mode] == 0) continue;
     if (!r.unites.empty()) r.unites += L", ";
-    r.unites += kUnites[mode];
+    r.unites += kUnitesAngle[mode].nom;
     if (plusieurs) r.unites += base::formater(L" (%d)", angles[mode]);
   }
   return r;
@@ -125,7 +120,7 @@ std::vector<residuObservation> residusAltitudes(const donneesReseau& reseau) {
     const bool rangee = compteEnAltitude(reseau, o);
     const pointACalculer& station = reseau.point(o.station);
     const pointACalculer& vise = reseau.point(o.vise);
-    if (aAltitude(station) && aAltitude(vise))
+    if (station.enAltitude() && vise.enAltitude())
       residus.push_back({i, rangee ? ligne : -1, vise.Z - station.Z - o.mesure});
     if (rangee) ++ligne;
   }

@@ -17,6 +17,60 @@ namespace {
 constexpr double kPivotMinimal = 1e-10;
 
 using MatriceCreuse = Eigen::SparseMatrix<double>;
+using Facteurs = Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower>;
+
+bool positifs(const Facteurs& facteurs, const MatriceCreuse& N) {
+  if (facteurs.info() != Eigen::Success) return false;
+  const Eigen::VectorXd diagonale = facteurs.permutationP() * N.diagonal();
+  const Eigen::VectorXd pivots = facteurs.vectorD();
+  for (Eigen::Index i = 0; i < pivots.size(); ++i) {
+    if (!(pivots[i] > kPivotMinimal * diagonale[i]) || !std::isfinite(pivots[i])) return false;
+  }
+  return true;
+}
+
+/// The elements of the inverse of L D L^T that stand where L has some, and its diagonal, column by column
+/// from the last: Z = D^-1 + (I - L^T) Z, of which each element needs only elements behind it within the same
+/// pattern (Takahashi, Fagan and Chin 1973, Formation of a sparse bus impedance matrix).
+class InverseCreuse {
+public:
+  explicit InverseCreuse(const Facteurs& facteurs)
+      : m_Z(facteurs.matrixL().nestedExpression()), m_diagonale(m_Z.cols()) {
+    const MatriceCreuse L = m_Z;
+    const Eigen::VectorXd D = facteurs.vectorD();
+    Eigen::VectorXd l = Eigen::VectorXd::Zero(m_Z.cols());
+    Eigen::VectorXd somme = l;
+    for (Eigen::Index j = m_Z.cols() - 1; j >= 0; --j) {
+      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) l[e.row()] = e.value();
+      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) ajouterColonne(e.row(), l, somme);
+      m_diagonale[j] = 1.0 / D[j];
+      for (MatriceCreuse::InnerIterator e(m_Z, j); e; ++e) {
+        m_diagonale[j] += l[e.row()] * somme[e.row()];
+        e.valueRef() = -somme[e.row()];
+      }
+      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) {
+        l[e.row()] = 0.0;
+        for (MatriceCreuse::InnerIterator z(m_Z, e.row()); z; ++z) somme[z.row()] = 0.0;
+        somme[e.row()] = 0.0;
+      }
+    }
+  }
+  [[nodiscard]] double operator()(Eigen::Index i, Eigen::Index j) const {
+    return i == j ? m_diagonale[i] : m_Z.coeff(std::max(i, j), std::min(i, j));
+  }
+
+private:
+  /// somme += Z l, as far as column k of Z (both halves of the matrix) has part in it.
+  void ajouterColonne(Eigen::Index k, const Eigen::VectorXd& l, Eigen::VectorXd& somme) const {
+    somme[k] += m_diagonale[k] * l[k];
+    for (MatriceCreuse::InnerIterator e(m_Z, k); e; ++e) {
+      somme[e.row()] += e.value() * l[k];
+      somme[k] += e.value() * l[e.row()];
+    }
+  }
+  MatriceCreuse m_Z;
+  Eigen::VectorXd m_diagonale;
+};
 
 }  // namespace
 
@@ -111,13 +165,8 @@ systemeCreux systemeNormal::creux() const {
 
 std::vector<double> systemeNormal::resoudreCreux() const {
   const systemeCreux systeme = creux();
-  const Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower> facteurs(systeme.N);
-  if (facteurs.info() != Eigen::Success) return {};
-  const Eigen::VectorXd diagonale = facteurs.permutationP() * systeme.N.diagonal();
-  const Eigen::VectorXd pivots = facteurs.vectorD();
-  for (Eigen::Index i = 0; i < pivots.size(); ++i) {
-    if (!(pivots[i] > kPivotMinimal * diagonale[i]) || !std::isfinite(pivots[i])) return {};
-  }
+  const Facteurs facteurs(systeme.N);
+  if (!positifs(facteurs, systeme.N)) return {};
   const Eigen::VectorXd x = facteurs.solve(systeme.b);
   return {x.data(), x.data() + x.size()};
 }
@@ -129,7 +178,7 @@ std::vector<int> systemeNormal::inconnuesFaibles() const {
   for (Eigen::Index i = 0; i < N.rows(); ++i) {
     N.coeffRef(i, i) = diagonale[i] == 0.0 ? 1.0 : diagonale[i] * (1.0 + kPivotMinimal * 1e-3);
   }
-  const Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower> facteurs(N);
+  const Facteurs facteurs(N);
   std::vector<int> faibles;
   if (facteurs.info() != Eigen::Success) return faibles;
   const Eigen::VectorXd pivots = facteurs.permutationPinv() * Eigen::VectorXd(facteurs.vectorD());
@@ -150,6 +199,50 @@ std::vector<double> systemeNormal::produit(const std::vector<double>& x) const {
     v.push_back(somme);
   }
   return v;
+}
+
+struct facteursSysteme : Facteurs {
+  using Facteurs::Facteurs;
+};
+
+controleSysteme::controleSysteme(systemeNormal systeme) : m_systeme(std::move(systeme)) {
+  if (m_systeme.inconnues() == 0) return;
+  const MatriceCreuse N = m_systeme.creux().N;
+  auto facteurs = std::make_unique<facteursSysteme>(N);
+  if (positifs(*facteurs, N)) m_facteurs = std::move(facteurs);
+}
+
+controleSysteme::~controleSysteme() = default;
+
+std::vector<double> controleSysteme::redondances() const {
+  const InverseCreuse inverse(*m_facteurs);
+  const auto& rang = m_facteurs->permutationP().indices();
+  std::vector<double> parts;
+  parts.reserve(m_systeme.lignes().size());
+  for (const systemeNormal::Ligne& ligne : m_systeme.lignes()) {
+    double levier = 0.0;
+    for (const auto& [i, a] : ligne.coefficients)
+      for (const auto& [j, c] : ligne.coefficients) levier += a * c * inverse(rang[i], rang[j]);
+    parts.push_back(1.0 - ligne.poids * levier);
+  }
+  return parts;
+}
+
+std::vector<double> controleSysteme::influences(std::size_t rangee) const {
+  const std::vector<systemeNormal::Ligne>& lignes = m_systeme.lignes();
+  Eigen::VectorXd a = Eigen::VectorXd::Zero(m_systeme.inconnues());
+  for (const auto& [i, coefficient] : lignes[rangee].coefficients) a[i] += coefficient;
+  const Eigen::VectorXd y = m_facteurs->solve(a);
+  std::vector<double> parts = m_systeme.produit({y.data(), y.data() + y.size()});
+  for (std::size_t j = 0; j < parts.size(); ++j)
+    parts[j] = (j == rangee ? 1.0 : 0.0) - parts[j] * lignes[j].poids;
+  return parts;
+}
+
+double norme(const std::vector<double>& x) {
+  double somme = 0.0;
+  for (const double element : x) somme += element * element;
+  return std::sqrt(somme);
 }
 
 void journaliserVecteur(std::wstring& journal, const std::vector<double>& x) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,9 +41,10 @@ public:
   /// v = A x
   [[nodiscard]] std::vector<double> produit(const std::vector<double>& x) const;
 
-  static constexpr int kInconnuesDenses = 300;  ///< 150 points with X and Y
+  static constexpr int kInconnuesDenses = 100;  ///< 50 points with X and Y
 
 private:
+  friend class controleSysteme;
   [[nodiscard]] systemeCreux creux() const;
   /// Unknowns of each part, ascending.
   [[nodiscard]] std::vector<std::vector<int>> parties() const;
@@ -49,8 +52,29 @@ private:
   std::vector<Ligne> m_lignes;
 };
 
+/// How the residuals of a system show the errors of its rows: each is the sum of all errors, with the
+/// elements of its row of R = I - A N^-1 A^T P (Baarda 1968, A testing procedure for use in geodetic
+/// networks).
+class controleSysteme {
+public:
+  explicit controleSysteme(systemeNormal systeme);
+  ~controleSysteme();
+  /// False without unknowns or when a pivot is not clearly positive; then nothing else is to be asked.
+  [[nodiscard]] bool defini() const { return m_facteurs != nullptr; }
+  /// The diagonal of R: the share of its own error that a row shows, from 0 (nothing else controls it) to 1.
+  [[nodiscard]] std::vector<double> redondances() const;
+  /// A row of R.
+  [[nodiscard]] std::vector<double> influences(std::size_t rangee) const;
+
+private:
+  systemeNormal m_systeme;
+  std::unique_ptr<struct facteursSysteme> m_facteurs;
+};
+
 /// Stands for the norm of a solution that could not be computed.
 inline constexpr double kEchecCalcul = -1e+38;
+
+double norme(const std::vector<double>& x);
 
 /// The log's lines of a solution vector, each behind "\r\n".
 void journaliserVecteur(std::wstring& journal, const std::vector<double>& x);

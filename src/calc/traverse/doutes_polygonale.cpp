@@ -64,8 +64,7 @@ void nommerCauses(const cheminement& chemin, int modeAngle, const tolerancesPoly
   if (causes.meilleures.empty()) {
     phrases.douter(
         L"aucune erreur isolée n'explique la fermeture (unité ou côté des angles, colonnes échangées, ligne "
-        L"absente "
-        L"ou en double, un angle ou une distance faux)");
+        L"absente ou en double, un angle ou une distance faux)");
   }
   const wchar_t* titre = causes.probable ? L"cause probable : " : L"cause possible : ";
   for (const causePolygonale& cause : causes.meilleures) phrases.douter(cause.ligne, titre + cause.texte);
@@ -85,8 +84,7 @@ void douterDuTour(const polygonaleOuverteObs& obs, double E, base::Remarques& ph
   const int combien = static_cast<int>(std::min(std::abs(tours), 1e6));
   phrases.douter(base::formater(
       L"l'erreur angulaire de %.4f %s est proche de %d tour%s : le gisement d'arrivée est sans doute à "
-      L"donner "
-      L"avec %d tour%s de %s, soit %.5f %s au lieu de %.5f",
+      L"donner avec %d tour%s de %s, soit %.5f %s au lieu de %.5f",
       E, motUnite(obs.modeAngle).c_str(), combien, combien > 1 ? L"s entiers" : L" entier", combien,
       combien > 1 ? L"s" : L"", tours > 0.0 ? L"plus" : L"moins", obs.arrivee.gisement + tours * tour,
       motUnite(obs.modeAngle).c_str(), obs.arrivee.gisement));

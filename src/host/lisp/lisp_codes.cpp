@@ -2,6 +2,8 @@
 
 #include "arx/ed/edlisp.h"
 #include "codes/commandes_codes.h"
+#include "codes/dialogs/commentaire_bloc_dlg.h"
+#include "codes/dialogs/legendes_dlg.h"
 #include "codes/selectionner_code.h"
 #include "host/lisp/arguments_lisp.h"
 
@@ -26,6 +28,16 @@ int lispResetCodesPts() {
 int lispSelectionnerCode() {
   int code = 0;
   return selectionnerCode(code) ? acedRetInt(code) : acedRetNil();
+}
+
+int lispDecrireBlock() {
+  CDlgCommentaireBlock().doModal();
+  return RTNORM;
+}
+
+int lispTableLegendes() {
+  tableLegendes();
+  return RTNORM;
 }
 
 }  // namespace veltora

@@ -11,5 +11,9 @@ int lispAddCodePt();
 int lispResetCodesPts();
 /// selectionnerCode: a code that the user chooses.
 int lispSelectionnerCode();
+/// c:decrireblock: the description of a block.
+int lispDecrireBlock();
+/// c:tablegendes: the legend of the drawing.
+int lispTableLegendes();
 
 }  // namespace veltora

@@ -9,6 +9,7 @@
 #include "host/lisp/lisp_dialogues.h"
 #include "host/lisp/lisp_joindre.h"
 #include "host/lisp/lisp_points.h"
+#include "host/lisp/lisp_polylines.h"
 #include "host/lisp/lisp_textes.h"
 #include "host/lisp/lisp_utilisateur.h"
 #include "host/lisp/lisp_xdata.h"
@@ -30,7 +31,7 @@ constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
     {L"add_pt", lispAddPt},
     {L"analyse", lispAnalyse},
     {L"attrvisibility", lispAttrVisibility},
-    {L"c:projpoly", nonDisponible},
+    {L"c:projpoly", lispProjPoly, {L"Points", L"Une polyligne par les points voisins"}},
     {L"c:vcode", lispVCode, {L"Points", L"Montre d'une croix les points d'un code"}},
     {L"ename_pt", lispEnamePt},
     {L"getsegtype", lispGetSegType},
@@ -53,8 +54,8 @@ constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
     {L"choixpoint", lispChoixPoint},
     {L"chgreppts", lispChgRepPts},
     {L"updarxttxt", lispUpdArxTtxt},
-    {L"c:decrireblock", nonDisponible},
-    {L"c:tablegendes", nonDisponible},
+    {L"c:decrireblock", lispDecrireBlock, {L"Codes", L"La description d'un bloc, pour la légende"}},
+    {L"c:tablegendes", lispTableLegendes, {L"Codes", L"La légende des blocs et des calques"}},
     {L"c:gererLeves", lispGererLeves, {L"Points", L"Les tables de points : crée, fusionne, supprime"}},
     {L"C:pointsParDecalage", lispPointsParDecalage, {L"Points", L"Décale une polyligne et ses points"}},
     {L"C:ZoomLeve", lispZoomLeve, {L"Points", L"Vue sur les points de la table"}},
@@ -67,7 +68,7 @@ constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
     {L"c:VNAJUSTERZ", lispVnAjusterZ, {L"Points", L"Décale les altitudes"}},
     {L"c:HELMERT", lispHelmert, {L"Calculs", L"Transformation d'Helmert sur des couples de points"}},
     {L"c:CREERPLANCHE", nonDisponible},
-    {L"C:POL3DTOPOL2D", nonDisponible},
+    {L"C:POL3DTOPOL2D", lispPol3dToPol2d, {L"Points", L"Des polylignes 3D à plat"}},
 }};
 
 void enregistrerFonctionsLisp() {

@@ -1,5 +1,6 @@
 #include "points/exchange/vraisemblance_xy.h"
 
+#include "base/median.h"
 #include "base/numbers.h"
 
 #include <algorithm>
@@ -33,18 +34,12 @@ double distance(const placeXY& p, const rectangleXY& r) {
                     std::max({r.bas.y - p.y, 0.0, p.y - r.haut.y}));
 }
 
-double mediane(std::vector<double> valeurs) {
-  const auto milieu = valeurs.begin() + static_cast<std::ptrdiff_t>(valeurs.size() / 2);
-  std::nth_element(valeurs.begin(), milieu, valeurs.end());
-  return *milieu;
-}
-
 /// The middle of the places, which a few wild ones do not move.
 placeXY milieuDe(const std::vector<placeXY>& places) {
   std::vector<double> xs;
   std::vector<double> ys;
   for (const placeXY& p : places) xs.push_back(p.x), ys.push_back(p.y);
-  return {mediane(std::move(xs)), mediane(std::move(ys))};
+  return {base::median(std::move(xs)), base::median(std::move(ys))};
 }
 
 ordreXY selonZones(const placeXY& milieu) {

@@ -153,6 +153,18 @@ TEST_F(DoutesReseau, AMistakeIsDoubtedAndItsCauseNamedByComputingAgain) {
   EXPECT_EQ(lancer(faux.texte(), true).places, 7) << "placed all the same when told to";
 }
 
+TEST_F(DoutesReseau, APointOnItsOwnStationIsNamedAndTakesNoOtherWithIt) {
+  const resultatReseau r = lancer(Leve().texte() + "A B S 350\nA D S 10\n");
+  EXPECT_TRUE(r.convergence);
+  EXPECT_EQ(r.places, 7);
+  const std::string texte = texteDe(r.remarques);
+  EXPECT_NE(texte.find("point S sans coordonnées"), std::string::npos) << texte;
+  EXPECT_NE(texte.find("Angle B A S = 350.0000 (grades), Angle D A S = 10.0000 (grades)"), std::string::npos)
+      << texte;
+  EXPECT_EQ(texte.find("point P"), std::string::npos) << texte;
+  EXPECT_EQ(texte.find("point Q"), std::string::npos) << texte;
+}
+
 TEST_F(DoutesReseau, WhatRoundedCoordinatesExplainIsNotDoubted) {
   for (const auto& [erreur, doute] : {std::pair(0.010, false), std::pair(0.040, true)}) {
     Leve leve;

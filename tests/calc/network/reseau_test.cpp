@@ -2,8 +2,10 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "calc/angles.h"
+#include "calc/network/controle_reseau.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/network/lieux.h"
+#include "calc/network/moindres_carres_plani.h"
 #include "calc/network/reseau_moindres_carres.h"
 #include "calc/network/systeme_normal.h"
 #include "support/case_rows.h"
@@ -230,9 +232,20 @@ TEST(Reseau, LesSolutionsDenseEtCreuseEtCelleDEigenConcordent) {
     EXPECT_NEAR(dense[static_cast<std::size_t>(i)], creux[static_cast<std::size_t>(i)], 1e-9);
     EXPECT_NEAR(dense[static_cast<std::size_t>(i)], qr(i), 1e-9);
   }
+  const controleSysteme controle(systeme);
+  const std::vector<double> redondances = controle.redondances();
+  const Eigen::MatrixXd R =
+      Eigen::MatrixXd::Identity(3 * n, 3 * n) - A * (A.transpose() * A).ldlt().solve(A.transpose());
+  for (int r = 0; r < 3 * n; ++r) {
+    const std::vector<double> influences = controle.influences(static_cast<std::size_t>(r));
+    EXPECT_NEAR(redondances.at(static_cast<std::size_t>(r)), R(r, r), 1e-9) << r;
+    for (const int j : {0, r, 3 * n - 1})
+      EXPECT_NEAR(influences.at(static_cast<std::size_t>(j)), R(r, j), 1e-9) << r << " " << j;
+  }
   systemeNormal singulier(2);
   singulier.ajouter({{{0, 1.0}}, 1.0, 1.0});
   EXPECT_TRUE(singulier.resoudreCreux().empty());
+  EXPECT_FALSE(controleSysteme(singulier).defini());
   EXPECT_TRUE(singulier.resoudreDense().empty());
   // The pivot left in the second unknown is the square of its own coefficient, of a diagonal of 1.
   for (const double pivot : {0.99e-10, 1.01e-10}) {
@@ -243,6 +256,106 @@ TEST(Reseau, LesSolutionsDenseEtCreuseEtCelleDEigenConcordent) {
     EXPECT_EQ(faible.inconnuesFaibles().size(), pivot < 1e-10 ? 1U : 0U) << pivot;
     EXPECT_EQ(faible.resoudreDense().size(), 2U) << "only an exact zero stops the dense one";
   }
+}
+
+/// More fixed points than those of the file.
+void fixerUnSurSix(reseauMoindresCarres& reseau, const Treillis& t) {
+  for (pointACalculer& p : reseau.points) {
+    const auto rang = static_cast<std::size_t>(base::lireEntier(p.nom.substr(1)));
+    if (rang % 6 != 0) continue;
+    p.planiConnue = true;
+    p.X = t.vrais[rang].x;
+    p.Y = t.vrais[rang].y;
+  }
+}
+
+/// 3 mm and 0.3 mgr.
+void bruiter(reseauMoindresCarres& reseau, unsigned graine) {
+  std::mt19937 alea(graine);
+  std::normal_distribution<double> bruit(0.0, 1.0);
+  for (ObservationReduite& o : reseau.observations)
+    o.mesure += bruit(alea) * (o.type == ObservationReduite::kDistance ? 0.003 : 5e-6);
+}
+
+/// The log's solution vector.
+std::vector<double> vecteurDe(const std::wstring& journal) {
+  std::vector<double> x;
+  for (std::size_t at = journal.find(L" | "); at != std::wstring::npos; at = journal.find(L" | ", at + 3))
+    x.push_back(base::lireReel(std::wstring_view(journal).substr(at + 3)));
+  return x;
+}
+
+TEST(Reseau, LaFactorisationCreuseNeChangeQueLeDixiemeChiffreDuJournal) {
+  const Treillis t = treillis(8, 3, 650000.0, 6860000.0);
+  reseauLu creux(t.texte);
+  reseauLu dense(t.texte);
+  for (reseauLu* reseau : {&creux, &dense}) {
+    fixerUnSurSix(*reseau, t);
+    bruiter(*reseau, 3);
+    std::wstring journal;
+    reseau->calculerPlani(journal, true);
+  }
+  for (bool encore = true; encore;) {
+    std::wstring journal;
+    encore = creux.calculerPlani(journal, false);
+    systemePlani plan(dense);
+    const systemeNormal systeme = plan.lineariser();
+    ASSERT_GT(systeme.inconnues(), systemeNormal::kInconnuesDenses);
+    const std::vector<double> x = systeme.resoudreDense();
+    const std::vector<double> lu = vecteurDe(journal);
+    ASSERT_EQ(lu.size(), x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      EXPECT_NEAR(lu[i], x[i], 1.6e-10) << i;
+      pointACalculer& p =
+          dense.points[static_cast<std::size_t>(plan.pointsDe({static_cast<int>(i)}).front())];
+      (i < x.size() / 2 ? p.X : p.Y) += x[i];
+    }
+  }
+  for (std::size_t i = 0; i < creux.points.size(); ++i) {
+    const pointACalculer& a = creux.points[i];
+    const pointACalculer& b = dense.points[i];
+    EXPECT_EQ(base::formater("%14.4f%14.4f", a.X, a.Y), base::formater("%14.4f%14.4f", b.X, b.Y)) << i;
+  }
+}
+
+TEST(Reseau, LeHasardDesDistancesNeFaitPasDouterDesAngles) {
+  int parMediane = 0;
+  int doutes = 0;
+  int fautes = 0;
+  for (unsigned graine = 1; graine <= 12; ++graine) {
+    const Treillis t = treillis(7, graine, 1000.0, 2000.0);
+    reseauLu reseau(t.texte);
+    fixerUnSurSix(reseau, t);
+    bruiter(reseau, graine);
+    std::wstring journal;
+    iterer(reseau, journal);
+    const std::vector<residuObservation> residus = residusPlan(reseau);
+    parMediane += residusSuspects(reseau, residus).empty() ? 0 : 1;
+    doutes += suspectsDuPlan(reseau, residus).empty() ? 0 : 1;
+    reseau.observations.GetAt(reseau.observations.GetSize() / 2).mesure += 0.2;
+    iterer(reseau, journal);
+    fautes += suspectsDuPlan(reseau, residusPlan(reseau)).empty() ? 0 : 1;
+  }
+  EXPECT_GE(parMediane, 3);
+  EXPECT_LE(doutes, 1);
+  EXPECT_EQ(fautes, 12);
+}
+
+TEST(Reseau, LaPremiereValeurQuiNEnEstPasUneArreteLaPasse) {
+  reseauLu reseau("A 0 0\nB 100 0\nOBS\nA NORD P 50 70.71\nB NORD P 350 70.71\nB NORD Q 370\nA NORD Q 40\n");
+  std::wstring journal;
+  reseau.calculerPlani(journal, true);
+  const double x = reseau.points[3].X;
+  reseau.points[2].X = 1e-155;  // half a denormal square away from A: the derivatives have no square
+  reseau.points[2].Y = 0.0;
+  journal.clear();
+  EXPECT_FALSE(reseau.calculerPlani(journal, false));
+  EXPECT_TRUE(std::isnan(reseau.dernierPas));
+  EXPECT_EQ(reseau.arret.point, 2);
+  EXPECT_EQ(reseau.arret.observation, 0);
+  EXPECT_EQ(reseau.points[2].X, 1e-155);
+  EXPECT_EQ(reseau.points[3].X, x);
+  EXPECT_EQ(journal, L"\r\nVecteur Vecteur Solution (0 elements)\r\n---------");
 }
 
 TEST(Reseau, UnGrandSystemeSeResoutParPartiesSansYPerdreUnBit) {
