@@ -1,11 +1,11 @@
 // bench_dxf FILE...: reads and writes drawings (tools that make big ones: see bench/compare_ezdxf.py). One
-// line a file: objects, seconds, megabytes a second, peak memory, and growth of the time against the first
-// file (1.00 is linear).
+// line a file: objects, processor seconds, megabytes a second, peak memory, and growth of the time against
+// the first file (1.00 is linear).
 #include "arx/db/dbmain.h"
 #include "arx/dxf/dxfread.h"
 #include "base/text.h"
+#include "mesure.h"
 
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 
@@ -14,12 +14,6 @@
 #include <unistd.h>
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-double secondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 struct Result {
   std::size_t objects = 0;
@@ -31,16 +25,16 @@ Result measure(const std::filesystem::path& path) {
   Result result;
   AcDbDatabase database(false, true);
   std::wstring message;
-  Clock::time_point start = Clock::now();
+  double start = processorSeconds();
   if (dxfReadFile(database, path, &message) != Acad::eOk) {
     std::fprintf(stderr, "%s\n", veltora::base::toUtf8(message).c_str());
     std::exit(1);
   }
-  result.read = secondsSince(start);
+  result.read = processorSeconds() - start;
   const std::filesystem::path copy = path.string() + ".copie.dxf";
-  start = Clock::now();
+  start = processorSeconds();
   database.saveAs(copy.wstring().c_str(), &message);
-  result.write = secondsSince(start);
+  result.write = processorSeconds() - start;
   result.objects = database.allObjects().size();
   std::filesystem::remove(copy);
   return result;

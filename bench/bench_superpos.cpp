@@ -13,9 +13,10 @@ namespace {
 using namespace veltora;
 
 /// Three boxes a block; the plan grows with the number of blocks, its density stays.
-std::vector<annotationPlane> plan(int blocs) {
+/// @param espace  side of the square that a block has for itself, drawing units
+std::vector<annotationPlane> plan(int blocs, double espace) {
   std::mt19937 hasard(1);
-  std::uniform_real_distribution<double> lieu(0.0, 5.0 * std::sqrt(blocs));
+  std::uniform_real_distribution<double> lieu(0.0, espace * std::sqrt(blocs));
   std::vector<annotationPlane> annotations;
   for (int i = 0; i < blocs; ++i) {
     const double x = 650000.0 + lieu(hasard);
@@ -32,8 +33,8 @@ std::vector<annotationPlane> plan(int blocs) {
   return annotations;
 }
 
-void mesurer(Mesure& mesure, const char* nom, int blocs, rechercheVoisins recherche) {
-  std::vector<annotationPlane> annotations = plan(blocs);
+void mesurer(Mesure& mesure, const char* nom, int blocs, rechercheVoisins recherche, double espace = 5.0) {
+  std::vector<annotationPlane> annotations = plan(blocs, espace);
   double reste = 0.0;
   mesure(nom, blocs, [&] {
     reduireSuperpositions(
@@ -48,6 +49,8 @@ int main() {
   Mesure mesure;
   for (const int blocs : {500, 1000, 2000, 8000, 32000})
     mesurer(mesure, "superpos, index", blocs, rechercheVoisins::kIndex);
+  for (const int blocs : {1000, 2000, 4000})
+    mesurer(mesure, "superpos, dense places", blocs, rechercheVoisins::kIndex, 1.5);
   for (const int blocs : {500, 1000, 2000})
     mesurer(mesure, "superpos, full search", blocs, rechercheVoisins::kToutes);
 }
