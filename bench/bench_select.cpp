@@ -123,7 +123,7 @@ void run(Mesure& measure, int n, bool small) {
 }  // namespace
 
 int main() {
-  Mesure measure();
+  Mesure measure;
   for (const int n : {1000, 2000, 4000, 8000}) run(measure, n, true);
   for (const int n : {25000, 50000, 100000}) run(measure, n, false);
   return 0;
