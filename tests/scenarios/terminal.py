@@ -21,6 +21,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 INTERRUPT = "\x03"
 PATIENCE = 60
+NOT_RUN = 77  # what CTest counts as skipped
 COMMAND, DIALOG, FILE, ANSWER = "Commande : ", "Dialogue> ", "Fichier> ", "Réponse> "
 STEPS = [
     ("", ["AIDE : les commandes", COMMAND]),
@@ -99,7 +100,11 @@ with tempfile.TemporaryDirectory() as folder:
     work = pathlib.Path(folder, "w")
     work.mkdir()
     shutil.copy(ROOT / "examples/polygonale_fermee.obs", work / "mes relevés.obs")
-    pid, descriptor = pty.fork()
+    try:
+        pid, descriptor = pty.fork()
+    except OSError as error:
+        print(f"not run: this machine has no pseudo terminal ({error})")
+        sys.exit(NOT_RUN)
     if pid == 0:
         os.chdir(work)
         environment = dict(os.environ, TERM="xterm", HOME=folder, LC_ALL="C", VELTORA_INSTALLATION=folder + "/i",
