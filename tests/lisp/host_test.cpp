@@ -102,6 +102,7 @@ TEST_F(Lisp, veryDeepAndLongValuesAreHarmless) {
   EXPECT_EQ(outcome("(equal l (list (car l)))"), "T");
   EXPECT_EQ(outcome("(setq l nil)"), "nil");
   EXPECT_EQ(outcome("(setq l nil) (repeat 500000 (setq l (cons 1 l))) (setq l (length l))"), "500000");
+  EXPECT_EQ(outcome("(setq l nil) (repeat 300000 (setq l (cons l l))) (setq l (type l))"), "LIST");
   const std::string deep = "'" + std::string(100000, '(') + std::string(100000, ')');
   EXPECT_NE(outcome(deep).find("parenthèses trop profondes"), std::string::npos);
   EXPECT_NE(outcome(std::string(100000, '\'').append("a")).find("trop profondes"), std::string::npos);

@@ -17,6 +17,8 @@
 #include <pthread.h>
 #include <algorithm>
 #include <cstddef>
+#include <memory>
+#include <new>
 
 namespace base = veltora::base;
 
@@ -59,27 +61,36 @@ const char* stackEnd() {
   return end + kStackReserve;
 }
 
-/// Evaluated arguments: on the stack for the usual few.
+/// Evaluated arguments: on the stack for the usual few, which are made one by one.
 class ArgumentBuffer {
 public:
-  void add(Value value) {
-    if (m_more.empty() && m_count < kInline) {
-      m_inline[m_count++] = std::move(value);
-      return;
+  ArgumentBuffer() = default;
+  ArgumentBuffer(const ArgumentBuffer&) = delete;
+  ArgumentBuffer& operator=(const ArgumentBuffer&) = delete;
+  ~ArgumentBuffer() { std::destroy_n(few(), m_count); }
+  void evaluate(Interpreter& in, const Value& forms) {
+    for (const Value& form : Elements(forms)) {
+      if (m_count < kFew && !m_many) {
+        ::new (static_cast<void*>(few() + m_count)) Value(in.eval(form));
+        ++m_count;
+      } else {
+        if (!m_many) moveOut();
+        m_many->push_back(in.eval(form));
+      }
     }
-    if (m_more.empty())
-      m_more.assign(std::make_move_iterator(m_inline), std::make_move_iterator(m_inline + kInline));
-    m_more.push_back(std::move(value));
   }
-  std::span<Value> span() {
-    return m_more.empty() ? std::span<Value>(m_inline, m_count) : std::span<Value>(m_more);
-  }
+  std::span<Value> span() { return m_many ? std::span<Value>(*m_many) : std::span<Value>(few(), m_count); }
 
 private:
-  static constexpr std::size_t kInline = 4;
-  Value m_inline[kInline];
+  static constexpr std::size_t kFew = 4;
+  [[nodiscard]] Value* few() { return std::launder(reinterpret_cast<Value*>(m_room)); }
+  ACLISP_APART void moveOut() {
+    m_many = std::make_unique<std::vector<Value>>(std::make_move_iterator(few()),
+                                                  std::make_move_iterator(few() + m_count));
+  }
+  alignas(Value) std::byte m_room[kFew * sizeof(Value)];
   std::size_t m_count = 0;
-  std::vector<Value> m_more;
+  std::unique_ptr<std::vector<Value>> m_many;
 };
 
 constexpr std::size_t kShownExpression = 160;
@@ -158,20 +169,18 @@ std::vector<const Symbol*> Interpreter::boundSymbols() const {
   return symbols;
 }
 
-Value Interpreter::eval(const Value& form) {
-  if (form.is(Kind::kSymbol)) return form.asSymbol()->value;
-  if (form.is(Kind::kCons)) return evalCall(form);
-  return form;
+inline void Interpreter::enter(const Frame& frame) {
+  const char* const here = reinterpret_cast<const char*>(&frame);
+  if (m_depth == 1 || m_depth > m_limits.depth || here < m_stackEnd) checkStack(here);
+  tick();
 }
 
-void Interpreter::enter(const Frame& frame) {
-  const char* const here = reinterpret_cast<const char*>(&frame);
+void Interpreter::checkStack(const char* here) {
   if (m_depth == 1 && m_stackThread != std::this_thread::get_id()) {
     m_stackEnd = stackEnd();
     m_stackThread = std::this_thread::get_id();
   }
   if (m_depth > m_limits.depth || (m_stackEnd && here < m_stackEnd)) failDeep();
-  tick();
 }
 
 Value Interpreter::evalCall(const Value& form) {
@@ -192,7 +201,7 @@ Value Interpreter::evalCall(const Value& form) {
 
 Value Interpreter::callSubr(const Subr& subr, const Value& form) {
   ArgumentBuffer buffer;
-  for (const Value& argument : Elements(form.cdr())) buffer.add(eval(argument));
+  buffer.evaluate(*this, form.cdr());
   Args arguments(*this, buffer.span());
   checkCount(subr, arguments.size());
   return subr.call(arguments);
@@ -200,7 +209,7 @@ Value Interpreter::callSubr(const Subr& subr, const Value& form) {
 
 Value Interpreter::callWithArguments(const Value& function, const Value& form) {
   ArgumentBuffer arguments;
-  for (const Value& argument : Elements(form.cdr())) arguments.add(eval(argument));
+  arguments.evaluate(*this, form.cdr());
   return callFunction(function, arguments.span());
 }
 
@@ -228,7 +237,7 @@ Value Interpreter::callUnknown(const Value& form) {
   Symbol* const name = form.car().asSymbol();
   if (name->value) fail(L"fonction incorrecte : " + printed(name->value, true, kShownExpression));
   ArgumentBuffer arguments;
-  for (const Value& argument : Elements(form.cdr())) arguments.add(eval(argument));
+  arguments.evaluate(*this, form.cdr());
   return callModule(name, arguments.span());
 }
 

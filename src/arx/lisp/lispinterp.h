@@ -56,7 +56,10 @@ public:
   /// All symbols with a value, sorted (`atoms-family`).
   [[nodiscard]] std::vector<const Symbol*> boundSymbols() const;
 
-  Value eval(const Value& form);
+  Value eval(const Value& form) {
+    if (form.is(Kind::kSymbol)) return form.asSymbol()->value;
+    return form.is(Kind::kCons) ? evalCall(form) : form;
+  }
   Value apply(const Value& function, std::span<Value> arguments);
   /// The value of the last form of a body.
   Value evalBody(const Value& forms);
@@ -123,7 +126,8 @@ private:
   ACLISP_APART Value callSubr(const Subr& subr, const Value& form);
   ACLISP_APART Value callWithArguments(const Value& function, const Value& form);
   ACLISP_APART Value callOther(const Value& form);
-  ACLISP_APART void enter(const struct Frame& frame);
+  void enter(const struct Frame& frame);
+  ACLISP_APART void checkStack(const char* here);
   [[noreturn]] ACLISP_APART void failDeep() const;
   [[nodiscard]] bool isLambda(const Value& list) const;
   Value callFunction(const Value& function, std::span<Value> arguments);

@@ -16,6 +16,8 @@ std::int32_t wrap(std::int64_t value) { return static_cast<std::int32_t>(static_
 template <class OnIntegers, class OnReals>
 Value fold(Args& a, OnIntegers onIntegers, OnReals onReals) {
   if (a.size() == 0) return Value::integer(0);
+  if (a.size() == 2 && a[0].is(Kind::kInteger) && a[1].is(Kind::kInteger))
+    return Value::integer(wrap(onIntegers(std::int64_t{a[0].asInteger()}, std::int64_t{a[1].asInteger()})));
   bool whole = a[0].is(Kind::kInteger);
   double real = a.number(0);
   std::int32_t integer = whole ? a[0].asInteger() : 0;

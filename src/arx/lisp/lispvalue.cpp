@@ -10,10 +10,15 @@ void refuseMoreObjects() { throw LispError{LispError::kError, L"mémoire insuffi
 
 namespace {
 
-/// Moves a dying object's parts out: what they hold alone is destroyed by the loop, not by recursion.
+/// Moves out the parts that only a dying object holds: they are destroyed by the loop, not by recursion. The
+/// others are let go one by one, so that of two parts that are the same object the second is moved out.
 void takeApart(Object* object, std::vector<Value>& parts) {
   const auto keep = [&](Value& part) {
-    if (part.is(Kind::kCons) || part.is(Kind::kFunction)) parts.push_back(std::move(part));
+    if (!part.is(Kind::kCons) && !part.is(Kind::kFunction)) return;
+    if (part.object()->references == 1)
+      parts.push_back(std::move(part));
+    else
+      part = Value();
   };
   if (object->kind == static_cast<std::uint32_t>(Kind::kCons)) {
     keep(static_cast<Cons*>(object)->car);
