@@ -18,8 +18,6 @@
 namespace veltora {
 namespace {
 
-constexpr std::size_t kCouplesMinimum = 3;
-
 /// The entities of model space.
 std::vector<AcDbObjectId> entitesDuDessin() {
   AcDbDatabase* dessin = acdbHostApplicationServices()->workingDatabase();

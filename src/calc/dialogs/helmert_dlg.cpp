@@ -17,8 +17,6 @@
 namespace veltora {
 namespace {
 
-constexpr std::size_t kCouplesMinimum = 3;
-
 void direInvalide() { acedAlert(L"Selection invalide"); }
 
 /// Where an entity stands: a point, a block, a text, the centre of a circle.

@@ -16,6 +16,9 @@ struct couplesHelmert {
   std::vector<AcGePoint2d> arrivee;
 };
 
+/// Fewer pairs are not accepted of a user: two always agree, whatever is wrong with them.
+inline constexpr std::size_t kCouplesMinimum = 3;
+
 struct resultatHelmert {
   double echelle = 1.0;
   double rotation = 0.0;     ///< radians, from atan2(b, a)

@@ -21,12 +21,17 @@ std::vector<pointProjete> projeter(const AcDbPolyline& polyligne, const std::vec
   const AcGeMatrix3d versPlan = AcGeMatrix3d::worldToPlane(polyligne.normal());
   const AcGeMatrix3d versMonde = AcGeMatrix3d::planeToWorld(polyligne.normal());
   std::vector<pointProjete> projetes;
+  AcDbCurveSearch proches(polyligne);
   for (const AcGePoint2d& point : points) {
     AcGePoint3d plan = versPlan * AcGePoint3d(point.x, point.y, 0.0);
     plan.z = polyligne.elevation();
     AcGePoint3d pied;
     double parametre = 0.0;
-    if (polyligne.getClosestPointTo(versMonde * plan, pied) != Acad::eOk) continue;
+    const AcGePoint3d place = versMonde * plan;
+    // The plane may lie aslant: then the place is beside the point in the plan view.
+    const double portee =
+        distance > 0.0 ? distance + std::hypot(place.x - point.x, place.y - point.y) : HUGE_VAL;
+    if (!proches.closestWithin(portee, place, pied)) continue;
     if (distance > 0.0 && !(std::hypot(pied.x - point.x, pied.y - point.y) < distance)) continue;
     if (polyligne.getParamAtPoint(pied, parametre) != Acad::eOk) continue;
     projetes.push_back({parametre, {plan.x, plan.y}});
