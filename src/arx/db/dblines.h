@@ -2,6 +2,10 @@
 
 #include "arx/db/dbcurve.h"
 
+#include <span>
+
+struct DxfTag;
+
 /// A point as drawn thing.
 class ARX_API AcDbPoint : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbPoint)
@@ -78,6 +82,8 @@ public:
   Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
 
   [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  /// To the right as seen along -Z; `eInvalidInput` for an upright ray.
+  Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -85,6 +91,36 @@ public:
 protected:
   bool takeGroup(AcDbDxfReader& in) override;
   void exchangeFields(AcDbRay& other);
+
+private:
+  AcGePoint3d m_base;
+  AcGeVector3d m_direction = AcGeVector3d::kXAxis;
+};
+
+/// Line without ends, through a base point. Has no extents.
+class ARX_API AcDbXline : public AcDbCurve {
+  ACRX_DECLARE_MEMBERS(AcDbXline)
+  ACDB_DECLARE_COPY(AcDbXline)
+public:
+  AcDbXline() = default;
+  [[nodiscard]] AcGePoint3d basePoint() const { return m_base; }
+  Acad::ErrorStatus setBasePoint(const AcGePoint3d& point);
+  [[nodiscard]] AcGeVector3d unitDir() const { return m_direction; }
+  /// Any length but 0 (`eInvalidInput`); kept as unit vector.
+  Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
+
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  /// To the right as seen along -Z; `eInvalidInput` for an upright line.
+  Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+  void dxfInFields(AcDbDxfReader& in) override;
+  void dxfOutFields(AcDbDxfWriter& out) const override;
+  /// Whether the groups of a file give a line; other ones stay file text (`AcDbOtherEntity`).
+  [[nodiscard]] static bool isGivenBy(std::span<const DxfTag> tags);
+
+protected:
+  bool takeGroup(AcDbDxfReader& in) override;
+  void exchangeFields(AcDbXline& other);
 
 private:
   AcGePoint3d m_base;
