@@ -1,5 +1,5 @@
-// What two curves have in common: polylines that cross in as many points as they have vertices, straight and with
-// arcs, and splines.
+// What two curves have in common: polylines that cross in as many points as they have vertices, straight and
+// with arcs, and splines.
 
 #include "arx/db/dballents.h"
 #include "mesure.h"
@@ -32,9 +32,8 @@ std::unique_ptr<AcDbSpline> wave(int n, double shift) {
 
 void meet(Mesure& measure, const char* what, int n, const AcDbCurve& a, const AcDbCurve& b, int least) {
   AcGePoint3dArray points;
-  measure(what, n, [&] {
-    expect(a.intersectWith(&b, AcDb::kOnBothOperands, points) == Acad::eOk, "intersectWith");
-  });
+  measure(what, n,
+          [&] { expect(a.intersectWith(&b, AcDb::kOnBothOperands, points) == Acad::eOk, "intersectWith"); });
   expect(static_cast<int>(points.size()) >= least, what);
 }
 

@@ -42,6 +42,8 @@ const Maker kRoundSpline = spline(
     {{5, 4, 0}, {5, 6, 0}, {3, 6, 0}, {1, 6, 0}, {1, 4, 0}, {1, 2, 0}, {3, 2, 0}, {5, 2, 0}, {5, 4, 0}},
     {1, std::sqrt(0.5), 1, std::sqrt(0.5), 1, std::sqrt(0.5), 1, std::sqrt(0.5), 1});
 
+const Maker kOval = oval({}, {5, 0, 0}, 0.6);
+
 struct CurveRow {
   const char* name;
   Maker make;
@@ -275,6 +277,48 @@ TEST(Spline, ThroughFitPointsIsSmooth) {
   }
 }
 
+// Every place of a parallel lies at the distance, on its side; on the inner side of a bend not beyond its
+// radius.
+TEST(CurveParallel, KeepsItsDistance) {
+  const Maker slope = spline(1, {0, 0, 1, 2, 2}, {{0, 0, 0}, {4, 0, 0}, {4, 3, 0}});
+  const struct {
+    Maker make;
+    double offset;
+    std::size_t count;  // of the parallels, none where there is no parallel
+  } rows[] = {{kOval, 1, 1},
+              {kOval, -1.5, 1},
+              {kOval, -2, 0},
+              {kParabola, 0.2, 1},
+              {kParabola, -3, 1},
+              {kRoundSpline, 1, 1},
+              {kRoundSpline, -1.9, 1},
+              {slope, 0.5, 2},
+              {oval({0, 0, 0}, {0, 5, 0}, 0.6, 1, 2, {0.6, 0, 0.8}), 1, 1}};
+  for (const auto& row : rows) {
+    const std::unique_ptr<AcDbCurve> curve = row.make();
+    curve->transformBy(AcGeMatrix3d::translation(kFar.asVector()));
+    std::vector<AcDbCurve*> parallels;
+    EXPECT_EQ(curve->getOffsetCurves(row.offset, parallels), row.count > 0 ? Acad::eOk : Acad::eInvalidInput);
+    ASSERT_EQ(parallels.size(), row.count) << row.offset;
+    for (AcDbCurve* raw : parallels) {
+      const std::unique_ptr<AcDbCurve> parallel(raw);
+      double first = 0, last = 0, own = 0, wider = 0;
+      parallel->getStartParam(first);
+      parallel->getEndParam(last);
+      for (int i = 0; i <= 300; ++i) {
+        AcGePoint3d at, foot;
+        ASSERT_EQ(parallel->getPointAtParam(first + (last - first) * i / 300, at), Acad::eOk);
+        curve->getClosestPointTo(at, foot);
+        EXPECT_NEAR(at.distanceTo(foot), std::fabs(row.offset), 1e-6 * std::fabs(row.offset) + 2e-9);
+      }
+      if (!curve->isClosed()) continue;
+      curve->getArea(own);
+      parallel->getArea(wider);
+      EXPECT_EQ(wider > own, row.offset > 0);
+    }
+  }
+}
+
 // Groups that give no curve stay file text; they neither crash nor stop the reading.
 TEST(CurveGroups, StayTextWhenTheyGiveNoCurve) {
   const std::string oval = "10 0|20 0|30 0|", bezier = "|40 0|40 0|40 0|40 1|40 1|40 1";
@@ -415,7 +459,6 @@ std::ostream& operator<<(std::ostream& out, const MeetRow& row) { return out << 
 
 constexpr AcDb::Intersect kBoth = AcDb::kOnBothOperands;
 const Maker kBlock = path({{0, 0}, {2, 0}, {4, 0}, {4, 4}, {0, 4}}, true);
-const Maker kOval = oval({}, {5, 0, 0}, 0.6);
 const double kAcross = std::sqrt(225.0 / 34);
 Maker endless(const AcGePoint3d& base, const AcGeVector3d& direction) {
   return [=] {

@@ -22,30 +22,6 @@ void transformExtrusion(const AcGeMatrix3d& matrix, AcGeVector3d& normal, double
   thickness *= plane.depth;
 }
 
-// A unit vector of any length but 0. @return false, `direction` unchanged, for others
-bool setDirection(const AcGeVector3d& given, AcGeVector3d& direction) {
-  const AcGeVector3d unit = given.normal();
-  if (!(std::fabs(unit.length() - 1) < 1e-6)) return false;
-  direction = unit;
-  return true;
-}
-
-// Beside an endless line: by how much its base moves; false where there is no side.
-bool sideways(const AcGeVector3d& direction, double offset, AcGeVector3d& step) {
-  const AcGeVector3d right = AcGeVector3d(direction.y, -direction.x, 0).normal();
-  step = right * offset;
-  return right.lengthSqrd() > 0 && std::isfinite(offset);
-}
-
-// Carries an endless line along; `eInvalidInput` when its direction vanishes.
-bool transformEndless(const AcGeMatrix3d& matrix, AcGePoint3d& base, AcGeVector3d& direction) {
-  const AcGeVector3d turned = (matrix * direction).normal();
-  if (!(turned.lengthSqrd() > 0)) return false;
-  base = matrix * base;
-  if (!((turned - direction).length() < 1e-15)) direction = turned;
-  return true;
-}
-
 }  // namespace
 
 // ---- point
@@ -172,130 +148,86 @@ void AcDbLine::exchangeFields(AcDbLine& other) {
   AcDbCurve::exchangeFields(other);
 }
 
-// ---- ray
+// ---- lines without an end
 
-Acad::ErrorStatus AcDbRay::setBasePoint(const AcGePoint3d& point) { return change(m_base, point); }
+Acad::ErrorStatus AcDbEndlessLine::setBasePoint(const AcGePoint3d& point) { return change(m_base, point); }
 
-Acad::ErrorStatus AcDbRay::setUnitDir(const AcGeVector3d& direction) {
-  AcGeVector3d unit;
-  return setDirection(direction, unit) ? change(m_direction, unit) : Acad::eInvalidInput;
+Acad::ErrorStatus AcDbEndlessLine::setUnitDir(const AcGeVector3d& direction) {
+  const AcGeVector3d unit = direction.normal();
+  if (!(std::fabs(unit.length() - 1) < 1e-6)) return Acad::eInvalidInput;
+  return change(m_direction, unit);
+}
+
+Acad::ErrorStatus AcDbEndlessLine::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
+  const AcGeVector3d right = AcGeVector3d(m_direction.y, -m_direction.x, 0).normal();
+  if (!(right.lengthSqrd() > 0) || !std::isfinite(offset)) return Acad::eInvalidInput;
+  auto* copy = static_cast<AcDbEndlessLine*>(cloneAlone());
+  copy->m_base = m_base + right * offset;
+  curves.push_back(copy);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEndlessLine::transformBy(const AcGeMatrix3d& matrix) {
+  const AcGeVector3d turned = (matrix * m_direction).normal();
+  if (!(turned.lengthSqrd() > 0)) return Acad::eInvalidInput;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  m_base = matrix * m_base;
+  const bool same = (turned - m_direction).length() < 1e-15;
+  if (!same) m_direction = turned;
+  return status;
+}
+
+bool AcDbEndlessLine::takeGroup(AcDbDxfReader& in) {
+  return in.coordinate(10, m_base) || in.coordinate(11, m_direction);
+}
+
+void AcDbEndlessLine::readLine(AcDbDxfReader& in, std::string_view marker) {
+  AcDbEntity::dxfInFields(in);
+  readSection(in, marker);
+}
+
+void AcDbEndlessLine::writeLine(AcDbDxfWriter& out, std::string_view marker) const {
+  AcDbEntity::dxfOutFields(out);
+  out.subclass(marker);
+  out.point(10, m_base);
+  out.vector(11, m_direction);
+  writeExtras(out, marker);
+}
+
+void AcDbEndlessLine::exchangeFields(AcDbEndlessLine& other) {
+  std::swap(m_base, other.m_base);
+  std::swap(m_direction, other.m_direction);
+  AcDbCurve::exchangeFields(other);
 }
 
 std::vector<AcGeCurvePiece> AcDbRay::pieces() const {
   AcGeCurvePiece piece;
-  piece.start = m_base;
-  piece.end = m_base + m_direction;
-  piece.endParam = m_direction.length();
+  piece.start = basePoint();
+  piece.end = basePoint() + unitDir();
+  piece.endParam = unitDir().length();
   piece.endless = true;
   return {piece};
 }
 
-Acad::ErrorStatus AcDbRay::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
-  AcGeVector3d step;
-  if (!sideways(m_direction, offset, step)) return Acad::eInvalidInput;
-  auto* copy = static_cast<AcDbRay*>(cloneAlone());
-  copy->m_base = m_base + step;
-  curves.push_back(copy);
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbRay::transformBy(const AcGeMatrix3d& matrix) {
-  AcGePoint3d base = m_base;
-  AcGeVector3d direction = m_direction;
-  if (!transformEndless(matrix, base, direction)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = change(m_base, base);
-  return status == Acad::eOk ? change(m_direction, direction) : status;
-}
-
-bool AcDbRay::takeGroup(AcDbDxfReader& in) {
-  return in.coordinate(10, m_base) || in.coordinate(11, m_direction);
-}
-
-void AcDbRay::dxfInFields(AcDbDxfReader& in) {
-  AcDbEntity::dxfInFields(in);
-  readSection(in, "AcDbRay");
-}
-
-void AcDbRay::dxfOutFields(AcDbDxfWriter& out) const {
-  AcDbEntity::dxfOutFields(out);
-  out.subclass("AcDbRay");
-  out.point(10, m_base);
-  out.vector(11, m_direction);
-  writeExtras(out, "AcDbRay");
-}
-
-void AcDbRay::exchangeFields(AcDbRay& other) {
-  std::swap(m_base, other.m_base);
-  std::swap(m_direction, other.m_direction);
-  AcDbCurve::exchangeFields(other);
-}
-
-// ---- construction line
-
-Acad::ErrorStatus AcDbXline::setBasePoint(const AcGePoint3d& point) { return change(m_base, point); }
-
-Acad::ErrorStatus AcDbXline::setUnitDir(const AcGeVector3d& direction) {
-  AcGeVector3d unit;
-  return setDirection(direction, unit) ? change(m_direction, unit) : Acad::eInvalidInput;
-}
-
 std::vector<AcGeCurvePiece> AcDbXline::pieces() const {
   AcGeCurvePiece piece;
-  piece.start = m_base;
-  piece.end = m_base + m_direction.normal();
+  piece.start = basePoint();
+  piece.end = basePoint() + unitDir().normal();
   piece.endless = piece.endlessBefore = true;
   return {piece};
 }
 
-Acad::ErrorStatus AcDbXline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
-  AcGeVector3d step;
-  if (!sideways(m_direction, offset, step)) return Acad::eInvalidInput;
-  auto* copy = static_cast<AcDbXline*>(cloneAlone());
-  copy->m_base = m_base + step;
-  curves.push_back(copy);
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbXline::transformBy(const AcGeMatrix3d& matrix) {
-  AcGePoint3d base = m_base;
-  AcGeVector3d direction = m_direction;
-  if (!transformEndless(matrix, base, direction)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus status = change(m_base, base);
-  return status == Acad::eOk ? change(m_direction, direction) : status;
-}
-
 bool AcDbXline::isGivenBy(std::span<const DxfTag> tags) {
-  AcGeVector3d direction;
+  AcGePoint3d base, direction;
   const bool numbers = acdbTakeNumbers(tags, "AcDbXline", [&](int code, double value) {
-    if (code == 11) direction.x = value;
-    if (code == 21) direction.y = value;
-    if (code == 31) direction.z = value;
-    return code == 10 || code == 20 || code == 30 || code == 11 || code == 21 || code == 31;
+    const bool isPoint = code % 10 <= 1 && code >= 10 && code <= 31;
+    AcGePoint3d& point = code % 10 == 0 ? base : direction;
+    if (isPoint) (code < 20 ? point.x : code < 30 ? point.y : point.z) = value;
+    return isPoint;
   });
-  return numbers && direction.length() > 1e-9 && direction.length() < 1e9;
-}
-
-bool AcDbXline::takeGroup(AcDbDxfReader& in) {
-  return in.coordinate(10, m_base) || in.coordinate(11, m_direction);
-}
-
-void AcDbXline::dxfInFields(AcDbDxfReader& in) {
-  AcDbEntity::dxfInFields(in);
-  readSection(in, "AcDbXline");
-}
-
-void AcDbXline::dxfOutFields(AcDbDxfWriter& out) const {
-  AcDbEntity::dxfOutFields(out);
-  out.subclass("AcDbXline");
-  out.point(10, m_base);
-  out.vector(11, m_direction);
-  writeExtras(out, "AcDbXline");
-}
-
-void AcDbXline::exchangeFields(AcDbXline& other) {
-  std::swap(m_base, other.m_base);
-  std::swap(m_direction, other.m_direction);
-  AcDbCurve::exchangeFields(other);
+  const double length = direction.asVector().length();
+  return numbers && length > 1e-9 && length < 1e9;
 }
 
 // ---- face
