@@ -1,6 +1,7 @@
 #include "arx/db/dbentityfactory.h"
 
 #include "arx/db/dballents.h"
+#include "arx/db/dbtable.h"
 #include "base/numbers.h"
 
 #include <array>
@@ -34,6 +35,7 @@ constexpr std::array kTypes{Maker{"ATTRIB", make<AcDbAttribute>},
                             Maker{"ELLIPSE", make<AcDbEllipse>},
                             Maker{"SPLINE", make<AcDbSpline>},
                             Maker{"XLINE", make<AcDbXline>},
+                            Maker{"ACAD_TABLE", make<AcDbTable>},
                             Maker{"BLOCK", make<AcDbBlockBegin>},
                             Maker{"ENDBLK", make<AcDbBlockEnd>}};
 
@@ -51,6 +53,7 @@ constexpr std::array kMarkers{Maker{"AcDb3dPolylineVertex", make<AcDb3dPolylineV
 bool isShape(std::string_view type, std::span<const DxfTag> tags) {
   if (type == "ELLIPSE") return AcDbEllipse::isGivenBy(tags);
   if (type == "SPLINE") return AcDbSpline::isGivenBy(tags);
+  if (type == "ACAD_TABLE") return AcDbTable::isGivenBy(tags);
   return type != "XLINE" || AcDbXline::isGivenBy(tags);
 }
 
