@@ -241,6 +241,17 @@ TEST(Spline, IsTheSumOfItsBasisFunctions) {
   }
 }
 
+// The derivatives of weighted curves are those of their points.
+TEST(Spline, HasTheDerivativesOfItsPoints) {
+  const AcGeBezierCurve3d curve(kFar, {{{0, 0, 0}, 1}, {{2, 6, 1}, 2}, {{9, -3, 2}, 0.7}, {{8, 4, 0}, 1.5}});
+  constexpr double h = 1e-4;
+  for (double t = 0.05; t < 1; t += 0.1) {
+    const auto before = curve.jetAt(t - h), at = curve.jetAt(t), after = curve.jetAt(t + h);
+    EXPECT_LE(((after.point - before.point) * (0.5 / h) - at.first).length(), 1e-4);
+    EXPECT_LE(((after.first - before.first) * (0.5 / h) - at.second).length(), 1e-4);
+  }
+}
+
 // Without control points: through the fit points, neither direction nor curvature jumps, ends as told.
 TEST(Spline, ThroughFitPointsIsSmooth) {
   AcDbDatabase db;
