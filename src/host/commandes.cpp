@@ -2,6 +2,7 @@
 
 #include "arx/db/dblines.h"
 #include "arx/ed/accmd.h"
+#include "arx/ed/acedads.h"
 #include "arx/ed/acutads.h"
 #include "arx/ed/edhelp.h"
 #include "arx/rx/rxdict.h"
@@ -11,10 +12,12 @@
 #include "calc/dialogs/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
 #include "core/drawing_space.h"
+#include "core/picking.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
 #include "host/lisp/table_lisp.h"
+#include "jobs/tableau.h"
 #include "points/projets_topo.h"
 
 #include <array>
@@ -57,10 +60,32 @@ void ptsEn3D() {
   acutPrintf(L"\n%d points", table.nbPoint());
 }
 
+/// Draws the coordinates of the current table's points as one object at a point that the user gives.
+void tableCoord() {
+  demandeTableau demande;
+  resultatTableau resultat;
+  ads_point coin = {0.0, 0.0, 0.0};
+  if (!tablesPoints || tablesPoints->currTable()->nbPoint() == 0) {
+    acutPrintf(L"\nLa table courante ne contient aucun point.");
+    return;
+  }
+  if (!askDistance(L"\nHauteur des textes <2.5> : ", demande.hauteur)) return;
+  if (!(demande.hauteur > 0)) {
+    acutPrintf(L"\nLa hauteur des textes doit être supérieure à 0.");
+    return;
+  }
+  if (acedGetPoint(nullptr, L"\nCoin supérieur gauche du tableau : ", coin) != RTNORM) return;
+  demande.coin = {coin[0], coin[1], coin[2]};
+  if (dessinerTableau(demande, resultat))
+    acutPrintf(L"\n%d points en tableau.", resultat.points);
+  else
+    acutPrintf(L"\nTableau impossible : %s.", resultat.erreur);
+}
+
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 13> kCommandes{{
+constexpr std::array<commande, 14> kCommandes{{
     {L"CARROYAGE", ACRX_CMD_USEPICKSET, nonDisponible<0>},
     {L"VCODIFICATION",
      ACRX_CMD_TRANSPARENT,
@@ -98,6 +123,10 @@ constexpr std::array<commande, 13> kCommandes{{
      pointsDuDessin<DlgPntsDuDessin::kMajPoints>,
      {L"Points", L"Relit la table d'après les blocs du dessin"}},
     {L"PTSEN3D", ACRX_CMD_MODAL, ptsEn3D, {L"Points", L"Dessine un point 3D par point de la table"}},
+    {L"TABLECOORD",
+     ACRX_CMD_MODAL,
+     tableCoord,
+     {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
 }};
 
 template <std::size_t Rang>

@@ -7,6 +7,7 @@
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
 #include "app/jobs/reseau.h"
+#include "app/jobs/tableau.h"
 
 namespace veltora::app {
 
@@ -24,6 +25,7 @@ std::span<const Job> jobTable() {
        "Place dans un dessin les points d'une liste (.xyz, .csv...), ou reprend ceux de ses entités",
        declareImporter},
       {"exporter", "Écrit les points d'un dessin dans un fichier de coordonnées", declareExporter},
+      {"tableau", "Dessine le tableau des coordonnées des points d'un dessin", declareTableau},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;

@@ -28,9 +28,10 @@ struct Place {
 
 bool locate(const std::vector<AcGeCurvePiece>& pieces, double param, Place& place) {
   if (pieces.empty() || !std::isfinite(param)) return false;
-  const double first = pieces.front().startParam;
+  const double first = pieces.front().endlessBefore ? -kEndlessParam : pieces.front().startParam;
   const double last = pieces.back().endless ? kEndlessParam : pieces.back().endParam;
-  const double slack = kParamSlack * std::max({1.0, std::fabs(first), std::min(std::fabs(last), 1e9)});
+  const double size = std::max(std::min(std::fabs(first), 1e9), std::min(std::fabs(last), 1e9));
+  const double slack = kParamSlack * std::max(1.0, size);
   if (param < first - slack || param > last + slack) return false;
   param = std::clamp(param, first, last);
   const auto behind =
@@ -54,7 +55,7 @@ Nearest nearestOf(const std::vector<AcGeCurvePiece>& pieces, const Numbers& numb
                   bool extend) {
   Nearest best;
   for (const std::size_t i : numbers) {
-    const bool before = extend && i == 0;
+    const bool before = (extend && i == 0) || pieces[i].endlessBefore;
     const bool after = (extend && i + 1 == pieces.size()) || pieces[i].endless;
     const double t = pieces[i].closest(point, before, after);
     const double distance = pieces[i].pointAt(t).distanceTo(point);
@@ -70,7 +71,7 @@ Place nearest(const std::vector<AcGeCurvePiece>& pieces, const AcGePoint3d& poin
 double lengthUpTo(const std::vector<AcGeCurvePiece>& pieces, const Place& place) {
   double length = 0;
   for (std::size_t i = 0; i < place.piece; ++i) length += pieces[i].length();
-  return length + pieces[place.piece].length() * place.t;
+  return length + pieces[place.piece].lengthTo(place.t);
 }
 
 }  // namespace
@@ -78,7 +79,7 @@ double lengthUpTo(const std::vector<AcGeCurvePiece>& pieces, const Place& place)
 Acad::ErrorStatus AcDbCurve::getStartParam(double& param) const {
   const auto all = pieces();
   if (all.empty()) return Acad::eDegenerateGeometry;
-  param = all.front().startParam;
+  param = all.front().endlessBefore ? -kEndlessParam : all.front().startParam;
   return Acad::eOk;
 }
 
@@ -92,6 +93,7 @@ Acad::ErrorStatus AcDbCurve::getEndParam(double& param) const {
 Acad::ErrorStatus AcDbCurve::getStartPoint(AcGePoint3d& point) const {
   const auto all = pieces();
   if (all.empty()) return Acad::eDegenerateGeometry;
+  if (all.front().endlessBefore) return Acad::eNotApplicable;
   point = all.front().start;
   return Acad::eOk;
 }
@@ -139,7 +141,7 @@ Acad::ErrorStatus AcDbCurve::getParamAtDist(double dist, double& param) const {
     const double length = piece.length();
     total += length;
     if (rest >= 0 && (rest <= length || piece.endless)) {
-      param = piece.paramAt(length > 0 ? rest / length : 0.0);
+      param = piece.paramAt(piece.shareAt(rest));
       return Acad::eOk;
     }
     rest -= length;
@@ -176,12 +178,7 @@ Acad::ErrorStatus AcDbCurve::getFirstDeriv(double param, AcGeVector3d& derivativ
   if (!locate(all, param, place)) return all.empty() ? Acad::eDegenerateGeometry : Acad::eOutOfRange;
   const AcGeCurvePiece& piece = all[place.piece];
   const double range = piece.endParam - piece.startParam;
-  derivative = piece.end - piece.start;
-  if (piece.isArc) {
-    const double a = piece.startAngle + piece.sweep * place.t;
-    derivative = (piece.yAxis * std::cos(a) - piece.xAxis * std::sin(a)) * (piece.radius * piece.sweep);
-  }
-  derivative = derivative * (range > 0 ? 1 / range : 0.0);
+  derivative = piece.derivativeAt(place.t) * (range > 0 ? 1 / range : 0.0);
   return Acad::eOk;
 }
 
@@ -193,9 +190,7 @@ Acad::ErrorStatus AcDbCurve::getArea(double& area) const {
   AcGeVector3d sum;
   for (const AcGeCurvePiece& piece : all) {
     sum = sum + (piece.start - from).crossProduct(piece.end - from) * 0.5;
-    if (!piece.isArc) continue;
-    const double segment = piece.radius * piece.radius / 2 * (piece.sweep - std::sin(piece.sweep));
-    sum = sum + piece.xAxis.crossProduct(piece.yAxis) * segment;
+    sum = sum + piece.areaOverChord();
   }
   area = sum.length();
   return Acad::eOk;

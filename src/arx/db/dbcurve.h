@@ -12,14 +12,15 @@ class BoxIndex;
 
 /// Something that is drawn along a line: parameters, lengths and nearest points. Parameters: of a line the
 /// length from the start, of a circle or an arc the angle, of a polyline the vertex number and the share of
-/// the segment behind it. Functions return `eDegenerateGeometry` when the curve has no point at all (a
-/// polyline without vertices).
+/// the segment behind it, of an ellipse its parameter, of a spline the value between its knots. Functions
+/// return `eDegenerateGeometry` when the curve has no point at all (a polyline without vertices).
 class ARX_API AcDbCurve : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbCurve)
 public:
   [[nodiscard]] virtual bool isClosed() const { return false; }
   virtual Acad::ErrorStatus getStartParam(double& param) const;
   virtual Acad::ErrorStatus getEndParam(double& param) const;  ///< 1e300 for a ray
+  /// `eNotApplicable` for a construction line, whose parameters begin at -1e300.
   virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
   virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;  ///< `eNotApplicable` for a ray
   /// `eOutOfRange` beyond the ends; parameters of closed curves are not wrapped.
@@ -31,7 +32,9 @@ public:
   virtual Acad::ErrorStatus getParamAtDist(double dist, double& param) const;
   virtual Acad::ErrorStatus getDistAtPoint(const AcGePoint3d& point, double& dist) const;
   virtual Acad::ErrorStatus getPointAtDist(double dist, AcGePoint3d& point) const;
-  /// Nearest point in space. @param extend straight ends go on endlessly and arcs become whole circles
+  /// Nearest point in space. @param extend straight ends go on endlessly, arcs become whole circles or
+  /// ellipses, splines end where
+  ///               they end
   virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& result,
                                               bool extend = false) const;
   /// Direction of travel with the length of the derivative by the parameter; zero on a piece without length.

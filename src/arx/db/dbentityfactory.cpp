@@ -1,6 +1,7 @@
 #include "arx/db/dbentityfactory.h"
 
 #include "arx/db/dballents.h"
+#include "arx/db/dbtable.h"
 #include "base/numbers.h"
 
 #include <array>
@@ -31,6 +32,10 @@ constexpr std::array kTypes{Maker{"ATTRIB", make<AcDbAttribute>},
                             Maker{"3DFACE", make<AcDbFace>},
                             Maker{"ATTDEF", make<AcDbAttributeDefinition>},
                             Maker{"RAY", make<AcDbRay>},
+                            Maker{"ELLIPSE", make<AcDbEllipse>},
+                            Maker{"SPLINE", make<AcDbSpline>},
+                            Maker{"XLINE", make<AcDbXline>},
+                            Maker{"ACAD_TABLE", make<AcDbTable>},
                             Maker{"BLOCK", make<AcDbBlockBegin>},
                             Maker{"ENDBLK", make<AcDbBlockEnd>}};
 
@@ -43,6 +48,14 @@ constexpr std::array kMarkers{Maker{"AcDb3dPolylineVertex", make<AcDb3dPolylineV
                               Maker{"AcDb2dPolyline", make<AcDb2dPolyline>},
                               Maker{"AcDbPolyFaceMesh", make<AcDbPolyFaceMesh>},
                               Maker{"AcDbPolygonMesh", make<AcDbPolygonMesh>}};
+
+// Whether the groups of a kind that demands some shape have it; what is none stays file text.
+bool isShape(std::string_view type, std::span<const DxfTag> tags) {
+  if (type == "ELLIPSE") return AcDbEllipse::isGivenBy(tags);
+  if (type == "SPLINE") return AcDbSpline::isGivenBy(tags);
+  if (type == "ACAD_TABLE") return AcDbTable::isGivenBy(tags);
+  return type != "XLINE" || AcDbXline::isGivenBy(tags);
+}
 
 template <class Table>
 const Maker* find(const Table& table, std::string_view name) {
@@ -93,6 +106,7 @@ AcDbEntity* newVertex(const Marks& marks) {
 AcDbEntity* acdbNewEntity(std::string_view dxfType, std::span<const DxfTag> tags) {
   if (dxfType == "VERTEX") return newVertex(marksOf(tags));
   if (dxfType == "POLYLINE") return newPolyline(marksOf(tags));
-  if (const Maker* maker = find(kTypes, dxfType)) return maker->make();
+  const Maker* const maker = find(kTypes, dxfType);
+  if (maker && isShape(dxfType, tags)) return maker->make();
   return new AcDbOtherEntity(std::string(dxfType));
 }

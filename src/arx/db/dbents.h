@@ -65,7 +65,8 @@ public:
   /// Whether a reference to the block that holds the entity shows it.
   [[nodiscard]] virtual bool isShownByReferences() const { return !m_invisible; }
   /// Appends the points that both have in common; two points closer than 1e-9 of the coordinates' size count
-  /// as one, stretches in common give no point. `eNotImplementedYet` unless both are curves.
+  /// as one, stretches in common give their two ends.
+  /// Splines are not extended. `eNotImplementedYet` unless both are curves.
   virtual Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
                                           AcGePoint3dArray& points) const;
   /// The entity as owner of attributes or vertices; null for one that has none.

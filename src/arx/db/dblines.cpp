@@ -1,6 +1,7 @@
 #include "arx/db/dblines.h"
 
 #include "arx/db/dbplanemap.h"
+#include "arx/db/dbsections.h"
 #include "arx/gi/gigeometry.h"
 
 #include <cmath>
@@ -8,6 +9,7 @@
 ACDB_DEFINE_MEMBERS(AcDbPoint, AcDbEntity, "POINT")
 ACDB_DEFINE_MEMBERS(AcDbLine, AcDbCurve, "LINE")
 ACDB_DEFINE_MEMBERS(AcDbRay, AcDbCurve, "RAY")
+ACDB_DEFINE_MEMBERS(AcDbXline, AcDbCurve, "XLINE")
 ACDB_DEFINE_MEMBERS(AcDbFace, AcDbEntity, "3DFACE")
 
 namespace {
@@ -146,26 +148,26 @@ void AcDbLine::exchangeFields(AcDbLine& other) {
   AcDbCurve::exchangeFields(other);
 }
 
-// ---- ray
+// ---- lines without an end
 
-Acad::ErrorStatus AcDbRay::setBasePoint(const AcGePoint3d& point) { return change(m_base, point); }
+Acad::ErrorStatus AcDbEndlessLine::setBasePoint(const AcGePoint3d& point) { return change(m_base, point); }
 
-Acad::ErrorStatus AcDbRay::setUnitDir(const AcGeVector3d& direction) {
+Acad::ErrorStatus AcDbEndlessLine::setUnitDir(const AcGeVector3d& direction) {
   const AcGeVector3d unit = direction.normal();
   if (!(std::fabs(unit.length() - 1) < 1e-6)) return Acad::eInvalidInput;
   return change(m_direction, unit);
 }
 
-std::vector<AcGeCurvePiece> AcDbRay::pieces() const {
-  AcGeCurvePiece piece;
-  piece.start = m_base;
-  piece.end = m_base + m_direction;
-  piece.endParam = m_direction.length();
-  piece.endless = true;
-  return {piece};
+Acad::ErrorStatus AcDbEndlessLine::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {
+  const AcGeVector3d right = AcGeVector3d(m_direction.y, -m_direction.x, 0).normal();
+  if (!(right.lengthSqrd() > 0) || !std::isfinite(offset)) return Acad::eInvalidInput;
+  auto* copy = static_cast<AcDbEndlessLine*>(cloneAlone());
+  copy->m_base = m_base + right * offset;
+  curves.push_back(copy);
+  return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbRay::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbEndlessLine::transformBy(const AcGeMatrix3d& matrix) {
   const AcGeVector3d turned = (matrix * m_direction).normal();
   if (!(turned.lengthSqrd() > 0)) return Acad::eInvalidInput;
   const Acad::ErrorStatus status = assertWriteEnabled();
@@ -176,27 +178,56 @@ Acad::ErrorStatus AcDbRay::transformBy(const AcGeMatrix3d& matrix) {
   return status;
 }
 
-bool AcDbRay::takeGroup(AcDbDxfReader& in) {
+bool AcDbEndlessLine::takeGroup(AcDbDxfReader& in) {
   return in.coordinate(10, m_base) || in.coordinate(11, m_direction);
 }
 
-void AcDbRay::dxfInFields(AcDbDxfReader& in) {
+void AcDbEndlessLine::readLine(AcDbDxfReader& in, std::string_view marker) {
   AcDbEntity::dxfInFields(in);
-  readSection(in, "AcDbRay");
+  readSection(in, marker);
 }
 
-void AcDbRay::dxfOutFields(AcDbDxfWriter& out) const {
+void AcDbEndlessLine::writeLine(AcDbDxfWriter& out, std::string_view marker) const {
   AcDbEntity::dxfOutFields(out);
-  out.subclass("AcDbRay");
+  out.subclass(marker);
   out.point(10, m_base);
   out.vector(11, m_direction);
-  writeExtras(out, "AcDbRay");
+  writeExtras(out, marker);
 }
 
-void AcDbRay::exchangeFields(AcDbRay& other) {
+void AcDbEndlessLine::exchangeFields(AcDbEndlessLine& other) {
   std::swap(m_base, other.m_base);
   std::swap(m_direction, other.m_direction);
   AcDbCurve::exchangeFields(other);
+}
+
+std::vector<AcGeCurvePiece> AcDbRay::pieces() const {
+  AcGeCurvePiece piece;
+  piece.start = basePoint();
+  piece.end = basePoint() + unitDir();
+  piece.endParam = unitDir().length();
+  piece.endless = true;
+  return {piece};
+}
+
+std::vector<AcGeCurvePiece> AcDbXline::pieces() const {
+  AcGeCurvePiece piece;
+  piece.start = basePoint();
+  piece.end = basePoint() + unitDir().normal();
+  piece.endless = piece.endlessBefore = true;
+  return {piece};
+}
+
+bool AcDbXline::isGivenBy(std::span<const DxfTag> tags) {
+  AcGePoint3d base, direction;
+  const bool numbers = acdbTakeNumbers(tags, "AcDbXline", [&](int code, double value) {
+    const bool isPoint = code % 10 <= 1 && code >= 10 && code <= 31;
+    AcGePoint3d& point = code % 10 == 0 ? base : direction;
+    if (isPoint) (code < 20 ? point.x : code < 30 ? point.y : point.z) = value;
+    return isPoint;
+  });
+  const double length = direction.asVector().length();
+  return numbers && length > 1e-9 && length < 1e9;
 }
 
 // ---- face

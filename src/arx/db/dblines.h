@@ -2,6 +2,10 @@
 
 #include "arx/db/dbcurve.h"
 
+#include <span>
+
+struct DxfTag;
+
 /// A point as drawn thing.
 class ARX_API AcDbPoint : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbPoint)
@@ -65,30 +69,52 @@ private:
   double m_thickness = 0.0;
 };
 
-/// Line from a base point endlessly in one direction. Has no extents.
-class ARX_API AcDbRay : public AcDbCurve {
-  ACRX_DECLARE_MEMBERS(AcDbRay)
-  ACDB_DECLARE_COPY(AcDbRay)
+/// What a ray and a construction line share; at run time it is no class of its own. Neither has extents.
+class ARX_API AcDbEndlessLine : public AcDbCurve {
 public:
-  AcDbRay() = default;
   [[nodiscard]] AcGePoint3d basePoint() const { return m_base; }
   Acad::ErrorStatus setBasePoint(const AcGePoint3d& point);
   [[nodiscard]] AcGeVector3d unitDir() const { return m_direction; }
   /// Any length but 0 (`eInvalidInput`); kept as unit vector.
   Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
 
-  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  /// To the right as seen along -Z; `eInvalidInput` for an upright line.
+  Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-  void dxfInFields(AcDbDxfReader& in) override;
-  void dxfOutFields(AcDbDxfWriter& out) const override;
 
 protected:
   bool takeGroup(AcDbDxfReader& in) override;
-  void exchangeFields(AcDbRay& other);
+  void readLine(AcDbDxfReader& in, std::string_view marker);
+  void writeLine(AcDbDxfWriter& out, std::string_view marker) const;
+  void exchangeFields(AcDbEndlessLine& other);
 
 private:
   AcGePoint3d m_base;
   AcGeVector3d m_direction = AcGeVector3d::kXAxis;
+};
+
+/// Line from a base point endlessly in one direction.
+class ARX_API AcDbRay : public AcDbEndlessLine {
+  ACRX_DECLARE_MEMBERS(AcDbRay)
+  ACDB_DECLARE_COPY(AcDbRay)
+public:
+  AcDbRay() = default;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  void dxfInFields(AcDbDxfReader& in) override { readLine(in, "AcDbRay"); }
+  void dxfOutFields(AcDbDxfWriter& out) const override { writeLine(out, "AcDbRay"); }
+};
+
+/// Line without ends, through a base point.
+class ARX_API AcDbXline : public AcDbEndlessLine {
+  ACRX_DECLARE_MEMBERS(AcDbXline)
+  ACDB_DECLARE_COPY(AcDbXline)
+public:
+  AcDbXline() = default;
+  [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  void dxfInFields(AcDbDxfReader& in) override { readLine(in, "AcDbXline"); }
+  void dxfOutFields(AcDbDxfWriter& out) const override { writeLine(out, "AcDbXline"); }
+  /// Whether the groups of a file give a line; other ones stay file text (`AcDbOtherEntity`).
+  [[nodiscard]] static bool isGivenBy(std::span<const DxfTag> tags);
 };
 
 /// Face with three or four corners; the fourth equals the third in a triangle.

@@ -224,9 +224,11 @@ Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbC
   if (moved.empty()) return Acad::eInvalidInput;
   auto* copy = static_cast<AcDbPolyline*>(cloneAlone());
   for (std::size_t i = 0; i < moved.size(); ++i) {
+    copy->m_vertices[i] = m_vertices[moved[i].vertex];
     copy->m_vertices[i].point = moved[i].point;
     copy->m_vertices[i].bulge = moved[i].bulge;
   }
+  copy->m_vertices.resize(moved.size());
   curves.push_back(copy);
   return Acad::eOk;
 }

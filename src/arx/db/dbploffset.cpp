@@ -1,6 +1,7 @@
 #include "arx/db/dbploffset.h"
 
 #include "arx/db/dbpl.h"
+#include "arx/db/dbplanemap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,7 @@
 
 namespace {
 
+constexpr double kNearer = 1e-6;   // by which a parallel may lie too near, share of the distance and units
 constexpr double kTangent = 1e-9;  // sine of the angle between neighbours that pass smoothly into each other
 
 // One segment, moved aside.
@@ -124,36 +126,81 @@ std::optional<Moved> moveSegment(const AcDbPolyline& polyline, unsigned int inde
   return moveArc(start, end, arc, offset, bulge);
 }
 
+// A segment that goes on in the parallel, and the vertex behind which it stood.
+struct Kept {
+  Moved moved;
+  unsigned int vertex = 0;
+  double length = 0.0;  // of the chord, before
+};
+
+// The segments in order; arcs whose radius vanishes are left out at once.
+std::vector<Kept> keptSegments(const AcDbPolyline& polyline, double offset) {
+  std::vector<Kept> kept;
+  for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
+    if (!isSegment(polyline, i)) continue;
+    AcGePoint2d from, to;
+    polyline.getPointAt(i, from);
+    polyline.getPointAt((i + 1) % polyline.numVerts(), to);
+    if (const std::optional<Moved> moved = moveSegment(polyline, i, offset))
+      kept.push_back({*moved, i, from.distanceTo(to)});
+  }
+  return kept;
+}
+
+// Where the segments start and end between their neighbours, with their bulges. The shortest of those that
+// turn round goes, until none does; nothing when neighbours do not meet.
+std::vector<AcGePoint2d> settle(std::vector<Kept>& kept, bool closed, const AcGeTol& tol) {
+  while (!kept.empty()) {
+    std::vector<Moved> moved;
+    for (const Kept& segment : kept) moved.push_back(segment.moved);
+    std::vector<AcGePoint2d> ends = endsOf(moved, closed, tol);
+    if (ends.empty()) return {};
+    auto shortest = kept.end();
+    for (std::size_t k = 0; k < kept.size(); ++k) {
+      const std::optional<double> bulge = bulgeBetween(moved[k], ends[k], ends[k + 1]);
+      const auto at = kept.begin() + static_cast<std::ptrdiff_t>(k);
+      if (!bulge && (shortest == kept.end() || at->length < shortest->length)) shortest = at;
+      if (bulge) at->moved.bulge = *bulge;
+    }
+    if (shortest == kept.end()) return ends;
+    kept.erase(shortest);
+  }
+  return {};
+}
+
+// Whether each vertex of a parallel without some of its segments lies as far from the polyline as it ought
+// to.
+bool keepsDistance(const AcDbPolyline& polyline, const std::vector<AcGePoint2d>& ends, double offset) {
+  return std::ranges::all_of(ends, [&](const AcGePoint2d& end) {
+    AcGePoint3d foot;
+    const AcGePoint3d place = acdbToWorld({end.x, end.y, polyline.elevation()}, polyline.normal());
+    return polyline.getClosestPointTo(place, foot) == Acad::eOk &&
+           place.distanceTo(foot) >= std::fabs(offset) * (1 - kNearer) - kNearer;
+  });
+}
+
 }  // namespace
 
 std::vector<AcDbOffsetVertex> acdbOffsetVertices(const AcDbPolyline& polyline, double offset) {
   if (!std::isfinite(offset) || polyline.numVerts() < 2) return {};
-  std::vector<Moved> moved;
-  std::vector<std::size_t> segmentOf;  // moved segment that starts at a vertex, or follows a doubled one
   double size = 1;
+  std::size_t segments = 0;
   for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
     AcGePoint2d from;
     polyline.getPointAt(i, from);
     size = std::max({size, std::fabs(from.x), std::fabs(from.y)});
-    segmentOf.push_back(moved.size());
-    if (!isSegment(polyline, i)) continue;
-    const std::optional<Moved> next = moveSegment(polyline, i, offset);
-    if (!next) return {};
-    moved.push_back(*next);
+    if (isSegment(polyline, i)) ++segments;
   }
-  if (moved.empty()) return {};
-  const std::vector<AcGePoint2d> ends = endsOf(moved, polyline.isClosed(), {1e-9 + size * 8e-15, 1e-12});
-  if (ends.empty()) return {};
-  for (std::size_t k = 0; k < moved.size(); ++k) {
-    const std::optional<double> bulge = bulgeBetween(moved[k], ends[k], ends[k + 1]);
-    if (!bulge) return {};
-    moved[k].bulge = *bulge;
-  }
-  std::vector<AcDbOffsetVertex> vertices(segmentOf.size());
+  std::vector<Kept> kept = keptSegments(polyline, offset);
+  const std::vector<AcGePoint2d> ends = settle(kept, polyline.isClosed(), {1e-9 + size * 8e-15, 1e-12});
+  if (ends.empty() || (kept.size() < segments && !keepsDistance(polyline, ends, offset))) return {};
+  std::vector<AcDbOffsetVertex> vertices;
+  std::size_t k = 0;  // the kept segment that starts at a vertex, or follows a doubled one
   for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
-    const std::size_t k = segmentOf[i];
-    const bool isArc = polyline.segType(i) == AcDbPolyline::kArc;
-    vertices[i] = {ends[k], isArc ? moved[k].bulge : 0.0};
+    const bool own = k < kept.size() && kept[k].vertex == i;
+    if (isSegment(polyline, i) && !own) continue;  // left out
+    vertices.push_back({ends[k], own && kept[k].moved.isArc ? kept[k].moved.bulge : 0.0, i});
+    if (own) ++k;
   }
   return vertices;
 }

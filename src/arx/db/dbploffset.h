@@ -10,12 +10,15 @@ class AcDbPolyline;
 struct AcDbOffsetVertex {
   AcGePoint2d point;
   double bulge = 0.0;
+  unsigned int vertex = 0;  ///< of the polyline, whose segment goes on here
 };
 
-/// Vertices of the parallel of a lightweight polyline, one for each of its vertices. Each segment moves to
-/// the right of the direction of travel; where two of them met, their parallels meet again.
+/// Vertices of the parallel of a lightweight polyline. Each segment moves to the right of the direction of
+/// travel; where two of them met, their parallels meet again. Segments that would turn round and arcs whose
+/// radius vanishes are left out, and their neighbours meet.
 /// @param offset drawing units, to the left when negative
-/// @return nothing where it cannot be had with the same number of vertices: a segment that turns round, an
-/// arc
-///         whose radius vanishes, neighbours whose parallels do not meet; nor for less than two vertices
+/// @return nothing where it cannot be had so: neighbours whose parallels do not meet, no segment left, or,
+/// with
+///         segments left out, a vertex nearer to the polyline than the distance; nor for less than two
+///         vertices
 std::vector<AcDbOffsetVertex> acdbOffsetVertices(const AcDbPolyline& polyline, double offset);

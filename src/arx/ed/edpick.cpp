@@ -308,9 +308,9 @@ std::vector<AcDbObjectId> AcEdPicker::window(const AcGePoint3d& a, const AcGePoi
   std::vector<AcDbObjectId> found;
   Search search(living());
   forEachNear(box, [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& extents) {
-    if (extents.isEmpty()) return;
-    bool inside = box.contains(extents);
-    if (!inside && crossing && box.meets(extents)) {
+    const bool endless = extents.isEmpty();  // or nothing at all, which meets nothing
+    bool inside = !endless && box.contains(extents);
+    if (!inside && crossing && (endless || box.meets(extents))) {
       Crossing look(search, box);
       look.draw(entity);
       inside = look.meets();
@@ -329,7 +329,7 @@ std::vector<AcDbObjectId> AcEdPicker::outline(const AcEdOutline& line, bool cros
   const bool wholly = !crossing && line.closed();
   Search search(living());
   forEachNear(box, [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& extents) {
-    if (extents.isEmpty() || !box.meets(extents)) return;
+    if (extents.isEmpty() ? wholly : !box.meets(extents)) return;
     Relation look(search, line, box, wholly);
     look.draw(entity);
     if (wholly ? look.isWithin() && !search.isSpent() : look.meets()) found.push_back(id);

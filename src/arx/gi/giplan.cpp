@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr double kChord = 6.283185307179586 / 256.0;
 constexpr double kFar = 1e9;
 
 AcGePoint2d flat(const AcGePoint3d& p) { return {p.x, p.y}; }
@@ -55,18 +54,15 @@ void AcGiPlan::curve(std::span<const AcGeCurvePiece> pieces) {
   if (!references().empty() && !spend()) return;
   const AcGeMatrix3d& matrix = toWorld();
   for (const AcGeCurvePiece& piece : pieces) {
-    AcGePoint2d from = flat(matrix * piece.start);
-    if (!piece.isArc) {
-      const bool endless = piece.endless;
-      segment(from,
-              flat(matrix * (endless ? piece.start + (piece.end - piece.start).normal() * kFar : piece.end)));
+    const bool straight = !piece.isArc && !piece.bezier;
+    const AcGeVector3d far = straight ? (piece.end - piece.start).normal() * kFar : AcGeVector3d();
+    AcGePoint2d from = flat(matrix * (piece.endlessBefore ? piece.start - far : piece.start));
+    if (straight) {
+      segment(from, flat(matrix * (piece.endless ? piece.start + far : piece.end)));
       continue;
     }
-    // Of a sweep beyond a turn, or none that is a number, no more than a turn is drawn.
-    const double sweep = std::abs(piece.sweep) < 7.0 ? std::abs(piece.sweep) : 7.0;
-    const int chords = std::max(1, static_cast<int>(std::ceil(sweep / kChord)));
-    for (int i = 1; i <= chords; ++i) {
-      const AcGePoint2d to = flat(matrix * piece.pointAt(static_cast<double>(i) / chords));
+    for (const double share : piece.chords()) {
+      const AcGePoint2d to = flat(matrix * piece.pointAt(share));
       segment(from, to);
       from = to;
     }

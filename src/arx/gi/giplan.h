@@ -32,8 +32,9 @@ class ARX_API AcGiPlan : public AcGiGeometry {
 public:
   /// @param search shared by the looks of one search, which it outlives
   explicit AcGiPlan(AcGiSearch& search) : m_search(search) {}
-  /// Arcs become chords of a 256th of a turn, off the arc by 0.00008 of its radius (r (1 - cos(pi / 256))); a
-  /// ray is followed over 1e9 units, as far as coordinates of drawings reach.
+  /// Arcs become chords of a 256th of a turn, off the arc by 0.00008 of its radius (r (1 - cos(pi / 256)));
+  /// those of a spline are off by 0.0001 of the size of its stretch. A ray is followed over 1e9 units, as far
+  /// as coordinates of drawings reach.
   void curve(std::span<const AcGeCurvePiece> pieces) final;
   void area(std::span<const AcGePoint3d> corners) final;
   /// A block within a block is entered when its box may matter.

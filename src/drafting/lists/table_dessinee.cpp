@@ -9,6 +9,7 @@
 #include "arx/db/dblines.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
+#include "arx/db/dbtable.h"
 #include "arx/db/dbtext.h"
 #include "base/format.h"
 #include "base/suivi.h"
@@ -24,6 +25,7 @@ namespace veltora {
 namespace {
 
 constexpr double kLargeurColonne = 1.2;  ///< of a column, in text widths
+constexpr double kMarges = 0.2;          ///< of a cell of a table, in text heights
 constexpr double kMilieu = 0.6;
 constexpr double kBordDroit = 1.1;
 constexpr double kBordGauche = 0.1;
@@ -166,6 +168,42 @@ bool dessinerTableXYZ(const paramsTableXYZ& params, const std::vector<pointDuDes
     if (suivi.arrete()) break;
   }
   return true;
+}
+
+AcDbObjectId placerTableXYZ(const paramsTableXYZ& params, const std::vector<pointDuDessin>& points,
+                            tableCodification& codes, const AcGePoint3d& coin) {
+  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
+  if (!db || points.empty() || params.aucuneColonne()) return {};
+  std::vector<colonneTable> colonnes = colonnesDe(params, points, codes);
+  mesurer(colonnes, crayon(*db, params.hauteur));
+  auto table = std::make_unique<AcDbTable>();
+  if (points.size() >= AcDbTable::kMostRows) return {};
+  const int lignes = static_cast<int>(points.size()) + 1;
+  if (table->setSize(lignes, static_cast<int>(colonnes.size())) != Acad::eOk) return {};
+  table->suppressTitleRow(true);
+  table->setPosition(coin);
+  table->setTextStyle(db->textstyle());
+  table->setTextHeight(params.hauteur);
+  for (int ligne = 0; ligne < lignes; ++ligne) table->setRowHeight(ligne, params.hauteur * kInterligne);
+  for (int c = 0; c < static_cast<int>(colonnes.size()); ++c) {
+    const colonneTable& colonne = colonnes[static_cast<std::size_t>(c)];
+    // The margins of its cells belong to a column of a table.
+    table->setColumnWidth(
+        c, std::max(colonne.largeur, params.hauteur) * kLargeurColonne + kMarges * params.hauteur);
+    table->setTextString(0, c, colonne.titre);
+    for (int ligne = 1; ligne < lignes; ++ligne) {
+      const std::wstring& texte = colonne.textes[static_cast<std::size_t>(ligne - 1)];
+      table->setTextString(ligne, c, texte.substr(0, AcDbTable::kLongestText));
+      table->setAlignment(ligne, c, validerNombre(texte) ? AcDb::kMiddleRight : AcDb::kMiddleLeft);
+    }
+  }
+  DrawingSpace espace(db, DrawingSpace::kCurrent);
+  AcDbTable* const posee = espace.ready() ? espace.addOpen(std::move(table)) : nullptr;
+  if (!posee) return {};
+  const bool montree = posee->recomputeTableBlock() == Acad::eOk;
+  if (!montree) posee->erase();
+  posee->close();
+  return montree ? posee->objectId() : AcDbObjectId();
 }
 
 }  // namespace veltora

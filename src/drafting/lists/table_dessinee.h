@@ -34,4 +34,13 @@ struct paramsTableXYZ {
 VELTORA_API bool dessinerTableXYZ(const paramsTableXYZ& params, const std::vector<pointDuDessin>& points,
                                   tableCodification& codes, const AcGePoint3d& coin);
 
+/// The same columns as one object, an `AcDbTable` with a header row, in the current space of the working
+/// drawing and its current text style; the widths follow the texts. `coin` is its upper left corner. Of
+/// `params` the lines count for nothing: a table has all of them.
+/// @return the table; the null id, nothing drawn, without points, columns or drawing, and for 100,000 points
+/// and more
+VELTORA_API AcDbObjectId placerTableXYZ(const paramsTableXYZ& params,
+                                        const std::vector<pointDuDessin>& points, tableCodification& codes,
+                                        const AcGePoint3d& coin);
+
 }  // namespace veltora
