@@ -21,6 +21,8 @@ namespace {
 
 using Entities = std::vector<AcDbObjectId>;
 
+constexpr double kSmallestFactor = 1e-9;  // of SCALE; beyond it and its inverse no drawing keeps its digits
+
 /// Refuses the whole command when something among the entities cannot take part.
 /// @param what  "Rien n'est déplacé"  @return false when it refused
 bool mayBeMoved(const Entities& entities, const wchar_t* what, bool mirrored = false) {
@@ -246,6 +248,8 @@ void scaleEntities() {
   if (!askOrRefer(
           ask, RSG_NOZERO | RSG_NONEG, [&] { return askReferenceLength(center, factor); }, copy))
     return;
+  if (!(factor >= kSmallestFactor && factor <= 1 / kSmallestFactor))
+    return acedRefuse(L"Facteur d'échelle démesuré.");
   finish(*entities, AcGeMatrix3d::scaling(factor, center), copy, L"mis à l'échelle");
 }
 
