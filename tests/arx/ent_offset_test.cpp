@@ -84,6 +84,19 @@ TEST(SnapWords, AreReadInBothLanguages) {
   for (const auto& row : rows) EXPECT_EQ(acedReadSnaps(row.line).value_or(Snaps()), row.snaps) << row.line;
 }
 
+// A person is told that nothing is there; the words before it do not hold for the next answer.
+TEST_F(DrawingTest, ASnapThatFindsNothingIsForgotten) {
+  line(0, 0, 10, 0);
+  answer({"_end", "500,500", "9,0"}, true);
+  ads_point given;
+  ASSERT_EQ(acedGetPoint(nullptr, L"Point : ", given), RTNORM);
+  EXPECT_EQ(given[0], 9);
+  EXPECT_TRUE(transcript.has("Pas de point d'accrochage"));
+  answer({"_end", "9.99,0"}, true);
+  ASSERT_EQ(acedGetPoint(nullptr, L"Point : ", given), RTNORM);
+  EXPECT_EQ(given[0], 10);
+}
+
 // What a block shows is snapped to where it shows it: turned, mirrored, within another block, at its height.
 TEST_F(DrawingTest, SnapsReachIntoBlocks) {
   const AcDbObjectId inner = block(*db, L"INNER");
