@@ -47,7 +47,8 @@ int moveAll(const Entities& entities, const AcGeMatrix3d& matrix) {
   return forEach(entities, [&](AcDbEntity& entity) { return entity.transformBy(matrix); });
 }
 
-/// Asks for a displacement: by two points, by one whose coordinates are it, or by its own prompt.
+/// Asks for the point to which a base point goes; without one the base point's coordinates are the
+/// displacement.
 /// @return RTNORM, RTNONE when the coordinates are it, RTCAN when the user leaves
 int askSecond(const AcGePoint3d& from, AcGeVector3d& shift) {
   const ads_point base = {from.x, from.y, from.z};
@@ -125,7 +126,7 @@ Given askValue(Ask ask, int bits, bool& copy) {
   }
 }
 
-/// An angle with Enter for 0, radians.
+/// The turn from an angle to another, radians, both asked for. @return false when the user leaves
 bool askReferenceAngle(const AcGePoint3d& center, double& angle) {
   const ads_point base = {center.x, center.y, center.z};
   double former = 0.0;
@@ -143,6 +144,7 @@ bool askReferenceAngle(const AcGePoint3d& center, double& angle) {
   return status == RTNORM;
 }
 
+/// The factor from a length to another. @return false when the user leaves
 bool askReferenceLength(const AcGePoint3d& center, double& factor) {
   const ads_point base = {center.x, center.y, center.z};
   constexpr int kLength = RSG_NOZERO | RSG_NONEG;
@@ -167,7 +169,7 @@ void finish(const Entities& entities, const AcGeMatrix3d& matrix, bool copy, con
   acutPrintf(L"\n%d objet(s) %s%s\n", count, done, std::wstring(copy ? L" en copie" : L""));
 }
 
-/// Whether the answer is no longer "Copier" alone: asks for what a value, or else a reference, gives.
+/// Asks for a value, or for the two that its keyword "Référence" wants. @return false when the user leaves
 template <class Ask, class Reference>
 bool askOrRefer(Ask ask, int bits, Reference reference, bool& copy) {
   const Given given = askValue(ask, bits, copy);
