@@ -31,7 +31,7 @@ void onDrawing(const std::wstring& text) {
 }  // namespace
 
 void fuzz(std::string_view bytes) {
-  const std::size_t before = Object::alive;
+  const std::ptrdiff_t before = outsideAccount.alive;
   if (bytes.starts_with('*')) {
     onDrawing(veltora::base::fromUtf8(bytes.substr(1)));
   } else {
@@ -43,6 +43,7 @@ void fuzz(std::string_view bytes) {
     limits.objects = 200'000;
     limits.textLength = 100'000;
     Interpreter in(host, limits);
+    const AccountScope work = in.atWork();
     // Nothing that leaves the process.
     for (const wchar_t* name : {L"OPEN", L"LOAD", L"VL-FILE-DELETE", L"GETENV", L"VL-FILE-SIZE"})
       in.intern(name)->value = {};
@@ -55,5 +56,5 @@ void fuzz(std::string_view bytes) {
     if (value) printed(*value, true, 10'000);
     if (in.mark() != 0 || in.depth() != 0) std::abort();
   }
-  if (Object::alive != before) std::abort();
+  if (outsideAccount.alive != before) std::abort();
 }

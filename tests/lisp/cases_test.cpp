@@ -16,6 +16,7 @@ namespace {
 
 /// What an expression gives, or the message of its failure behind "!! ".
 std::string outcome(Interpreter& in, const std::string& expression) {
+  const AccountScope work = in.atWork();
   LispError error;
   bool handled = false;
   const std::optional<Value> value =
@@ -46,6 +47,22 @@ TEST_P(Cases, evaluateAsWritten) {
       EXPECT_TRUE(got.rfind("!! ", 0) == 0 && got.find(one.expected) != std::string::npos)
           << place << "\n  gives " << got << "\n  expected failure: " << one.expected;
   }
+}
+
+TEST(Interpreters, haveCeilingsOfTheirOwn) {
+  acedPorts() = {};
+  Limits limits;
+  limits.objects = 1000;
+  const std::string most = "(progn (setq l nil) (repeat 900 (setq l (cons 1 l))) (length l))";
+  Interpreter first(Host{}, limits);
+  Interpreter second(Host{}, limits);
+  EXPECT_EQ(outcome(first, most), "900");
+  EXPECT_EQ(outcome(second, most), "900") << "what the first holds is none of the second's";
+  EXPECT_EQ(outcome(first, most.substr(0, 7) + most.substr(20)), "!! mémoire insuffisante");
+  // What was let go counts no more, also where the results are.
+  EXPECT_EQ(outcome(first, "(setq l nil)"), "nil");
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(outcome(first, "(car (reverse (list 1 2 3 4)))"), "4");
+  EXPECT_EQ(outcome(first, most), "900");
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, Cases,

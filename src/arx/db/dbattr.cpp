@@ -8,7 +8,7 @@ ACDB_DEFINE_MEMBERS(AcDbAttributeDefinition, AcDbText, "ATTDEF")
 bool AcDbAttributeFields::take(AcDbDxfReader& in) {
   switch (in.code()) {
     case 2:
-      tag.assign(in.wide());
+      in.wide(tag);
       tagSeen = true;
       return true;
     case 70:  // a second one belongs to attributes of several lines

@@ -4,7 +4,7 @@
 
 /// What attributes and their definitions have in common beside the text.
 struct AcDbAttributeFields {
-  AcDbShortText<8> tag;
+  AcDbShortText<7> tag;
   Adesk::Int16 flags = 0;        // 70: 1 invisible, 2 constant, 4 verify, 8 preset
   Adesk::Int16 fieldLength = 0;  // 73
   Adesk::Int8 version = 0;       // 280 in front of the tag, -1 when the file had none

@@ -20,23 +20,13 @@ const AcDbBlockTableRecord* recordOf(AcDbObjectId block) {
 
 }  // namespace
 
-AcDbBlockReference::AcDbBlockReference(const AcDbBlockReference& other)
-    : AcDbEntity(other),
-      AcDbSubEntityOwner(other),
-      m_position(other.m_position),
-      m_scale(other.m_scale),
-      m_normal(other.m_normal),
-      m_rotation(other.m_rotation),
-      m_block(other.m_block),
-      m_grid(other.m_grid ? std::make_unique<Grid>(*other.m_grid) : nullptr) {}
-
 Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
   return change(m_block, block);
 }
 
-AcGePoint3d AcDbBlockReference::position() const { return acdbToWorld(m_position, m_normal); }
+AcGePoint3d AcDbBlockReference::position() const { return acdbToWorld(m_position, m_look->normal); }
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
-  return change(m_position, acdbToPlane(position, m_normal));
+  return change(m_position, acdbToPlane(position, m_look->normal));
 }
 
 Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& factors) {
@@ -53,7 +43,7 @@ Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
   m_position = acdbToPlane(position(), acdbUnitNormal(normal));
-  m_normal = acdbUnitNormal(normal);
+  m_look.set(&Look::normal, acdbUnitNormal(normal));
   return status;
 }
 
@@ -64,8 +54,8 @@ AcGeMatrix3d AcDbBlockReference::blockTransform() const {
       AcGeMatrix3d::rotation(acdbRadians(m_rotation), AcGeVector3d::kZAxis) * AcGeMatrix3d::scaling(m_scale);
   const AcGeMatrix3d placed = AcGeMatrix3d::translation(m_position.asVector()) * turned *
                               AcGeMatrix3d::translation(-origin.asVector());
-  if (m_normal == AcGeVector3d::kZAxis) return placed;
-  return AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal)) * placed;
+  if (m_look->normal == AcGeVector3d::kZAxis) return placed;
+  return AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_look->normal)) * placed;
 }
 
 Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& matrix) {
@@ -81,19 +71,15 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& matr
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
   const AcDbBlockTableRecord* block = recordOf(m_block);
-  m_normal = acdbUnitNormal(z);
-  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(m_normal);
+  const AcGeVector3d normal = acdbUnitNormal(z);
+  m_look.set(&Look::normal, normal);
+  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(normal);
   const AcGeVector3d flat = toPlane * x;
-  m_position = acdbToPlane(matrix * (block ? block->origin() : AcGePoint3d::kOrigin), m_normal);
+  m_position = acdbToPlane(matrix * (block ? block->origin() : AcGePoint3d::kOrigin), normal);
   m_rotation = acdbDegrees(AcGeVector2d(flat.x, flat.y).angle());
   m_scale = size;
   if (x.crossProduct(y).dotProduct(z) < 0) m_scale.sy = -m_scale.sy;
   return status;
-}
-
-AcDbBlockReference::Grid& AcDbBlockReference::ownGrid() {
-  if (!m_grid) m_grid = std::make_unique<Grid>();
-  return *m_grid;
 }
 
 Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute) {
@@ -110,20 +96,20 @@ AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
 }
 
 Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
-  const AcDbPlaneMap plane(matrix, m_normal);
+  const AcDbPlaneMap plane(matrix, m_look->normal);
   const bool simple = plane.valid && plane.conformal && plane.upright;
   Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
   if (simple) {
     m_position = plane.map * m_position;
-    m_normal = plane.normal;
+    m_look.set(&Look::normal, plane.normal);
     m_rotation = plane.turned(m_rotation);
     m_scale.sx *= plane.factor;
     m_scale.sy *= plane.mirrored ? -plane.factor : plane.factor;
     m_scale.sz *= plane.depth;
-    if (m_grid) {
-      m_grid->columnSpacing *= plane.factor;
-      m_grid->rowSpacing *= plane.mirrored ? -plane.factor : plane.factor;
+    if (m_look->grid != Grid()) {
+      m_look.own().grid.columnSpacing *= plane.factor;
+      m_look.own().grid.rowSpacing *= plane.mirrored ? -plane.factor : plane.factor;
     }
   } else {
     status = setBlockTransform(matrix * blockTransform());
@@ -140,12 +126,13 @@ void AcDbBlockReference::subWorldDraw(AcGiWorldDraw& draw) const {
   const AcDbBlockTableRecord* block = recordOf(m_block);
   if (!block) return;
   AcGiBlockPlace place{*block, block->entities().size(), blockTransform()};
-  if (m_grid && (m_grid->columns > 1 || m_grid->rows > 1)) {
-    const AcGeMatrix3d turned = AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal)) *
+  const Grid& grid = m_look->grid;
+  if (grid.columns > 1 || grid.rows > 1) {
+    const AcGeMatrix3d turned = AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_look->normal)) *
                                 AcGeMatrix3d::rotation(acdbRadians(m_rotation), AcGeVector3d::kZAxis);
     place.repeated = true;
-    place.toLastColumn = turned * AcGeVector3d((m_grid->columns - 1) * m_grid->columnSpacing, 0, 0);
-    place.toLastRow = turned * AcGeVector3d(0, (m_grid->rows - 1) * m_grid->rowSpacing, 0);
+    place.toLastColumn = turned * AcGeVector3d((grid.columns - 1) * grid.columnSpacing, 0, 0);
+    place.toLastRow = turned * AcGeVector3d(0, (grid.rows - 1) * grid.rowSpacing, 0);
   }
   draw.geometry().block(place);
 }
@@ -170,31 +157,30 @@ bool AcDbBlockReference::takeGroup(AcDbDxfReader& in) {
     case 66:
       return true;  // follows from the attributes
     case 44:
-      ownGrid().columnSpacing = in.real();
+      setGrid(&Grid::columnSpacing, in.real());
       return true;
     case 45:
-      ownGrid().rowSpacing = in.real();
+      setGrid(&Grid::rowSpacing, in.real());
       return true;
     case 70:
-      ownGrid().columns = static_cast<Adesk::Int16>(in.integer());
+      setGrid(&Grid::columns, static_cast<Adesk::Int16>(in.integer()));
       return true;
     case 71:
-      ownGrid().rows = static_cast<Adesk::Int16>(in.integer());
+      setGrid(&Grid::rows, static_cast<Adesk::Int16>(in.integer()));
       return true;
     default:
-      return in.coordinate(10, m_position) || in.coordinate(210, m_normal);
+      return in.coordinate(10, m_position) || in.coordinate(210, m_look, &Look::normal);
   }
 }
 
 void AcDbBlockReference::dxfInFields(AcDbDxfReader& in) {
   AcDbEntity::dxfInFields(in);
   if (!readSection(in, "AcDbBlockReference") && readSection(in, "AcDbMInsertBlock"))
-    ownGrid().ownMarker = true;
-  if (m_grid && *m_grid == Grid()) m_grid.reset();
+    m_look.own().grid.ownMarker = true;
 }
 
 void AcDbBlockReference::dxfOutFields(AcDbDxfWriter& out) const {
-  const std::string_view marker = m_grid && m_grid->ownMarker ? "AcDbMInsertBlock" : "AcDbBlockReference";
+  const std::string_view marker = m_look->grid.ownMarker ? "AcDbMInsertBlock" : "AcDbBlockReference";
   AcDbEntity::dxfOutFields(out);
   out.subclass(marker);
   if (hasLiveSub()) out.integer(66, 1);
@@ -206,13 +192,12 @@ void AcDbBlockReference::dxfOutFields(AcDbDxfWriter& out) const {
   if (m_scale.sy != 1.0) out.real(42, m_scale.sy);
   if (m_scale.sz != 1.0) out.real(43, m_scale.sz);
   if (m_rotation != 0.0) out.real(50, m_rotation);
-  if (m_grid) {
-    if (m_grid->columns != 1) out.integer(70, m_grid->columns);
-    if (m_grid->rows != 1) out.integer(71, m_grid->rows);
-    if (m_grid->columnSpacing != 0.0) out.real(44, m_grid->columnSpacing);
-    if (m_grid->rowSpacing != 0.0) out.real(45, m_grid->rowSpacing);
-  }
-  out.normal(m_normal);
+  const Grid& grid = m_look->grid;
+  if (grid.columns != 1) out.integer(70, grid.columns);
+  if (grid.rows != 1) out.integer(71, grid.rows);
+  if (grid.columnSpacing != 0.0) out.real(44, grid.columnSpacing);
+  if (grid.rowSpacing != 0.0) out.real(45, grid.rowSpacing);
+  out.normal(m_look->normal);
   writeExtras(out, marker);
 }
 
@@ -225,10 +210,9 @@ void AcDbBlockReference::visitReferences(const std::function<void(AcDbObjectId&)
 void AcDbBlockReference::exchangeFields(AcDbBlockReference& other) {
   std::swap(m_position, other.m_position);
   std::swap(m_scale, other.m_scale);
-  std::swap(m_normal, other.m_normal);
   std::swap(m_rotation, other.m_rotation);
   std::swap(m_block, other.m_block);
-  m_grid.swap(other.m_grid);
+  m_look.swap(other.m_look);
   exchangeSubs(other);
   AcDbEntity::exchangeFields(other);
 }

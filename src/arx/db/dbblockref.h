@@ -3,8 +3,6 @@
 #include "arx/db/dbattr.h"
 #include "arx/db/dbsubents.h"
 
-#include <memory>
-
 /// A block shown at a place, with its attributes. A reference that repeats the block in rows and columns
 /// keeps these.
 class ARX_API AcDbBlockReference : public AcDbEntity, public AcDbSubEntityOwner {
@@ -24,7 +22,6 @@ public:
   AcDbBlockReference() = default;
   AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block)
       : m_position(position), m_block(block) {}
-  AcDbBlockReference(const AcDbBlockReference& other);
 
   [[nodiscard]] AcDbObjectId blockTableRecord() const { return m_block; }
   Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block);
@@ -35,12 +32,12 @@ public:
   Acad::ErrorStatus setScaleFactors(const AcGeScale3d& factors);
   [[nodiscard]] double rotation() const;  ///< radians
   Acad::ErrorStatus setRotation(double radians);
-  [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
+  [[nodiscard]] AcGeVector3d normal() const { return m_look->normal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);  ///< the position stays in the world
   /// From the block's coordinates to the world; the block's origin comes to lie on the position.
   [[nodiscard]] AcGeMatrix3d blockTransform() const;
   Acad::ErrorStatus setBlockTransform(const AcGeMatrix3d& matrix);
-  [[nodiscard]] Grid grid() const { return m_grid ? *m_grid : Grid(); }
+  [[nodiscard]] Grid grid() const { return m_look->grid; }
 
   /// Adds an attribute, which the database owns from then on and which is left open for writing. The
   /// reference must be in a database (`eNotInDatabase`) and open for writing. An attribute without a style or
@@ -66,11 +63,18 @@ protected:
   void exchangeFields(AcDbBlockReference& other);
 
 private:
-  Grid& ownGrid();
+  struct Look {
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    Grid grid;
+  };
+  /// While reading: nothing is kept for a value that says what goes without saying.
+  template <class Value>
+  void setGrid(Value Grid::*field, std::type_identity_t<Value> value) {
+    if (m_look->grid.*field != value) m_look.own().grid.*field = value;
+  }
   AcGePoint3d m_position;  // own plane
   AcGeScale3d m_scale;
-  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
   double m_rotation = 0.0;  // degrees, as in the file
   AcDbObjectId m_block;
-  std::unique_ptr<Grid> m_grid;
+  AcDbRarely<Look> m_look;
 };

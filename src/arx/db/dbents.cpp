@@ -79,14 +79,16 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId linetype) {
   if (database() && !linetype.isNull() && linetype.database() != database()) return Acad::eWrongDatabase;
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
-  m_linetype = isByLayerName(recordOf(linetype)) ? AcDbObjectId() : linetype;
+  m_lineLook.set(&LineLook::linetype, isByLayerName(recordOf(linetype)) ? AcDbObjectId() : linetype);
   m_linetypeGiven = true;
   return status;
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale) {
   if (!(scale > 0) || !std::isfinite(scale)) return Acad::eInvalidInput;
-  return change(m_linetypeScale, scale);
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status == Acad::eOk) m_lineLook.set(&LineLook::linetypeScale, scale);
+  return status;
 }
 
 Acad::ErrorStatus AcDbEntity::setLineWeight(int weight) {
@@ -104,8 +106,7 @@ Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other) {
   if (status != Acad::eOk) return status;
   m_layer = other->m_layer;
   m_color = other->m_color;
-  m_linetype = other->m_linetype;
-  m_linetypeScale = other->m_linetypeScale;
+  m_lineLook = other->m_lineLook;
   m_lineWeight = other->m_lineWeight;
   m_invisible = other->m_invisible;
   m_colorGiven = m_linetypeGiven = true;
@@ -119,9 +120,9 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
     const double index = database->cecolor();
     if (index >= 0 && index <= 256) m_color.setColorIndex(static_cast<int>(index));
   }
-  if (!m_linetypeGiven && m_linetype.isNull()) {
+  if (!m_linetypeGiven && m_lineLook->linetype.isNull()) {
     const AcDbObjectId id = database->celtype();
-    if (!isByLayerName(recordOf(id))) m_linetype = id;
+    if (!isByLayerName(recordOf(id))) m_lineLook.set(&LineLook::linetype, id);
   }
   m_colorGiven = m_linetypeGiven = true;
 }
@@ -160,7 +161,7 @@ bool AcDbEntity::takeCommonGroup(AcDbDxfReader& in) {
       return true;
     case 6: {
       const AcDbObjectId linetype = in.linetype();
-      m_linetype = isByLayerName(recordOf(linetype)) ? AcDbObjectId() : linetype;
+      m_lineLook.set(&LineLook::linetype, isByLayerName(recordOf(linetype)) ? AcDbObjectId() : linetype);
       return true;
     }
     case 62: {
@@ -177,7 +178,7 @@ bool AcDbEntity::takeCommonGroup(AcDbDxfReader& in) {
       return true;
     }
     case 48:
-      m_linetypeScale = in.real();
+      m_lineLook.set(&LineLook::linetypeScale, in.real());
       return true;
     case 60:
       m_invisible = in.flag();
@@ -209,10 +210,10 @@ void AcDbEntity::dxfOutFields(AcDbDxfWriter& out) const {
   if (m_paperSpace) out.integer(67, 1);
   const AcDbSymbolTableRecord* layer = recordOf(m_layer);
   out.wide(8, layer ? std::wstring_view(layer->name()) : std::wstring_view(L"0"));
-  if (const AcDbSymbolTableRecord* linetype = recordOf(m_linetype)) out.wide(6, linetype->name());
+  if (const AcDbSymbolTableRecord* linetype = recordOf(m_lineLook->linetype)) out.wide(6, linetype->name());
   if (m_color.colorIndex() != 256) out.integer(62, m_color.colorIndex());
   if (m_lineWeight != -1) out.integer(370, m_lineWeight);
-  if (m_linetypeScale != 1.0) out.real(48, m_linetypeScale);
+  if (m_lineLook->linetypeScale != 1.0) out.real(48, m_lineLook->linetypeScale);
   if (m_invisible) out.integer(60, 1);
   if (m_color.isTrueColor()) out.integer(420, m_color.rgb());
   writeExtras(out, "AcDbEntity");
@@ -221,13 +222,15 @@ void AcDbEntity::dxfOutFields(AcDbDxfWriter& out) const {
 void AcDbEntity::visitReferences(const std::function<void(AcDbObjectId&)>& visit) {
   AcDbObject::visitReferences(visit);
   visit(m_layer);
-  if (!m_linetype.isNull()) visit(m_linetype);
+  AcDbObjectId linetype = m_lineLook->linetype;
+  if (linetype.isNull()) return;
+  visit(linetype);
+  m_lineLook.set(&LineLook::linetype, linetype);
 }
 
 void AcDbEntity::exchangeFields(AcDbEntity& other) {
   std::swap(m_layer, other.m_layer);
-  std::swap(m_linetype, other.m_linetype);
-  std::swap(m_linetypeScale, other.m_linetypeScale);
+  m_lineLook.swap(other.m_lineLook);
   std::swap(m_color, other.m_color);
   std::swap(m_lineWeight, other.m_lineWeight);
   std::swap(m_invisible, other.m_invisible);

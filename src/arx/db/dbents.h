@@ -2,6 +2,7 @@
 
 #include "arx/db/dbcolor.h"
 #include "arx/db/dbobject.h"
+#include "arx/db/dbrarely.h"
 #include "arx/ge/gematrix.h"
 
 #include <vector>
@@ -31,10 +32,10 @@ public:
   Acad::ErrorStatus setColor(const AcCmColor& color);
   [[nodiscard]] int colorIndex() const { return m_color.colorIndex(); }
   Acad::ErrorStatus setColorIndex(int index);
-  [[nodiscard]] AcDbObjectId linetypeId() const { return m_linetype; }  ///< null for ByLayer
+  [[nodiscard]] AcDbObjectId linetypeId() const { return m_lineLook->linetype; }  ///< null for ByLayer
   Acad::ErrorStatus setLinetype(const ACHAR* name);
   Acad::ErrorStatus setLinetype(AcDbObjectId linetype);
-  [[nodiscard]] double linetypeScale() const { return m_linetypeScale; }
+  [[nodiscard]] double linetypeScale() const { return m_lineLook->linetypeScale; }
   Acad::ErrorStatus setLinetypeScale(double scale);
   [[nodiscard]] int lineWeight() const { return m_lineWeight; }
   Acad::ErrorStatus setLineWeight(int weight);
@@ -96,10 +97,13 @@ protected:
   }
 
 private:
+  struct LineLook {
+    AcDbObjectId linetype;
+    double linetypeScale = 1.0;
+  };
   bool takeCommonGroup(AcDbDxfReader& in);
   AcDbObjectId m_layer;
-  AcDbObjectId m_linetype;
-  double m_linetypeScale = 1.0;
+  AcDbRarely<LineLook> m_lineLook;
   AcCmColor m_color;
   Adesk::Int16 m_lineWeight = -1;
   bool m_invisible = false;

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "arx/db/dbid.h"
+#include "arx/db/dbrarely.h"
+#include "arx/db/dbshorttext.h"
 #include "arx/db/dxftags.h"
 #include "arx/ge/gepoint.h"
+
+#include <boost/container/small_vector.hpp>
 
 #include <functional>
 #include <memory>
@@ -40,6 +44,11 @@ public:
   [[nodiscard]] std::string_view text() const { return m_tag.value; }
   /// The value as text, with "\U+hhhh" resolved.
   [[nodiscard]] std::wstring wide() const;
+  /// Puts the same into a text without making a string when it is plain.
+  template <unsigned Inline>
+  void wide(AcDbShortText<Inline>& text) const {
+    if (!text.assignPlain(m_tag.value)) text.assign(wide());
+  }
   /// A value that is no number raises DxfError with its line, likewise the next ones.
   [[nodiscard]] double real() const;
   [[nodiscard]] int integer() const;
@@ -49,6 +58,14 @@ public:
   /// Takes the group when it is a coordinate of the point whose x has this code (x, +10 y, +20 z).
   bool coordinate(int firstCode, AcGePoint3d& point) const;
   bool coordinate(int firstCode, AcGeVector3d& vector) const;
+  /// The same for one of the rare fields of an object.
+  template <class Fields, class Triple>
+  bool coordinate(int firstCode, AcDbRarely<Fields>& fields, Triple Fields::*field) const {
+    Triple value = (*fields).*field;
+    if (!coordinate(firstCode, value)) return false;
+    fields.set(field, value);
+    return true;
+  }
   /// Records of symbol tables by name; a missing one is made with default properties.
   [[nodiscard]] AcDbObjectId layer() const;
   [[nodiscard]] AcDbObjectId linetype() const;
@@ -77,7 +94,7 @@ private:
   std::vector<DxfTag> m_offered;
   bool m_plain = false;
   AcDbDatabase& m_database;
-  std::vector<Section> m_sections;
+  boost::container::small_vector<Section, 6> m_sections;
   std::vector<DxfExtra> m_extras;
   DxfTag m_tag;
   std::size_t m_next = 0;

@@ -61,7 +61,7 @@ AcDbDatabase::~AcDbDatabase() {
   m_entityKinds.reset();
   m_undo.setRecording(false);
   m_undo.clear();
-  for (auto& [handle, stub] : m_stubs) delete std::exchange(stub.object, nullptr);
+  for (AcDbStub& stub : m_stubs) delete std::exchange(stub.object, nullptr);
 }
 
 void AcDbDatabase::leaveToProcessEnd(std::unique_ptr<AcDbDatabase> database) {
@@ -74,7 +74,7 @@ void AcDbDatabase::leaveToProcessEnd(std::unique_ptr<AcDbDatabase> database) {
 
 Adesk::UInt64 AcDbDatabase::takeHandle() {
   // A file may hold the highest handle there is: then the count starts again at the lowest free one.
-  while (m_nextHandle == 0 || m_stubs.contains(m_nextHandle)) ++m_nextHandle;
+  while (m_nextHandle == 0 || m_stubs.find(m_nextHandle)) ++m_nextHandle;
   return m_nextHandle++;
 }
 
@@ -101,21 +101,14 @@ Acad::ErrorStatus AcDbDatabase::addWithHandle(AcDbObjectId& id, AcDbObject* obje
   return Acad::eOk;
 }
 
-AcDbObjectId AcDbDatabase::idOf(AcDbHandle handle) {
-  const auto [place, fresh] = m_stubs.try_emplace(handle);
-  if (fresh) {
-    place->second.database = this;
-    place->second.handle = handle;
-  }
-  return AcDbObjectId(&place->second);
-}
+AcDbObjectId AcDbDatabase::idOf(AcDbHandle handle) { return AcDbObjectId(&m_stubs.get(handle, *this)); }
 
 Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, AcDbHandle handle) {
   id.setNull();
   if (handle.isNull()) return Acad::eUnknownHandle;
-  const auto found = m_stubs.find(handle);
-  if (found == m_stubs.end() && !createIfNotFound) return Acad::eUnknownHandle;
-  id = found == m_stubs.end() ? idOf(handle) : AcDbObjectId(&found->second);
+  AcDbStub* const found = m_stubs.find(handle);
+  if (!found && !createIfNotFound) return Acad::eUnknownHandle;
+  id = found ? AcDbObjectId(found) : idOf(handle);
   if (id.isValid() || createIfNotFound) return Acad::eOk;
   id.setNull();
   return Acad::eUnknownHandle;
@@ -128,8 +121,7 @@ void AcDbDatabase::setHandseed(AcDbHandle next) {
 bool AcDbDatabase::isStubOf(const void* stub, AcDbHandle handle) {
   if (!stub) return false;
   for (const AcDbDatabase* database : liveDatabases()) {
-    const auto found = database->m_stubs.find(handle);
-    if (found != database->m_stubs.end() && &found->second == stub) return true;
+    if (database->m_stubs.find(handle) == stub) return true;
   }
   return false;
 }
@@ -141,11 +133,11 @@ std::vector<AcDbObjectId> AcDbDatabase::allObjects() const {
 std::vector<AcDbObjectId> AcDbDatabase::objectsWhere(
     const std::function<bool(const AcDbStub&)>& wanted) const {
   std::vector<AcDbObjectId> ids;
-  for (const auto& [handle, stub] : m_stubs) {
+  for (const AcDbStub& stub : m_stubs) {
     if (stub.object && wanted(stub)) ids.emplace_back(const_cast<AcDbStub*>(&stub));
   }
-  std::sort(ids.begin(), ids.end(),
-            [](AcDbObjectId a, AcDbObjectId b) { return a.stub()->handle < b.stub()->handle; });
+  const auto inOrder = [](AcDbObjectId a, AcDbObjectId b) { return a.stub()->handle < b.stub()->handle; };
+  if (!std::is_sorted(ids.begin(), ids.end(), inOrder)) std::sort(ids.begin(), ids.end(), inOrder);
   return ids;
 }
 
@@ -434,7 +426,7 @@ void AcDbDatabase::clear() {
   m_spaceIndex.reset();
   m_entityKinds.reset();
   m_undo.clear();
-  for (auto& [handle, stub] : m_stubs) delete stub.object;
+  for (AcDbStub& stub : m_stubs) delete stub.object;
   m_stubs.clear();
   m_nextHandle = 1;
   m_tables.clear();

@@ -3,6 +3,7 @@
 #include "arx/db/dbblocktable.h"
 #include "arx/db/dbdict.h"
 #include "arx/db/dbservices.h"
+#include "arx/db/dbstubs.h"
 #include "arx/db/dbsymrecords.h"
 #include "arx/db/dbundo.h"
 
@@ -10,7 +11,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 class AcDbEntityKinds;
@@ -182,7 +182,7 @@ private:
   Adesk::UInt64 takeHandle();
   void noteInIndexes(AcDbStub& stub);
   std::pair<std::string, DxfTagText>* findHeader(const std::string& name);
-  std::unordered_map<Adesk::UInt64, AcDbStub> m_stubs;
+  AcDbStubTable m_stubs;
   Adesk::UInt64 m_nextHandle = 1;
   std::vector<AcDbObjectId> m_tables;
   AcDbObjectId m_namedObjects;

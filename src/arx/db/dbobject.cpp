@@ -1,6 +1,7 @@
 #include "arx/db/dbobject.h"
 
 #include "arx/db/dbmain.h"
+#include "arx/db/dbrarely.h"
 #include "arx/db/dbxdata.h"
 
 #include <algorithm>
@@ -8,17 +9,20 @@
 
 ACRX_DEFINE_MEMBERS(AcDbObject, AcGiDrawable, nullptr, nullptr)
 
-/// What few objects have.
+/// What few objects have; of these most have extended data alone.
 struct AcDbObject::Rare {
-  DxfTagText xData;   // as in the file, 1001 first
-  DxfTagText groups;  // groups in braces of other programs, in front of the first subclass marker
+  struct Kept {
+    DxfTagText groups;  // groups in braces of other programs, in front of the first subclass marker
+    std::vector<AcDbObjectId> reactors;
+    std::vector<DxfExtra> extras;
+    // Handles in the texts of a copy name objects of this database; null: of the object's own.
+    AcDbDatabase* textDatabase = nullptr;
+    bool translated = false;                   // a visitor has replaced them
+    mutable std::vector<char> extraIsWritten;  // while the object is being written
+  };
+  DxfTagText xData;  // as in the file, 1001 first
   AcDbObjectId extensionDictionary;
-  std::vector<AcDbObjectId> reactors;
-  std::vector<DxfExtra> extras;
-  // Handles in the texts of a copy name objects of this database; null: of the object's own.
-  AcDbDatabase* textDatabase = nullptr;
-  bool translated = false;                   // a visitor has replaced them
-  mutable std::vector<char> extraIsWritten;  // while the object is being written
+  AcDbRarely<Kept> kept;
 };
 
 namespace {
@@ -77,10 +81,10 @@ void AcDbObject::forgetIdentity() {
   if (!m_rare && !(origin && isFileText())) return;
   Rare& r = rare();
   r.extensionDictionary.setNull();
-  r.reactors.clear();
+  if (!r.kept->reactors.empty()) r.kept.own().reactors.clear();
   if (origin) {
-    r.textDatabase = origin;
-    r.translated = false;
+    r.kept.own().textDatabase = origin;
+    r.kept.own().translated = false;
   }
 }
 
@@ -197,22 +201,23 @@ void AcDbObject::setExtensionDictionary(AcDbObjectId dictionary) {
 }
 
 std::vector<AcDbObjectId> AcDbObject::reactors() const {
-  return m_rare ? m_rare->reactors : std::vector<AcDbObjectId>();
+  return m_rare ? m_rare->kept->reactors : std::vector<AcDbObjectId>();
 }
 
 void AcDbObject::addPersistentReactor(AcDbObjectId reactor) {
   if (reactor.isNull() || assertWriteEnabled() != Acad::eOk) return;
-  std::vector<AcDbObjectId>& all = rare().reactors;
+  std::vector<AcDbObjectId>& all = rare().kept.own().reactors;
   if (std::find(all.begin(), all.end(), reactor) == all.end()) all.push_back(reactor);
 }
 
 void AcDbObject::removePersistentReactor(AcDbObjectId reactor) {
   if (!m_rare || assertWriteEnabled() != Acad::eOk) return;
-  std::erase(m_rare->reactors, reactor);
+  std::erase(m_rare->kept.own().reactors, reactor);
 }
 
 void AcDbObject::visitTags(DxfTagText& tags, const std::function<void(AcDbObjectId&)>& visit) {
-  AcDbDatabase* const textDatabase = m_rare && m_rare->textDatabase ? m_rare->textDatabase : database();
+  AcDbDatabase* const textDatabase =
+      m_rare && m_rare->kept->textDatabase ? m_rare->kept->textDatabase : database();
   if (!textDatabase || tags.empty()) return;
   DxfTagText rewritten;
   bool changed = false;
@@ -233,17 +238,20 @@ void AcDbObject::visitTags(DxfTagText& tags, const std::function<void(AcDbObject
   }
   if (!changed) return;
   tags = std::move(rewritten);
-  if (m_rare) m_rare->translated = true;
+  if (m_rare) m_rare->kept.own().translated = true;
 }
 
 void AcDbObject::visitReferences(const std::function<void(AcDbObjectId&)>& visit) {
   if (!m_rare) return;
-  if (m_rare->translated) {  // the walk before has replaced the handles by those of the object's own drawing
-    m_rare->textDatabase = nullptr;
-    m_rare->translated = false;
+  if (m_rare->kept->translated) {
+    // The walk before has replaced the handles by those of the object's own drawing.
+    m_rare->kept.own().textDatabase = nullptr;
+    m_rare->kept.own().translated = false;
   }
-  for (DxfExtra& extra : m_rare->extras) visitTags(extra.tags, visit);
-  visitTags(m_rare->groups, visit);
+  if (!m_rare->kept->extras.empty()) {
+    for (DxfExtra& extra : m_rare->kept.own().extras) visitTags(extra.tags, visit);
+  }
+  if (!m_rare->kept->groups.empty()) visitTags(m_rare->kept.own().groups, visit);
   visitTags(m_rare->xData, visit);
 }
 
@@ -278,9 +286,35 @@ void AcDbObject::setXDataTags(DxfTagText tags) {
 // ---- Drawing files
 
 void AcDbObject::dxfIn(std::span<const DxfTag> tags, AcDbDatabase& database) {
+  // As most objects have it: handle and owner in front, nothing of other programs, extended data at the end.
+  const int handleCode = dxfName() == "DIMSTYLE" ? 105 : 5;
+  const bool usual =
+      tags.size() > 2 && tags[0].code == handleCode && tags[1].code == 330 && tags[2].code == 100;
+  const auto data =
+      std::find_if(tags.begin(), tags.end(), [](const DxfTag& tag) { return tag.code == 1001; });
+  const bool dataAtEnd = std::all_of(data, tags.end(), [](const DxfTag& tag) { return tag.code >= 1000; });
+  std::vector<DxfTag> sorted;
+  std::span<const DxfTag> body(tags.begin(), data);
+  if (usual && dataAtEnd) {
+    m_owner = idOfTag(tags[1], database);
+    body = body.subspan(2);
+    for (const DxfTag& tag : std::span(data, tags.end())) rare().xData.append(tag.code, tag.value);
+  } else {
+    sorted = sortOut(tags, handleCode, database);
+    body = sorted;
+  }
+  AcDbDxfReader in(body, database);
+  dxfInFields(in);
+  std::vector<DxfExtra> extras = in.takeExtras();
+  if (!extras.empty()) rare().kept.own().extras = std::move(extras);
+  if (m_rare) m_rare->xData.shrink();
+}
+
+/// Takes handle, owner, groups in braces and extended data wherever they stand. @return the rest
+std::vector<DxfTag> AcDbObject::sortOut(std::span<const DxfTag> tags, int handleCode,
+                                        AcDbDatabase& database) {
   std::vector<DxfTag> body;
   body.reserve(tags.size());
-  const int handleCode = dxfName() == "DIMSTYLE" ? 105 : 5;
   bool inFront = true;
   bool hasHandle = false;
   bool hasOwner = false;
@@ -304,11 +338,7 @@ void AcDbObject::dxfIn(std::span<const DxfTag> tags, AcDbDatabase& database) {
       body.push_back(tag);
     }
   }
-  AcDbDxfReader in(body, database);
-  dxfInFields(in);
-  std::vector<DxfExtra> extras = in.takeExtras();
-  if (!extras.empty()) rare().extras = std::move(extras);
-  if (m_rare) m_rare->xData.shrink();
+  return body;
 }
 
 void AcDbObject::dxfInBraces(std::span<const DxfTag> tags, AcDbDatabase& database) {
@@ -318,9 +348,9 @@ void AcDbObject::dxfInBraces(std::span<const DxfTag> tags, AcDbDatabase& databas
       r.extensionDictionary.isNull()) {
     r.extensionDictionary = idOfTag(content[0], database);
   } else if (tags[0].value == "{ACAD_REACTORS" && allOfCode(content, 330)) {
-    for (const DxfTag& tag : content) r.reactors.push_back(idOfTag(tag, database));
+    for (const DxfTag& tag : content) r.kept.own().reactors.push_back(idOfTag(tag, database));
   } else {
-    for (const DxfTag& tag : tags) r.groups.append(tag.code, tag.value);
+    for (const DxfTag& tag : tags) r.kept.own().groups.append(tag.code, tag.value);
   }
 }
 
@@ -330,13 +360,14 @@ void AcDbObject::dxfOut(AcDbDxfWriter& out) const {
   if (m_stub) out.handle(dxfName() == "DIMSTYLE" ? 105 : 5, handle());
   if (m_rare) dxfOutBraces(out);
   if (m_stub || !m_owner.isNull()) out.id(330, m_owner);
-  if (m_rare) m_rare->extraIsWritten.assign(m_rare->extras.size(), 0);
+  const std::vector<DxfExtra>& extras = keptSections();
+  if (!extras.empty()) m_rare->kept->extraIsWritten.assign(extras.size(), 0);
   writeExtras(out, {});
   dxfOutFields(out);
   if (!m_rare) return;
-  for (std::size_t i = 0; i < m_rare->extras.size(); ++i) {
-    const DxfExtra& extra = m_rare->extras[i];
-    if (m_rare->extraIsWritten[i]) continue;
+  for (std::size_t i = 0; i < extras.size(); ++i) {
+    const DxfExtra& extra = extras[i];
+    if (m_rare->kept->extraIsWritten[i]) continue;
     if (!extra.whole) out.subclass(extra.subclass);  // of a section that the class has not written this time
     out.kept(extra.tags, database());
   }
@@ -344,14 +375,14 @@ void AcDbObject::dxfOut(AcDbDxfWriter& out) const {
 }
 
 void AcDbObject::dxfOutBraces(AcDbDxfWriter& out) const {
-  out.kept(m_rare->groups, database());
+  out.kept(m_rare->kept->groups, database());
   if (m_rare->extensionDictionary.isValid() && !m_rare->extensionDictionary.isErased()) {
     out.text(102, "{ACAD_XDICTIONARY");
     out.id(360, m_rare->extensionDictionary);
     out.text(102, "}");
   }
   bool any = false;
-  for (const AcDbObjectId reactor : m_rare->reactors) {
+  for (const AcDbObjectId reactor : m_rare->kept->reactors) {
     if (reactor.isNull() || reactor.isErased()) continue;
     if (!any) out.text(102, "{ACAD_REACTORS");
     any = true;
@@ -370,26 +401,30 @@ std::string_view AcDbObject::dxfName() const {
 }
 
 void AcDbObject::writeExtras(AcDbDxfWriter& out, std::string_view subclass) const {
-  if (!m_rare) return;
-  m_rare->extraIsWritten.resize(m_rare->extras.size(), 0);
-  for (std::size_t i = 0; i < m_rare->extras.size(); ++i) {
-    const DxfExtra& extra = m_rare->extras[i];
-    if (extra.whole || extra.subclass != subclass || m_rare->extraIsWritten[i]) continue;
+  const std::vector<DxfExtra>& extras = keptSections();
+  if (extras.empty()) return;
+  std::vector<char>& written = m_rare->kept->extraIsWritten;
+  written.resize(extras.size(), 0);
+  for (std::size_t i = 0; i < extras.size(); ++i) {
+    const DxfExtra& extra = extras[i];
+    if (extra.whole || extra.subclass != subclass || written[i]) continue;
     out.kept(extra.tags, database());
-    m_rare->extraIsWritten[i] = 1;
+    written[i] = 1;
   }
 }
 
 const std::vector<DxfExtra>& AcDbObject::keptSections() const {
   static const std::vector<DxfExtra> none;
-  return m_rare ? m_rare->extras : none;
+  return m_rare ? m_rare->kept->extras : none;
 }
 
-void AcDbObject::setKeptSections(std::vector<DxfExtra> sections) { rare().extras = std::move(sections); }
+void AcDbObject::setKeptSections(std::vector<DxfExtra> sections) {
+  rare().kept.own().extras = std::move(sections);
+}
 
 bool AcDbObject::hasExtras(std::string_view subclass) const {
   if (!m_rare) return false;
-  for (const DxfExtra& extra : m_rare->extras) {
+  for (const DxfExtra& extra : m_rare->kept->extras) {
     if (!extra.whole && extra.subclass == subclass) return true;
   }
   return false;

@@ -132,6 +132,7 @@ private:
   friend class AcDbDatabase;
   struct Rare;  // xdata, extension dictionary, reactors, kept groups: few objects have any
   Rare& rare();
+  std::vector<DxfTag> sortOut(std::span<const DxfTag> tags, int handleCode, AcDbDatabase& database);
   void dxfInBraces(std::span<const DxfTag> tags, AcDbDatabase& database);
   void dxfOutBraces(AcDbDxfWriter& out) const;
   AcDbStub* m_stub = nullptr;

@@ -11,7 +11,7 @@
 template <unsigned Inline>
 class AcDbShortText {
 public:
-  AcDbShortText() { m_short[0] = 0; }
+  AcDbShortText() { m_text[0] = 0; }
   explicit AcDbShortText(std::wstring_view text) { take(text); }
   AcDbShortText(const AcDbShortText& other) { take(other.view()); }
   AcDbShortText(AcDbShortText&& other) noexcept : AcDbShortText() { swap(other); }
@@ -29,33 +29,53 @@ public:
     AcDbShortText fresh(text);  // first: the text may lie in this object
     swap(fresh);
   }
-  [[nodiscard]] const ACHAR* c_str() const { return isLong() ? m_long : m_short; }
+  /// Takes file text of a few printable ASCII characters that holds nothing to resolve.
+  /// @return false, nothing changed, for any other
+  bool assignPlain(std::string_view fileText) {
+    if (fileText.size() >= Inline) return false;
+    for (const char c : fileText) {
+      if (c < ' ' || c > '~' || c == '\\' || c == '^') return false;
+    }
+    release();
+    m_size = static_cast<Adesk::UInt32>(fileText.size());
+    for (std::size_t i = 0; i < fileText.size(); ++i) m_text[i] = static_cast<ACHAR>(fileText[i]);
+    m_text[fileText.size()] = 0;
+    return true;
+  }
+  [[nodiscard]] const ACHAR* c_str() const { return isLong() ? kept() : m_text; }
   [[nodiscard]] std::size_t size() const { return m_size; }
   [[nodiscard]] bool empty() const { return m_size == 0; }
   [[nodiscard]] std::wstring_view view() const { return {c_str(), m_size}; }
   void swap(AcDbShortText& other) noexcept {
-    std::byte mine[sizeof(m_short)];
-    std::memcpy(mine, m_short, sizeof(m_short));
-    std::memcpy(m_short, other.m_short, sizeof(m_short));
-    std::memcpy(other.m_short, mine, sizeof(m_short));
+    std::byte mine[sizeof m_text];
+    std::memcpy(mine, m_text, sizeof m_text);
+    std::memcpy(m_text, other.m_text, sizeof m_text);
+    std::memcpy(other.m_text, mine, sizeof m_text);
     std::swap(m_size, other.m_size);
   }
 
 private:
   [[nodiscard]] bool isLong() const { return m_size >= Inline; }
+  /// The memory of a long text, whose address lies where a short one has its characters.
+  [[nodiscard]] ACHAR* kept() const {
+    ACHAR* text = nullptr;
+    std::memcpy(&text, m_text, sizeof text);
+    return text;
+  }
   void release() {
-    if (isLong()) delete[] m_long;
+    if (isLong()) delete[] kept();
   }
   void take(std::wstring_view text) {
-    ACHAR* to = m_short;
-    if (text.size() >= Inline) to = m_long = new ACHAR[text.size() + 1];
+    ACHAR* to = m_text;
+    if (text.size() >= Inline) {
+      to = new ACHAR[text.size() + 1];
+      std::memcpy(m_text, &to, sizeof to);
+    }
     if (!text.empty()) std::memcpy(to, text.data(), text.size() * sizeof(ACHAR));
     to[text.size()] = 0;
-    m_size = text.size();
+    m_size = static_cast<Adesk::UInt32>(text.size());
   }
-  union {
-    ACHAR m_short[Inline];
-    ACHAR* m_long;
-  };
-  std::size_t m_size = 0;
+  static_assert(Inline * sizeof(ACHAR) >= sizeof(ACHAR*));
+  ACHAR m_text[Inline];
+  Adesk::UInt32 m_size = 0;
 };

@@ -31,15 +31,15 @@ AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId 
       m_style(style),
       m_text(text ? text : L"") {}
 
-AcGePoint3d AcDbText::position() const { return acdbToWorld(m_position, m_normal); }
-AcGePoint3d AcDbText::alignmentPoint() const { return acdbToWorld(m_alignment, m_normal); }
+AcGePoint3d AcDbText::position() const { return acdbToWorld(m_position, m_look->normal); }
+AcGePoint3d AcDbText::alignmentPoint() const { return acdbToWorld(m_look->alignment, m_look->normal); }
 
 Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& position) {
-  return change(m_position, acdbToPlane(position, m_normal));
+  return change(m_position, acdbToPlane(position, m_look->normal));
 }
 
 Acad::ErrorStatus AcDbText::setAlignmentPoint(const AcGePoint3d& point) {
-  const Acad::ErrorStatus status = change(m_alignment, acdbToPlane(point, m_normal));
+  const Acad::ErrorStatus status = changeLook(&Look::alignment, acdbToPlane(point, m_look->normal));
   if (status != Acad::eOk) return status;
   m_hasAlignment = true;
   if (!isDefaultAlignment()) adjustAlignment();
@@ -51,16 +51,16 @@ Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& normal) {
   if (status != Acad::eOk) return status;
   const AcGeVector3d unit = acdbUnitNormal(normal);
   m_position = acdbToPlane(position(), unit);
-  m_alignment = acdbToPlane(alignmentPoint(), unit);
-  m_normal = unit;
+  if (m_hasAlignment) m_look.set(&Look::alignment, acdbToPlane(alignmentPoint(), unit));
+  m_look.set(&Look::normal, unit);
   return status;
 }
 
-Acad::ErrorStatus AcDbText::setThickness(double thickness) { return change(m_thickness, thickness); }
+Acad::ErrorStatus AcDbText::setThickness(double thickness) { return changeLook(&Look::thickness, thickness); }
 
-double AcDbText::oblique() const { return acdbRadians(m_oblique); }
+double AcDbText::oblique() const { return acdbRadians(m_look->oblique); }
 Acad::ErrorStatus AcDbText::setOblique(double radians) {
-  return std::isfinite(radians) ? change(m_oblique, acdbDegrees(radians)) : Acad::eInvalidInput;
+  return std::isfinite(radians) ? changeLook(&Look::oblique, acdbDegrees(radians)) : Acad::eInvalidInput;
 }
 
 double AcDbText::rotation() const { return acdbRadians(m_rotation); }
@@ -73,7 +73,7 @@ Acad::ErrorStatus AcDbText::setHeight(double height) {
 }
 
 Acad::ErrorStatus AcDbText::setWidthFactor(double factor) {
-  return factor != 0 && std::isfinite(factor) ? change(m_widthFactor, factor) : Acad::eInvalidInput;
+  return factor != 0 && std::isfinite(factor) ? changeLook(&Look::widthFactor, factor) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
@@ -104,7 +104,7 @@ Acad::ErrorStatus AcDbText::setModes(int horizontal, int vertical) {
   m_horizontal = static_cast<Adesk::Int8>(horizontal);
   m_vertical = static_cast<Adesk::Int8>(vertical);
   if (!isDefaultAlignment() && !m_hasAlignment) {
-    m_alignment = m_position;
+    m_look.set(&Look::alignment, m_position);
     m_hasAlignment = true;
   }
   return status;
@@ -126,7 +126,7 @@ void AcDbText::setDatabaseDefaults(AcDbDatabase* database) {
 }
 
 AcDbTextSize AcDbText::measure() const {
-  return acdbTextExtents(m_text.view(), m_style, m_height, m_widthFactor);
+  return acdbTextExtents(m_text.view(), m_style, m_height, m_look->widthFactor);
 }
 
 // Where the base line starts. Aligned and fitted texts run from the position; the others hang on the
@@ -147,8 +147,8 @@ AcGePoint3d AcDbText::basePoint() const {
   if (isMirroredInY()) up = -up;
   const AcGeVector2d along = direction(m_rotation);
   const AcGeVector2d upwards = along.perpVector();
-  return {m_alignment.x - along.x * right - upwards.x * up, m_alignment.y - along.y * right - upwards.y * up,
-          m_alignment.z};
+  const AcGePoint3d& hook = m_look->alignment;
+  return {hook.x - along.x * right - upwards.x * up, hook.y - along.y * right - upwards.y * up, hook.z};
 }
 
 Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
@@ -159,25 +159,24 @@ Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
     m_position = basePoint();
     return status;
   }
-  const AcGeVector2d along(m_alignment.x - m_position.x, m_alignment.y - m_position.y);
+  const AcGeVector2d along(m_look->alignment.x - m_position.x, m_look->alignment.y - m_position.y);
   const AcDbTextSize size = measure();
   if (!(along.length() > 0) || !(size.width > 0)) return Acad::eDegenerateGeometry;
   m_rotation = acdbDegrees(along.angle());
   const double grow = along.length() / size.width;
-  (m_horizontal == AcDb::kTextAlign ? m_height : m_widthFactor) *= grow;
+  if (m_horizontal == AcDb::kTextAlign)
+    m_height *= grow;
+  else
+    m_look.set(&Look::widthFactor, m_look->widthFactor * grow);
   return status;
 }
 
 void AcDbText::copyLook(const AcDbText& other) {
   m_position = other.m_position;
-  m_alignment = other.m_alignment;
-  m_normal = other.m_normal;
   m_height = other.m_height;
   m_rotation = other.m_rotation;
-  m_widthFactor = other.m_widthFactor;
-  m_oblique = other.m_oblique;
-  m_thickness = other.m_thickness;
   m_style = other.m_style;
+  m_look = other.m_look;
   m_text = other.m_text;
   m_generation = other.m_generation;
   m_horizontal = other.m_horizontal;
@@ -196,7 +195,7 @@ Acad::ErrorStatus AcDbText::transformBy(const AcGeMatrix3d& matrix) { return mov
 Acad::ErrorStatus AcDbText::placeBy(const AcGeMatrix3d& matrix) { return moveBy(matrix, true); }
 
 Acad::ErrorStatus AcDbText::moveBy(const AcGeMatrix3d& matrix, bool dropSkew) {
-  const AcDbPlaneMap plane(matrix, m_normal);
+  const AcDbPlaneMap plane(matrix, m_look->normal);
   if (!plane.valid) return Acad::eCannotScaleNonUniformly;
   const AcGeVector2d along = direction(m_rotation);
   const AcGeVector3d x = plane.map * AcGeVector3d(along.x, along.y, 0);
@@ -208,11 +207,11 @@ Acad::ErrorStatus AcDbText::moveBy(const AcGeMatrix3d& matrix, bool dropSkew) {
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
   m_position = plane.map * m_position;
-  m_alignment = plane.map * m_alignment;
-  m_normal = plane.normal;
-  m_thickness *= plane.depth;
+  if (m_hasAlignment) m_look.set(&Look::alignment, plane.map * m_look->alignment);
+  m_look.set(&Look::normal, plane.normal);
+  m_look.set(&Look::thickness, m_look->thickness * plane.depth);
   m_height *= plane.conformal ? plane.factor : ly;
-  if (!plane.conformal) m_widthFactor *= lx / ly;
+  if (!plane.conformal) m_look.set(&Look::widthFactor, m_look->widthFactor * (lx / ly));
   double turned = plane.turned(m_rotation);
   if (!plane.conformal) turned = acdbDegrees(AcGeVector2d(x.x, x.y).angle());
   if (plane.mirrored) {
@@ -231,7 +230,8 @@ void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
   const AcGeVector2d right = direction(m_rotation);
   const AcGeVector2d along = right * (isMirroredInX() ? -1.0 : 1.0);
   const AcGeVector2d up = right.perpVector() * (isMirroredInY() ? -1.0 : 1.0);
-  const double slant = m_oblique == 0.0 ? 0.0 : std::tan(acdbRadians(std::fmod(m_oblique, 180)));
+  const double oblique = m_look->oblique;
+  const double slant = oblique == 0.0 ? 0.0 : std::tan(acdbRadians(std::fmod(oblique, 180)));
   const double lean = std::fabs(slant) < 12 ? slant : 0.0;  // beyond 85 degrees no program draws
   const auto corner = [&](double u, double v) {
     const double shift = u + v * lean;
@@ -240,8 +240,9 @@ void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
   const AcGePoint3d corners[] = {corner(0.0, -size.descent), corner(size.width, -size.descent),
                                  corner(size.width, size.height), corner(0.0, size.height)};
   AcGiGeometry& geometry = draw.geometry();
-  if (m_normal == AcGeVector3d::kZAxis) return geometry.area(corners);
-  geometry.pushModelTransform(AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_normal)));
+  const AcGeVector3d& normal = m_look->normal;
+  if (normal == AcGeVector3d::kZAxis) return geometry.area(corners);
+  geometry.pushModelTransform(AcGeMatrix3d::planeToWorld(acdbUnitNormal(normal)));
   geometry.area(corners);
   geometry.popModelTransform();
 }
@@ -249,25 +250,25 @@ void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
 bool AcDbText::takeTextGroup(AcDbDxfReader& in) {
   switch (in.code()) {
     case 1:
-      m_text.assign(in.wide());
+      in.wide(m_text);
       return true;
     case 7:
       m_style = in.textStyle();
       return true;
     case 39:
-      m_thickness = in.real();
+      m_look.set(&Look::thickness, in.real());
       return true;
     case 40:
       m_height = in.real();
       return true;
     case 41:
-      m_widthFactor = in.real();
+      m_look.set(&Look::widthFactor, in.real());
       return true;
     case 50:
       m_rotation = in.real();
       return true;
     case 51:
-      m_oblique = in.real();
+      m_look.set(&Look::oblique, in.real());
       return true;
     case 71:
       m_generation = static_cast<Adesk::Int16>(in.integer());
@@ -277,9 +278,10 @@ bool AcDbText::takeTextGroup(AcDbDxfReader& in) {
       return true;
     case 11:
       m_hasAlignment = true;
-      return in.coordinate(11, m_alignment);
+      [[fallthrough]];
     default:
-      return in.coordinate(10, m_position) || in.coordinate(11, m_alignment) || in.coordinate(210, m_normal);
+      return in.coordinate(10, m_position) || in.coordinate(11, m_look, &Look::alignment) ||
+             in.coordinate(210, m_look, &Look::normal);
   }
 }
 
@@ -301,21 +303,22 @@ void AcDbText::dxfInFields(AcDbDxfReader& in) {
 void AcDbText::writeTextSection(AcDbDxfWriter& out) const {
   AcDbEntity::dxfOutFields(out);
   out.subclass("AcDbText");
-  if (m_thickness != 0.0) out.real(39, m_thickness);
+  const Look& look = *m_look;
+  if (look.thickness != 0.0) out.real(39, look.thickness);
   out.point(10, m_position);
   out.real(40, m_height);
   out.wide(1, m_text.view());
   if (m_rotation != 0.0) out.real(50, m_rotation);
-  if (m_widthFactor != 1.0) out.real(41, m_widthFactor);
-  if (m_oblique != 0.0) out.real(51, m_oblique);
+  if (look.widthFactor != 1.0) out.real(41, look.widthFactor);
+  if (look.oblique != 0.0) out.real(51, look.oblique);
   if (const auto* style =
           m_style.isValid() ? AcDbTextStyleTableRecord::cast(m_style.stub()->object) : nullptr) {
     if (style->name() != L"Standard") out.wide(7, style->name());
   }
   if (m_generation != 0) out.integer(71, m_generation);
   if (m_horizontal != 0) out.integer(72, m_horizontal);
-  if (m_hasAlignment) out.point(11, m_alignment);
-  out.normal(m_normal);
+  if (m_hasAlignment) out.point(11, look.alignment);
+  out.normal(look.normal);
 }
 
 void AcDbText::writeVerticalMode(AcDbDxfWriter& out, int code) const {
@@ -336,14 +339,10 @@ void AcDbText::visitReferences(const std::function<void(AcDbObjectId&)>& visit) 
 
 void AcDbText::exchangeFields(AcDbText& other) {
   std::swap(m_position, other.m_position);
-  std::swap(m_alignment, other.m_alignment);
-  std::swap(m_normal, other.m_normal);
   std::swap(m_height, other.m_height);
   std::swap(m_rotation, other.m_rotation);
-  std::swap(m_widthFactor, other.m_widthFactor);
-  std::swap(m_oblique, other.m_oblique);
-  std::swap(m_thickness, other.m_thickness);
   std::swap(m_style, other.m_style);
+  m_look.swap(other.m_look);
   m_text.swap(other.m_text);
   std::swap(m_generation, other.m_generation);
   std::swap(m_horizontal, other.m_horizontal);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arx/db/dbents.h"
+#include "arx/db/dbrarely.h"
 #include "arx/db/dbshorttext.h"
 #include "arx/db/dbtextsize.h"
 
@@ -25,9 +26,9 @@ public:
   /// Also computes the position anew.
   Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
   [[nodiscard]] bool isDefaultAlignment() const { return m_horizontal == 0 && m_vertical == 0; }
-  [[nodiscard]] AcGeVector3d normal() const { return m_normal; }
+  [[nodiscard]] AcGeVector3d normal() const { return m_look->normal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);  ///< the points stay in the world
-  [[nodiscard]] double thickness() const { return m_thickness; }
+  [[nodiscard]] double thickness() const { return m_look->thickness; }
   Acad::ErrorStatus setThickness(double thickness);
   [[nodiscard]] double oblique() const;  ///< radians
   Acad::ErrorStatus setOblique(double radians);
@@ -35,7 +36,7 @@ public:
   Acad::ErrorStatus setRotation(double radians);
   [[nodiscard]] double height() const { return m_height; }
   Acad::ErrorStatus setHeight(double height);  ///< `eInvalidInput` unless above 0
-  [[nodiscard]] double widthFactor() const { return m_widthFactor; }
+  [[nodiscard]] double widthFactor() const { return m_look->widthFactor; }
   Acad::ErrorStatus setWidthFactor(double factor);  ///< `eInvalidInput` for 0 or not finite
   [[nodiscard]] AcString textString() const { return AcString(m_text.view()); }
   [[nodiscard]] const ACHAR* textStringConst() const { return m_text.c_str(); }
@@ -87,19 +88,29 @@ protected:
   Acad::ErrorStatus placeBy(const AcGeMatrix3d& matrix);
 
 private:
+  struct Look {
+    AcGePoint3d alignment;  // own plane
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    double widthFactor = 1.0;
+    double oblique = 0.0;  // degrees, as in the file
+    double thickness = 0.0;
+  };
+  /// Sets one of the rare fields of a text that is open for writing; the status otherwise.
+  template <class Value>
+  Acad::ErrorStatus changeLook(Value Look::*field, const std::type_identity_t<Value>& value) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_look.set(field, value);
+    return status;
+  }
   [[nodiscard]] AcGePoint3d basePoint() const;  // start of the base line, own plane
   Acad::ErrorStatus setModes(int horizontal, int vertical);
   Acad::ErrorStatus moveBy(const AcGeMatrix3d& matrix, bool dropSkew);
-  AcGePoint3d m_position;  // own plane, likewise the next
-  AcGePoint3d m_alignment;
-  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+  AcGePoint3d m_position;  // own plane
   double m_height = 0.0;
-  double m_rotation = 0.0;  // degrees, as in the file, likewise the oblique angle
-  double m_widthFactor = 1.0;
-  double m_oblique = 0.0;
-  double m_thickness = 0.0;
+  double m_rotation = 0.0;  // degrees, as in the file
   AcDbObjectId m_style;
-  AcDbShortText<16> m_text;
+  AcDbRarely<Look> m_look;
+  AcDbShortText<11> m_text;
   Adesk::Int16 m_generation = 0;
   Adesk::Int8 m_horizontal = 0;
   Adesk::Int8 m_vertical = 0;

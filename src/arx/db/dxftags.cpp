@@ -158,17 +158,27 @@ std::string dxfFromWide(std::wstring_view text) {
 }
 
 void dxfAppendCode(std::string& text, int code) {
-  char line[16] = {' ', ' '};
-  char* const digits = line + 2;
-  char* const end = std::to_chars(digits, line + sizeof line - 1, code).ptr;
-  const char* const start = digits - std::max<std::ptrdiff_t>(0, 3 - (end - digits));  // three columns wide
-  *end = '\n';
-  text.append(start, static_cast<std::size_t>(end + 1 - start));
+  char line[16];
+  char* end = line;
+  const auto digit = [](int value) { return static_cast<char>('0' + value % 10); };
+  if (code >= 0 && code < 1000) {
+    *end++ = code < 100 ? ' ' : digit(code / 100);
+    *end++ = code < 10 ? ' ' : digit(code / 10);
+    *end++ = digit(code);
+  } else {
+    if (code > -10 && code < 0) *end++ = ' ';
+    end = std::to_chars(end, line + sizeof line - 1, code).ptr;
+  }
+  *end++ = '\n';
+  text.append(line, static_cast<std::size_t>(end - line));
 }
 
 void dxfAppendValue(std::string& text, std::string_view value) {
   const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
-  if (std::none_of(value.begin(), value.end(), isLineEnd)) {
+  constexpr std::size_t kShort = 24;  // looked through faster than a search is called
+  const bool plain = value.size() < kShort ? std::none_of(value.begin(), value.end(), isLineEnd)
+                                           : value.find('\n') == value.npos && value.find('\r') == value.npos;
+  if (plain) {
     text += value;
   } else {
     for (const char c : value) {

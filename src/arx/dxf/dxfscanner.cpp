@@ -3,17 +3,31 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{1} << 20U;
+constexpr std::size_t kSlack = 4;  // bytes behind the buffer's end that a look ahead may touch
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view withoutBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+bool isAscii(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  std::uint64_t seen = 0;
+  for (; text.size() >= sizeof seen; text.remove_prefix(sizeof seen)) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data(), sizeof eight);
+    seen |= eight;
+  }
+  for (const char c : text) seen |= static_cast<unsigned char>(c);
+  return (seen & kHighBits) == 0;
 }
 
 /// Value of a header variable in raw text: the second line behind its name.
@@ -93,7 +107,7 @@ void DxfScanner::refuseZero(std::string_view part) const {
 void DxfScanner::decode(std::size_t from, std::size_t to) {
   const std::string_view part(m_buffer.get() + from, to - from);
   refuseZero(part);
-  const bool ascii = std::none_of(part.begin(), part.end(), [](char c) { return (c & 0x80) != 0; });
+  const bool ascii = isAscii(part);
   const bool named = m_legacy && !m_codePage.empty();
   const bool plain = ascii || (!named && veltora::base::isUtf8(part));
   if (plain && !hasLoneReturn(part)) return;
@@ -103,7 +117,7 @@ void DxfScanner::decode(std::size_t from, std::size_t to) {
   std::unique_ptr<char[]> larger;
   if (from + text.size() + tail + 1 > m_capacity) {
     m_capacity = from + text.size() + tail + kPiece;
-    larger.reset(new char[m_capacity]);
+    larger.reset(new char[m_capacity + kSlack]);
     std::memcpy(larger.get(), m_buffer.get(), from);
   }
   char* target = larger ? larger.get() : m_buffer.get();
@@ -140,7 +154,7 @@ void DxfScanner::fill() {
   while (!m_atEnd && lineEnd == 0) {
     if (m_capacity - m_fill < kPiece + 1) {
       m_capacity = std::max(2 * m_capacity, 2 * kPiece + 1);
-      std::unique_ptr<char[]> larger(new char[m_capacity]);
+      std::unique_ptr<char[]> larger(new char[m_capacity + kSlack]);
       if (m_fill) std::memcpy(larger.get(), m_buffer.get(), m_fill);
       m_buffer = std::move(larger);
     }
@@ -164,7 +178,22 @@ void DxfScanner::fill() {
   decode(from, m_limit);
 }
 
-bool DxfScanner::readCode(const char*& at, int& code) const {
+namespace {
+
+/// A line with a group code, which must end within the buffer; `at` then stands behind its end.
+inline bool readCode(const char*& at, int& code) {
+  const auto digit = [](char c) { return static_cast<unsigned>(c - '0'); };
+  // As nearly all programs write it: up to three digits, right-justified.
+  const unsigned last = digit(at[2]);
+  if (last < 10 && at[3] == '\n') {
+    const unsigned second = at[1] == ' ' && at[0] == ' ' ? 0 : digit(at[1]);
+    const unsigned first = at[0] == ' ' ? 0 : digit(at[0]);
+    if (second < 10 && first < 10) {
+      code = static_cast<int>(first * 100 + second * 10 + last);
+      at += 4;
+      return true;
+    }
+  }
   while (*at == ' ' || *at == '\t') ++at;
   const bool negative = *at == '-';
   if (negative) ++at;
@@ -176,6 +205,8 @@ bool DxfScanner::readCode(const char*& at, int& code) const {
   code = negative ? -value : value;
   return *at++ == '\n';
 }
+
+}  // namespace
 
 DxfScanner::Status DxfScanner::group(DxfTag& tag) {
   const char* at = m_buffer.get() + m_at;

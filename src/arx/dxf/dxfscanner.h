@@ -44,7 +44,6 @@ private:
   enum class Status { kGroup, kMore, kEnd };
   Status group(DxfTag& tag);
   Status readItem();
-  bool readCode(const char*& at, int& code) const;
   void fill();
   void start();
   void inspectHead();

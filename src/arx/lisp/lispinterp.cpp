@@ -16,6 +16,7 @@
 
 #include <pthread.h>
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -111,7 +112,7 @@ bool callHandler(Interpreter& in, const LispError& error) {
 }  // namespace
 
 Interpreter::Interpreter(Host host, Limits limits) : m_host(std::move(host)), m_limits(limits) {
-  Object::ceiling = m_limits.objects;
+  m_account.ceiling = static_cast<std::ptrdiff_t>(m_limits.objects);
   m_sources.emplace_back();
   m_nothing = intern(L"");
   m_nothing->value = Value::symbol(m_nothing);
@@ -137,9 +138,12 @@ Interpreter::Interpreter(Host host, Limits limits) : m_host(std::move(host)), m_
 }
 
 Interpreter::~Interpreter() {
+  const AccountScope work = atWork();
+  hostState.reset();
   m_bindings.clear();
   // Values refer to symbols: all of them go before any symbol does.
   for (auto& [name, symbol] : m_symbols) symbol->value = {};
+  assert(m_account.alive == 0);
 }
 
 void Interpreter::install(std::span<const Subr> functions) {
@@ -351,6 +355,7 @@ Value Interpreter::evalText(const std::wstring& text, const std::wstring& source
 }
 
 std::optional<Value> Interpreter::run(const std::function<Value()>& work, LispError& error, bool& handled) {
+  const AccountScope atRun = atWork();
   const std::size_t before = mark();
   std::optional<Value> result;
   handled = false;

@@ -68,6 +68,9 @@ public:
   /// @param rest (parameters / locals) followed by the body
   Value makeFunction(Symbol* name, const Value& rest);
 
+  /// To be held while values of this interpreter are made, used or let go from outside of `run`: what they
+  /// take counts for it, and not for another.
+  [[nodiscard]] AccountScope atWork() { return AccountScope(m_account); }
   /// Reads all forms of a text and evaluates them; the value of the last. Errors are thrown as `LispError`,
   /// the bindings then still those of the failing place until `unwind`.
   /// @param source name for messages, empty for what was typed  @param more supplies lines while a form is
@@ -143,6 +146,7 @@ private:
   };
   Host m_host;
   Limits m_limits;
+  Account m_account;
   std::unordered_map<std::wstring, std::unique_ptr<Symbol>> m_symbols;
   std::vector<std::wstring> m_sources;
   std::vector<Binding> m_bindings;

@@ -6,6 +6,9 @@
 
 namespace aclisp {
 
+Account outsideAccount;
+Account* currentAccount = &outsideAccount;
+
 void refuseMoreObjects() { throw LispError{LispError::kError, L"mémoire insuffisante", {}, {}}; }
 
 namespace {
@@ -30,7 +33,8 @@ void takeApart(Object* object, std::vector<Value>& parts) {
 
 void freeObject(Object* object) {
   const bool text = object->kind == static_cast<std::uint32_t>(Kind::kString);
-  Object::alive -= text ? static_cast<const Text*>(object)->weight() : 1;
+  const std::size_t weight = text ? static_cast<const Text*>(object)->weight() : 1;
+  currentAccount->alive -= static_cast<std::ptrdiff_t>(weight);
   switch (static_cast<Kind>(object->kind)) {
     case Kind::kString:
       delete static_cast<Text*>(object);

@@ -2,6 +2,7 @@
 
 #include "arx/adesk.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -13,7 +14,7 @@
 namespace aclisp {
 
 class Value;
-/// Fails with a `LispError`: `Object::ceiling` is reached.
+/// Fails with a `LispError`: the ceiling of objects is reached.
 [[noreturn]] void refuseMoreObjects();
 struct Symbol;
 struct Subr;
@@ -42,11 +43,29 @@ struct Object {
   std::uint32_t file : 9;
   std::uint32_t line : 19;
   explicit Object(Kind k) : kind(static_cast<std::uint32_t>(k) & 0xF), file(0), line(0) {}
-  /// Room that the living objects of the process take, in units of a list cell; long texts count more than
-  /// one.
-  static inline std::size_t alive = 0;
-  /// Where making more is refused with a `LispError`; set by the interpreter.
-  static inline std::size_t ceiling = SIZE_MAX;
+};
+
+/// Room that the living objects of an interpreter take, in units of a list cell; long texts count more than
+/// one.
+struct Account {
+  std::ptrdiff_t alive = 0;
+  std::ptrdiff_t ceiling = PTRDIFF_MAX;  ///< where making more is refused with a `LispError`
+};
+/// For what is made while no interpreter is at work.
+ARX_API extern Account outsideAccount;
+/// Where making and dying count: values do not pass from one interpreter to another.
+ARX_API extern Account* currentAccount;
+
+/// Has an account count while it lives.
+class AccountScope {
+public:
+  explicit AccountScope(Account& account) : m_before(std::exchange(currentAccount, &account)) {}
+  ~AccountScope() { currentAccount = m_before; }
+  AccountScope(const AccountScope&) = delete;
+  AccountScope& operator=(const AccountScope&) = delete;
+
+private:
+  Account* m_before;
 };
 
 class ARX_API Value {
@@ -78,7 +97,7 @@ public:
   static Value subr(const Subr* subr);
   static Value text(std::wstring text);
   static Value cons(Value car, Value cdr);
-  /// Takes over an object just made. @param weight its room as in `Object::alive`
+  /// Takes over an object just made. @param weight its room as in `Account::alive`
   static Value adopt(Object* object, std::size_t weight = 1);
 
   [[nodiscard]] Kind kind() const { return m_kind; }
@@ -189,19 +208,19 @@ inline Value Value::subr(const Subr* subr) {
   return v;
 }
 inline Value Value::adopt(Object* object, std::size_t weight) {
-  Object::alive += weight;
+  currentAccount->alive += static_cast<std::ptrdiff_t>(weight);
   Value v;
   v.m_kind = static_cast<Kind>(object->kind);
   v.m_data.object = object;
   return v;
 }
 inline Value Value::text(std::wstring text) {
-  if (Object::alive >= Object::ceiling) refuseMoreObjects();
+  if (currentAccount->alive >= currentAccount->ceiling) refuseMoreObjects();
   auto* const made = new Text(std::move(text));
   return adopt(made, made->weight());
 }
 inline Value Value::cons(Value car, Value cdr) {
-  if (Object::alive >= Object::ceiling) refuseMoreObjects();
+  if (currentAccount->alive >= currentAccount->ceiling) refuseMoreObjects();
   return adopt(new Cons(std::move(car), std::move(cdr)));
 }
 inline const std::wstring& Value::asText() const { return static_cast<const Text*>(m_data.object)->text; }

@@ -101,6 +101,7 @@ std::optional<std::wstring> nextLine(const Interpreter& in) {
 }
 
 resbuf* evaluate(Interpreter& in, const std::wstring& expression) {
+  const AccountScope work = in.atWork();
   HostState& state = hostState(in);
   // An expression that answers a prompt within a command leaves that command's answers alone.
   std::vector<CommandAnswer> outer = std::exchange(state.pending, {});
@@ -137,6 +138,7 @@ resbuf* evaluate(Interpreter& in, const std::wstring& expression) {
 
 void aclispInstall() {
   const auto interpreter = std::make_shared<Interpreter>(makeHost());
+  const AccountScope work = interpreter->atWork();
   interpreter->install(inputFunctions());
   interpreter->install(entityFunctions());
   interpreter->install(selectionFunctions());
