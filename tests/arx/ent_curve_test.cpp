@@ -647,6 +647,12 @@ TEST(CurveSearch, FindsToTheBitWhatTheWalkOverAllPiecesFinds) {
       } else {
         EXPECT_GT(std::hypot(right.x - given.x, right.y - given.y), reach) << i;
       }
+      for (const AcGePoint3d& on : {right, given}) {
+        double wanted = -1, param = -1;
+        const bool onCurve = curve->getParamAtPoint(on, wanted) == Acad::eOk;
+        EXPECT_EQ(search.paramAtPoint(on, param), onCurve) << i;
+        EXPECT_EQ(param, wanted) << i;
+      }
     }
     EXPECT_GT(found, 130);
   }

@@ -52,6 +52,42 @@ TEST_F(Legende, TheFirstPlaceThatSaysSomethingCounts) {
   EXPECT_FALSE(decrireBloc(entites_[0], L"x")) << "no block";
 }
 
+// Line ends and long texts are kept as they are with the block, saved and read; the legend writes them on one
+// line.
+TEST_F(Legende, AnyDescriptionIsKeptAndDrawnOnOneLine) {
+  for (const std::wstring& texte : {std::wstring(L"un\ndeux\r\ntrois"), std::wstring(10000, L'é')}) {
+    ASSERT_TRUE(decrireBloc(bloc, texte));
+    dessinerLegende({{listerBlocs()[0], descriptionBloc(bloc)}}, {}, {0, 0});
+    const DossierTemporaire dossier;
+    const std::wstring fichier = base::fromUtf8((dossier.chemin / "l.dxf").string());
+    ASSERT_EQ(dessin.saveAs(fichier.c_str()), Acad::eOk);
+    AcDbDatabase relu(false);
+    ASSERT_EQ(relu.readDwgFile(fichier.c_str()), Acad::eOk);
+    AcDbObjectId definition;
+    AcDbObjectPointer<AcDbSymbolTable>(relu.blockTableId())->getIdAt(L"Regard", definition);
+    EXPECT_EQ(descriptionsBloc(definition), (std::vector<std::wstring>{texte}));
+    const AcDbObjectPointer<AcDbBlockTableRecord> espace(relu.modelSpaceId());
+    const AcDbObjectPointer<AcDbText> ecrit(espace->entities().back());
+    EXPECT_EQ(ecrit->textString(), texte.size() < 20 ? L"un deux trois" : texte);
+  }
+}
+
+// A block that shows itself has the box of what else it shows.
+TEST_F(Legende, ABlockThatHoldsItselfIsListedAndDrawn) {
+  {
+    const AcDbObjectPointer<AcDbBlockTableRecord> definition(bloc, AcDb::kForWrite);
+    auto* soi = new AcDbBlockReference({5, 0, 0}, bloc);
+    EXPECT_EQ(definition->appendAcDbEntity(soi), Acad::eOk);
+    soi->close();
+  }
+  const std::vector<infoBlocks> blocs = listerBlocs();
+  ASSERT_EQ(blocs.size(), 1U);
+  EXPECT_GE(blocs[0].tailleX, 1.0);
+  dessinerLegende({{blocs[0], L"soi"}}, {}, {0, 0});
+  const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId());
+  EXPECT_EQ(espace->entities().size(), 2U);
+}
+
 TEST_F(Legende, LinesAreAsFarApartAsTheyMustBe) {
   const std::vector<infoBlocks> blocs = listerBlocs();
   ASSERT_EQ(blocs.size(), 1U);

@@ -1,8 +1,10 @@
 #include "app/jobs/table.h"
 
+#include "app/jobs/aplatir.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
 #include "app/jobs/importer.h"
+#include "app/jobs/legende.h"
 #include "app/jobs/lisp.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
@@ -26,6 +28,9 @@ std::span<const Job> jobTable() {
        declareImporter},
       {"exporter", "Écrit les points d'un dessin dans un fichier de coordonnées", declareExporter},
       {"tableau", "Dessine le tableau des coordonnées des points d'un dessin", declareTableau},
+      {"legende", "Dessine la légende d'un dessin : ses blocs avec leurs descriptions, ses calques",
+       declareLegende},
+      {"aplatir", "Fait des polylignes 2D des polylignes 3D d'un dessin", declareAplatir},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace veltora::app {
 
@@ -24,6 +25,23 @@ CLI::Validator between(double least, double largest) {
     double value = 0.0;
     if (base::lireReelExact(text, value) && value >= least && value <= largest) return std::string();
     return base::formater("« %s » n'est pas un nombre de %g à %g", text, least, largest);
+  };
+  return {check, ""};
+}
+
+std::optional<std::pair<double, double>> readPlanPoint(const std::string& text) {
+  const std::size_t comma = text.find(',');
+  double x = 0.0;
+  double y = 0.0;
+  if (comma == std::string::npos || !base::lireReelExact(text.substr(0, comma), x) ||
+      !base::lireReelExact(text.substr(comma + 1), y) || !std::isfinite(x) || !std::isfinite(y))
+    return std::nullopt;
+  return std::pair(x, y);
+}
+
+CLI::Validator planPoint() {
+  const auto check = [](const std::string& text) {
+    return readPlanPoint(text) ? std::string() : base::formater("« %s » n'est pas un point x,y", text);
   };
   return {check, ""};
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Checks of option values whose messages are French, begin with "« " and are shown behind the option's name.
@@ -12,6 +14,11 @@ CLI::Validator between(int least, int largest);
 
 /// A number from `least` to `largest`.
 CLI::Validator between(double least, double largest);
+
+/// A point of the plan, "x,y".
+CLI::Validator planPoint();
+/// The two numbers of what `planPoint` took; nothing for any other text.
+std::optional<std::pair<double, double>> readPlanPoint(const std::string& text);
 
 /// One of these words. @param shown the words as the message tells them, where they are not told as they are
 CLI::Validator oneOf(std::vector<std::string> words, std::string shown = {});

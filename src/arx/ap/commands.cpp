@@ -2,9 +2,12 @@
 
 #include "arx/ap/commands_draw.h"
 #include "arx/ap/commands_edit.h"
+#include "arx/ap/commands_explode.h"
 #include "arx/ap/commands_files.h"
 #include "arx/ap/commands_layer.h"
+#include "arx/ap/commands_offset.h"
 #include "arx/ap/commands_text.h"
+#include "arx/ap/commands_transform.h"
 #include "arx/ap/commands_undo.h"
 #include "arx/ap/commands_view.h"
 #include "arx/ed/accmd.h"
@@ -45,6 +48,18 @@ void acapRegisterCommands() {
        L"Efface les entités choisies"},
       {L"MOVE", L"DEPLACER", ACRX_CMD_USEPICKSET, arx_commands::moveEntities, L"Dessiner",
        L"Déplace les entités choisies"},
+      {L"COPY", L"COPIER", ACRX_CMD_USEPICKSET, arx_commands::copyEntities, L"Dessiner",
+       L"Copie les entités choisies à d'autres endroits"},
+      {L"ROTATE", L"ROTATION", ACRX_CMD_USEPICKSET, arx_commands::rotateEntities, L"Dessiner",
+       L"Tourne les entités choisies"},
+      {L"SCALE", L"ECHELLE", ACRX_CMD_USEPICKSET, arx_commands::scaleEntities, L"Dessiner",
+       L"Agrandit ou réduit les entités choisies"},
+      {L"MIRROR", L"MIROIR", ACRX_CMD_USEPICKSET, arx_commands::mirrorEntities, L"Dessiner",
+       L"Les entités choisies vues dans un miroir"},
+      {L"OFFSET", L"DECALER", ACRX_CMD_MODAL, arx_commands::offsetEntity, L"Dessiner",
+       L"Parallèles d'une ligne, d'un cercle, d'une polyligne"},
+      {L"EXPLODE", L"DECOMPOS", ACRX_CMD_USEPICKSET, arx_commands::explodeEntities, L"Dessiner",
+       L"Décompose polylignes, blocs et textes multilignes"},
       {L"LINE", L"LIGNE", ACRX_CMD_MODAL, arx_commands::line, L"Dessiner",
        L"Des lignes d'un point à l'autre"},
       {L"PLINE", L"POLYLIGN", ACRX_CMD_MODAL, arx_commands::polyline, L"Dessiner", L"Une polyligne"},

@@ -3,14 +3,13 @@
 #include "arx/ap/acdocman.h"
 #include "arx/ap/commands_shared.h"
 #include "arx/db/dballents.h"
-#include "arx/db/dbgroupmap.h"
+#include "arx/ed/acutads.h"
 #include "arx/ed/edgroups.h"
-#include "arx/ed/edports.h"
-#include "arx/ed/edselect.h"
 #include "base/text.h"
 
-#include <cmath>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace base = veltora::base;
 
@@ -90,67 +89,29 @@ void listEntity(const AcDbEntity& entity) {
   listExtents(entity);
 }
 
-/// The pick-first set, else what the user selects.
-bool select(ads_name set) {
-  if (acedSSGet(L"I", nullptr, nullptr, nullptr, set) == RTNORM) {
-    acedSSSetFirst(nullptr, nullptr);
-    return true;
-  }
-  return acedSSGet(nullptr, nullptr, nullptr, nullptr, set) == RTNORM;
-}
-
-/// Does something to the entities of a set that are on no locked layer. @return how many took it
-template <class Work>
-int change(const ads_name set, Work work) {
-  int count = 0;
-  for (const AcDbObjectId id : acedSSEntities(set)) {
-    const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
-    if (!entity) continue;
-    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId());
-    if (layer && layer->isLocked()) continue;
-    if (work(*entity) == Acad::eOk) ++count;
-  }
-  return count;
-}
-
 }  // namespace
 
 namespace arx_commands {
 
 void listEntities() {
-  ads_name set;
-  if (!select(set)) return;
-  for (const AcDbObjectId id : acedSSEntities(set)) {
+  const std::optional<std::vector<AcDbObjectId>> entities = selectEntities();
+  if (!entities) return;
+  for (const AcDbObjectId id : *entities) {
     const AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity) listEntity(*entity);
   }
   acedPrompt(L"\n");
-  acedSSFree(set);
 }
 
 void eraseEntities() {
-  ads_name set;
-  if (!select(set)) return;
-  acutPrintf(L"\n%d objet(s) effacé(s)\n", change(set, [](AcDbEntity& entity) { return entity.erase(); }));
-  acedSSFree(set);
-}
-
-void moveEntities() {
-  ads_name set;
-  AcGePoint3d from;
-  AcGePoint3d to;
-  if (!select(set)) return;
-  if (askPoint(L"\nPoint de base : ", from) == RTNORM &&
-      askPoint(L"\nDeuxième point : ", to, &from) == RTNORM) {
-    const AcGeMatrix3d shift = AcGeMatrix3d::translation(to - from);
-    if (const std::wstring immovable = acdbImmovable(acedSSEntities(set)); !immovable.empty()) {
-      acedSSFree(set);
-      return acedRefuse(L"Rien n'est déplacé, ces objets ne peuvent pas l'être : " + immovable + L".");
-    }
-    acutPrintf(L"\n%d objet(s) déplacé(s)\n",
-               change(set, [&](AcDbEntity& entity) { return entity.transformBy(shift); }));
+  const std::optional<std::vector<AcDbObjectId>> entities = selectEditable();
+  if (!entities) return;
+  int count = 0;
+  for (const AcDbObjectId id : *entities) {
+    const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+    if (entity && entity->erase() == Acad::eOk) ++count;
   }
-  acedSSFree(set);
+  acutPrintf(L"\n%d objet(s) effacé(s)\n", count);
 }
 
 }  // namespace arx_commands

@@ -1,8 +1,7 @@
 #pragma once
 
-// LIST, ERASE, MOVE.
+// LIST, ERASE.
 namespace arx_commands {
 void listEntities();
 void eraseEntities();
-void moveEntities();
 }  // namespace arx_commands

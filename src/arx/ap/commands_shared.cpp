@@ -3,6 +3,8 @@
 #include "arx/ap/acdocman.h"
 #include "arx/db/dballents.h"
 #include "arx/ed/edinput.h"
+#include "arx/ed/edselect.h"
+#include "arx/ed/edvars.h"
 
 namespace arx_commands {
 
@@ -34,6 +36,36 @@ AcDbObjectId recordNamed(AcDbObjectId table, const std::wstring& name) {
   const AcDbObjectPointer<AcDbSymbolTable> records(table);
   if (!records || records->getIdAt(name.c_str(), id) != Acad::eOk) id.setNull();
   return id;
+}
+
+std::optional<std::vector<AcDbObjectId>> selectEntities(bool oneAnswer) {
+  ads_name set;
+  if (acedSSGet(L"I", nullptr, nullptr, nullptr, set) == RTNORM)
+    acedSSSetFirst(nullptr, nullptr);
+  else if (acedSSGet(oneAnswer ? L":S" : nullptr, nullptr, nullptr, nullptr, set) != RTNORM)
+    return std::nullopt;
+  std::vector<AcDbObjectId> entities = acedSSEntities(set);
+  acedSSFree(set);
+  return entities;
+}
+
+std::optional<std::vector<AcDbObjectId>> selectEditable(bool oneAnswer) {
+  std::optional<std::vector<AcDbObjectId>> entities = selectEntities(oneAnswer);
+  if (!entities) return entities;
+  const std::size_t locked = std::erase_if(*entities, [](AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    return entity && entity->layerState().locked;
+  });
+  if (locked > 0)
+    acutPrintf(L"\n%d objet(s) laissé(s) de côté, sur un calque verrouillé\n", static_cast<int>(locked));
+  return entities;
+}
+
+int integerVariable(const wchar_t* name) {
+  resbuf value{};
+  if (acedGetVar(name, &value) != RTNORM) return 0;
+  const bool number = acutRbKind(value.restype) == RbKind::kShort;
+  return number ? value.resval.rint : 0;
 }
 
 std::wstring keywordGiven() {

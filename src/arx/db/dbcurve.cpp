@@ -240,17 +240,26 @@ AcDbCurveSearch::AcDbCurveSearch(const AcDbCurve& curve) : m_pieces(curve.pieces
 
 AcDbCurveSearch::~AcDbCurveSearch() = default;
 
-bool AcDbCurveSearch::closestWithin(double reach, const AcGePoint3d& given, AcGePoint3d& result) {
+const std::vector<std::size_t>& AcDbCurveSearch::within(double distance, const AcGePoint3d& given) {
   const double slack = kBoxSlack * (std::fabs(given.x) + std::fabs(given.y) + std::fabs(given.z));
-  const auto within = [&](double distance) -> const std::vector<std::size_t>& {
-    return m_index->touching(
-        around(given.x, given.y, given.x, given.y, distance * (1.0 + kBoxSlack) + slack));
-  };
-  const std::vector<std::size_t>& near = within(reach);
+  return m_index->touching(around(given.x, given.y, given.x, given.y, distance * (1.0 + kBoxSlack) + slack));
+}
+
+bool AcDbCurveSearch::closestWithin(double reach, const AcGePoint3d& given, AcGePoint3d& result) {
+  const std::vector<std::size_t>& near = within(reach, given);
   if (near.empty()) return false;
   // A piece that is nearer in space than the best of these is as near in the plan.
   const Nearest bound = nearestOf(m_pieces, near, given, false);
-  const Place place = nearestOf(m_pieces, within(bound.distance), given, false);
+  const Place place = nearestOf(m_pieces, within(bound.distance, given), given, false);
   result = m_pieces[place.piece].pointAt(place.t);
+  return true;
+}
+
+bool AcDbCurveSearch::paramAtPoint(const AcGePoint3d& point, double& param) {
+  const std::vector<std::size_t>& near = within(kOnCurve, point);
+  if (near.empty()) return false;
+  const Nearest place = nearestOf(m_pieces, near, point, false);
+  if (!(place.distance <= kOnCurve)) return false;
+  param = m_pieces[place.piece].paramAt(place.t);
   return true;
 }

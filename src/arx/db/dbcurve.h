@@ -69,8 +69,12 @@ public:
   /// What `getClosestPointTo` gives, to the bit. @return false, point unchanged, when the curve has no point
   /// or certainly none as near as `reach` in the plan view, wherever the nearest in space lies
   bool closestWithin(double reach, const AcGePoint3d& given, AcGePoint3d& result);
+  /// What `getParamAtPoint` gives, to the bit. @return false, parameter unchanged, where it refuses
+  bool paramAtPoint(const AcGePoint3d& point, double& param);
 
 private:
+  /// Numbers of the pieces whose boxes lie within a distance in plan.
+  const std::vector<std::size_t>& within(double distance, const AcGePoint3d& given);
   std::vector<AcGeCurvePiece> m_pieces;
   std::unique_ptr<veltora::base::BoxIndex> m_index;
 };

@@ -132,6 +132,8 @@ public:
   bool addKeptExtents(AcDbExtents& extents) const;
   /// Block that holds the picture of a dimension or a table, as file text; empty without one.
   [[nodiscard]] std::string pictureName() const;
+  /// For one that has a picture. @param name  file text
+  Acad::ErrorStatus setPictureName(const std::string& name);
 
 protected:
   void exchangeFields(AcDbOtherEntity& other);

@@ -538,15 +538,37 @@ bool AcDbOtherEntity::addKeptExtents(AcDbExtents& extents) const {
   return true;
 }
 
+namespace {
+bool namesPicture(const DxfExtra& section) {
+  return section.subclass == "AcDbDimension" || section.subclass == "AcDbBlockReference";
+}
+}  // namespace
+
 std::string AcDbOtherEntity::pictureName() const {
   if (!hasPicture(m_type)) return {};
   for (const DxfExtra& section : keptSections()) {
-    if (section.subclass != "AcDbDimension" && section.subclass != "AcDbBlockReference") continue;
+    if (!namesPicture(section)) continue;
     DxfTagText::Cursor cursor = section.tags.tags();
     for (DxfTag tag; cursor.next(tag);)
       if (tag.code == 2) return std::string(tag.value);
   }
   return {};
+}
+
+Acad::ErrorStatus AcDbOtherEntity::setPictureName(const std::string& name) {
+  if (pictureName().empty()) return Acad::eNotApplicable;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  std::vector<DxfExtra> sections = keptSections();
+  for (DxfExtra& section : sections) {
+    if (!namesPicture(section)) continue;
+    DxfTagText renamed;
+    DxfTagText::Cursor cursor = section.tags.tags();
+    for (DxfTag tag; cursor.next(tag);) renamed.append(tag.code, tag.code == 2 ? name : tag.value);
+    section.tags = std::move(renamed);
+  }
+  setKeptSections(std::move(sections));
+  return status;
 }
 
 namespace {
@@ -563,7 +585,7 @@ std::map<std::string, int> picturesOf(const AcDbDatabase& database) {
 
 }  // namespace
 
-std::wstring acdbImmovable(const std::vector<AcDbObjectId>& entities) {
+std::wstring acdbImmovable(const std::vector<AcDbObjectId>& entities, bool mirrored) {
   std::map<std::string, int> counts;
   std::optional<std::map<std::string, int>> pictures;
   for (const AcDbObjectId id : entities) {
@@ -571,6 +593,7 @@ std::wstring acdbImmovable(const std::vector<AcDbObjectId>& entities) {
     if (!entity) continue;
     bool movable = entity->isTransformable();
     const auto* other = AcDbOtherEntity::cast(entity);
+    if (other && mirrored) movable = false;
     if (movable && other && hasPicture(other->dxfName())) {
       if (!pictures) pictures = picturesOf(*id.database());
       const std::string picture = other->pictureName();

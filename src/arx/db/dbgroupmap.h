@@ -31,4 +31,5 @@ private:
 
 /// Entities of these that no similarity can carry along, counted by type: "2 MULTILEADER, 1 REGION"; empty
 /// when all can be. Commands ask before they change anything.
-ARX_API std::wstring acdbImmovable(const std::vector<AcDbObjectId>& entities);
+/// @param mirrored  a similarity that mirrors, which what is kept as file text does not follow
+ARX_API std::wstring acdbImmovable(const std::vector<AcDbObjectId>& entities, bool mirrored = false);

@@ -16,29 +16,39 @@ namespace {
 constexpr std::size_t kChunk = 250;       // characters in one group of a long text
 constexpr double kLinePitch = 5.0 / 3.0;  // of the height: from one base line to the next at spacing 1
 
-// Lines of a paragraph broken between words, for a column of this width; a word longer than the column has
-// its own.
-void measureParagraph(std::wstring_view text, AcDbObjectId style, double height, double column, double& width,
-                      std::size_t& lines) {
+/// Hands over each line of a paragraph broken between words, for a column of this width, with its width; a
+/// word longer than the column has its own line.
+template <class Work>
+void breakParagraph(std::wstring_view text, AcDbObjectId style, double height, double column, Work work) {
   std::size_t start = 0;
   std::size_t end = 0;  // of what fits
+  double width = 0;     // up to there
   while (true) {
     std::size_t next = text.find(L' ', end + (end > start ? 1 : 0));
     if (next == std::wstring_view::npos) next = text.size();
     const double candidate = acdbTextExtents(text.substr(start, next - start), style, height, 0.0).width;
     if (column > 0 && candidate > column && end > start) {
-      ++lines;
+      work(text.substr(start, end - start), width);
       start = end + 1;
       end = start;
+      width = 0;
       continue;
     }
     if (next == end || next == text.size()) {
-      width = std::max(width, candidate);
-      ++lines;
+      work(text.substr(start), candidate);
       return;
     }
-    width = std::max(width, candidate);
+    width = candidate;
     end = next;
+  }
+}
+
+template <class Work>
+void breakText(std::wstring_view plain, AcDbObjectId style, double height, double column, Work work) {
+  for (std::size_t at = 0; at <= plain.size();) {
+    const std::size_t end = std::min(plain.find(L'\n', at), plain.size());
+    breakParagraph(plain.substr(at, end - at), style, height, column, work);
+    at = end + 1;
   }
 }
 
@@ -112,15 +122,22 @@ AcDbMText::Size AcDbMText::measure() const {
   Size size;
   std::size_t lines = 0;
   const AcDbTextSize one = acdbTextExtents(L"X", m_style, m_height, 0.0);
-  for (std::size_t at = 0; at <= plain.size();) {
-    const std::size_t end = std::min(plain.find(L'\n', at), plain.size());
-    measureParagraph(std::wstring_view(plain).substr(at, end - at), m_style, m_height, m_width, size.width,
-                     lines);
-    at = end + 1;
-  }
+  breakText(plain, m_style, m_height, m_width, [&](std::wstring_view, double width) {
+    size.width = std::max(size.width, width);
+    ++lines;
+  });
   const double spacing = m_spacing > 0 ? m_spacing : 1.0;
   if (!plain.empty()) size.height = one.height * (1 + static_cast<double>(lines - 1) * kLinePitch * spacing);
   return size;
+}
+
+double AcDbMText::linePitch() const { return m_height * kLinePitch * (m_spacing > 0 ? m_spacing : 1.0); }
+
+std::vector<AcString> AcDbMText::lines() const {
+  std::vector<AcString> lines;
+  breakText(text(), m_style, m_height, m_width,
+            [&](std::wstring_view line, double) { lines.emplace_back(line); });
+  return lines;
 }
 
 double AcDbMText::actualWidth() const { return measure().width; }

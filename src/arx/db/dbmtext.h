@@ -2,6 +2,8 @@
 
 #include "arx/db/dbents.h"
 
+#include <vector>
+
 /// Text of several lines with formatting codes in it.
 class ARX_API AcDbMText : public AcDbEntity {
   ACRX_DECLARE_MEMBERS(AcDbMText)
@@ -43,6 +45,10 @@ public:
   [[nodiscard]] AcDbObjectId textStyle() const { return m_style; }
   Acad::ErrorStatus setTextStyle(AcDbObjectId style);
   [[nodiscard]] double lineSpacingFactor() const { return m_spacing; }
+  /// From one base line to the next.
+  [[nodiscard]] double linePitch() const;
+  /// What is read, line by line as broken between words at the column's width.
+  [[nodiscard]] std::vector<AcString> lines() const;
   /// Size of the text as measured, lines wrapped at the column's width.
   [[nodiscard]] double actualWidth() const;
   [[nodiscard]] double actualHeight() const;

@@ -29,6 +29,8 @@ public:
   /// For readers of files, in the order of the file: a part that the database holds already, and the end.
   void enterSub(AcDbObjectId part) { m_subs.push_back(part); }
   void enterEnd(AcDbObjectId sequenceEnd) { m_end = sequenceEnd; }
+  /// For a copy, which shares its parts with the original until it gets its own.
+  void forgetSubs() { m_subs.clear(), m_end.setNull(); }
   /// Class of what is owned: readers check what they enter.
   [[nodiscard]] virtual AcRxClass* subEntityClass() const = 0;
   [[nodiscard]] const std::vector<AcDbObjectId>& subEntityIds() const { return m_subs; }

@@ -184,6 +184,13 @@ void AcDbText::copyLook(const AcDbText& other) {
   m_hasAlignment = other.m_hasAlignment;
 }
 
+std::unique_ptr<AcDbText> AcDbText::plainText() const {
+  auto text = std::make_unique<AcDbText>();
+  text->setPropertiesFrom(this);
+  text->copyLook(*this);
+  return text;
+}
+
 Acad::ErrorStatus AcDbText::transformBy(const AcGeMatrix3d& matrix) { return moveBy(matrix, false); }
 Acad::ErrorStatus AcDbText::placeBy(const AcGeMatrix3d& matrix) { return moveBy(matrix, true); }
 

@@ -5,6 +5,8 @@
 #include "arx/db/dbshorttext.h"
 #include "arx/db/dbtextsize.h"
 
+#include <memory>
+
 /// One line of text.
 ///
 /// Points are kept in the coordinates of the text's own plane, as drawing files hold them, and offered in
@@ -61,6 +63,8 @@ public:
   Acad::ErrorStatus adjustAlignment(const AcDbDatabase* database = nullptr);
   /// Size at rotation 0.
   [[nodiscard]] AcDbTextSize measure() const;
+  /// A text that looks the same, without place in a drawing: of an attribute or its definition too.
+  [[nodiscard]] std::unique_ptr<AcDbText> plainText() const;
 
   void setDatabaseDefaults(AcDbDatabase* database) override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;

@@ -1,13 +1,17 @@
 #include "arx/ed/edinput.h"
 
+#include "arx/db/dbmain.h"
+#include "arx/ed/edpick.h"
 #include "arx/ed/edports.h"
 #include "arx/ed/edprompt.h"
+#include "arx/ed/edsnap.h"
 #include "base/suivi.h"
 #include "base/text.h"
 
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
 
 namespace base = veltora::base;
 
@@ -39,21 +43,53 @@ AcEdPrompt::Verdict verdictOn(const AcEdPrompt& prompt, double value) {
   return objection.empty() ? AcEdPrompt::Verdict{} : AcEdPrompt::refused(objection);
 }
 
-/// What to say to a line that is no point. Routines put "_non" in front of a point to keep object snaps off;
-/// as there are none, the point itself is read next.
-AcEdPrompt::Verdict noPoint(const std::wstring& line, const wchar_t* expected) {
-  const std::wstring word = base::toUpper(base::trimLeft(base::trim(line), L"_"));
-  if (word == L"NON" || word == L"NONE" || word == L"AUC") return AcEdPrompt::refused({});
-  return AcEdPrompt::refused(expected);
-}
+/// Reads the points of one prompt, with words in front of them that tell what they are pulled to.
+class PointReader {
+public:
+  /// A point, or why the line is none: without a reason, the point itself is read next.
+  struct Read {
+    std::optional<AcGePoint3d> point;
+    std::wstring refusal;
+  };
+  /// @param reference  what "@" refers to
+  Read read(const std::wstring& line, const AcGePoint3d& reference, const wchar_t* expected) {
+    if (std::optional<std::vector<AcEdSnap>> snaps = acedReadSnaps(line)) {
+      m_snaps = std::move(*snaps);
+      return {};
+    }
+    if (keepsOff(line)) {
+      m_snaps.clear();
+      return {};
+    }
+    const std::optional<AcGePoint3d> place = acedReadPoint(line, reference);
+    if (!place) return {std::nullopt, expected};
+    if (m_snaps.empty()) return {place, {}};
+    const std::vector<AcEdSnap> snaps = std::exchange(m_snaps, {});
+    AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
+    std::optional<AcGePoint3d> found;
+    if (database) found = acedSnap(*database, snaps, *place, acedPickAperture(), reference);
+    if (!found) return {std::nullopt, L"Pas de point d'accrochage à cet endroit."};
+    return {found, {}};
+  }
+
+private:
+  /// Routines put "_non" in front of a point to keep object snaps off.
+  static bool keepsOff(const std::wstring& line) {
+    const std::wstring word = base::toUpper(base::trimLeft(base::trim(line), L"_"));
+    return word == L"NON" || word == L"NONE" || word == L"AUC";
+  }
+  std::vector<AcEdSnap> m_snaps;
+};
 
 int askPoint(Kind kind, const ads_point from, const ACHAR* prompt, ads_point result) {
   if (!result) return RTERROR;
   AcEdPrompt asking(kind, prompt, from);
+  PointReader points;
   return asking.ask([&](const std::wstring& line) {
-    const std::optional<AcGePoint3d> point = acedReadPoint(line, referenceOf(from));
-    if (!point) return noPoint(line, L"Un point est attendu : x,y ou x,y,z.");
-    storePoint(*point, result);
+    const PointReader::Read read =
+        points.read(line, referenceOf(from), L"Un point est attendu : x,y ou x,y,z.");
+    if (!read.point) return AcEdPrompt::refused(read.refusal);
+    storePoint(*read.point, result);
     return AcEdPrompt::Verdict{};
   });
 }
@@ -78,12 +114,12 @@ public:
 private:
   AcEdPrompt::Verdict read(const std::wstring& line, const wchar_t* expected, double& result) {
     if (const std::optional<double> number = m_number(line)) return take(*number, result);
-    const std::optional<AcGePoint3d> point = acedReadPoint(line, m_from ? *m_from : acedLastPoint());
-    if (!point) return noPoint(line, expected);
+    const PointReader::Read read = m_points.read(line, m_from ? *m_from : acedLastPoint(), expected);
+    if (!read.point) return AcEdPrompt::refused(read.refusal);
     ads_point last;
-    storePoint(*point, last);
-    if (m_from) return take(m_measure(*m_from, *point, m_prompt.bits()), result);
-    return second(*point, result);
+    storePoint(*read.point, last);
+    if (m_from) return take(m_measure(*m_from, *read.point, m_prompt.bits()), result);
+    return second(*read.point, result);
   }
 
   AcEdPrompt::Verdict second(const AcGePoint3d& first, double& result) {
@@ -108,6 +144,7 @@ private:
   Measure m_measure;
   bool m_signed;
   std::optional<AcGePoint3d> m_from;
+  PointReader m_points;
 };
 
 double distanceBetween(const AcGePoint3d& from, const AcGePoint3d& to, int bits) {

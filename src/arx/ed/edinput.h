@@ -34,7 +34,9 @@ ARX_API int acedInitGet(int bits, const ACHAR* keywords);
 
 /// A point in world coordinates: `x,y`, `x,y,z`, `@dx,dy`, `@dx,dy,dz`, `@distance<angle` or
 /// `distance<angle`, angles in degrees (a trailing "g" means grades) counter-clockwise from +X. `@` refers to
-/// the base point, without one to the point given last, which `@` alone repeats. Without z it is 0.
+/// the base point, without one to the point given last, which `@` alone repeats. Without z it is 0. A line of
+/// object snaps in front ("_end", "MIL,INT") pulls the point to the nearest such point of what lies within
+/// the pick aperture; "_per" begins at what `@` refers to. Likewise wherever a point is an answer.
 ARX_API int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result);
 /// The other corner of a rectangle.
 ARX_API int acedGetCorner(const ads_point base, const ACHAR* prompt, ads_point result);

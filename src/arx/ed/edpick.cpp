@@ -93,6 +93,41 @@ private:
   AcEdHit& m_hit;
 };
 
+/// Gathers what is drawn near a point, each thing once for each place where a block shows it.
+class Around final : public AcGiPlan {
+public:
+  Around(AcGiSearch& search, const AcGePoint2d& point, double limit, AcDbObjectId entity,
+         std::vector<AcEdHit>& hits)
+      : AcGiPlan(search), m_point(point), m_limit(limit), m_entity(entity), m_hits(hits) {}
+
+protected:
+  void segment(const AcGePoint2d& from, const AcGePoint2d& to) override {
+    consider(distanceToSegment(m_point, from, to));
+  }
+  void filled(const AcDbExtents& box) override { consider(distanceToBox(m_point, box)); }
+  bool matters(const AcDbExtents& box) override { return distanceToBox(m_point, box) <= m_limit; }
+
+private:
+  void consider(double distance) {
+    if (!(distance <= m_limit) || (m_latest == &drawn() && m_depth == references())) return;
+    m_latest = &drawn();
+    m_depth = references();
+    AcEdHit& hit = m_hits.emplace_back();
+    hit.entity = m_entity;
+    hit.innermost = drawn().id();
+    hit.toWorld = drawnToWorld();
+    hit.distance = distance;
+    for (auto at = references().rbegin(); at != references().rend(); ++at)
+      hit.references.push_back((*at)->id());
+  }
+  AcGePoint2d m_point;
+  double m_limit;
+  AcDbObjectId m_entity;
+  std::vector<AcEdHit>& m_hits;
+  const AcGiDrawable* m_latest = nullptr;  // what the last hit is of
+  std::vector<const AcGiDrawable*> m_depth;
+};
+
 /// Whether anything drawn lies in a rectangle, partly at least.
 class Crossing final : public AcGiPlan {
 public:
@@ -300,6 +335,22 @@ std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double apertur
     best = std::move(hit);
   });
   return best;
+}
+
+std::vector<AcEdHit> AcEdPicker::around(const AcGePoint3d& point, double aperture) const {
+  const AcGePoint2d at = flat(point);
+  std::vector<AcEdHit> hits;
+  Search search(living());
+  forEachNear(reachOf(at, aperture), [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& box) {
+    const AcDbBlockReference* const reference = AcDbBlockReference::cast(&entity);
+    if (reference && flat(reference->position()).distanceTo(at) <= aperture) {
+      AcEdHit& hit = hits.emplace_back();
+      hit.entity = hit.innermost = id;
+    }
+    if (box.isEmpty() || distanceToBox(at, box) <= aperture)
+      Around(search, at, aperture, id, hits).draw(entity);
+  });
+  return hits;
 }
 
 std::vector<AcDbObjectId> AcEdPicker::window(const AcGePoint3d& a, const AcGePoint3d& b,

@@ -30,6 +30,9 @@ public:
   explicit AcEdPicker(AcDbDatabase& database, Way way = Way::kIndex) : m_database(database), m_way(way) {}
   /// Nearest entity within `aperture` of a point, of equals the one drawn last.
   [[nodiscard]] std::optional<AcEdHit> pick(const AcGePoint3d& point, double aperture) const;
+  /// Everything drawn within `aperture` of a point, parts of blocks and attributes one by one, in order of
+  /// drawing; a block reference itself where its place lies there.
+  [[nodiscard]] std::vector<AcEdHit> around(const AcGePoint3d& point, double aperture) const;
   /// Entities that lie wholly in a rectangle, or, crossing, at least partly.
   [[nodiscard]] std::vector<AcDbObjectId> window(const AcGePoint3d& a, const AcGePoint3d& b,
                                                  bool crossing) const;

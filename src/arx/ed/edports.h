@@ -34,6 +34,8 @@ struct ARX_API AcEdPorts {
   std::function<resbuf*(const std::wstring& expression)> evaluate;
   /// True when a routine defined the LISP function "C:name", so that the name works as a command.
   std::function<bool(const std::wstring& name)> isLispCommand;
+  /// The answers come from a routine's (command ...).
+  bool routine = false;
 };
 
 /// The ports in force; assign to change them.

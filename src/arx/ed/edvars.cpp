@@ -87,14 +87,14 @@ struct Setting {
 };
 std::map<std::wstring, Setting>& settings() {
   static auto* const all = new std::map<std::wstring, Setting>{
-      {L"ATTDIA", {0, 0, 1}},    {L"ATTREQ", {1, 0, 1}},      {L"BLIPMODE", {0, 0, 1}},
-      {L"CMDDIA", {1, 0, 1}},    {L"CMDECHO", {1, 0, 1}},     {L"EXPERT", {0, 0, 5}},
-      {L"FILEDIA", {1, 0, 1}},   {L"GRIPS", {1, 0, 2}},       {L"HIGHLIGHT", {1, 0, 1}},
-      {L"MENUECHO", {0, 0, 15}}, {L"NOMUTT", {0, 0, 1}},      {L"OSMODE", {0, 0, 32767}},
-      {L"PICKADD", {1, 0, 2}},   {L"PICKBOX", {3, 0, 50}},    {L"PICKFIRST", {1, 0, 1}},
-      {L"SNAPMODE", {0, 0, 1}},  {L"AUTOSNAP", {63, 0, 127}}, {L"COORDS", {1, 0, 3}},
-      {L"DELOBJ", {1, -3, 3}},   {L"DRAGMODE", {2, 0, 2}},    {L"QAFLAGS", {0, 0, 32767}},
-      {L"TEXTEVAL", {0, 0, 1}},  {L"UCSICON", {3, 0, 3}},
+      {L"ATTDIA", {0, 0, 1}},      {L"ATTREQ", {1, 0, 1}},    {L"BLIPMODE", {0, 0, 1}},
+      {L"COPYMODE", {0, 0, 1}},    {L"CMDDIA", {1, 0, 1}},    {L"CMDECHO", {1, 0, 1}},
+      {L"EXPERT", {0, 0, 5}},      {L"FILEDIA", {1, 0, 1}},   {L"GRIPS", {1, 0, 2}},
+      {L"HIGHLIGHT", {1, 0, 1}},   {L"MENUECHO", {0, 0, 15}}, {L"NOMUTT", {0, 0, 1}},
+      {L"OSMODE", {0, 0, 32767}},  {L"PICKADD", {1, 0, 2}},   {L"PICKBOX", {3, 0, 50}},
+      {L"PICKFIRST", {1, 0, 1}},   {L"SNAPMODE", {0, 0, 1}},  {L"AUTOSNAP", {63, 0, 127}},
+      {L"COORDS", {1, 0, 3}},      {L"DELOBJ", {1, -3, 3}},   {L"DRAGMODE", {2, 0, 2}},
+      {L"QAFLAGS", {0, 0, 32767}}, {L"TEXTEVAL", {0, 0, 1}},  {L"UCSICON", {3, 0, 3}},
   };
   return *all;
 }

@@ -32,6 +32,17 @@ std::unordered_map<AcDbObjectId, int> occurrencesDe(AcDbDatabase& dessin) {
   return nombres;
 }
 
+/// A text for one line: what ends lines becomes a blank.
+std::wstring surUneLigne(const std::wstring& texte) {
+  std::wstring ligne;
+  for (std::size_t i = 0; i < texte.size(); ++i) {
+    const bool fin = texte[i] == L'\n' || texte[i] == L'\r';
+    const bool suite = fin && i > 0 && texte[i - 1] == L'\r' && texte[i] == L'\n';
+    if (!suite) ligne += fin ? L' ' : texte[i];
+  }
+  return ligne;
+}
+
 /// Puts the lines into the drawing, one below the other.
 class traceurLegende {
 public:
@@ -74,8 +85,8 @@ public:
 
 private:
   void texte(double x, const std::wstring& contenu, const AcDbObjectId& layer) {
-    ajouter(std::make_unique<AcDbText>(AcGePoint3d(x, m_y, 0.0), contenu.c_str(), m_dessin.textstyle(),
-                                       m_demande.tailleTextes),
+    ajouter(std::make_unique<AcDbText>(AcGePoint3d(x, m_y, 0.0), surUneLigne(contenu).c_str(),
+                                       m_dessin.textstyle(), m_demande.tailleTextes),
             layer);
   }
   /// @param layer  null for the current one

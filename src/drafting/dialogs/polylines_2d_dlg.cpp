@@ -82,6 +82,7 @@ void polylines3dEn2d() {
   acutPrintf(L"\nPolylines créées : %d", bilan.creees);
   if (bilan.tropCourtes > 0) acutPrintf(L", laissées de moins de 3 sommets : %d", bilan.tropCourtes);
   if (bilan.sansLayer > 0) acutPrintf(L", laissées faute d'un nom de layer possible : %d", bilan.sansLayer);
+  if (bilan.verrouillees > 0) acutPrintf(L", laissées sur un layer verrouillé : %d", bilan.verrouillees);
 }
 
 }  // namespace veltora

@@ -50,7 +50,8 @@ double altitudeDe(const std::vector<AcGePoint3d>& sommets, demandePolylines2d::A
 /// The layers by the model, each looked up once.
 class layersDuModele {
 public:
-  explicit layersDuModele(const demandePolylines2d& demande) : m_demande(demande) {}
+  /// @param essai  no layer is made: the layer of the source stands for it
+  layersDuModele(const demandePolylines2d& demande, bool essai) : m_demande(demande), m_essai(essai) {}
   /// The layer that takes what comes of this one; null when there can be none.
   AcDbObjectId pour(const AcDbObjectId& layer) {
     if (m_demande.modeleLayer.empty()) return layer;
@@ -64,15 +65,17 @@ private:
     std::wstring nom;
     if (const AcDbObjectPointer<AcDbLayerTableRecord> source(layer); source.openStatus() == Acad::eOk)
       source->getName(nom);
+    nom = nomDuModele(m_demande.modeleLayer, nom);
+    if (m_essai) return AcDbLayerTableRecord().setName(nom.c_str()) == Acad::eOk ? layer : AcDbObjectId();
     AcDbLayerTable* layers = nullptr;
     AcDbDatabase* dessin = acdbHostApplicationServices()->workingDatabase();
     if (!dessin || dessin->getLayerTable(layers, AcDb::kForWrite) != Acad::eOk) return AcDbObjectId::kNull;
-    const AcDbObjectId id =
-        layerOrNew(*layers, nomDuModele(m_demande.modeleLayer, nom), m_demande.couleurLayer);
+    const AcDbObjectId id = layerOrNew(*layers, nom, m_demande.couleurLayer);
     layers->close();
     return id;
   }
   const demandePolylines2d& m_demande;
+  bool m_essai;
   std::map<AcDbObjectId, AcDbObjectId> m_connus;
 };
 
@@ -84,6 +87,64 @@ std::unique_ptr<AcDbPolyline> polyligneDe(const std::vector<AcGePoint3d>& sommet
   polyligne->setClosed(fermee);
   polyligne->setElevation(altitude);
   return polyligne;
+}
+
+/// What a 3D polyline holds for its flat one.
+struct sourcePolyline {
+  std::vector<AcGePoint3d> sommets;
+  bool fermee = false;
+  AcDbObjectId layer;  ///< null for what is no 3D polyline of the layers asked for
+  bool verrouillee = false;
+};
+
+sourcePolyline lire(const AcDbObjectId& id, const std::vector<AcDbObjectId>& voulus) {
+  sourcePolyline lue;
+  const AcDbObjectPointer<AcDb3dPolyline> polyligne(id);
+  if (polyligne.openStatus() != Acad::eOk) return lue;
+  const AcDbObjectId layer = polyligne->layerId();
+  if (!voulus.empty() && std::find(voulus.begin(), voulus.end(), layer) == voulus.end()) return lue;
+  return {sommetsDe(*polyligne), polyligne->isClosed(), layer, polyligne->layerState().locked};
+}
+
+/// Adds the flat one. @return false when the drawing refuses
+bool creer(const sourcePolyline& source, const AcDbObjectId& layer, const demandePolylines2d& demande,
+           DrawingSpace& espace) {
+  auto polyligne =
+      polyligneDe(source.sommets, source.fermee, altitudeDe(source.sommets, demande.modeAltitude));
+  polyligne->setDatabaseDefaults(acdbHostApplicationServices()->workingDatabase());
+  polyligne->setLayer(layer);
+  if (!demande.modeleLayer.empty()) polyligne->setColorIndex(kCouleurDuLayer);
+  return !espace.add(std::move(polyligne)).isNull();
+}
+
+/// @param espace  takes the new polylines; null to count only
+bilanPolylines2d traiter(const std::vector<AcDbObjectId>& entites, const demandePolylines2d& demande,
+                         DrawingSpace* espace) {
+  bilanPolylines2d bilan;
+  layersDuModele layers(demande, espace == nullptr);
+  for (const AcDbObjectId& id : entites) {
+    const sourcePolyline source = lire(id, demande.layers);
+    if (source.layer.isNull()) continue;
+    if (source.sommets.size() < kSommetsMinimum) {
+      ++bilan.tropCourtes;
+      continue;
+    }
+    if (source.verrouillee && demande.supprimerOriginales) {
+      ++bilan.verrouillees;
+      continue;
+    }
+    const AcDbObjectId layer = layers.pour(source.layer);
+    if (layer.isNull()) {
+      ++bilan.sansLayer;
+      continue;
+    }
+    if (espace && !creer(source, layer, demande, *espace)) continue;
+    ++bilan.creees;
+    if (!espace || !demande.supprimerOriginales) continue;
+    const AcDbObjectPointer<AcDb3dPolyline> ancienne(id, AcDb::kForWrite);
+    if (ancienne.openStatus() == Acad::eOk) ancienne->erase();
+  }
+  return bilan;
 }
 
 }  // namespace
@@ -103,39 +164,13 @@ bool modelePossible(const std::wstring& modele) {
 
 bilanPolylines2d convertirPolylines3d(const std::vector<AcDbObjectId>& entites,
                                       const demandePolylines2d& demande) {
-  bilanPolylines2d bilan;
-  layersDuModele layers(demande);
   DrawingSpace espace(nullptr, DrawingSpace::kCurrent);
-  if (!espace.ready()) return bilan;
-  for (const AcDbObjectId& id : entites) {
-    AcDbObjectPointer<AcDb3dPolyline> source(id);
-    if (source.openStatus() != Acad::eOk) continue;
-    const AcDbObjectId layer = source->layerId();
-    const auto& voulus = demande.layers;
-    if (!voulus.empty() && std::find(voulus.begin(), voulus.end(), layer) == voulus.end()) continue;
-    const std::vector<AcGePoint3d> sommets = sommetsDe(*source);
-    const bool fermee = source->isClosed();
-    source.close();
-    if (sommets.size() < kSommetsMinimum) {
-      ++bilan.tropCourtes;
-      continue;
-    }
-    const AcDbObjectId nouveau = layers.pour(layer);
-    if (nouveau.isNull()) {
-      ++bilan.sansLayer;
-      continue;
-    }
-    auto polyligne = polyligneDe(sommets, fermee, altitudeDe(sommets, demande.modeAltitude));
-    polyligne->setDatabaseDefaults(acdbHostApplicationServices()->workingDatabase());
-    polyligne->setLayer(nouveau);
-    if (!demande.modeleLayer.empty()) polyligne->setColorIndex(kCouleurDuLayer);
-    if (espace.add(std::move(polyligne)).isNull()) continue;
-    ++bilan.creees;
-    if (!demande.supprimerOriginales) continue;
-    const AcDbObjectPointer<AcDb3dPolyline> ancienne(id, AcDb::kForWrite);
-    if (ancienne.openStatus() == Acad::eOk) ancienne->erase();
-  }
-  return bilan;
+  return espace.ready() ? traiter(entites, demande, &espace) : bilanPolylines2d();
+}
+
+bilanPolylines2d examinerPolylines3d(const std::vector<AcDbObjectId>& entites,
+                                     const demandePolylines2d& demande) {
+  return traiter(entites, demande, nullptr);
 }
 
 }  // namespace veltora

@@ -24,8 +24,9 @@ struct demandePolylines2d {
 
 struct bilanPolylines2d {
   int creees = 0;
-  int tropCourtes = 0;  ///< fewer than three vertices: left as they are
-  int sansLayer = 0;    ///< no layer can bear the name that the model gives: left as they are
+  int tropCourtes = 0;   ///< fewer than three vertices: left as they are
+  int sansLayer = 0;     ///< no layer can bear the name that the model gives: left as they are
+  int verrouillees = 0;  ///< on a locked layer, from which they would have to go: left as they are
 };
 
 /// A name of a layer by the model. The case of "{LAYER}" counts.
@@ -38,5 +39,9 @@ VELTORA_API bool modelePossible(const std::wstring& modele);
 /// smoothed one the vertices on the curve count, not its frame.
 VELTORA_API bilanPolylines2d convertirPolylines3d(const std::vector<AcDbObjectId>& entites,
                                                   const demandePolylines2d& demande);
+
+/// What it would do, with nothing changed.
+VELTORA_API bilanPolylines2d examinerPolylines3d(const std::vector<AcDbObjectId>& entites,
+                                                 const demandePolylines2d& demande);
 
 }  // namespace veltora

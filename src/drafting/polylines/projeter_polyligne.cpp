@@ -33,7 +33,7 @@ std::vector<pointProjete> projeter(const AcDbPolyline& polyligne, const std::vec
         distance > 0.0 ? distance + std::hypot(place.x - point.x, place.y - point.y) : HUGE_VAL;
     if (!proches.closestWithin(portee, place, pied)) continue;
     if (distance > 0.0 && !(std::hypot(pied.x - point.x, pied.y - point.y) < distance)) continue;
-    if (polyligne.getParamAtPoint(pied, parametre) != Acad::eOk) continue;
+    if (!proches.paramAtPoint(pied, parametre)) continue;
     projetes.push_back({parametre, {plan.x, plan.y}});
   }
   return projetes;

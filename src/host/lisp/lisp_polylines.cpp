@@ -100,6 +100,10 @@ int lispProjPoly() {
     acutPrintf(L"\nCe n'est pas une polyline");
     return RTNORM;
   }
+  if (AcDbObjectPointer<AcDbPolyline>(id)->layerState().locked) {
+    acutPrintf(L"\nLa polyline est sur un layer verrouillé : elle reste telle quelle");
+    return RTNORM;
+  }
   double distance = kDistance;
   if (!askDistance(L"\nDistance de recherche <2.0>:", distance)) return RTNORM;
   std::vector<AcDbObjectId> entites;

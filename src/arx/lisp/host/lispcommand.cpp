@@ -92,10 +92,13 @@ private:
 class Redirection {
 public:
   Redirection(base::LineSource* source, base::OutputSink* sink)
-      : m_source(std::exchange(acedPorts().source, source)), m_sink(std::exchange(acedPorts().sink, sink)) {}
+      : m_source(std::exchange(acedPorts().source, source)),
+        m_sink(std::exchange(acedPorts().sink, sink)),
+        m_routine(std::exchange(acedPorts().routine, true)) {}
   ~Redirection() {
     acedPorts().source = m_source;
     acedPorts().sink = m_sink;
+    acedPorts().routine = m_routine;
   }
   Redirection(const Redirection&) = delete;
   Redirection& operator=(const Redirection&) = delete;
@@ -103,6 +106,7 @@ public:
 private:
   base::LineSource* m_source;
   base::OutputSink* m_sink;
+  bool m_routine;
 };
 
 /// The commands that read or write drawings.

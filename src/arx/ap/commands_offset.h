@@ -1,0 +1,6 @@
+#pragma once
+
+// OFFSET.
+namespace arx_commands {
+void offsetEntity();
+}  // namespace arx_commands
