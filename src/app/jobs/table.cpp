@@ -1,5 +1,6 @@
 #include "app/jobs/table.h"
 
+#include "app/jobs/carroyer.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
 #include "app/jobs/importer.h"
@@ -24,6 +25,7 @@ std::span<const Job> jobTable() {
        "Place dans un dessin les points d'une liste (.xyz, .csv...), ou reprend ceux de ses entités",
        declareImporter},
       {"exporter", "Écrit les points d'un dessin dans un fichier de coordonnées", declareExporter},
+      {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
