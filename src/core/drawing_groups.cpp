@@ -14,8 +14,7 @@ AcDbObjectId groupEntities(const std::vector<AcDbObjectId>& entities) {
   if (!database) return id;
   auto group = std::make_unique<AcDbGroup>();
   group->setAnonymous();
-  for (const AcDbObjectId& entity : entities)
-    if (!entity.isNull()) group->append(entity);
+  group->append(entities);
   if (group->numEntities() == 0) return id;
   const AcDbObjectPointer<AcDbDictionary> groups(database->groupDictionaryId(), AcDb::kForWrite);
   if (groups.openStatus() != Acad::eOk) return id;

@@ -33,12 +33,8 @@ int run(Options& options) {
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatCarroyer result;
-  const bool good = carroyer(demand, result);
-  printRemarks(result.remarques);
-  if (!good) printError(result.erreur);
-  if (good && result.retenu) printWithheld();
-  if (good && result.retenu) return kDoubtful;
-  if (!good || !program.save(options.output)) return kFailure;
+  if (const auto status = statusBeforeSaving(carroyer(demand, result), result)) return *status;
+  if (!program.save(options.output)) return kFailure;
   print(base::formater("\nRégions : %d, croix : %d\nDessin : %s\n", result.regions, result.croix,
                        writtenDrawing(options.output).string()));
   return exitStatus(result.remarques);

@@ -5,6 +5,7 @@
 #include "app/jobs/helmert.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/lisp.h"
+#include "app/jobs/planche.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
 #include "app/jobs/reseau.h"
@@ -26,6 +27,8 @@ std::span<const Job> jobTable() {
        declareImporter},
       {"exporter", "Écrit les points d'un dessin dans un fichier de coordonnées", declareExporter},
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
+      {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
+       declarePlanche},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;

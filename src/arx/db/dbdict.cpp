@@ -5,6 +5,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 ACDB_DEFINE_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY")
 ACDB_DEFINE_MEMBERS(AcDbXrecord, AcDbObject, "XRECORD")
@@ -273,6 +274,15 @@ Acad::ErrorStatus AcDbGroup::append(AcDbObjectId id) {
   if (std::find(m_ids.begin(), m_ids.end(), id) != m_ids.end()) return Acad::eDuplicateKey;
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status == Acad::eOk) m_ids.push_back(id);
+  return status;
+}
+
+Acad::ErrorStatus AcDbGroup::append(const std::vector<AcDbObjectId>& ids) {
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status != Acad::eOk) return status;
+  std::unordered_set<AcDbObjectId> held(m_ids.begin(), m_ids.end());
+  for (const AcDbObjectId id : ids)
+    if (!id.isNull() && held.insert(id).second) m_ids.push_back(id);
   return status;
 }
 
