@@ -4,6 +4,7 @@
 
 #include "arx/db/dbblockref.h"
 #include "base/format.h"
+#include "core/config_systeme.h"
 #include "drafting/dialogs/cartouche_dlg.h"
 #include "drafting/sheet/formats_papier.h"
 #include "support/atelier.h"
@@ -252,6 +253,13 @@ TEST_F(Planche, plancheFormats_theRowsOfThePaperInTheirOrder) {
   EXPECT_EQ(motFormat(3), L"A3-paysage");
   EXPECT_EQ(motFormat(4), L"A2-portrait");
   EXPECT_EQ(motFormat(11), L"user-1");
+  UserPaperScale[1].valeur = {700, 500};
+  UserPaperScale[2].valeur = {700, -1};
+  CDlgCartouche dialogue;
+  playDialog(dialogue, "Format du papier = User 1 ( 700 x 500 ) // [OK]", ui::kOk);
+  EXPECT_EQ(dialogue.demande().papier, AcGePoint2d(700, 500));
+  EXPECT_EQ(tailleFormat(12), AcGePoint2d(1000, 1000)) << "a negative size is set back at the opening";
+  UserPaperScale[1].valeur = {1000, 1000};
 }
 
 TEST_F(Planche, cartoucheCotes_fieldsFollowEachOtherWhenTheyAreLeft) {
