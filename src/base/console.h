@@ -76,6 +76,8 @@ struct FileRequest {
   bool confirmOverwrite = false;
   /// The file that is really read or written for a name; empty when it is the one of that name.
   std::function<std::wstring(const std::wstring& name)> serving;
+  /// Where the choice begins; names of files to read that are not found as given are looked for there.
+  std::wstring folder{};
 };
 
 /// The answer: a path, and which filter was in force (1 is the first).

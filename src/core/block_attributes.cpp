@@ -1,6 +1,7 @@
 #include "core/block_attributes.h"
 
 #include "arx/db/dbblockref.h"
+#include "arx/db/dbblocktable.h"
 #include "base/text.h"
 
 #include <memory>
@@ -40,6 +41,19 @@ int ecrireAttribut(const AcDbObjectId& id, const AcString& etiquette, const AcSt
   if (bloc.openStatus() != Acad::eOk || bloc->isA() != AcDbBlockReference::desc()) return 0;
   const valeurAttribut paire{etiquette, valeur};
   return ecrireAttributs(*bloc, {&paire, 1});
+}
+
+void ajouterAttributs(AcDbBlockReference& bloc) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> definition(bloc.blockTableRecord());
+  if (definition.openStatus() != Acad::eOk) return;
+  for (const AcDbObjectId& id : definition->entities()) {
+    const AcDbObjectPointer<AcDbAttributeDefinition> modele(id);
+    if (modele.openStatus() != Acad::eOk || modele->isConstant()) continue;
+    auto attribut = std::make_unique<AcDbAttribute>();
+    if (attribut->setAttributeFromBlock(modele.object(), bloc.blockTransform()) == Acad::eOk &&
+        bloc.appendAttribute(attribut.get()) == Acad::eOk)
+      attribut.release()->close();
+  }
 }
 
 void montrerAttribut(AcDbAttribute& attribut, bool visible) {

@@ -26,6 +26,10 @@ VELTORA_API int ecrireAttributs(const AcDbBlockReference& bloc, std::span<const 
 /// @return number of settings, 0 for another
 VELTORA_API int ecrireAttribut(const AcDbObjectId& id, const AcString& etiquette, const AcString& valeur);
 
+/// Gives a reference that has none, open for writing in its drawing, the attributes that its block defines,
+/// with their default texts; constant ones belong to the block.
+VELTORA_API void ajouterAttributs(AcDbBlockReference& bloc);
+
 /// Shows or hides an attribute, open for writing, as a whole: its own flag and the entity's.
 VELTORA_API void montrerAttribut(AcDbAttribute& attribut, bool visible);
 

@@ -13,6 +13,7 @@
 #include "codes/commandes_codes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
+#include "drafting/dialogs/carroyage_dlg.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
@@ -86,7 +87,10 @@ template <std::size_t Rang>
 void nonDisponible();
 
 constexpr std::array<commande, 14> kCommandes{{
-    {L"CARROYAGE", ACRX_CMD_USEPICKSET, nonDisponible<0>},
+    {L"CARROYAGE",
+     ACRX_CMD_USEPICKSET,
+     carroyage,
+     {L"Plan", L"Le carroyage de régions : croix, amorces, coordonnées"}},
     {L"VCODIFICATION",
      ACRX_CMD_TRANSPARENT,
      vcodification,
@@ -136,7 +140,7 @@ void nonDisponible() {
 
 /// Tells AIDE of what there is, subject by subject.
 void decrireCommandes() {
-  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes"}) {
+  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan"}) {
     const auto decrire = [sujet](const descriptionAide& aide, const std::wstring& nom) {
       if (aide.sujet && aide.sujet == sujet) acedDescribeCommand({kGroupe, aide.sujet, nom, aide.ligne});
     };

@@ -2,6 +2,8 @@
 
 #include "ui/control.h"
 
+#include <utility>
+
 /// Choices among a few: combo box, check box, radio buttons.
 namespace veltora::ui {
 
@@ -86,6 +88,9 @@ public:
   /// An item outside counts as disabled.
   [[nodiscard]] bool itemEnabled(int index) const;
   void enableItem(int index, bool enabled = true);
+  /// Image files shown in place of the items' texts where a screen is, one an item; none without.
+  void setPictures(std::vector<std::wstring> paths) { m_pictures = std::move(paths); }
+  [[nodiscard]] const std::vector<std::wstring>& pictures() const { return m_pictures; }
   [[nodiscard]] std::wstring kindName() const override { return L"Choix"; }
 
   /// A click on an item, also on the one in force. Calls `onChange` when the index changed, then `onClick`.
@@ -96,6 +101,7 @@ public:
 private:
   std::vector<std::wstring> m_items;
   std::vector<bool> m_itemEnabled;
+  std::vector<std::wstring> m_pictures;
   int m_index;
 };
 

@@ -269,10 +269,13 @@ std::optional<base::FileAnswer> ScriptDriver::acceptFile(const base::FileRequest
     if (messageBox(question, L"Enregistrer sous", Buttons::YesNo) != kYes) return std::nullopt;
     return answer;
   }
-  if (!isFile(answer.path)) answer.path = full;
-  if (!isFile(request.serving ? request.serving(answer.path) : answer.path))
-    fail(L"Fichier introuvable : « " + answer.path + L" ».");
-  return answer;
+  const std::wstring inFolder = request.folder.empty() ? L"" : request.folder + L"/";
+  for (const std::wstring& candidate : {answer.path, full, inFolder + answer.path, inFolder + full}) {
+    if (!isFile(request.serving ? request.serving(candidate) : candidate)) continue;
+    answer.path = candidate;
+    return answer;
+  }
+  fail(L"Fichier introuvable : « " + full + L" ».");
 }
 
 }  // namespace veltora::ui

@@ -43,7 +43,7 @@ private:
   std::wstring m_path;
 };
 
-/// Shows a picture of a drawing file, and can be clicked.
+/// Shows a picture of a drawing file, or an image file (.svg), and can be clicked.
 class VELTORA_API Preview : public Control {
 public:
   explicit Preview(Container* parent, std::wstring caption = {});

@@ -74,12 +74,8 @@ int importList(const Options& options) {
   Program program(terminal);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   resultatPoints result;
-  const bool good = importerListe(demand, result);
-  printRemarks(result.remarques);
-  if (!good) printError(result.erreur);
-  if (good && result.retenu) printWithheld();
-  if (good && result.retenu) return kDoubtful;
-  if (!good || !program.save(options.output)) return kFailure;
+  if (const auto status = statusBeforeSaving(importerListe(demand, result), result)) return *status;
+  if (!program.save(options.output)) return kFailure;
   const std::string what = result.nombre > 1 ? " points placés : " : " point placé : ";
   print("\n" + std::to_string(result.nombre) + what + writtenDrawing(options.output).string() + "\n");
   return exitStatus(result.remarques);

@@ -1,11 +1,13 @@
 #include "app/jobs/table.h"
 
 #include "app/jobs/aplatir.h"
+#include "app/jobs/carroyer.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/legende.h"
 #include "app/jobs/lisp.h"
+#include "app/jobs/planche.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
 #include "app/jobs/reseau.h"
@@ -31,6 +33,9 @@ std::span<const Job> jobTable() {
       {"legende", "Dessine la légende d'un dessin : ses blocs avec leurs descriptions, ses calques",
        declareLegende},
       {"aplatir", "Fait des polylignes 2D des polylignes 3D d'un dessin", declareAplatir},
+      {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
+      {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
+       declarePlanche},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;

@@ -58,8 +58,8 @@ std::filesystem::path fileOf(const std::string& name, FileKind kind, bool writte
 
 }  // namespace
 
-CallFiles& CallFiles::reads(const std::string& name, FileKind kind) {
-  m_uses.push_back({&name, kind, FileKind::kOther, false});
+CallFiles& CallFiles::reads(const std::string& name, FileKind kind, bool stays) {
+  m_uses.push_back({&name, kind, FileKind::kOther, false, stays});
   return *this;
 }
 
@@ -79,7 +79,9 @@ void CallFiles::check() const {
     for (const Use& other : m_uses) {
       if (&other == &output || other.name->empty()) continue;
       // A drawing may take the place of the one it was made from.
-      if (!other.written && other.kind == FileKind::kDrawing && output.kind == FileKind::kDrawing) continue;
+      if (!other.written && !other.stays && other.kind == FileKind::kDrawing &&
+          output.kind == FileKind::kDrawing)
+        continue;
       if (!base::memeFichier(target, fileOf(*other.name, other.kind, other.written))) continue;
       throw BadCall(quoted + (other.written
                                   ? " : deux sorties iraient dans ce fichier"

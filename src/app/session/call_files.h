@@ -25,7 +25,8 @@ struct BadCall : std::runtime_error {
 /// names must live as long as the sub-command is read.
 class CallFiles {
 public:
-  CallFiles& reads(const std::string& name, FileKind kind = FileKind::kOther);
+  /// @param stays  of a drawing: the output may not take its place, as it may that of the drawing worked on
+  CallFiles& reads(const std::string& name, FileKind kind = FileKind::kOther, bool stays = false);
   /// @param other  a second kind that the job writes when the ending asks for it
   CallFiles& writes(const std::string& name, FileKind kind, FileKind other = FileKind::kOther);
   /// Raises `BadCall` for the first output that would destroy something.
@@ -37,6 +38,7 @@ private:
     FileKind kind;
     FileKind second;  ///< of outputs, kOther for none
     bool written;
+    bool stays = false;
   };
   std::vector<Use> m_uses;
 };

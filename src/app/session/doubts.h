@@ -1,6 +1,9 @@
 #pragma once
 
+#include "app/session/output.h"
 #include "base/remarque.h"
+
+#include <optional>
 
 namespace CLI {
 class App;
@@ -19,5 +22,17 @@ int exitStatus(const base::Remarques& remarks);
 
 /// Says on standard error that the results went into no drawing, and how to have them there all the same.
 void printWithheld();
+
+/// Tells the remarks of a job that draws, and why it drew nothing.
+/// @return the status with which the call ends; nothing when the drawing is to be saved
+template <class Result>
+std::optional<int> statusBeforeSaving(bool good, const Result& result) {
+  printRemarks(result.remarques);
+  if (!good) printError(result.erreur);
+  if (!good) return kFailure;
+  if (!result.retenu) return std::nullopt;
+  printWithheld();
+  return kDoubtful;
+}
 
 }  // namespace veltora::app

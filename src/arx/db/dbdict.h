@@ -118,7 +118,8 @@ public:
   AcDbGroup() = default;
   explicit AcDbGroup(const ACHAR* description) : m_description(description) {}
   Acad::ErrorStatus append(AcDbObjectId id);
-  /// All of them but null ids and those that are in the group already.
+  /// Many at once, in time that grows with their number alone. Null ids and those that it holds are passed
+  /// over.
   Acad::ErrorStatus append(const std::vector<AcDbObjectId>& ids);
   Acad::ErrorStatus remove(AcDbObjectId id);
   [[nodiscard]] const std::vector<AcDbObjectId>& allEntityIds() const { return m_ids; }

@@ -1,6 +1,7 @@
 #include "arx/db/dbmain.h"
 
 #include "arx/db/dbentitykinds.h"
+#include "arx/db/dbents.h"
 #include "arx/db/dbfileformat.h"
 #include "arx/db/dbspaceindex.h"
 #include "base/text.h"
@@ -301,6 +302,44 @@ double AcDbDatabase::headerReal(const std::string& name, double fallback) const 
   double real = fallback;
   if (header(name, value) && value.tags().next(tag)) dxfParseReal(tag.value, real);
   return real;
+}
+
+AcGePoint3d AcDbDatabase::headerPoint(const std::string& name) const {
+  AcGePoint3d point;
+  DxfTagText value;
+  DxfTag tag;
+  header(name, value);
+  for (DxfTagText::Cursor cursor = value.tags(); cursor.next(tag);) {
+    double& part = tag.code == 10 ? point.x : tag.code == 20 ? point.y : point.z;
+    dxfParseReal(tag.value, part);
+  }
+  return point;
+}
+
+void AcDbDatabase::setHeaderPoint(const std::string& name, const AcGePoint3d& point) {
+  DxfTagText value;
+  value.appendReal(10, point.x);
+  value.appendReal(20, point.y);
+  value.appendReal(30, point.z);
+  setHeader(name, std::move(value));
+}
+
+Acad::ErrorStatus AcDbDatabase::updateExt(bool) {
+  AcDbExtents box;
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpaceId());
+  if (space.openStatus() != Acad::eOk) return space.openStatus();
+  for (const AcDbObjectId id : space->entities()) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity.openStatus() != Acad::eOk) continue;
+    if (const auto* kept = AcDbOtherEntity::cast(entity.object()))
+      kept->addKeptExtents(box);
+    else if (AcDbExtents own; entity->getGeomExtents(own) == Acad::eOk)
+      box.addExt(own);
+  }
+  if (box.isEmpty()) box = {AcGePoint3d(), AcGePoint3d()};
+  setHeaderPoint("EXTMIN", box.minPoint());
+  setHeaderPoint("EXTMAX", box.maxPoint());
+  return Acad::eOk;
 }
 
 std::wstring AcDbDatabase::headerText(const std::string& name, const std::wstring& fallback) const {

@@ -95,9 +95,12 @@ public:
   /// Header variables by name without "$" ("TEXTSIZE"). @return false when there is none
   bool header(const std::string& name, DxfTagText& value) const;
   [[nodiscard]] double headerReal(const std::string& name, double fallback) const;
+  /// The origin when there is none.
+  [[nodiscard]] AcGePoint3d headerPoint(const std::string& name) const;
   [[nodiscard]] std::wstring headerText(const std::string& name, const std::wstring& fallback) const;
   /// Replaces or adds a variable; noted for undo.
   void setHeader(const std::string& name, DxfTagText value);
+  void setHeaderPoint(const std::string& name, const AcGePoint3d& point);
   [[nodiscard]] const std::vector<std::pair<std::string, DxfTagText>>& headers() const { return m_headers; }
 
   /// Takes an object over and gives it a handle. Leaves it open for writing.
@@ -120,6 +123,14 @@ public:
       const std::function<bool(const AcDbStub&)>& wanted) const;
   /// Makes room for a known number of objects.
   void reserve(std::size_t objects);
+
+  /// The box of what model space holds, hidden or not, as the drawing's variables tell it: of its file, until
+  /// `updateExt` measures it anew. An empty model space has both corners in the origin then.
+  Acad::ErrorStatus updateExt(bool bestFit = true);
+  [[nodiscard]] AcGePoint3d extmin() const { return headerPoint("EXTMIN"); }
+  [[nodiscard]] AcGePoint3d extmax() const { return headerPoint("EXTMAX"); }
+  /// The point by which the drawing is inserted as a block.
+  [[nodiscard]] AcGePoint3d insbase() const { return headerPoint("INSBASE"); }
 
   // Drawing files, which the installed `AcDbFileFormat` serves; `eNotImplementedYet` without any.
 

@@ -28,19 +28,10 @@ bool isUsable(const AcDbExtents& box) {
          std::all_of(std::begin(all), std::end(all), [](double v) { return std::fabs(v) < kFarthest; });
 }
 
-/// A point of header variables or layouts: three reals.
-AcGePoint3d pointOf(const DxfTagText& value) {
-  double parts[3] = {};
-  DxfTagText::Cursor cursor = value.tags();
-  DxfTag tag;
-  for (int i = 0; i < 3 && cursor.next(tag); ++i) dxfParseReal(tag.value, parts[i]);
-  return {parts[0], parts[1], parts[2]};
-}
-
 AcDbExtents storedIn(const AcDbDatabase& database, const char* low, const char* high) {
-  DxfTagText from, to;
-  if (!database.header(low, from) || !database.header(high, to)) return {};
-  return {pointOf(from), pointOf(to)};
+  DxfTagText ignored;
+  if (!database.header(low, ignored) || !database.header(high, ignored)) return {};
+  return {database.headerPoint(low), database.headerPoint(high)};
 }
 
 /// The box around the things of a space, to the bit, with less work for points: the box of a simple block is
@@ -126,14 +117,6 @@ std::optional<AcDbExtents> measured(const AcDbBlockTableRecord& space, const AcD
   return isUsable(box) ? std::optional(box) : std::nullopt;
 }
 
-DxfTagText pointText(int code, const AcGePoint3d& p) {
-  DxfTagText text;
-  text.appendReal(code, p.x);
-  text.appendReal(code + 10, p.y);
-  text.appendReal(code + 20, p.z);
-  return text;
-}
-
 /// The extents in a layout's groups: 14 to 34 and 15 to 35 of its own section.
 void storeInLayout(AcDbObjectId id, const AcDbBlockTableRecord& space, std::optional<AcDbExtents> box) {
   auto* layout = id.isLive() ? AcDbOtherObject::cast(id.stub()->object) : nullptr;
@@ -196,8 +179,8 @@ DxfStoredExtents::DxfStoredExtents(AcDbDatabase& database) : m_db(database) {
   if (const AcDbBlockTableRecord* space = spaceOf(database.modelSpaceId()))
     model = measured(*space, storedIn(database, "EXTMIN", "EXTMAX"));
   if (model) {
-    database.setHeader("EXTMIN", pointText(10, model->minPoint()));
-    database.setHeader("EXTMAX", pointText(10, model->maxPoint()));
+    database.setHeaderPoint("EXTMIN", model->minPoint());
+    database.setHeaderPoint("EXTMAX", model->maxPoint());
   }
   const AcDbObjectId table = database.blockTableId();
   if (table.isLive()) {

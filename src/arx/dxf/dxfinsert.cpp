@@ -310,18 +310,6 @@ void DxfInserter::finish(const Copy& copy) {
   copy.object->close();
 }
 
-AcGePoint3d DxfInserter::basePoint() const {
-  AcGePoint3d base;
-  DxfTagText text;
-  m_source.header("INSBASE", text);
-  DxfTagText::Cursor cursor = text.tags();
-  for (DxfTag tag; cursor.next(tag);) {
-    double& part = tag.code == 10 ? base.x : tag.code == 20 ? base.y : base.z;
-    dxfParseReal(tag.value, part);
-  }
-  return base;
-}
-
 Acad::ErrorStatus DxfInserter::emptyBlock(AcDbObjectId& block, const ACHAR* name) {
   block = recordNamed(m_target, "BLOCK_RECORD", name);
   if (const auto* known = resident<AcDbBlockTableRecord>(block)) {
@@ -347,7 +335,7 @@ Acad::ErrorStatus DxfInserter::run(AcDbObjectId& blockId, const ACHAR* name) {
   if (status != Acad::eOk) return status;
   AcDbObjectPointer<AcDbBlockTableRecord> block(id, AcDb::kForWrite);
   if (block.openStatus() != Acad::eOk) return block.openStatus();
-  block->setOrigin(basePoint());
+  block->setOrigin(m_source.insbase());
   fill(*block);
   blockId = id;
   return Acad::eOk;

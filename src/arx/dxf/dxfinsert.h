@@ -19,7 +19,6 @@ public:
 
 private:
   Acad::ErrorStatus emptyBlock(AcDbObjectId& block, const ACHAR* name);
-  [[nodiscard]] AcGePoint3d basePoint() const;
   void fill(AcDbBlockTableRecord& block);
   struct Copy {
     AcDbObject* object;  // in the target, empty until the end

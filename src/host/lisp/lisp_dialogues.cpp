@@ -2,6 +2,7 @@
 
 #include "arx/ed/edlisp.h"
 #include "calc/dialogs/helmert_dlg.h"
+#include "drafting/dialogs/cartouche_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/dialogs/tables_dlg.h"
 
@@ -19,6 +20,11 @@ int lispGererLeves() {
 
 int lispHelmert() {
   CHelmertDLG().doModal();
+  return RTNORM;
+}
+
+int lispCreerPlanche() {
+  creerPlanche();
   return RTNORM;
 }
 

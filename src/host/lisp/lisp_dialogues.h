@@ -9,5 +9,7 @@ int lispChoixPoint();
 int lispGererLeves();
 /// c:HELMERT: the transformation.
 int lispHelmert();
+/// c:CREERPLANCHE: a sheet.
+int lispCreerPlanche();
 
 }  // namespace veltora

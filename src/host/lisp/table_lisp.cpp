@@ -67,7 +67,7 @@ constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
     {L"c:VNDEPORTPNTS", lispVnDeportPnts, {L"Points", L"Porte des points sur une courbe"}},
     {L"c:VNAJUSTERZ", lispVnAjusterZ, {L"Points", L"Décale les altitudes"}},
     {L"c:HELMERT", lispHelmert, {L"Calculs", L"Transformation d'Helmert sur des couples de points"}},
-    {L"c:CREERPLANCHE", nonDisponible},
+    {L"c:CREERPLANCHE", lispCreerPlanche, {L"Plan", L"Une planche : papier, cadre, cartouche, carroyage"}},
     {L"C:POL3DTOPOL2D", lispPol3dToPol2d, {L"Points", L"Des polylignes 3D à plat"}},
 }};
 
