@@ -137,6 +137,49 @@ TEST(Explosion, StopsAtABlockThatHoldsItself) {
   EXPECT_POINT(AcGePoint3d(11, 20, 0), AcDbObjectPointer<AcDbBlockReference>(parts[1])->position(), 1e-12);
 }
 
+// Under unequal scales circles and arcs become ellipses, which lie on the mapped points and run as far.
+TEST(Explosion, MakesEllipsesOfWhatIsSqueezed) {
+  AcDbDatabase db;
+  const AcDbObjectId blk = block(db, L"BLK");
+  const AcGePoint3d center(3, 4, 0);
+  addTo(blk, new AcDbCircle(center, {0, 0, 1}, 2.0));
+  addTo(blk, new AcDbArc(center, {0, 0, 1}, 2.0, 0.5, 2.0));
+  const AcDbObjectId insert = addTo(db.modelSpaceId(), new AcDbBlockReference({652000, 6862000, 0}, blk));
+  AcGeMatrix3d matrix;
+  {
+    const AcDbObjectPointer<AcDbBlockReference> reference(insert, AcDb::kForWrite);
+    reference->setScaleFactors({3.0, -0.5, 1.0});
+    reference->setRotation(0.7);
+    matrix = reference->blockTransform();
+  }
+  std::vector<AcDbObjectId> parts;
+  ASSERT_EQ(acdbExplode(insert, parts), Acad::eOk);
+  ASSERT_EQ(parts.size(), 2U);
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const AcDbObjectPointer<AcDbEllipse> ellipse(parts[i]);
+    ASSERT_TRUE(ellipse);
+    EXPECT_EQ(ellipse->isClosed(), i == 0);
+    for (const double angle : {0.5, 1.1, 2.0}) {
+      const AcGePoint3d mapped =
+          matrix * AcGePoint3d(center.x + 2 * std::cos(angle), center.y + 2 * std::sin(angle), 0);
+      AcGePoint3d near;
+      ASSERT_EQ(ellipse->getClosestPointTo(mapped, near), Acad::eOk);
+      EXPECT_POINT(mapped, near, 1e-7);
+    }
+  }
+  const AcDbObjectPointer<AcDbEllipse> arc(parts[1]);
+  AcGePoint3d start, end;
+  arc->getStartPoint(start);
+  arc->getEndPoint(end);
+  const AcGePoint3d first =
+      matrix * AcGePoint3d(center.x + 2 * std::cos(0.5), center.y + 2 * std::sin(0.5), 0);
+  const AcGePoint3d last =
+      matrix * AcGePoint3d(center.x + 2 * std::cos(2.0), center.y + 2 * std::sin(2.0), 0);
+  const bool along = start.distanceTo(first) < 1e-7 && end.distanceTo(last) < 1e-7;
+  const bool back = start.distanceTo(last) < 1e-7 && end.distanceTo(first) < 1e-7;
+  EXPECT_TRUE(along || back);  // a mirrored block turns the way round
+}
+
 // Lines and arcs lie where the polyline lay, on either side of its plane.
 TEST(Explosion, OfACurveCoversIt) {
   for (const double side : {1.0, -1.0}) {

@@ -6,7 +6,6 @@
 #include "app/session/output.h"
 #include "app/session/program.h"
 #include "base/format.h"
-#include "base/numbers.h"
 #include "base/text.h"
 #include "jobs/dresser_planche.h"
 
@@ -35,22 +34,6 @@ const std::map<std::string, int>& corners() {
   return names;
 }
 
-bool readPoint(const std::string& text, std::pair<double, double>& point) {
-  const std::size_t comma = text.find(',');
-  return comma != std::string::npos && base::lireReelExact(text.substr(0, comma), point.first) &&
-         base::lireReelExact(text.substr(comma + 1), point.second);
-}
-
-CLI::Validator aPoint() {
-  const auto check = [](const std::string& text) {
-    std::pair<double, double> ignored;
-    return readPoint(text, ignored)
-               ? std::string()
-               : base::formater("« %s » n'est pas un point : X,Y avec un point décimal", text);
-  };
-  return {check, ""};
-}
-
 CLI::Validator anAttribute() {
   const auto check = [](const std::string& text) {
     const std::size_t sign = text.find('=');
@@ -71,7 +54,7 @@ int run(Options& options) {
     demand.attributs.emplace_back(base::fromUtf8(text.substr(0, sign)),
                                   base::fromUtf8(text.substr(sign + 1)));
   }
-  if (!options.point.empty()) readPoint(options.point, demand.point.emplace());
+  if (!options.point.empty()) demand.point = readPlanPoint(options.point);
   LinesSource none("", {});
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
@@ -147,7 +130,7 @@ Run declarePlanche(CLI::App& sub) {
   declareGrid(sub, demand);
   CLI::Option* point = sub.add_option("--point", options->point, "Coin bas gauche du papier, dans le dessin")
                            ->type_name("X,Y")
-                           ->check(aPoint());
+                           ->check(planPoint());
   sub.add_flag("--centrer", options->centred,
                "Met le milieu du papier sur celui du plan, ce qui se fait aussi sans --point")
       ->excludes(point);

@@ -4,11 +4,9 @@
 #include "app/session/choices.h"
 #include "app/session/output.h"
 #include "app/session/program.h"
-#include "base/numbers.h"
 #include "jobs/tableau.h"
 
 #include <CLI/CLI.hpp>
-#include <cmath>
 #include <memory>
 
 namespace veltora::app {
@@ -21,19 +19,13 @@ struct Options {
   std::string output;
 };
 
-bool readPoint(const std::string& text, AcGePoint3d& point) {
-  const std::size_t comma = text.find(',');
-  return comma != std::string::npos && base::lireReelExact(text.substr(0, comma), point.x) &&
-         base::lireReelExact(text.substr(comma + 1), point.y) && std::isfinite(point.x) &&
-         std::isfinite(point.y);
-}
-
 int run(const Options& options) {
   LinesSource none("", {});
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
   demandeTableau job;
-  readPoint(options.point, job.coin);
+  const auto [x, y] = *readPlanPoint(options.point);
+  job.coin = {x, y, 0.0};
   job.hauteur = options.height;
   resultatTableau result;
   if (!dessinerTableau(job, result)) {
@@ -50,16 +42,11 @@ int run(const Options& options) {
 
 Run declareTableau(CLI::App& sub) {
   const auto options = std::make_shared<Options>();
-  const auto isPoint = [](const std::string& text) {
-    AcGePoint3d point;
-    return readPoint(text, point) ? std::string()
-                                  : "« " + text + " » n'est pas un point : X,Y avec un point décimal";
-  };
   sub.add_option("dessin", options->drawing, "Dessin DXF")->type_name("DESSIN")->required();
   sub.add_option("--point", options->point, "Coin supérieur gauche du tableau")
       ->type_name("X,Y")
       ->required()
-      ->check(CLI::Validator(isPoint, ""));
+      ->check(planPoint());
   sub.add_option("--hauteur", options->height, "Hauteur des textes, en unités du dessin (2.5)")
       ->type_name("H")
       ->check(between(0.001, 1000000.0));

@@ -41,7 +41,9 @@ std::optional<std::pair<double, double>> readPlanPoint(const std::string& text) 
 
 CLI::Validator planPoint() {
   const auto check = [](const std::string& text) {
-    return readPlanPoint(text) ? std::string() : base::formater("« %s » n'est pas un point x,y", text);
+    return readPlanPoint(text)
+               ? std::string()
+               : base::formater("« %s » n'est pas un point : X,Y avec un point décimal", text);
   };
   return {check, ""};
 }

@@ -15,7 +15,7 @@ CLI::Validator between(int least, int largest);
 /// A number from `least` to `largest`.
 CLI::Validator between(double least, double largest);
 
-/// A point of the plan, "x,y".
+/// A point of the plan, "X,Y".
 CLI::Validator planPoint();
 /// The two numbers of what `planPoint` took; nothing for any other text.
 std::optional<std::pair<double, double>> readPlanPoint(const std::string& text);

@@ -102,6 +102,18 @@ bool follows(const AcDbEntity& entity, const AcGeMatrix3d& matrix) {
   return copy->transformBy(matrix) == Acad::eOk;
 }
 
+/// What a circle or an arc becomes under a matrix that it cannot follow; null for any other entity.
+std::unique_ptr<AcDbEllipse> ellipseOf(const AcDbEntity& entity, const AcGeMatrix3d& matrix) {
+  const bool round = AcDbCircle::cast(&entity) || AcDbArc::cast(&entity);
+  if (!round) return nullptr;
+  const AcGeCurvePiece piece = static_cast<const AcDbCurve&>(entity).pieces().front();
+  auto ellipse = std::make_unique<AcDbEllipse>();
+  const bool made =
+      ellipse->set(piece.center, piece.xAxis.crossProduct(piece.yAxis), piece.xAxis * piece.radius, 1.0,
+                   piece.startAngle, piece.startAngle + piece.sweep) == Acad::eOk;
+  return made && ellipse->transformBy(matrix) == Acad::eOk ? std::move(ellipse) : nullptr;
+}
+
 /// The texts of a reference's attributes, and of the constant ones of its block.
 Parts textsOf(const AcDbBlockReference& reference, const std::vector<AcDbObjectId>& constants,
               const AcGeMatrix3d& matrix) {
@@ -125,6 +137,7 @@ Acad::ErrorStatus explodeBlock(const AcDbBlockReference& reference, std::vector<
   const AcGeMatrix3d matrix = reference.blockTransform();
   std::vector<AcDbObjectId> shown;
   std::vector<AcDbObjectId> constants;
+  std::vector<std::pair<AcDbObjectId, std::unique_ptr<AcDbEllipse>>> squeezed;
   {
     const AcDbObjectPointer<AcDbBlockTableRecord> block(reference.blockTableRecord());
     const AcDbBlockReference::Grid grid = reference.grid();
@@ -135,7 +148,12 @@ Acad::ErrorStatus explodeBlock(const AcDbBlockReference& reference, std::vector<
       if (!entity) continue;
       const bool definition = AcDbAttributeDefinition::cast(entity.object()) != nullptr;
       if (definition && !entity->isShownByReferences()) continue;
-      if (!follows(*entity, matrix)) return Acad::eCannotScaleNonUniformly;
+      if (!follows(*entity, matrix)) {
+        std::unique_ptr<AcDbEllipse> ellipse = ellipseOf(*entity, matrix);
+        if (!ellipse) return Acad::eCannotScaleNonUniformly;
+        squeezed.emplace_back(id, std::move(ellipse));
+        continue;
+      }
       (definition ? constants : shown).push_back(id);
     }
   }
@@ -144,6 +162,12 @@ Acad::ErrorStatus explodeBlock(const AcDbBlockReference& reference, std::vector<
     if (!part) continue;
     part->transformBy(matrix);
     parts.push_back(id);
+  }
+  for (auto& [id, ellipse] : squeezed) {
+    const AcDbObjectPointer<AcDbEntity> round(id);
+    Parts one;
+    one.push_back(std::move(ellipse));
+    add(std::move(one), round.object(), reference.blockId(), parts);
   }
   add(textsOf(reference, constants, matrix), nullptr, reference.blockId(), parts);
   return Acad::eOk;

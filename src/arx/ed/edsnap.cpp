@@ -45,7 +45,7 @@ std::optional<AcEdSnap> readSnap(const std::wstring& typed) {
 
 double planDistance(const AcGePoint3d& a, const AcGePoint3d& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-bool isStraight(const AcGeCurvePiece& piece) { return !piece.isArc; }
+bool isStraight(const AcGeCurvePiece& piece) { return !piece.isArc && !piece.bezier; }
 
 /// Share of a straight piece's line where a place lies in plan.
 double shareInPlan(const AcGeCurvePiece& piece, const AcGePoint3d& place) {
@@ -60,15 +60,17 @@ AcGePoint3d onLine(const AcGeCurvePiece& piece, double share) {
 
 AcGePoint3d nearestInPlan(const AcGeCurvePiece& piece, const AcGePoint3d& place) {
   if (isStraight(piece))
-    return onLine(piece, std::clamp(shareInPlan(piece, place), 0.0, piece.endless ? HUGE_VAL : 1.0));
+    return onLine(piece, std::clamp(shareInPlan(piece, place), piece.endlessBefore ? -HUGE_VAL : 0.0,
+                                    piece.endless ? HUGE_VAL : 1.0));
   return piece.pointAt(piece.closest({place.x, place.y, piece.start.z}, false, piece.endless));
 }
 
-/// A piece as a block places it; nothing when it becomes another shape.
-std::optional<AcGeCurvePiece> placed(AcGeCurvePiece piece, const AcGeMatrix3d& matrix) {
+/// A piece as a block places it; nothing when it becomes another shape, and for splines of blocks.
+std::optional<AcGeCurvePiece> placed(AcGeCurvePiece piece, const AcGeMatrix3d& matrix, bool inBlock) {
   piece.start = matrix * piece.start;
   piece.end = matrix * piece.end;
   if (isStraight(piece)) return piece;
+  if (piece.bezier) return inBlock ? std::nullopt : std::optional(piece);
   if (!matrix.isUniScaledOrtho()) return std::nullopt;
   piece.center = matrix * piece.center;
   piece.radius *= (matrix * piece.xAxis).length();
@@ -90,7 +92,7 @@ public:
 
 private:
   void offer(AcEdSnap snap, const AcGePoint3d& point);
-  void curve(const AcDbCurve& curve, const AcGeMatrix3d& toWorld);
+  void curve(const AcDbCurve& curve, const AcGeMatrix3d& toWorld, bool inBlock);
   void piece(const AcGeCurvePiece& piece);
   void perpendicular(const AcGeCurvePiece& piece);
 
@@ -126,19 +128,20 @@ void Snapping::look(const AcEdHit& hit) {
       offer(AcEdSnap::kEnd, hit.toWorld * point);
     }
   }
-  if (const auto* curve = AcDbCurve::cast(entity.object())) this->curve(*curve, hit.toWorld);
+  if (const auto* curve = AcDbCurve::cast(entity.object()))
+    this->curve(*curve, hit.toWorld, !hit.references.empty());
 }
 
-void Snapping::curve(const AcDbCurve& curve, const AcGeMatrix3d& toWorld) {
+void Snapping::curve(const AcDbCurve& curve, const AcGeMatrix3d& toWorld, bool inBlock) {
   for (const AcGeCurvePiece& own : curve.pieces()) {
-    const std::optional<AcGeCurvePiece> shown = placed(own, toWorld);
+    const std::optional<AcGeCurvePiece> shown = placed(own, toWorld, inBlock);
     if (shown && planDistance(nearestInPlan(*shown, m_place), m_place) <= m_aperture) piece(*shown);
   }
 }
 
 void Snapping::piece(const AcGeCurvePiece& piece) {
   const bool turn = piece.isArc && piece.start == piece.end;  // a whole circle has no ends
-  if (!turn) offer(AcEdSnap::kEnd, piece.start);
+  if (!turn && !piece.endlessBefore) offer(AcEdSnap::kEnd, piece.start);
   if (!turn && !piece.endless) offer(AcEdSnap::kEnd, piece.end);
   if (!turn && !piece.endless) offer(AcEdSnap::kMiddle, piece.pointAt(0.5));
   if (piece.isArc) offer(AcEdSnap::kCenter, piece.center);
@@ -148,6 +151,10 @@ void Snapping::piece(const AcGeCurvePiece& piece) {
 
 void Snapping::perpendicular(const AcGeCurvePiece& piece) {
   if (isStraight(piece)) return offer(AcEdSnap::kPerpendicular, onLine(piece, shareInPlan(piece, m_from)));
+  if (!piece.isEven()) {
+    const double foot = piece.closest({m_from.x, m_from.y, piece.start.z}, false, false);
+    return offer(AcEdSnap::kPerpendicular, piece.pointAt(foot));
+  }
   const AcGePoint3d from(m_from.x, m_from.y, piece.center.z);
   const AcGeVector3d out = (from - piece.center).normal() * piece.radius;
   offer(AcEdSnap::kPerpendicular, piece.center + out);
