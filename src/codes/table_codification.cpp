@@ -59,11 +59,13 @@ tableCodification::tableCodification(const std::wstring& fichier) {
     if (chargerXML()) return;
   }
   nomFichier = cheminInstallation(L"defcodif");
-  if (chargerXML()) return;
+  // Without an installation directory this would be a file of the root folder, which is none of ours.
+  const bool installee = !dossierInstallation().empty();
+  if (installee && chargerXML()) return;
   // Deliberate (defcodif-premier-demarrage): a file that gives no rows, even one that is broken, gives way to
   // the default rows; it is kept beside.
   ajouterDefauts();
-  if (garderIllisible()) sauverXML();
+  if (installee && garderIllisible()) sauverXML();
 }
 
 bool tableCodification::garderIllisible() const {

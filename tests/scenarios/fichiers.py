@@ -114,6 +114,7 @@ def odd_names():
 
 
 def no_folder():
+    rooted = os.path.exists("/defcodif")
     environment = {k: v for k, v in usual.items() if k not in ("HOME", "XDG_DATA_HOME", "VELTORA_INSTALLATION")}
     environment["HOME"] = environment["VELTORA_INSTALLATION"] = "/dev/null/x"
     tree = folder / "arbre"
@@ -136,6 +137,7 @@ def no_folder():
         placed = "21 points placés".encode() in done.stdout
         check(done.returncode == (0 if data else 1) and placed == data, f"no folder to write, data {data}", done.stdout)
         check((folder / f"sans{data}.dxf").exists() == data, f"drawing without blocks, data {data}")
+    check(os.path.exists("/defcodif") == rooted, "a code table in the root folder")
 
 
 def readme():
