@@ -1,8 +1,11 @@
+#include "arx/db/dbmirror.h"
 #include "arx/db/dbtable.h"
 #include "arx/db/dbundo.h"
 #include "arx/ent_support.h"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 
@@ -111,6 +114,25 @@ TEST(Table, CopiesPartWhenOneChanges) {
   EXPECT_EQ(copy->blockTableRecord(), table->blockTableRecord());
   copy->getGeomExtents(box);
   EXPECT_POINT(former.maxPoint(), box.maxPoint(), 0);
+}
+
+// Across the vertical line through its corner, a table that climbs by 30 degrees falls by as much, and its
+// first corner lies where the mirror image of its second one does.
+TEST(Table, IsMirroredSoThatItCanBeRead) {
+  AcDbDatabase db;
+  const AcDbObjectPointer<AcDbTable> table(makeTable(db)->objectId(), AcDb::kForWrite);
+  const double c = std::sqrt(0.75);
+  const double s = 0.5;
+  ASSERT_EQ(table->setDirection({c, s, 0}), Acad::eOk);
+  const AcGeMatrix3d mirror = acdbMirrorMatrix(kFar, kFar + AcGeVector3d(0, 1, 0));
+  for (const bool readable : {true, false}) {
+    ASSERT_EQ(acdbMirror(*table, mirror, readable), Acad::eOk);
+    const double way = readable ? 1 : -1;  // the second time back to where it was
+    EXPECT_NEAR(table->direction().x, c, 1e-12);
+    EXPECT_NEAR(table->direction().y, -way * s, 1e-12);
+    const AcGeVector3d shift = readable ? AcGeVector3d(-50 * c, 50 * s, 0) : AcGeVector3d(0, 0, 0);
+    EXPECT_POINT(kFar + shift, table->position(), 1e-8);
+  }
 }
 
 TEST(Table, MakesItsBlockAnewInPlace) {

@@ -32,19 +32,26 @@ bool mayBeMoved(const Entities& entities, const wchar_t* what, bool mirrored = f
   return false;
 }
 
-/// Does something to each entity. @return how many took it
+/// Does something to each entity and tells how many could not follow.
+/// @param copies  they were made for it: those that cannot follow go again  @return how many took it
 template <class Work>
-int forEach(const Entities& entities, Work work) {
+int forEach(const Entities& entities, Work work, bool copies = false) {
   int count = 0;
+  int left = 0;
   for (const AcDbObjectId id : entities) {
     const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
-    if (entity && work(*entity) == Acad::eOk) ++count;
+    if (!entity) continue;
+    const bool done = work(*entity) == Acad::eOk;
+    ++(done ? count : left);
+    if (!done && copies) entity->erase();
   }
+  if (left > 0) acutPrintf(L"\n%d objet(s) laissé(s) de côté : leur forme ne peut pas suivre", left);
   return count;
 }
 
-int moveAll(const Entities& entities, const AcGeMatrix3d& matrix) {
-  return forEach(entities, [&](AcDbEntity& entity) { return entity.transformBy(matrix); });
+int moveAll(const Entities& entities, const AcGeMatrix3d& matrix, bool copies = false) {
+  return forEach(
+      entities, [&](AcDbEntity& entity) { return entity.transformBy(matrix); }, copies);
 }
 
 /// Asks for the point to which a base point goes; without one the base point's coordinates are the
@@ -82,7 +89,7 @@ void askCopyMode() {
 
 int copyBy(const Entities& entities, const AcGeVector3d& shift, Entities& copies) {
   copies = acdbCopyEntities(entities);
-  return moveAll(copies, AcGeMatrix3d::translation(shift));
+  return moveAll(copies, AcGeMatrix3d::translation(shift), true);
 }
 
 /// Copies to one place after the other. @return how many entities were made
@@ -165,7 +172,7 @@ bool askReferenceLength(const AcGePoint3d& center, double& factor) {
 
 /// Maps the entities, or copies of them, and says how many.
 void finish(const Entities& entities, const AcGeMatrix3d& matrix, bool copy, const wchar_t* done) {
-  const int count = moveAll(copy ? acdbCopyEntities(entities) : entities, matrix);
+  const int count = moveAll(copy ? acdbCopyEntities(entities) : entities, matrix, copy);
   acutPrintf(L"\n%d objet(s) %s%s\n", count, done, std::wstring(copy ? L" en copie" : L""));
 }
 
@@ -272,7 +279,9 @@ void mirrorEntities() {
   const AcGeMatrix3d mirror = acdbMirrorMatrix(from, to);
   const bool readable = integerVariable(L"MIRRTEXT") == 0;
   acutPrintf(L"\n%d objet(s) en miroir\n",
-             forEach(targets, [&](AcDbEntity& entity) { return acdbMirror(entity, mirror, readable); }));
+             forEach(
+                 targets, [&](AcDbEntity& entity) { return acdbMirror(entity, mirror, readable); },
+                 erase != L"Yes"));
 }
 
 }  // namespace arx_commands

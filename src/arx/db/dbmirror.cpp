@@ -1,7 +1,9 @@
 #include "arx/db/dbmirror.h"
 
 #include "arx/db/dballents.h"
+#include "arx/db/dbtable.h"
 
+#include <cmath>
 #include <memory>
 #include <numbers>
 #include <optional>
@@ -55,6 +57,18 @@ Acad::ErrorStatus mirrorMText(AcDbMText& text, const AcGeMatrix3d& mirror) {
   return status;
 }
 
+/// A table stays readable: it is turned into the reflected rectangle of what it was.
+Acad::ErrorStatus mirrorTable(AcDbTable& table, const AcGeMatrix3d& mirror) {
+  const std::optional<AcGePoint3d> middle = mirroredMiddle(table, mirror);
+  const AcGeVector3d along = table.direction();
+  AcGeVector3d reflected = mirror * along;
+  if (reflected.dotProduct(along) < 0) reflected = -reflected;
+  const double turn = std::atan2(reflected.y, reflected.x) - std::atan2(along.y, along.x);
+  const Acad::ErrorStatus status = table.transformBy(AcGeMatrix3d::rotation(turn, AcGeVector3d::kZAxis));
+  if (status == Acad::eOk) moveMiddle(table, middle);
+  return status;
+}
+
 Acad::ErrorStatus mirrorBlock(AcDbBlockReference& block, const AcGeMatrix3d& mirror) {
   std::vector<Way> ways;
   const std::unique_ptr<AcDbObjectIterator> attributes(block.attributeIterator());
@@ -87,6 +101,7 @@ AcGeMatrix3d acdbMirrorMatrix(const AcGePoint3d& a, const AcGePoint3d& b) {
 
 Acad::ErrorStatus acdbMirror(AcDbEntity& entity, const AcGeMatrix3d& mirror, bool readable) {
   if (AcDbMText* text = AcDbMText::cast(&entity)) return mirrorMText(*text, mirror);
+  if (AcDbTable* table = AcDbTable::cast(&entity)) return mirrorTable(*table, mirror);
   if (!readable) return entity.transformBy(mirror);
   if (AcDbBlockReference* block = AcDbBlockReference::cast(&entity)) return mirrorBlock(*block, mirror);
   AcDbText* const text = AcDbText::cast(&entity);
