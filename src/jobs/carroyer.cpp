@@ -25,7 +25,7 @@ AcDbObjectId layerDuNom(AcDbDatabase& dessin, const std::wstring& nom) {
   return id;
 }
 
-/// The light polylines on a layer. @param autres  how many polylines of other kinds lie there
+/// The light polylines on a layer. @param autres  how many polylines of other kinds and closed curves lie there
 std::vector<AcDbObjectId> regionsDu(AcDbDatabase& dessin, const AcDbObjectId& layer, int& autres) {
   std::vector<AcDbObjectId> regions;
   const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId());
@@ -34,7 +34,8 @@ std::vector<AcDbObjectId> regionsDu(AcDbDatabase& dessin, const AcDbObjectId& la
     if (courbe.openStatus() != Acad::eOk || courbe->layerId() != layer) continue;
     if (AcDbPolyline::cast(courbe.object()))
       regions.push_back(id);
-    else if (AcDb2dPolyline::cast(courbe.object()) || AcDb3dPolyline::cast(courbe.object()))
+    else if (courbe->isClosed() || AcDb2dPolyline::cast(courbe.object()) ||
+             AcDb3dPolyline::cast(courbe.object()))
       ++autres;
   }
   return regions;
@@ -111,7 +112,7 @@ bool carroyer(const demandeCarroyer& demande, resultatCarroyer& resultat) {
   const std::vector<AcDbObjectId> regions = regionsDu(*dessin, layer, autres);
   if (autres > 0)
     resultat.remarques.ajouter(
-        base::formater(L"polylignes 3D ou lourdes sur ce calque, laissées de côté : %d", autres));
+        base::formater(L"polylignes 3D ou lourdes, cercles et ellipses de ce calque, laissés de côté : %d", autres));
   if (regions.empty())
     return echec(resultat, L"le calque « " + demande.calque + L" » ne porte aucune polyligne légère");
   Carroyage travail(demande, regions, resultat);
