@@ -25,7 +25,8 @@ AcDbObjectId layerDuNom(AcDbDatabase& dessin, const std::wstring& nom) {
   return id;
 }
 
-/// The light polylines on a layer. @param autres  how many polylines of other kinds and closed curves lie there
+/// The light polylines on a layer. @param autres  how many polylines of other kinds and closed curves lie
+/// there
 std::vector<AcDbObjectId> regionsDu(AcDbDatabase& dessin, const AcDbObjectId& layer, int& autres) {
   std::vector<AcDbObjectId> regions;
   const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId());
@@ -111,8 +112,8 @@ bool carroyer(const demandeCarroyer& demande, resultatCarroyer& resultat) {
   int autres = 0;
   const std::vector<AcDbObjectId> regions = regionsDu(*dessin, layer, autres);
   if (autres > 0)
-    resultat.remarques.ajouter(
-        base::formater(L"polylignes 3D ou lourdes, cercles et ellipses de ce calque, laissés de côté : %d", autres));
+    resultat.remarques.ajouter(base::formater(
+        L"polylignes 3D ou lourdes, cercles et ellipses de ce calque, laissés de côté : %d", autres));
   if (regions.empty())
     return echec(resultat, L"le calque « " + demande.calque + L" » ne porte aucune polyligne légère");
   Carroyage travail(demande, regions, resultat);
