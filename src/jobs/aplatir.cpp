@@ -3,6 +3,7 @@
 #include "arx/db/dbheavypoly.h"
 #include "arx/db/dbmain.h"
 #include "base/format.h"
+#include "core/drawing_records.h"
 #include "jobs/resultat_points.h"
 
 #include <algorithm>
@@ -26,12 +27,10 @@ std::vector<AcDbObjectId> polylines3d(AcDbDatabase& dessin, const std::vector<Ac
 /// @return false with the name of the layer that is not there
 bool chercherLayers(AcDbDatabase& dessin, const std::vector<std::wstring>& noms,
                     std::vector<AcDbObjectId>& layers, std::wstring& absent) {
-  const AcDbObjectPointer<AcDbSymbolTable> table(dessin.layerTableId());
   for (const std::wstring& nom : noms) {
-    AcDbObjectId id;
     absent = nom;
-    if (table.openStatus() != Acad::eOk || table->getIdAt(nom.c_str(), id) != Acad::eOk) return false;
-    layers.push_back(id);
+    layers.push_back(recordNamed(dessin.layerTableId(), nom));
+    if (layers.back().isNull()) return false;
   }
   return true;
 }

@@ -4,6 +4,7 @@
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
 #include "base/format.h"
+#include "core/drawing_records.h"
 #include "drafting/grid/carroyage.h"
 #include "jobs/resultat_points.h"
 
@@ -16,13 +17,6 @@ namespace {
 bool echec(resultatCarroyer& resultat, const std::wstring& raison) {
   resultat.erreur = raison;
   return false;
-}
-
-AcDbObjectId layerDuNom(AcDbDatabase& dessin, const std::wstring& nom) {
-  AcDbObjectId id;
-  const AcDbObjectPointer<AcDbSymbolTable> table(dessin.layerTableId());
-  if (table.openStatus() == Acad::eOk) table->getIdAt(nom.c_str(), id);
-  return id;
 }
 
 /// The light polylines on a layer. @param autres  how many polylines of other kinds and closed curves lie
@@ -107,7 +101,7 @@ bool carroyer(const demandeCarroyer& demande, resultatCarroyer& resultat) {
   resultat = {};
   AcDbDatabase* const dessin = acdbHostApplicationServices()->workingDatabase();
   if (!dessin) return echec(resultat, kSansProjet);
-  const AcDbObjectId layer = layerDuNom(*dessin, demande.calque);
+  const AcDbObjectId layer = recordNamed(dessin->layerTableId(), demande.calque);
   if (layer.isNull()) return echec(resultat, L"le dessin n'a pas de calque « " + demande.calque + L" »");
   int autres = 0;
   const std::vector<AcDbObjectId> regions = regionsDu(*dessin, layer, autres);

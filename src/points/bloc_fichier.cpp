@@ -2,6 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "base/text.h"
+#include "core/drawing_records.h"
 #include "core/installation.h"
 
 #include <memory>
@@ -19,13 +20,6 @@ std::unique_ptr<AcDbDatabase> lireDessin(std::wstring_view chemin) {
   return dessin->readDwgFile(fichier.c_str()) == Acad::eOk ? std::move(dessin) : nullptr;
 }
 
-AcDbObjectId blocPresent(AcDbDatabase& db, const std::wstring& nom) {
-  AcDbObjectId id;
-  const AcDbObjectPointer<AcDbBlockTable> blocs(db.blockTableId());
-  if (blocs.openStatus() == Acad::eOk) blocs->getIdAt(nom.c_str(), id);
-  return id;
-}
-
 }  // namespace
 
 std::wstring nomBloc(std::wstring_view chemin) {
@@ -38,7 +32,7 @@ AcDbObjectId blocDuFichier(AcDbDatabase& db, std::wstring_view cheminDonne) {
   std::wstring chemin = base::trim(cheminDonne, L" \t,;.");
   if (chemin.empty()) chemin = cheminInstallation(L"varnblk1.dwg", L"biblio");
   const std::wstring nom = nomBloc(chemin);
-  AcDbObjectId bloc = blocPresent(db, nom);
+  AcDbObjectId bloc = recordNamed(db.blockTableId(), nom);
   if (!bloc.isNull() || nom.empty()) return bloc;
   if (!finitParDwg(chemin)) chemin += L".dwg";
   std::unique_ptr<AcDbDatabase> dessin = lireDessin(chemin);

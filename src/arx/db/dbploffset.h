@@ -17,8 +17,6 @@ struct AcDbOffsetVertex {
 /// travel; where two of them met, their parallels meet again. Segments that would turn round and arcs whose
 /// radius vanishes are left out, and their neighbours meet.
 /// @param offset drawing units, to the left when negative
-/// @return nothing where it cannot be had so: neighbours whose parallels do not meet, no segment left, or,
-/// with
-///         segments left out, a vertex nearer to the polyline than the distance; nor for less than two
-///         vertices
+/// @return nothing where it cannot be had so: neighbours whose parallels do not meet, no segment left, a
+/// vertex nearer to the polyline than the distance where segments were left out, less than two vertices
 std::vector<AcDbOffsetVertex> acdbOffsetVertices(const AcDbPolyline& polyline, double offset);

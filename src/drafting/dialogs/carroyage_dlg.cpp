@@ -16,18 +16,21 @@ void garderPolylines(std::vector<AcDbObjectId>& entites) {
   });
 }
 
-/// Whether the grids are of a usual size, or the user wants them all the same.
-bool accepterAmpleur(const DlgCarroyage& dialogue, const std::vector<AcDbObjectId>& regions) {
+ampleurCarroyage estimer(const DlgCarroyage& dialogue, const std::vector<AcDbObjectId>& regions) {
   ampleurCarroyage ampleur;
   for (const AcDbObjectId& id : regions)
     if (const AcDbObjectPointer<AcDbPolyline> region(id); region.openStatus() == Acad::eOk)
       ampleur += estimerCarroyage(*region, dialogue.pasX.value(), dialogue.pasY.value());
-  if (!ampleur.demesuree()) return true;
-  return ui::messageBox(L"À confirmer : " + texteDemesure(ampleur) + L".\nLe dessiner ?", L"Carroyage",
-                        ui::Buttons::YesNo) == ui::kYes;
+  return ampleur;
 }
 
 }  // namespace
+
+bool accepterAmpleur(const ampleurCarroyage& ampleur) {
+  return !ampleur.demesuree() ||
+         ui::messageBox(L"À confirmer : " + texteDemesure(ampleur) + L".\nLe dessiner ?", L"Carroyage",
+                        ui::Buttons::YesNo) == ui::kYes;
+}
 
 DlgCarroyage::DlgCarroyage(std::vector<AcDbObjectId>& regions)
     : Dialog(L"Dessin de carroyage"), m_regions(regions) {
@@ -58,7 +61,7 @@ void carroyage() {
   selectEntities(L"I", nullptr, regions);
   garderPolylines(regions);
   DlgCarroyage d(regions);
-  if (d.doModal() != ui::kOk || regions.empty() || !accepterAmpleur(d, regions)) return;
+  if (d.doModal() != ui::kOk || regions.empty() || !accepterAmpleur(estimer(d, regions))) return;
   int croix = 0;
   int vides = 0;
   for (const AcDbObjectId& id : regions) {

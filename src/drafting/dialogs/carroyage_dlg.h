@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arx/db/dbid.h"
+#include "drafting/grid/carroyage.h"
 #include "ui/dialog.h"
 
 #include <vector>
@@ -31,6 +32,9 @@ private:
 
   std::vector<AcDbObjectId>& m_regions;
 };
+
+/// Whether a grid is of a usual size, or the user wants it all the same.
+VELTORA_API bool accepterAmpleur(const ampleurCarroyage& ampleur);
 
 /// Shows the dialog, with the polylines that were selected beforehand, and draws the grids.
 VELTORA_API void carroyage();

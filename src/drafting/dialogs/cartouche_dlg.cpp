@@ -8,7 +8,9 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/drawing_records.h"
 #include "core/installation.h"
+#include "drafting/dialogs/carroyage_dlg.h"
 #include "drafting/sheet/formats_papier.h"
 #include "ui/driver.h"
 
@@ -34,15 +36,6 @@ void redresser(ui::NumberField& champ) {
   if (valeur != champ.value()) champ.setValue(valeur);
 }
 
-AcDbObjectId styleDuNom(const std::wstring& nom) {
-  AcDbObjectId id;
-  AcDbDatabase* const dessin = acdbHostApplicationServices()->workingDatabase();
-  if (!dessin) return id;
-  const AcDbObjectPointer<AcDbSymbolTable> table(dessin->textStyleTableId());
-  if (table.openStatus() == Acad::eOk) table->getIdAt(nom.c_str(), id);
-  return id;
-}
-
 /// Where the sheet goes: the point, and whether it is the middle. @return false when the user leaves
 bool demanderPoint(ads_point point, bool& milieu) {
   milieu = true;
@@ -57,13 +50,6 @@ bool demanderPoint(ads_point point, bool& milieu) {
     if (reponse != RTKWORD) return reponse == RTNORM;
     milieu = !milieu;
   }
-}
-
-/// Whether the grid is of a usual size, or the user wants it all the same.
-bool accepterAmpleur(const ampleurCarroyage& ampleur) {
-  return !ampleur.demesuree() ||
-         ui::messageBox(L"À confirmer : " + texteDemesure(ampleur) + L".\nLe dessiner ?", L"Carroyage",
-                        ui::Buttons::YesNo) == ui::kYes;
 }
 
 }  // namespace
@@ -202,7 +188,8 @@ demandePlanche CDlgCartouche::demande() const {
   lue.espacementY = espacementY.value();
   lue.tailleCroisillons = tailleCroisillons.value();
   lue.hauteurTexte = hauteurTexte.value();
-  lue.styleTexte = styleDuNom(styleTexte.text());
+  if (AcDbDatabase* const dessin = acdbHostApplicationServices()->workingDatabase())
+    lue.styleTexte = recordNamed(dessin->textStyleTableId(), styleTexte.text());
   lue.decimales = modeleFormat.index();
   return lue;
 }
