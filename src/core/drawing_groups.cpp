@@ -2,6 +2,7 @@
 
 #include "arx/db/dbdict.h"
 #include "arx/db/dbmain.h"
+#include "base/free_number.h"
 
 #include <memory>
 #include <string>
@@ -18,11 +19,12 @@ AcDbObjectId groupEntities(const std::vector<AcDbObjectId>& entities) {
   if (group->numEntities() == 0) return id;
   const AcDbObjectPointer<AcDbDictionary> groups(database->groupDictionaryId(), AcDb::kForWrite);
   if (groups.openStatus() != Acad::eOk) return id;
-  AcString name;
-  AcDbObjectId taken;
-  for (int number = 1; name.empty() || groups->getAt(name.c_str(), taken) == Acad::eOk; ++number)
-    name = L"*A" + std::to_wstring(number);
-  if (groups->setAt(name.c_str(), group.get(), id) != Acad::eOk) return AcDbObjectId::kNull;
+  const auto named = [](int number) { return L"*A" + std::to_wstring(number); };
+  const int free = base::freeNumber([&](int number) {
+    AcDbObjectId taken;
+    return groups->getAt(named(number).c_str(), taken) == Acad::eOk;
+  });
+  if (groups->setAt(named(free).c_str(), group.get(), id) != Acad::eOk) return AcDbObjectId::kNull;
   group.release()->close();
   return id;
 }

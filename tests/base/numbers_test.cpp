@@ -1,5 +1,6 @@
 #include "base/numbers.h"
 #include "base/format.h"
+#include "base/free_number.h"
 #include "base/growable_array.h"
 #include "support/case_rows.h"
 
@@ -48,6 +49,17 @@ TEST(Numbers, PrintedNumbersReadBackAsTheSame) {
     EXPECT_EQ(back, value);
   }
   EXPECT_EQ(ecrireReel(2), "2.0");
+}
+
+TEST(Numbers, AFreeNumberFollowsATakenOneAndCostsAFewQuestions) {
+  for (const int last : {0, 1, 2, 3, 7, 8, 1000, 123456}) {
+    int asked = 0;
+    EXPECT_EQ(freeNumber([&](int number) { return ++asked, number <= last; }), last + 1);
+    EXPECT_LE(asked, 40) << last;
+  }
+  const auto taken = [](int number) { return number <= 5 || (number >= 8 && number <= 20); };
+  const int found = freeNumber(taken);
+  EXPECT_TRUE(!taken(found) && taken(found - 1)) << found;
 }
 
 TEST(Format, FollowsPrintf) {

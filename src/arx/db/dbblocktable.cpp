@@ -4,7 +4,10 @@
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
 #include "arx/gi/gigeometry.h"
+#include "base/free_number.h"
 #include "base/text.h"
+
+#include <memory>
 
 ACDB_DEFINE_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD")
 
@@ -162,4 +165,17 @@ void AcDbBlockTableRecord::exchangeFields(AcDbBlockTableRecord& other) {
   std::swap(m_origin, other.m_origin);
   std::swap(m_comments, other.m_comments);
   std::swap(m_layout, other.m_layout);
+}
+
+AcDbObjectId acdbAddNumberedBlock(AcDbDatabase& database, const std::wstring& beginning) {
+  const AcDbObjectPointer<AcDbBlockTable> blocks(database.blockTableId(), AcDb::kForWrite);
+  if (!blocks) return {};
+  const auto named = [&](int number) { return beginning + std::to_wstring(number); };
+  const int free = veltora::base::freeNumber([&](int number) { return blocks->has(named(number).c_str()); });
+  auto record = std::make_unique<AcDbBlockTableRecord>();
+  AcDbObjectId id;
+  if (record->setName(named(free).c_str()) != Acad::eOk || blocks->add(id, record.get()) != Acad::eOk)
+    return {};
+  record.release()->close();
+  return id;
 }

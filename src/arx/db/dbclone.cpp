@@ -22,7 +22,6 @@ private:
   void dictionary(const AcDbObject& from, AcDbObject& to);
   void entries(const AcDbDictionary& from, AcDbDictionary& to);
   void picture(AcDbOtherEntity& copy);
-  AcDbObjectId freePicture(const std::wstring& beginning, std::wstring& name);
   void note(AcDbObjectId from, AcDbObjectId to) { m_copies[from.stub()] = to, m_made.push_back(to); }
 
   AcDbDatabase& m_database;
@@ -95,20 +94,6 @@ void Cloning::entries(const AcDbDictionary& from, AcDbDictionary& to) {
   }
 }
 
-/// A block without entities whose name continues a beginning with the first free number.
-AcDbObjectId Cloning::freePicture(const std::wstring& beginning, std::wstring& name) {
-  const AcDbObjectPointer<AcDbBlockTable> blocks(m_database.blockTableId(), AcDb::kForWrite);
-  if (!blocks) return {};
-  AcDbObjectId id;
-  for (int number = 1; name.empty() || blocks->getIdAt(name.c_str(), id) == Acad::eOk; ++number)
-    name = beginning + std::to_wstring(number);
-  auto record = std::make_unique<AcDbBlockTableRecord>();
-  record->setName(name.c_str());
-  if (blocks->add(id, record.get()) != Acad::eOk) return {};
-  record.release()->close();
-  return id;
-}
-
 /// The picture moves with its entity, so the copy needs its own.
 void Cloning::picture(AcDbOtherEntity& copy) {
   const std::wstring former = dxfToWide(copy.pictureName());
@@ -127,11 +112,12 @@ void Cloning::picture(AcDbOtherEntity& copy) {
     origin = record->origin();
     flags = record->flags();
   }
-  std::wstring name;
-  const AcDbObjectId made = freePicture(former.substr(0, former[0] == L'*' ? 2 : 1), name);
+  const AcDbObjectId made = acdbAddNumberedBlock(m_database, former.substr(0, former[0] == L'*' ? 2 : 1));
   if (made.isNull()) return;
+  std::wstring name;
   {
     const AcDbObjectPointer<AcDbBlockTableRecord> record(made, AcDb::kForWrite);
+    name = record->name();
     record->setOrigin(origin);
     record->setFlags(flags);
   }

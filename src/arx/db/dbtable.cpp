@@ -18,6 +18,7 @@ ACDB_DEFINE_MEMBERS(AcDbTable, AcDbEntity, "ACAD_TABLE")
 namespace {
 
 constexpr double kMargin = 0.1;  // of a cell, in text heights on both sides
+constexpr int kAnonymous = 1;    // flag of a block
 constexpr int kMostCells = 1000000;
 constexpr int kOverrides = 0x31;  // of a cell: alignment, text style, text height
 constexpr double kLevel = 1e-9;   // sine of the angle by which a map may tilt the table
@@ -44,20 +45,6 @@ bool isShared(const AcDbTable& table, AcDbDatabase& database) {
     if (other && other != &table && other->blockTableRecord() == table.blockTableRecord()) return true;
   }
   return false;
-}
-
-AcDbObjectId newBlock(AcDbDatabase& database) {
-  const AcDbObjectPointer<AcDbBlockTable> blocks(database.blockTableId(), AcDb::kForWrite);
-  if (!blocks) return {};
-  std::wstring name;
-  for (int number = 1; name.empty() || blocks->has(name.c_str()); ++number)
-    name = L"*T" + std::to_wstring(number);
-  auto record = std::make_unique<AcDbBlockTableRecord>();
-  AcDbObjectId id;
-  if (record->setName(name.c_str()) != Acad::eOk || blocks->add(id, record.get()) != Acad::eOk) return {};
-  record->setFlags(1);  // anonymous
-  record.release()->close();
-  return id;
 }
 
 void clear(const AcDbBlockTableRecord& block) {
@@ -176,8 +163,11 @@ Acad::ErrorStatus AcDbTable::ownBlock(AcDbDatabase& database) {
     clear(*former);
     return Acad::eOk;
   }
-  const AcDbObjectId block = newBlock(database);
-  return block.isNull() ? Acad::eInvalidInput : change(m_block, block);
+  const AcDbObjectId block = acdbAddNumberedBlock(database, L"*T");
+  const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForWrite);
+  if (!record) return Acad::eInvalidInput;
+  record->setFlags(kAnonymous);
+  return change(m_block, block);
 }
 
 Acad::ErrorStatus AcDbTable::recomputeTableBlock() {
