@@ -188,6 +188,11 @@ std::vector<std::wstring> AcRxDynamicLinker::loadedModules() const {
   return names;
 }
 
+void* AcRxDynamicLinker::exported(const ACHAR* module, const char* symbol) const {
+  const Module* found = find(module);
+  return found && found->library ? dlsym(found->library, symbol) : nullptr;
+}
+
 AcRx::AppRetCode AcRxDynamicLinker::deliver(Module& module, AcRx::AppMsgCode msg) {
   struct Working {
     std::vector<Module*>& stack;

@@ -42,6 +42,8 @@ public:
   [[nodiscard]] bool isLoaded(const ACHAR* name) const { return find(name) != nullptr; }
   /// Names in order of loading.
   [[nodiscard]] std::vector<std::wstring> loadedModules() const;
+  /// What a loaded module exports under a name; null when either is missing. Loads nothing.
+  [[nodiscard]] void* exported(const ACHAR* module, const char* symbol) const;
 
   /// Sends a message to one module. @return the entry's answer, `kRetError` for a module that is not loaded.
   /// What the
