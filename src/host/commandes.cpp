@@ -18,6 +18,7 @@
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
 #include "host/lisp/table_lisp.h"
+#include "host/tracer.h"
 #include "jobs/tableau.h"
 #include "points/projets_topo.h"
 
@@ -86,7 +87,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 14> kCommandes{{
+constexpr std::array<commande, 16> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -131,6 +132,8 @@ constexpr std::array<commande, 14> kCommandes{{
      ACRX_CMD_MODAL,
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
+    {L"TRACER", ACRX_CMD_MODAL, tracer, {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"}},
+    {L"PLOT", ACRX_CMD_MODAL, tracer},
 }};
 
 template <std::size_t Rang>

@@ -10,6 +10,7 @@
 #include "app/jobs/planche.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
+#include "app/jobs/rendre.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
 
@@ -36,6 +37,7 @@ std::span<const Job> jobTable() {
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
+      {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
