@@ -34,7 +34,8 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};  ///< none for what is not there yet
+  descriptionAide aide = {};         ///< none for what is not there yet
+  const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
@@ -87,7 +88,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 16> kCommandes{{
+constexpr std::array<commande, 15> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -132,8 +133,11 @@ constexpr std::array<commande, 16> kCommandes{{
      ACRX_CMD_MODAL,
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
-    {L"TRACER", ACRX_CMD_MODAL, tracer, {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"}},
-    {L"PLOT", ACRX_CMD_MODAL, tracer},
+    {L"TRACER",
+     ACRX_CMD_MODAL,
+     tracer,
+     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
+     L"PLOT"},
 }};
 
 template <std::size_t Rang>
@@ -163,7 +167,8 @@ AcEdCommandStack* pileDeCommandes() {
 void enregistrerCommandes() {
   AcEdCommandStack* pile = pileDeCommandes();
   if (!pile) return;
-  for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+  for (const commande& c : kCommandes)
+    pile->addCommand(kGroupe, c.nomGlobal ? c.nomGlobal : c.nom, c.nom, c.options, c.fonction);
   decrireCommandes();
 }
 
