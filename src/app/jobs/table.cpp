@@ -12,6 +12,7 @@
 #include "app/jobs/polygonale.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
+#include "app/jobs/terrain.h"
 
 namespace veltora::app {
 
@@ -36,6 +37,8 @@ std::span<const Job> jobTable() {
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
+      {"terrain", "Fait un terrain d'une liste de points ou d'un dessin : courbes de niveau, profils, faces",
+       declareTerrain},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
