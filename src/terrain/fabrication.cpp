@@ -156,10 +156,10 @@ private:
     std::vector<AcGePoint2d> contour;
     for (const AcGePoint3d& s : limite) contour.emplace_back(s.x, s.y);
     if (altitudesNulles(limite)) {
-      const Terrain sans(modeleSansLimite());
+      if (!m_sansLimite) m_sansLimite = std::make_unique<Terrain>(modeleSansLimite());
       for (std::size_t i = 0; i < limite.size(); ++i)
         for (const std::vector<AcGePoint3d>& piece :
-             sans.surface().chemin(limite[i], limite[(i + 1) % limite.size()])) {
+             m_sansLimite->surface().chemin(limite[i], limite[(i + 1) % limite.size()])) {
           int avant = -1;
           for (const AcGePoint3d& sommet : piece) {
             const int numero = m_lieux.numero(sommet);
@@ -220,6 +220,7 @@ private:
   base::Remarques& m_remarques;
   Modele m_modele;
   Lieux m_lieux;
+  std::unique_ptr<Terrain> m_sansLimite;  ///< the ground before any outline
   base::Remarques m_lieuxContraires;
   std::vector<int> m_origines;  ///< of the vertices, the point each comes from
   int m_entres = 0;

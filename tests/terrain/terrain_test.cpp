@@ -153,6 +153,24 @@ TEST(Fabrique, limiteSansAltitudeSuitLeTerrain) {
   EXPECT_FALSE(borne->surface().altitude(cour));
 }
 
+TEST(Fabrique, limiteQuiSortParUnBordOblique) {
+  // Where the outline crosses the slanting border of the ground its crossings lie a rounding beside it: the
+  // ground on both sides once ran together there, and all of it was out.
+  Sources sources;
+  for (const auto& [x, y] : {std::pair{0.0, 0.0}, {97.13, 3.7}, {101.9, 88.3}, {-4.1, 91.7}, {47.7, 52.3}})
+    sources.points.push_back({kX + x, kY + y, 250.0 + 0.1 * x});
+  sources.limites = {{{kX - 20, kY + 40, 0}, {kX + 130, kY + 33, 0}, {kX + 130, kY + 71, 0}}};
+  std::wstring erreur;
+  base::Remarques remarques;
+  const auto terrain = fabriquer(L"T", sources, remarques, erreur);
+  ASSERT_TRUE(terrain) << base::toUtf8(erreur);
+  for (const auto& [x, y, sol] :
+       {std::tuple{50.0, 45.0, true}, {95.0, 50.0, true}, {50.0, 20.0, false}, {20.0, 80.0, false}}) {
+    AcGePoint3d p(kX + x, kY + y, 0);
+    EXPECT_EQ(terrain->surface().altitude(p), sol) << x << "," << y;
+  }
+}
+
 TEST(Codes, plages) {
   struct Cas {
     const wchar_t* texte;
