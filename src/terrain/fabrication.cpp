@@ -57,6 +57,7 @@ public:
     if (!erreur.empty()) return nullptr;
     for (const std::vector<AcGePoint3d>& limite : m_sources.limites) limiter(limite);
     auto terrain = std::make_unique<Terrain>(std::move(m_modele));
+    signalerPointsSurLignes(*terrain);
     signalerCroisements(*terrain);
     const std::vector<Face>& faces = terrain->surface().faces();
     if (std::any_of(faces.begin(), faces.end(), [](const Face& face) { return face.sol; })) return terrain;
@@ -175,6 +176,19 @@ private:
     sans.limites.clear();
     sans.areteMaximale = 0.0;
     return sans;
+  }
+  void signalerPointsSurLignes(const Terrain& terrain) {
+    const std::vector<AcGePoint3d>& sommets = terrain.surface().sommets();
+    const auto sommet = [&sommets](int numero) { return sommets[static_cast<std::size_t>(numero)]; };
+    base::Remarques trouvees;
+    for (const Triangulation::SurLigne& pris : terrain.surface().surLignes()) {
+      const AcGePoint3d s = sommet(pris.sommet);
+      const double z = sommet(pris.de).z + (sommet(pris.a).z - sommet(pris.de).z) * pris.part;
+      if (std::abs(s.z - z) > kMemeAltitude)
+        trouvees.douter(base::formater(
+            L"point en %s sur une ligne d'une autre altitude : %.3f gardée, %.3f laissée", lieu(s), s.z, z));
+    }
+    m_remarques.citer(trouvees);
   }
   /// Every line through the place where lines cross, with its altitude there.
   void signalerCroisements(const Terrain& terrain) {

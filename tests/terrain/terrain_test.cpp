@@ -88,6 +88,20 @@ TEST(Fabrique, entreesDouteusesOuMauvaises) {
          s.lignes = {{s.points[5] + AcGeVector3d(0, 0, 1), s.points[6]}};
        },
        "", "250.000 gardée, 251.000 laissée", true},
+      {"point sur une ligne",
+       [](Sources& s) {
+         s.points[11].z += 0.5;
+         s.lignes = {{s.points[0], s.points[22]}};
+       },
+       "",
+       "point en 652010.000, 6862000.000 sur une ligne d'une autre altitude : 251.500 gardée, 251.000 "
+       "laissée",
+       true},
+      {"point sur une ligne, d'accord",
+       [](Sources& s) {
+         s.lignes = {{s.points[0], s.points[22]}};
+       },
+       "", "", false},
       {"limite ailleurs",
        [](Sources& s) {
          s.limites = {{{0, 0, 0}, {9, 0, 0}, {9, 9, 0}}};
@@ -192,6 +206,7 @@ TEST(Codes, plages) {
 
 class TerrainDuDessin : public Atelier {
 protected:
+  ~TerrainDuDessin() override { oublierTout(); }
   static std::unique_ptr<Terrain> fait(const wchar_t* nom) {
     base::Remarques remarques;
     std::wstring erreur;
