@@ -101,11 +101,16 @@ void projetImplantation::ajouterStation(std::unique_ptr<observationMiseEnStation
   if (nouvelle && !station(nouvelle->idMise)) stations.Add(nouvelle.release());
 }
 
-void projetImplantation::retirerPoint(std::uint32_t id) {
-  const int rang = indexPoint(id);
-  if (rang < 0) return;
-  effacerPoint(points.GetAt(rang));
-  points.RemoveAt(rang);
+void projetImplantation::retirerPoints(const std::vector<std::uint32_t>& ids) {
+  const std::unordered_set<std::uint32_t> retires(ids.begin(), ids.end());
+  base::CArray<observationImplantation> gardes;
+  for (observationImplantation& point : points) {
+    if (retires.contains(point.id))
+      effacerPoint(point);
+    else
+      gardes.Add(std::move(point));
+  }
+  points = std::move(gardes);
   m_places.clear();
   m_inscrits = 0;
 }

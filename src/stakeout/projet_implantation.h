@@ -34,8 +34,9 @@ public:
   void ajouterPoint(const observationImplantation& point);
   /// Takes a station over, unless its `idMise` is there already.
   void ajouterStation(std::unique_ptr<observationMiseEnStation> station);
-  /// Removes a point; what was drawn for it is erased.
-  void retirerPoint(std::uint32_t id);
+  /// Removes points; what was drawn for them is erased.
+  void retirerPoint(std::uint32_t id) { retirerPoints({id}); }
+  void retirerPoints(const std::vector<std::uint32_t>& ids);
   /// Removes a station with what was drawn for it. Its points keep its number.
   void retirerStation(std::uint32_t idMise);
   /// Removes the stations that no point uses.

@@ -4,6 +4,7 @@
 #include "app/jobs/carroyer.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
+#include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/legende.h"
 #include "app/jobs/lisp.h"
@@ -36,6 +37,7 @@ std::span<const Job> jobTable() {
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
+      {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
