@@ -19,6 +19,7 @@
 #include "drafting/polylines/rectoriente_jig.h"
 #include "host/lisp/table_lisp.h"
 #include "jobs/tableau.h"
+#include "jobs/terrain.h"
 #include "points/projets_topo.h"
 
 #include <array>
@@ -86,7 +87,11 @@ void tableCoord() {
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 14> kCommandes{{
+/// Of the sibling module, which may be missing.
+template <std::size_t Rang>
+void duTerrain();
+
+constexpr std::array<commande, 19> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -131,7 +136,23 @@ constexpr std::array<commande, 14> kCommandes{{
      ACRX_CMD_MODAL,
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
+    {L"MNT",
+     ACRX_CMD_MODAL,
+     duTerrain<14>,
+     {L"Terrain", L"Les terrains du dessin : créer, choisir, supprimer"}},
+    {L"MNTZ", ACRX_CMD_MODAL, duTerrain<15>, {L"Terrain", L"L'altitude du terrain en un point"}},
+    {L"MNTPROFIL",
+     ACRX_CMD_MODAL,
+     duTerrain<16>,
+     {L"Terrain", L"Le profil du terrain le long d'une ligne, dessiné et en tableau"}},
+    {L"COURBES", ACRX_CMD_MODAL, duTerrain<17>, {L"Terrain", L"Les courbes de niveau du terrain"}},
+    {L"MNTFACES", ACRX_CMD_MODAL, duTerrain<18>, {L"Terrain", L"Dessine les faces du terrain"}},
 }};
+
+template <std::size_t Rang>
+void duTerrain() {
+  commandeTerrain(kCommandes[Rang].nom);
+}
 
 template <std::size_t Rang>
 void nonDisponible() {
@@ -140,7 +161,7 @@ void nonDisponible() {
 
 /// Tells AIDE of what there is, subject by subject.
 void decrireCommandes() {
-  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan"}) {
+  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan", L"Terrain"}) {
     const auto decrire = [sujet](const descriptionAide& aide, const std::wstring& nom) {
       if (aide.sujet && aide.sujet == sujet) acedDescribeCommand({kGroupe, aide.sujet, nom, aide.ligne});
     };

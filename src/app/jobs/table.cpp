@@ -13,6 +13,7 @@
 #include "app/jobs/polygonale.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
+#include "app/jobs/terrain.h"
 
 namespace veltora::app {
 
@@ -38,6 +39,8 @@ std::span<const Job> jobTable() {
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
       {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
+      {"terrain", "Fait un terrain d'une liste de points ou d'un dessin : courbes de niveau, profils, faces",
+       declareTerrain},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
