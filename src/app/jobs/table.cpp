@@ -4,6 +4,7 @@
 #include "app/jobs/carroyer.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
+#include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/legende.h"
 #include "app/jobs/lisp.h"
@@ -39,6 +40,7 @@ std::span<const Job> jobTable() {
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
       {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},
+      {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
       {"terrain", "Fait un terrain d'une liste de points ou d'un dessin : courbes de niveau, profils, faces",
        declareTerrain},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
