@@ -13,6 +13,7 @@
 #include "codes/commandes_codes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
+#include "drafting/clothoids/commande_clothoide.h"
 #include "drafting/dialogs/carroyage_dlg.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
@@ -86,7 +87,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 14> kCommandes{{
+constexpr std::array<commande, 15> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -131,6 +132,10 @@ constexpr std::array<commande, 14> kCommandes{{
      ACRX_CMD_MODAL,
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
+    {L"CLOTHOIDE",
+     ACRX_CMD_MODAL,
+     commandeClothoide,
+     {L"Plan", L"Une clothoïde par ses rayons, ses extrémités et l'intersection de ses tangentes"}},
 }};
 
 template <std::size_t Rang>
