@@ -5,6 +5,7 @@
 #include "app/jobs/clothoide.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
+#include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/legende.h"
 #include "app/jobs/lisp.h"
@@ -39,6 +40,7 @@ std::span<const Job> jobTable() {
        declareClothoide},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
+      {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
