@@ -21,6 +21,7 @@
 #include "host/lisp/table_lisp.h"
 #include "jobs/tableau.h"
 #include "points/projets_topo.h"
+#include "stakeout/dialogs/implantation_auto_dlg.h"
 
 #include <array>
 #include <memory>
@@ -87,7 +88,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 15> kCommandes{{
+constexpr std::array<commande, 16> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -136,6 +137,10 @@ constexpr std::array<commande, 15> kCommandes{{
      ACRX_CMD_MODAL,
      commandeClothoide,
      {L"Plan", L"Une clothoïde par ses rayons, ses extrémités et l'intersection de ses tangentes"}},
+    {L"IMPLANTAUTO",
+     ACRX_CMD_MODAL,
+     implantationAuto,
+     {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
 }};
 
 template <std::size_t Rang>

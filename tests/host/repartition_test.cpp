@@ -26,7 +26,7 @@ TEST_F(Repartition, registersTheCommandsInOrderWithTheirFlags) {
   EXPECT_EQ(liste,
             "CARROYAGE 2\nVCODIFICATION 1\nCOORDSXYZ 0\nCORRPOLFERMEE 0\nCORRPOLOUVERTE 0\nCORRMCARRES 0\n"
             "IMPORTGSI 0\nRECT3PT 3\nIMPORTPOINTS 2\nEXPORTPOINTS 2\nTABLEXYZ 2\nMAJPOINTS 2\nPTSEN3D 0\n"
-            "TABLECOORD 0\nCLOTHOIDE 0\n");
+            "TABLECOORD 0\nCLOTHOIDE 0\nIMPLANTAUTO 0\n");
   EXPECT_TRUE(acrxDynamicLinker->isAppMDIAware(L"veltora"));
   EXPECT_FALSE(acrxDynamicLinker->isApplicationLocked(L"veltora"));
   acrxDynamicLinker->unloadModule(L"veltora");
