@@ -13,6 +13,7 @@
 #include "codes/commandes_codes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
+#include "drafting/clothoids/commande_clothoide.h"
 #include "drafting/dialogs/carroyage_dlg.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
@@ -22,6 +23,7 @@
 #include "jobs/tableau.h"
 #include "jobs/terrain.h"
 #include "points/projets_topo.h"
+#include "stakeout/dialogs/implantation_auto_dlg.h"
 
 #include <array>
 #include <memory>
@@ -93,7 +95,7 @@ void nonDisponible();
 template <std::size_t Rang>
 void duTerrain();
 
-constexpr std::array<commande, 20> kCommandes{{
+constexpr std::array<commande, 22> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -154,6 +156,14 @@ constexpr std::array<commande, 20> kCommandes{{
      tracer,
      {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
      L"PLOT"},
+    {L"CLOTHOIDE",
+     ACRX_CMD_MODAL,
+     commandeClothoide,
+     {L"Plan", L"Une clothoïde par ses rayons, ses extrémités et l'intersection de ses tangentes"}},
+    {L"IMPLANTAUTO",
+     ACRX_CMD_MODAL,
+     implantationAuto,
+     {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
 }};
 
 template <std::size_t Rang>

@@ -1,6 +1,7 @@
 #include "jobs/implanter.h"
 
 #include "app/jobs/implanter.h"
+#include "app/jobs/planifier.h"
 #include "app/session/call_files.h"
 #include "app/session/choices.h"
 #include "app/session/doubts.h"
@@ -18,6 +19,7 @@ namespace {
 
 struct Options {
   demandeImplanter job;
+  PlanOptions plan;
   std::string drawing;
   std::string list;
   std::string layer;
@@ -40,6 +42,23 @@ void tellFiles(const Options& options, const resultatImplanter& result) {
   if (!options.text.empty()) print("Texte    : " + options.text + "\n");
   if (!options.columns.empty() && !result.retenu) print("Colonnes : " + options.columns + "\n");
   if (!options.columns.empty() && result.retenu) printError("« " + options.columns + " » n'est pas écrit");
+}
+
+int runAutomatic(Options& options) {
+  demandePlanifier& plan = options.plan.demand;
+  plan.liste = options.list;
+  plan.calque = base::fromUtf8(options.layer);
+  plan.code = options.job.code;
+  plan.pas = options.job.pas;
+  plan.fleche = options.job.fleche;
+  plan.pasDroites = options.job.pasDroites;
+  plan.rapport = options.report;
+  plan.texte = options.text;
+  plan.csv = options.columns;
+  plan.modeAngle = units().at(options.unit);
+  plan.hauteurTexte = options.job.hauteurTexte;
+  plan.malgreDoutes = options.job.malgreDoutes;
+  return runPlan(options.plan, options.drawing, options.output);
 }
 
 int run(const Options& options) {
@@ -88,11 +107,11 @@ void declareWhat(CLI::App& sub, Options& options) {
   layer->excludes(code);
   sub.add_option("--station", options.station, "Station : nom d'un point de la table courante ou de la liste")
       ->type_name("NOM")
-      ->required();
+      ->excludes("--auto");
   sub.add_option("--reference", options.reference,
                  "Référence, où l'instrument lit 0 : nom d'un point, ou NORD (gisements)")
       ->type_name("NOM")
-      ->required();
+      ->excludes("--auto");
 }
 
 void declareSteps(CLI::App& sub, demandeImplanter& job) {
@@ -107,7 +126,7 @@ void declareSteps(CLI::App& sub, demandeImplanter& job) {
   size("--droites", job.pasDroites, "Points aussi sur les droites, tous les tant");
   size("--hauteur-texte", job.hauteurTexte, "Hauteur des textes dessinés (1.5)");
   const auto height = [&sub](const char* name, double& value, const char* help) {
-    sub.add_option(name, value, help)->type_name("HAUTEUR")->check(between(0.0, 1e30));
+    sub.add_option(name, value, help)->type_name("HAUTEUR")->check(between(0.0, 1e30))->excludes("--auto");
   };
   height("--hauteur-station", job.hauteurStation,
          "Hauteur de l'instrument et de la cible au-dessus du terrain, s'il y en a un (1)");
@@ -119,6 +138,7 @@ void declareSteps(CLI::App& sub, demandeImplanter& job) {
 Run declareImplanter(CLI::App& sub) {
   const auto options = std::make_shared<Options>();
   sub.add_option("dessin", options->drawing, "Dessin DXF")->type_name("DESSIN")->required();
+  declarePlan(sub, options->plan);
   declareWhat(sub, *options);
   declareSteps(sub, options->job);
   sub.add_option("--unite", options->unit, "Unité des angles affichés : grades, degres, radians (grades)")
@@ -130,7 +150,8 @@ Run declareImplanter(CLI::App& sub) {
   sub.add_option("--texte", options->text, "Liste à écrire en texte")->type_name("FICHIER");
   sub.add_option("--csv", options->columns, "Liste à écrire en colonnes, séparées par des points-virgules")
       ->type_name("FICHIER");
-  sub.add_flag("--coordonnees", options->job.coordonnees, "Dessine aussi les coordonnées des points");
+  sub.add_flag("--coordonnees", options->job.coordonnees, "Dessine aussi les coordonnées des points")
+      ->excludes("--auto");
   sub.add_option("--sortie", options->output, "Dessin à enregistrer, avec les implantations")
       ->type_name("DESSIN");
   addDoubtOption(sub, options->job.malgreDoutes);
@@ -144,6 +165,11 @@ Run declareImplanter(CLI::App& sub) {
   return [options] {
     if (options->list.empty() && options->layer.empty() && options->job.code == 0) {
       printError("il faut --points, --calque ou --code");
+      return kBadCall;
+    }
+    if (options->plan.asked) return runAutomatic(*options);
+    if (options->station.empty() || options->reference.empty()) {
+      printError("il faut --station et --reference, ou --auto");
       return kBadCall;
     }
     return run(*options);

@@ -2,6 +2,7 @@
 
 #include "app/jobs/aplatir.h"
 #include "app/jobs/carroyer.h"
+#include "app/jobs/clothoide.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/helmert.h"
 #include "app/jobs/implanter.h"
@@ -37,6 +38,8 @@ std::span<const Job> jobTable() {
        declareLegende},
       {"aplatir", "Fait des polylignes 2D des polylignes 3D d'un dessin", declareAplatir},
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
+      {"clothoide", "Calcule une clothoïde par ses rayons et trois points, en liste des points, la dessine",
+       declareClothoide},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
       {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},

@@ -1,28 +1,10 @@
 #include "stakeout/dialogs/params_implantation_dlg.h"
 
-#include "base/format.h"
-#include "codes/table_codification.h"
-#include "points/projets_topo.h"
+#include "stakeout/dialogs/liste_codes.h"
 
 #include <limits>
-#include <map>
 
 namespace veltora {
-namespace {
-
-/// Fills the list with the codes of the current table's points; the code in force is among them.
-void listerCodes(ui::ComboBox& liste, int choisi) {
-  std::map<int, int> nombres{{choisi, 0}};
-  if (tablesPoints)
-    for (const pointDuDessin& point : *tablesPoints->currTable()->getData()) ++nombres[point.getCode()];
-  for (const auto& [code, nombre] : nombres) {
-    const AcString libelle = getTableCodification().getOuCreerCode(code).libelle;
-    const int rang = liste.addItem(base::formater(L"%4d %s (%d pts)", code, libelle, nombre), code);
-    if (code == choisi) liste.setIndex(rang);
-  }
-}
-
-}  // namespace
 
 CDlgParamsImplantationAuto::CDlgParamsImplantationAuto(const paramsImplantation& params)
     : Dialog(L"Paramètres d'implantation") {

@@ -304,6 +304,15 @@ TEST_F(ClothoideDessinee, dataOfAPolylineGiveItsCurveOnTheSideOfItsVertices) {
         EXPECT_LT(lue.pointEn(lue.startParam + pas).distanceTo(courbe.pointEn(courbe.startParam + pas)),
                   1e-6);
       }
+      // It goes along with its polyline, turned, scaled and mirrored.
+      AcGeMatrix3d placement = AcGeMatrix3d::rotation(1.0, AcGeVector3d::kZAxis, {652000, 6862000, 0}) *
+                               AcGeMatrix3d::scaling(retournee ? AcGeScale3d(2, 2, 2) : AcGeScale3d(1, -1, 1),
+                                                     {652000, 6862000, 0});
+      ASSERT_EQ(polyligne->transformBy(placement), Acad::eOk);
+      EXPECT_FALSE(lireXDataEntite(lue, *polyligne));
+      ASSERT_EQ(polyligne->xDataTransformBy(placement), Acad::eOk);
+      ASSERT_TRUE(lireXDataEntite(lue, *polyligne));
+      EXPECT_NEAR(lue.paramA, courbe.paramA * (retournee ? 2 : 1), 1e-5);
       // Moved without its data it is a polyline like others.
       for (unsigned int i = 0; i < polyligne->numVerts(); ++i) {
         AcGePoint2d p;
