@@ -17,6 +17,7 @@
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
+#include "field/dialogs/import_gsi_dlg.h"
 #include "host/lisp/table_lisp.h"
 #include "jobs/tableau.h"
 #include "points/projets_topo.h"
@@ -33,12 +34,13 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};  ///< none for what is not there yet
+  descriptionAide aide = {};
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 void corrMCarres() { CDlgMoindresCarres().doModal(); }
+void importGsi() { ImportGSI().doModal(); }
 
 void rect3Pt() { rectorienteJig().dessiner(); }
 
@@ -83,9 +85,6 @@ void tableCoord() {
     acutPrintf(L"\nTableau impossible : %s.", resultat.erreur);
 }
 
-template <std::size_t Rang>
-void nonDisponible();
-
 constexpr std::array<commande, 14> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
@@ -105,7 +104,10 @@ constexpr std::array<commande, 14> kCommandes{{
      corrPolOuverte,
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
-    {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
+    {L"IMPORTGSI",
+     ACRX_CMD_MODAL,
+     importGsi,
+     {L"Calculs", L"Un carnet de terrain GSI, lu et montré en clair"}},
     {L"RECT3PT",
      ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET,
      rect3Pt,
@@ -132,11 +134,6 @@ constexpr std::array<commande, 14> kCommandes{{
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
 }};
-
-template <std::size_t Rang>
-void nonDisponible() {
-  acutPrintf(L"\nLa commande %s n'est pas encore disponible dans cette version.", kCommandes[Rang].nom);
-}
 
 /// Tells AIDE of what there is, subject by subject.
 void decrireCommandes() {

@@ -95,10 +95,7 @@ TEST_F(Repartition, codesOutsideTheTableDoNothing) {
 
 TEST_F(Repartition, whatIsMissingSaysSoInFrench) {
   EXPECT_EQ(appeler(L"c:IMPLANT2"), "nil");
-  acedCommandStack()->lookupCmd(L"IMPORTGSI")->functionAddr()();
-  EXPECT_EQ(imprime,
-            "\nLa fonction c:IMPLANT2 n'est pas encore disponible dans cette version."
-            "\nLa commande IMPORTGSI n'est pas encore disponible dans cette version.");
+  EXPECT_EQ(imprime, "\nLa fonction c:IMPLANT2 n'est pas encore disponible dans cette version.");
 }
 
 TEST_F(Repartition, savingADocumentStoresTheProject) {
