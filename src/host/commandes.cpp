@@ -18,6 +18,7 @@
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
+#include "field/dialogs/import_gsi_dlg.h"
 #include "host/lisp/table_lisp.h"
 #include "host/tracer.h"
 #include "jobs/tableau.h"
@@ -37,13 +38,14 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};         ///< none for what is not there yet
+  descriptionAide aide;
   const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 void corrMCarres() { CDlgMoindresCarres().doModal(); }
+void importGsi() { ImportGSI().doModal(); }
 
 void rect3Pt() { rectorienteJig().dessiner(); }
 
@@ -88,9 +90,6 @@ void tableCoord() {
     acutPrintf(L"\nTableau impossible : %s.", resultat.erreur);
 }
 
-template <std::size_t Rang>
-void nonDisponible();
-
 /// Of the sibling module, which may be missing.
 template <std::size_t Rang>
 void duTerrain();
@@ -114,7 +113,10 @@ constexpr std::array<commande, 22> kCommandes{{
      corrPolOuverte,
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
-    {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
+    {L"IMPORTGSI",
+     ACRX_CMD_MODAL,
+     importGsi,
+     {L"Calculs", L"Un carnet de terrain GSI, lu et montré en clair"}},
     {L"RECT3PT",
      ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET,
      rect3Pt,
@@ -169,11 +171,6 @@ constexpr std::array<commande, 22> kCommandes{{
 template <std::size_t Rang>
 void duTerrain() {
   commandeTerrain(kCommandes[Rang].nom);
-}
-
-template <std::size_t Rang>
-void nonDisponible() {
-  acutPrintf(L"\nLa commande %s n'est pas encore disponible dans cette version.", kCommandes[Rang].nom);
 }
 
 /// Tells AIDE of what there is, subject by subject.

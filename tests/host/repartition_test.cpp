@@ -95,8 +95,8 @@ TEST_F(Repartition, codesOutsideTheTableDoNothing) {
 }
 
 TEST_F(Repartition, whatIsMissingSaysSoInFrench) {
-  acedCommandStack()->lookupCmd(L"IMPORTGSI")->functionAddr()();
-  EXPECT_EQ(imprime, "\nLa commande IMPORTGSI n'est pas encore disponible dans cette version.");
+  acedCommandStack()->lookupCmd(L"MNT")->functionAddr()();
+  EXPECT_EQ(imprime.find("\nMNT non disponible : "), 0U) << imprime;
 }
 
 TEST_F(Repartition, savingADocumentStoresTheProject) {

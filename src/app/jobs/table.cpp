@@ -1,9 +1,11 @@
 #include "app/jobs/table.h"
 
 #include "app/jobs/aplatir.h"
+#include "app/jobs/carnet.h"
 #include "app/jobs/carroyer.h"
 #include "app/jobs/clothoide.h"
 #include "app/jobs/exporter.h"
+#include "app/jobs/feuille.h"
 #include "app/jobs/helmert.h"
 #include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
@@ -28,6 +30,8 @@ std::span<const Job> jobTable() {
        declareHelmert},
       {"reseau", "Compense un réseau par moindres carrés (fichier .mc), affiche les coordonnées calculées",
        declareReseau},
+      {"carnet", "Lit un carnet de terrain GSI, affiche les points dont il donne X et Y", declareCarnet},
+      {"feuille", "Ouvre la feuille « Calculs topométriques » : canevas, import GSI", declareFeuille},
       {"points", "Affiche les tables de points enregistrées dans un dessin", declarePoints},
       {"importer",
        "Place dans un dessin les points d'une liste (.xyz, .csv...), ou reprend ceux de ses entités",
