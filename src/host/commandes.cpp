@@ -18,6 +18,7 @@
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
 #include "host/lisp/table_lisp.h"
+#include "host/tracer.h"
 #include "jobs/tableau.h"
 #include "jobs/terrain.h"
 #include "points/projets_topo.h"
@@ -34,7 +35,8 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};  ///< none for what is not there yet
+  descriptionAide aide = {};         ///< none for what is not there yet
+  const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
@@ -91,7 +93,7 @@ void nonDisponible();
 template <std::size_t Rang>
 void duTerrain();
 
-constexpr std::array<commande, 19> kCommandes{{
+constexpr std::array<commande, 20> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -147,6 +149,11 @@ constexpr std::array<commande, 19> kCommandes{{
      {L"Terrain", L"Le profil du terrain le long d'une ligne, dessiné et en tableau"}},
     {L"COURBES", ACRX_CMD_MODAL, duTerrain<17>, {L"Terrain", L"Les courbes de niveau du terrain"}},
     {L"MNTFACES", ACRX_CMD_MODAL, duTerrain<18>, {L"Terrain", L"Dessine les faces du terrain"}},
+    {L"TRACER",
+     ACRX_CMD_MODAL,
+     tracer,
+     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
+     L"PLOT"},
 }};
 
 template <std::size_t Rang>
@@ -181,7 +188,8 @@ AcEdCommandStack* pileDeCommandes() {
 void enregistrerCommandes() {
   AcEdCommandStack* pile = pileDeCommandes();
   if (!pile) return;
-  for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+  for (const commande& c : kCommandes)
+    pile->addCommand(kGroupe, c.nomGlobal ? c.nomGlobal : c.nom, c.nom, c.options, c.fonction);
   decrireCommandes();
 }
 

@@ -100,6 +100,8 @@ void courbes(AcDbDatabase& dessin) {
   std::wstring erreur;
   if (!dessinerCourbes(dessin, terrain->surface(), aspect, bilan, erreur))
     return void(acutPrintf(L"\nCourbes impossibles : %s.", erreur));
+  if (bilan.anciennes > 0)
+    acutPrintf(L"\nLes calques des courbes portaient déjà %d polylignes, qui restent.", bilan.anciennes);
   acutPrintf(L"\nCourbes : %d, dont maîtresses : %d%s", bilan.courbes, bilan.maitresses,
              bilan.interrompu ? L" (interrompu)" : L"");
 }

@@ -88,6 +88,17 @@ private:
   std::vector<AcDbObjectId> m_poses;
 };
 
+int polylignesSur(AcDbDatabase& dessin, const std::vector<AcDbObjectId>& calquesVoulus) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId());
+  int nombre = 0;
+  for (const AcDbObjectId& id : espace->entities()) {
+    const AcDbObjectPointer<AcDbPolyline> ligne(id);
+    if (ligne.openStatus() != Acad::eOk) continue;
+    nombre += std::count(calquesVoulus.begin(), calquesVoulus.end(), ligne->layerId()) > 0 ? 1 : 0;
+  }
+  return nombre;
+}
+
 std::unique_ptr<AcDbPolyline> polyligne(const Courbe& courbe) {
   auto ligne = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(courbe.sommets.size()));
   for (unsigned int i = 0; i < courbe.sommets.size(); ++i) ligne->addVertexAt(i, courbe.sommets[i]);
@@ -132,6 +143,7 @@ bool dessinerCourbes(AcDbDatabase& dessin, const Triangulation& surface, const A
                      BilanCourbes& bilan, std::wstring& erreur) {
   std::vector<AcDbObjectId> ids;
   if (!calques(dessin, {{kCalqueCourbes, kBrun}, {kCalqueMaitresses, kRouge}}, ids, erreur)) return false;
+  bilan.anciennes = polylignesSur(dessin, ids);
   Crayon crayon(dessin, ids[0]);
   if (!crayon.pret(erreur)) return false;
   const base::Suivi suivi;

@@ -31,6 +31,7 @@ inline constexpr double kPlusFine = 1e-3;
 struct BilanCourbes {
   int courbes = 0;
   int maitresses = 0;  ///< of them
+  int anciennes = 0;   ///< polylines that lay on the two layers before
   bool interrompu = false;
 };
 

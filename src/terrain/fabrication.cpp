@@ -57,6 +57,7 @@ public:
     if (!erreur.empty()) return nullptr;
     for (const std::vector<AcGePoint3d>& limite : m_sources.limites) limiter(limite);
     auto terrain = std::make_unique<Terrain>(std::move(m_modele));
+    signalerPointsSurLignes(*terrain);
     signalerCroisements(*terrain);
     const std::vector<Face>& faces = terrain->surface().faces();
     if (std::any_of(faces.begin(), faces.end(), [](const Face& face) { return face.sol; })) return terrain;
@@ -156,10 +157,10 @@ private:
     std::vector<AcGePoint2d> contour;
     for (const AcGePoint3d& s : limite) contour.emplace_back(s.x, s.y);
     if (altitudesNulles(limite)) {
-      const Terrain sans(modeleSansLimite());
+      if (!m_sansLimite) m_sansLimite = std::make_unique<Terrain>(modeleSansLimite());
       for (std::size_t i = 0; i < limite.size(); ++i)
         for (const std::vector<AcGePoint3d>& piece :
-             sans.surface().chemin(limite[i], limite[(i + 1) % limite.size()])) {
+             m_sansLimite->surface().chemin(limite[i], limite[(i + 1) % limite.size()])) {
           int avant = -1;
           for (const AcGePoint3d& sommet : piece) {
             const int numero = m_lieux.numero(sommet);
@@ -175,6 +176,19 @@ private:
     sans.limites.clear();
     sans.areteMaximale = 0.0;
     return sans;
+  }
+  void signalerPointsSurLignes(const Terrain& terrain) {
+    const std::vector<AcGePoint3d>& sommets = terrain.surface().sommets();
+    const auto sommet = [&sommets](int numero) { return sommets[static_cast<std::size_t>(numero)]; };
+    base::Remarques trouvees;
+    for (const Triangulation::SurLigne& pris : terrain.surface().surLignes()) {
+      const AcGePoint3d s = sommet(pris.sommet);
+      const double z = sommet(pris.de).z + (sommet(pris.a).z - sommet(pris.de).z) * pris.part;
+      if (std::abs(s.z - z) > kMemeAltitude)
+        trouvees.douter(base::formater(
+            L"point en %s sur une ligne d'une autre altitude : %.3f gardée, %.3f laissée", lieu(s), s.z, z));
+    }
+    m_remarques.citer(trouvees);
   }
   /// Every line through the place where lines cross, with its altitude there.
   void signalerCroisements(const Terrain& terrain) {
@@ -220,6 +234,7 @@ private:
   base::Remarques& m_remarques;
   Modele m_modele;
   Lieux m_lieux;
+  std::unique_ptr<Terrain> m_sansLimite;  ///< the ground before any outline
   base::Remarques m_lieuxContraires;
   std::vector<int> m_origines;  ///< of the vertices, the point each comes from
   int m_entres = 0;

@@ -36,13 +36,17 @@ void ajouterFacette(const AcDbFace& face, Sources& sources) {
 }
 
 /// @return false for an entity that gives nothing
-bool ajouterLigne(const AcDbEntity& entite, bool limite, Sources& sources) {
+bool ajouterLigne(const AcDbEntity& entite, bool limite, Sources& sources, Bilan& bilan) {
   bool fermee = false;
   std::vector<AcGePoint3d> sommets = sommetsDe(entite, fermee);
   if (sommets.size() < 2 || (!limite && sansAltitude(sommets))) return false;
   if (limite) {
-    if (sommets.size() > 1 && sommets.front() == sommets.back()) sommets.pop_back();
+    if (sommets.front() == sommets.back()) {
+      fermee = true;
+      sommets.pop_back();
+    }
     if (sommets.size() < 3) return false;
+    bilan.ouvertes += fermee ? 0 : 1;
     sources.limites.push_back(std::move(sommets));
     return true;
   }
@@ -62,7 +66,7 @@ bool ajouterEntite(const AcDbEntity& entite, Role role, Sources& sources, Bilan&
     return ++bilan.facettes, true;
   }
   if (!tout && role != Role::kLignes && role != Role::kLimite) return false;
-  if (!ajouterLigne(entite, role == Role::kLimite, sources)) return false;
+  if (!ajouterLigne(entite, role == Role::kLimite, sources, bilan)) return false;
   return ++bilan.lignes, true;
 }
 

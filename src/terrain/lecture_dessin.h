@@ -35,7 +35,8 @@ struct Bilan {
   int points = 0;
   int lignes = 0;
   int facettes = 0;
-  int autres = 0;  ///< that give nothing: of other kinds, or plane lines at altitude 0
+  int ouvertes = 0;  ///< outlines among the lines whose ends lie apart
+  int autres = 0;    ///< that give nothing: of other kinds, or plane lines at altitude 0
 };
 
 /// What of an entity is taken.

@@ -74,7 +74,9 @@ void DlgMnt::faire() {
   if (table.checked() && m_faces.empty()) ajouterTable(choix, sources);
   int autres = ajouterEntites(m_entites, Role::kToutes, sources).autres;
   autres += ajouterEntites(m_lignes, Role::kLignes, sources).autres;
-  autres += ajouterEntites(m_limite, Role::kLimite, sources).autres;
+  const Bilan limites = ajouterEntites(m_limite, Role::kLimite, sources);
+  if (limites.ouvertes > 0) acutPrintf(L"\nLimites ouvertes, fermées d'un trait : %d", limites.ouvertes);
+  autres += limites.autres;
   autres += ajouterEntites(m_faces, Role::kFacettes, sources).autres;
   base::Remarques remarques;
   std::wstring erreur;

@@ -40,6 +40,18 @@ bool dansContours(const Modele& modele, const AcGePoint3d& p) {
   return dedans;
 }
 
+/// A face as thin as roundings are: where a limit leaves the ground its end lies a little beside the border,
+/// and such a face joins both sides.
+bool estMince(const Sommets& sommets, const Face& face) {
+  constexpr double kMince = 1e-6;  // drawing units
+  double longue = 0.0;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const AcGeVector3d cote = a(sommets, face.sommets[(i + 1) % 3]) - a(sommets, face.sommets[i]);
+    longue = std::max(longue, std::hypot(cote.x, cote.y));
+  }
+  return aire(sommets, face) < kMince * longue;
+}
+
 /// Faces that no line parts lie on one side of the limits: one question for all of them, asked of the
 /// largest.
 void ecarterHorsLimites(const Modele& modele, const Triangulation& surface, std::vector<bool>& horsSol) {
@@ -53,10 +65,12 @@ void ecarterHorsLimites(const Modele& modele, const Triangulation& surface, std:
     std::size_t grande = depart;
     for (std::size_t k = 0; k < region.size(); ++k) {
       const auto rang = static_cast<std::size_t>(region[k]);
+      if (estMince(surface.sommets(), faces[rang])) continue;
       if (aire(surface.sommets(), faces[rang]) > aire(surface.sommets(), faces[grande])) grande = rang;
       for (std::size_t i = 0; i < 3; ++i) {
         const int voisine = faces[rang].voisines[i];
         if (voisine < 0 || faces[rang].contrainte[i] || vues[static_cast<std::size_t>(voisine)]) continue;
+        if (estMince(surface.sommets(), faces[static_cast<std::size_t>(voisine)])) continue;
         vues[static_cast<std::size_t>(voisine)] = true;
         region.push_back(voisine);
       }

@@ -66,8 +66,11 @@ private:
     }
     if (!m_demande.calqueLimite.empty()) {
       if (!duCalque(m_demande.calqueLimite, ids)) return false;
-      if (ajouterEntites(ids, Role::kLimite, sources).lignes == 0)
+      const Bilan bilan = ajouterEntites(ids, Role::kLimite, sources);
+      if (bilan.lignes == 0)
         return echec(L"le calque « " + m_demande.calqueLimite + L" » ne porte aucune limite");
+      autres(L"entités du calque des limites qui n'en sont pas, laissées de côté : %d", bilan.autres);
+      autres(L"limites ouvertes, fermées d'un trait : %d", bilan.ouvertes);
     }
     rassemblerPoints(sources);
     if (sources.points.empty() && sources.lignes.empty() && sources.facettes.empty())
@@ -82,9 +85,14 @@ private:
     }
     if (!m_demande.points.empty()) return;
     const bool reconnue = m_demande.source == SourceTerrain::kReconnue;
-    if ((reconnue || m_demande.source == SourceTerrain::kTable) && ajouterTable(m_codes, sources) > 0) return;
     std::vector<AcDbObjectId> ids;
     entitesDuCalque(m_dessin, {}, ids);
+    if ((reconnue || m_demande.source == SourceTerrain::kTable) && ajouterTable(m_codes, sources) > 0) {
+      Sources dessinees;
+      autres(L"points dessinés, laissés de côté pour ceux de la table courante : %d",
+             reconnue ? ajouterEntites(ids, Role::kPoints, dessinees).points : 0);
+      return;
+    }
     if ((reconnue || m_demande.source == SourceTerrain::kEntites) &&
         ajouterEntites(ids, Role::kPoints, sources).points > 0)
       return;
@@ -143,6 +151,7 @@ private:
       if (!dessinerCourbes(m_dessin, surface, {m_demande.equidistance, m_demande.maitresses}, bilan,
                            m_resultat.erreur))
         return false;
+      autres(L"polylignes déjà sur les calques des courbes, qui restent : %d", bilan.anciennes);
       m_resultat.courbes = bilan.courbes;
       m_resultat.maitresses = bilan.maitresses;
       if (bilan.interrompu) return echec(L"interrompu");

@@ -279,7 +279,9 @@ void Triangulation::insererLignes(const std::vector<std::pair<int, int>>& lignes
     std::sort(surLigne.begin(), surLigne.end());
     int avant = de;
     for (const auto& [t, numero] : surLigne) {
-      if (numero != avant) morceaux.emplace_back(avant, numero);
+      if (numero == avant) continue;
+      if (numero != a) m_surLignes.push_back({de, a, numero, t});
+      morceaux.emplace_back(avant, numero);
       avant = numero;
     }
   }

@@ -48,6 +48,14 @@ public:
   /// The points, and behind them the crossings of lines.
   [[nodiscard]] const std::vector<AcGePoint3d>& sommets() const { return m_sommets; }
   [[nodiscard]] const std::vector<Face>& faces() const { return m_faces; }
+  /// The points that lie on lines and end them not, which became part of them whatever their altitude.
+  struct SurLigne {
+    int de = 0;
+    int a = 0;
+    int sommet = 0;
+    double part = 0.0;  ///< of the way from one end to the other
+  };
+  [[nodiscard]] const std::vector<SurLigne>& surLignes() const { return m_surLignes; }
   /// Takes faces out of the ground: those marked true, by number.
   void retirer(const std::vector<bool>& horsSol);
 
@@ -65,6 +73,7 @@ private:
   std::unique_ptr<Interne> m_interne;
   std::vector<AcGePoint3d> m_sommets;
   std::vector<Face> m_faces;
+  std::vector<SurLigne> m_surLignes;
 };
 
 }  // namespace veltora::terrain

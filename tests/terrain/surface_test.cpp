@@ -43,6 +43,16 @@ double surPlan(const std::array<AcGePoint3d, 3>& c, const AcGePoint3d& p) {
   return c[0].z + (w1 * (c[1].z - c[0].z) + w2 * (c[2].z - c[0].z)) / croix(c[0], c[1], c[2]);
 }
 
+/// The altitude of a place on any ground face that holds it, border included; -1 outside.
+double parUneFace(const Triangulation& surface, const AcGePoint3d& p) {
+  for (const Face& face : surface.faces()) {
+    const auto c = coins(surface, face);
+    if (face.sol && croix(c[0], c[1], p) >= 0 && croix(c[1], c[2], p) >= 0 && croix(c[2], c[0], p) >= 0)
+      return surPlan(c, p);
+  }
+  return -1.0;
+}
+
 /// The part of a segment within each ground face, from one half plane to the next: pairs of places.
 std::vector<std::pair<Lieu, Lieu>> parTousLesFaces(const Triangulation& surface, const AcGePoint3d& p,
                                                    const AcGePoint3d& q) {
@@ -140,12 +150,7 @@ TEST(Surface, altitudesParToutesLesFaces) {
   const Terrain terrain(alea(3, 200, 100.0));
   int dedans = 0;
   for (AcGePoint3d p : alea(4, 500, 100.0).sommets) {
-    double attendue = -1.0;
-    for (const Face& face : terrain.surface().faces()) {
-      const auto c = coins(terrain.surface(), face);
-      if (croix(c[0], c[1], p) >= 0 && croix(c[1], c[2], p) >= 0 && croix(c[2], c[0], p) >= 0)
-        attendue = surPlan(c, p);
-    }
+    const double attendue = parUneFace(terrain.surface(), p);
     ASSERT_EQ(terrain.surface().altitude(p), attendue >= 0.0);
     if (attendue < 0.0) continue;
     ++dedans;
@@ -204,6 +209,13 @@ TEST(Surface, cheminsLeLongDAretesEtParSommets) {
     for (const Face& face : terrain.surface().faces())
       if (const auto c = coins(terrain.surface(), face); face.sol) aire += croix(c[0], c[1], c[2]) / 2.0;
     EXPECT_DOUBLE_EQ(aire, cour ? 30.0 : 36.0);
+    for (int x = -1; x <= 13; ++x)
+      for (int y = -1; y <= 13; ++y) {
+        AcGePoint3d p(kX + x / 2.0, kY + y / 2.0, -1.0);
+        const double attendue = parUneFace(terrain.surface(), p);
+        EXPECT_EQ(terrain.surface().altitude(p), attendue >= 0.0) << x << "," << y;
+        EXPECT_NEAR(p.z, attendue, 1e-9);
+      }
     std::mt19937 tirage(9);
     std::uniform_int_distribution<int> demi(-2, 14);
     for (int i = 0; i < 3000; ++i) {

@@ -88,6 +88,20 @@ TEST(Fabrique, entreesDouteusesOuMauvaises) {
          s.lignes = {{s.points[5] + AcGeVector3d(0, 0, 1), s.points[6]}};
        },
        "", "250.000 gardée, 251.000 laissée", true},
+      {"point sur une ligne",
+       [](Sources& s) {
+         s.points[11].z += 0.5;
+         s.lignes = {{s.points[0], s.points[22]}};
+       },
+       "",
+       "point en 652010.000, 6862000.000 sur une ligne d'une autre altitude : 251.500 gardée, 251.000 "
+       "laissée",
+       true},
+      {"point sur une ligne, d'accord",
+       [](Sources& s) {
+         s.lignes = {{s.points[0], s.points[22]}};
+       },
+       "", "", false},
       {"limite ailleurs",
        [](Sources& s) {
          s.limites = {{{0, 0, 0}, {9, 0, 0}, {9, 9, 0}}};
@@ -153,6 +167,24 @@ TEST(Fabrique, limiteSansAltitudeSuitLeTerrain) {
   EXPECT_FALSE(borne->surface().altitude(cour));
 }
 
+TEST(Fabrique, limiteQuiSortParUnBordOblique) {
+  // Where the outline crosses the slanting border of the ground its crossings lie a rounding beside it: the
+  // ground on both sides once ran together there, and all of it was out.
+  Sources sources;
+  for (const auto& [x, y] : {std::pair{0.0, 0.0}, {97.13, 3.7}, {101.9, 88.3}, {-4.1, 91.7}, {47.7, 52.3}})
+    sources.points.push_back({kX + x, kY + y, 250.0 + 0.1 * x});
+  sources.limites = {{{kX - 20, kY + 40, 0}, {kX + 130, kY + 33, 0}, {kX + 130, kY + 71, 0}}};
+  std::wstring erreur;
+  base::Remarques remarques;
+  const auto terrain = fabriquer(L"T", sources, remarques, erreur);
+  ASSERT_TRUE(terrain) << base::toUtf8(erreur);
+  for (const auto& [x, y, sol] :
+       {std::tuple{50.0, 45.0, true}, {95.0, 50.0, true}, {50.0, 20.0, false}, {20.0, 80.0, false}}) {
+    AcGePoint3d p(kX + x, kY + y, 0);
+    EXPECT_EQ(terrain->surface().altitude(p), sol) << x << "," << y;
+  }
+}
+
 TEST(Codes, plages) {
   struct Cas {
     const wchar_t* texte;
@@ -174,6 +206,7 @@ TEST(Codes, plages) {
 
 class TerrainDuDessin : public Atelier {
 protected:
+  ~TerrainDuDessin() override { oublierTout(); }
   static std::unique_ptr<Terrain> fait(const wchar_t* nom) {
     base::Remarques remarques;
     std::wstring erreur;

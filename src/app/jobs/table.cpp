@@ -11,6 +11,7 @@
 #include "app/jobs/planche.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
+#include "app/jobs/rendre.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
 #include "app/jobs/terrain.h"
@@ -38,6 +39,7 @@ std::span<const Job> jobTable() {
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
+      {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},
       {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
       {"terrain", "Fait un terrain d'une liste de points ou d'un dessin : courbes de niveau, profils, faces",
        declareTerrain},
