@@ -19,6 +19,7 @@
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
 #include "host/lisp/table_lisp.h"
+#include "host/tracer.h"
 #include "jobs/tableau.h"
 #include "points/projets_topo.h"
 #include "stakeout/dialogs/implantation_auto_dlg.h"
@@ -35,7 +36,8 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};  ///< none for what is not there yet
+  descriptionAide aide = {};         ///< none for what is not there yet
+  const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
@@ -88,7 +90,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void nonDisponible();
 
-constexpr std::array<commande, 16> kCommandes{{
+constexpr std::array<commande, 17> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -141,6 +143,11 @@ constexpr std::array<commande, 16> kCommandes{{
      ACRX_CMD_MODAL,
      implantationAuto,
      {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
+    {L"TRACER",
+     ACRX_CMD_MODAL,
+     tracer,
+     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
+     L"PLOT"},
 }};
 
 template <std::size_t Rang>
@@ -170,7 +177,8 @@ AcEdCommandStack* pileDeCommandes() {
 void enregistrerCommandes() {
   AcEdCommandStack* pile = pileDeCommandes();
   if (!pile) return;
-  for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+  for (const commande& c : kCommandes)
+    pile->addCommand(kGroupe, c.nomGlobal ? c.nomGlobal : c.nom, c.nom, c.options, c.fonction);
   decrireCommandes();
 }
 

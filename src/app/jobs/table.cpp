@@ -12,6 +12,7 @@
 #include "app/jobs/planche.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
+#include "app/jobs/rendre.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
 
@@ -41,6 +42,7 @@ std::span<const Job> jobTable() {
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
       {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
+      {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;
