@@ -18,9 +18,11 @@
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
+#include "field/dialogs/import_gsi_dlg.h"
 #include "host/lisp/table_lisp.h"
 #include "host/tracer.h"
 #include "jobs/tableau.h"
+#include "jobs/terrain.h"
 #include "points/projets_topo.h"
 #include "stakeout/dialogs/implantation_auto_dlg.h"
 
@@ -36,13 +38,14 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};         ///< none for what is not there yet
+  descriptionAide aide;
   const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 void corrMCarres() { CDlgMoindresCarres().doModal(); }
+void importGsi() { ImportGSI().doModal(); }
 
 void rect3Pt() { rectorienteJig().dessiner(); }
 
@@ -87,10 +90,11 @@ void tableCoord() {
     acutPrintf(L"\nTableau impossible : %s.", resultat.erreur);
 }
 
+/// Of the sibling module, which may be missing.
 template <std::size_t Rang>
-void nonDisponible();
+void duTerrain();
 
-constexpr std::array<commande, 17> kCommandes{{
+constexpr std::array<commande, 22> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -109,7 +113,10 @@ constexpr std::array<commande, 17> kCommandes{{
      corrPolOuverte,
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
-    {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
+    {L"IMPORTGSI",
+     ACRX_CMD_MODAL,
+     importGsi,
+     {L"Calculs", L"Un carnet de terrain GSI, lu et montré en clair"}},
     {L"RECT3PT",
      ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET,
      rect3Pt,
@@ -135,6 +142,22 @@ constexpr std::array<commande, 17> kCommandes{{
      ACRX_CMD_MODAL,
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
+    {L"MNT",
+     ACRX_CMD_MODAL,
+     duTerrain<14>,
+     {L"Terrain", L"Les terrains du dessin : créer, choisir, supprimer"}},
+    {L"MNTZ", ACRX_CMD_MODAL, duTerrain<15>, {L"Terrain", L"L'altitude du terrain en un point"}},
+    {L"MNTPROFIL",
+     ACRX_CMD_MODAL,
+     duTerrain<16>,
+     {L"Terrain", L"Le profil du terrain le long d'une ligne, dessiné et en tableau"}},
+    {L"COURBES", ACRX_CMD_MODAL, duTerrain<17>, {L"Terrain", L"Les courbes de niveau du terrain"}},
+    {L"MNTFACES", ACRX_CMD_MODAL, duTerrain<18>, {L"Terrain", L"Dessine les faces du terrain"}},
+    {L"TRACER",
+     ACRX_CMD_MODAL,
+     tracer,
+     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
+     L"PLOT"},
     {L"CLOTHOIDE",
      ACRX_CMD_MODAL,
      commandeClothoide,
@@ -143,21 +166,16 @@ constexpr std::array<commande, 17> kCommandes{{
      ACRX_CMD_MODAL,
      implantationAuto,
      {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
-    {L"TRACER",
-     ACRX_CMD_MODAL,
-     tracer,
-     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
-     L"PLOT"},
 }};
 
 template <std::size_t Rang>
-void nonDisponible() {
-  acutPrintf(L"\nLa commande %s n'est pas encore disponible dans cette version.", kCommandes[Rang].nom);
+void duTerrain() {
+  commandeTerrain(kCommandes[Rang].nom);
 }
 
 /// Tells AIDE of what there is, subject by subject.
 void decrireCommandes() {
-  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan"}) {
+  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan", L"Terrain"}) {
     const auto decrire = [sujet](const descriptionAide& aide, const std::wstring& nom) {
       if (aide.sujet && aide.sujet == sujet) acedDescribeCommand({kGroupe, aide.sujet, nom, aide.ligne});
     };

@@ -46,10 +46,12 @@ void trait(double x1, double y1, double x2, double y2, int couleur) {
 void couperEnPlan(const AcDbCurve& courbe, const AcDbLine& ligne, AcGePoint3dArray& points) {
   AcDbExtents boite;
   if (courbe.getGeomExtents(boite) != Acad::eOk) boite = {};
-  const double z = boite.isEmpty() ? 0.0 : boite.minPoint().z;
+  const std::vector<AcGeCurvePiece> pieces = courbe.pieces();
+  if (pieces.empty()) return;
+  const double z = pieces.front().start.z;
   const auto a = ligne.startPoint();
   const auto b = ligne.endPoint();
-  if (boite.isEmpty() || z == boite.maxPoint().z) {
+  if (boite.isEmpty() || boite.minPoint().z == boite.maxPoint().z) {
     courbe.intersectWith(std::make_unique<AcDbLine>(AcGePoint3d(a.x, a.y, z), AcGePoint3d(b.x, b.y, z)).get(),
                          AcDb::kOnBothOperands, points);
     return;
@@ -58,7 +60,7 @@ void couperEnPlan(const AcDbCurve& courbe, const AcDbLine& ligne, AcGePoint3dArr
     AcDbLine(AcGePoint3d(de.x, de.y, 0.0), AcGePoint3d(vers.x, vers.y, 0.0))
         .intersectWith(&ligne, AcDb::kOnBothOperands, points);
   };
-  for (const AcGeCurvePiece& piece : courbe.pieces()) {
+  for (const AcGeCurvePiece& piece : pieces) {
     AcGePoint3d depuis = piece.start;
     for (const double part : piece.isArc || piece.bezier ? piece.chords() : std::vector<double>{1.0}) {
       const AcGePoint3d jusque = piece.pointAt(part);

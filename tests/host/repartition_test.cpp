@@ -25,7 +25,8 @@ TEST_F(Repartition, registersTheCommandsInOrderWithTheirFlags) {
   EXPECT_EQ(liste,
             "CARROYAGE 2\nVCODIFICATION 1\nCOORDSXYZ 0\nCORRPOLFERMEE 0\nCORRPOLOUVERTE 0\nCORRMCARRES 0\n"
             "IMPORTGSI 0\nRECT3PT 3\nIMPORTPOINTS 2\nEXPORTPOINTS 2\nTABLEXYZ 2\nMAJPOINTS 2\nPTSEN3D 0\n"
-            "TABLECOORD 0\nCLOTHOIDE 0\nIMPLANTAUTO 0\nPLOT 0\n");
+            "TABLECOORD 0\nMNT 0\nMNTZ 0\nMNTPROFIL 0\nCOURBES 0\nMNTFACES 0\nPLOT 0\nCLOTHOIDE 0\n"
+            "IMPLANTAUTO 0\n");
   EXPECT_EQ(acedCommandStack()->lookupCmd(L"TRACER"), acedCommandStack()->lookupCmd(L"PLOT"));
   EXPECT_TRUE(acrxDynamicLinker->isAppMDIAware(L"veltora"));
   EXPECT_FALSE(acrxDynamicLinker->isApplicationLocked(L"veltora"));
@@ -94,8 +95,8 @@ TEST_F(Repartition, codesOutsideTheTableDoNothing) {
 }
 
 TEST_F(Repartition, whatIsMissingSaysSoInFrench) {
-  acedCommandStack()->lookupCmd(L"IMPORTGSI")->functionAddr()();
-  EXPECT_EQ(imprime, "\nLa commande IMPORTGSI n'est pas encore disponible dans cette version.");
+  acedCommandStack()->lookupCmd(L"MNT")->functionAddr()();
+  EXPECT_EQ(imprime.find("\nMNT non disponible : "), 0U) << imprime;
 }
 
 TEST_F(Repartition, savingADocumentStoresTheProject) {

@@ -10,6 +10,8 @@
 #include "base/text.h"
 #include "calc/angles.h"
 #include "core/drawing_space.h"
+#include "core/resbuf_serializer.h"
+#include "drafting/clothoids/clothoide_donnees.h"
 #include "stakeout/ajouter_points.h"
 #include "stakeout/listes_implantation.h"
 #include "stakeout/saisir_station.h"
@@ -98,6 +100,49 @@ TEST(PointsElement, CutsLinesOnlyWhenAsked) {
 }
 
 class Implantations : public ProjetEssai {};
+
+// The series of the Fresnel integrals in the curve's own frame, which is the world's but for its origin.
+AcGePoint2d surClothoide(double s, double a) {
+  const double t = s * s / (a * a);  // twice the angle of the tangent
+  return {kX + s * (1.0 - t * t / 40.0 + std::pow(t, 4) / 3456.0),
+          kY + s * (t / 6.0 - std::pow(t, 3) / 336.0)};
+}
+
+TEST_F(Implantations, FollowsAClothoidByItsLength) {
+  constexpr double kA = 100.0;
+  clothoide courbe;
+  courbe.endParam = 60.0;
+  courbe.paramA = kA;
+  courbe.setOffset({kX, kY});
+  auto ligne = std::make_unique<AcDbPolyline>(4U);
+  for (const double s : {0.0, 20.0, 40.0, 60.0}) ligne->addVertexAt(ligne->numVerts(), surClothoide(s, kA));
+  const chaineResbuf donnees(xDataClothoide(courbe));
+  DrawingSpace espace;
+  AcDbPolyline* const posee = espace.addOpen(std::move(ligne));
+  ASSERT_EQ(posee->setXData(donnees.tete), Acad::eOk);
+  paramsImplantation params;
+  params.distClothoides = 25.0;
+  AcGePoint3dArray points;
+  ASSERT_TRUE(pointsElement(*posee, params, points));
+  ASSERT_EQ(points.size(), 4u);
+  const double abscisses[] = {0.0, 25.0, 50.0, 60.0};
+  for (std::size_t i = 0; i < 4; ++i) {
+    const AcGePoint2d attendu = surClothoide(abscisses[i], kA);
+    EXPECT_NEAR(points[i].x, attendu.x, 1e-5) << i;
+    EXPECT_NEAR(points[i].y, attendu.y, 1e-5) << i;
+  }
+  params.modeClothoides = paramsImplantation::kErreurMax;
+  params.distClothoides = 5.0;
+  ASSERT_TRUE(pointsElement(*posee, params, points));
+  EXPECT_EQ(points.size(), 2u);
+  params.distClothoides = 0.01;
+  ASSERT_TRUE(pointsElement(*posee, params, points));
+  EXPECT_GT(points.size(), 5u);
+  params.modeClothoides = paramsImplantation::kParPas;
+  params.distClothoides = 1e-6;
+  EXPECT_FALSE(pointsElement(*posee, params, points));
+  posee->close();
+}
 
 TEST_F(Implantations, LeavesOutPointsThatAreThereAndNamesTheOthers) {
   projetImplantation projet;

@@ -1,9 +1,11 @@
 #include "app/jobs/table.h"
 
 #include "app/jobs/aplatir.h"
+#include "app/jobs/carnet.h"
 #include "app/jobs/carroyer.h"
 #include "app/jobs/clothoide.h"
 #include "app/jobs/exporter.h"
+#include "app/jobs/feuille.h"
 #include "app/jobs/helmert.h"
 #include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
@@ -15,6 +17,7 @@
 #include "app/jobs/rendre.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
+#include "app/jobs/terrain.h"
 
 namespace veltora::app {
 
@@ -27,6 +30,8 @@ std::span<const Job> jobTable() {
        declareHelmert},
       {"reseau", "Compense un réseau par moindres carrés (fichier .mc), affiche les coordonnées calculées",
        declareReseau},
+      {"carnet", "Lit un carnet de terrain GSI, affiche les points dont il donne X et Y", declareCarnet},
+      {"feuille", "Ouvre la feuille « Calculs topométriques » : canevas, import GSI", declareFeuille},
       {"points", "Affiche les tables de points enregistrées dans un dessin", declarePoints},
       {"importer",
        "Place dans un dessin les points d'une liste (.xyz, .csv...), ou reprend ceux de ses entités",
@@ -41,8 +46,10 @@ std::span<const Job> jobTable() {
        declareClothoide},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
-      {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
       {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},
+      {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
+      {"terrain", "Fait un terrain d'une liste de points ou d'un dessin : courbes de niveau, profils, faces",
+       declareTerrain},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;

@@ -6,19 +6,31 @@
 #include "arx/ed/edports.h"
 #include "arx/lisp/host/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
+#include "base/files.h"
 #include "base/passing_file.h"
 #include "base/paths.h"
 #include "base/text.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 
 namespace veltora::app {
 namespace {
 
 constexpr const wchar_t* kModule = L"veltora.arx";
+constexpr const wchar_t* kSibling = L"QRAL-ARX2021-64BITS.arx";  ///< terrain services, where it was built
+
+/// The folder of the libraries that the program runs with: its own, or that of an installed tree.
+std::filesystem::path folderOfLibraries() {
+  Dl_info found = {};
+  if (dladdr(reinterpret_cast<const void*>(&acrxDynamicLinkerPtr), &found) == 0 || !found.dli_fname)
+    return {};
+  return std::filesystem::path(found.dli_fname).parent_path();
+}
 
 AcEdAnswer hostAnswer(int answer) {
   switch (answer) {
@@ -88,9 +100,16 @@ void Program::connect() {
 
 bool Program::load() {
   std::wstring message;
-  if (acrxDynamicLinker->loadModule(kModule, false, &message)) return true;
-  printError(message);
-  return false;
+  if (!acrxDynamicLinker->loadModule(kModule, false, &message)) {
+    printError(message);
+    return false;
+  }
+  const std::filesystem::path sibling = folderOfLibraries() / kSibling;
+  std::error_code error;
+  if (std::filesystem::exists(sibling, error) &&
+      !acrxDynamicLinker->loadModule(base::texteDuChemin(sibling).c_str(), false, &message))
+    printError(message);
+  return true;
 }
 
 bool Program::open(const std::string& drawing) {
@@ -114,6 +133,10 @@ bool Program::run(const std::string& line) {
   return run([&line](AcApSession& session) { return session.runLine(base::fromUtf8(line)); });
 }
 
+bool Program::show(const std::function<void()>& dialog) {
+  return run([&dialog](AcApSession&) { return dialog(), true; });
+}
+
 template <class Work>
 bool Program::run(Work work) {
   AcApSession session;
@@ -134,6 +157,14 @@ void Program::tellUnsaved() const {
     if (acDocManager->isModified(document))
       printError(std::wstring(document->docTitle()) + L" : des modifications ne sont pas enregistrées");
   }
+}
+
+bool Program::saveClipboard(const std::string& file) const {
+  std::string reason = "rien n'a été copié, « " + file + " » n'est pas écrit";
+  if (m_driver.clipboard() && base::remplacerFichier(file, base::toUtf8(*m_driver.clipboard()), &reason))
+    return true;
+  printError(reason);
+  return false;
 }
 
 bool Program::save(const std::string& output) {

@@ -74,7 +74,6 @@ CDlgImplantationDirecte::CDlgImplantationDirecte(projetImplantation& projet)
   hMin.onLeave = [this] {
     reglagesImplantation::commun().hauteurMin = hauteurAdmise(hMin.value());
     montrerHMin();
-    remplir();
   };
   hStat.setText({});
   hStat.onLeave = [this] {
