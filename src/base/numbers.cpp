@@ -1,7 +1,12 @@
 #include "base/numbers.h"
 
+#include "base/format.h"
+
 #include <charconv>
+#include <clocale>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <limits>
 
 namespace veltora::base {
@@ -57,6 +62,11 @@ double lireReel(std::string_view text) {
 
 double lireReel(std::wstring_view text) { return lireReel(asciiOf(text)); }
 
+double lireReelC(const char* text) {
+  static const locale_t c = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  return ::strtod_l(text, nullptr, c);
+}
+
 int lireEntier(std::string_view text) {
   text = skipSpaces(text);
   bool negative = false;
@@ -95,6 +105,29 @@ std::string ecrireReel(double value) {
   std::string text(buffer, error == std::errc() ? end : buffer);
   if (std::isfinite(value) && text.find_first_of(".e") == std::string::npos) text += ".0";
   return text;
+}
+
+void ajouterFixe(std::wstring& text, double value, int decimals) {
+  constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+  // Below this the product is off by a thousandth at most: nearer to a half than that nobody can tell from it
+  // which way the number is to be rounded, and printf is asked.
+  constexpr double kLargest = 8e12;
+  constexpr double kMargin = 0.002;
+  const double scaled = value * kPowers[decimals];
+  const double whole = std::floor(scaled);
+  if (std::signbit(value) || !(scaled < kLargest) || std::fabs(scaled - whole - 0.5) < kMargin) {
+    text += formater(L"%.*f", decimals, value);
+    return;
+  }
+  auto digits = static_cast<std::uint64_t>(whole) + (scaled - whole > 0.5 ? 1 : 0);
+  wchar_t buffer[32];
+  wchar_t* const end = buffer + 32;
+  wchar_t* at = end;
+  for (int i = 0; digits > 0 || i <= decimals; ++i, digits /= 10) {
+    if (i == decimals && decimals > 0) *--at = L'.';
+    *--at = static_cast<wchar_t>(L'0' + digits % 10);
+  }
+  text.append(at, end);
 }
 
 }  // namespace veltora::base

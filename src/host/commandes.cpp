@@ -13,14 +13,18 @@
 #include "codes/commandes_codes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
+#include "drafting/clothoids/commande_clothoide.h"
 #include "drafting/dialogs/carroyage_dlg.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
+#include "field/dialogs/import_gsi_dlg.h"
 #include "host/lisp/table_lisp.h"
+#include "host/tracer.h"
 #include "jobs/tableau.h"
 #include "jobs/terrain.h"
 #include "points/projets_topo.h"
+#include "stakeout/dialogs/implantation_auto_dlg.h"
 
 #include <array>
 #include <memory>
@@ -34,12 +38,14 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};  ///< none for what is not there yet
+  descriptionAide aide;
+  const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 void corrMCarres() { CDlgMoindresCarres().doModal(); }
+void importGsi() { ImportGSI().doModal(); }
 
 void rect3Pt() { rectorienteJig().dessiner(); }
 
@@ -84,14 +90,11 @@ void tableCoord() {
     acutPrintf(L"\nTableau impossible : %s.", resultat.erreur);
 }
 
-template <std::size_t Rang>
-void nonDisponible();
-
 /// Of the sibling module, which may be missing.
 template <std::size_t Rang>
 void duTerrain();
 
-constexpr std::array<commande, 19> kCommandes{{
+constexpr std::array<commande, 22> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -110,7 +113,10 @@ constexpr std::array<commande, 19> kCommandes{{
      corrPolOuverte,
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
-    {L"IMPORTGSI", ACRX_CMD_MODAL, nonDisponible<6>},
+    {L"IMPORTGSI",
+     ACRX_CMD_MODAL,
+     importGsi,
+     {L"Calculs", L"Un carnet de terrain GSI, lu et montré en clair"}},
     {L"RECT3PT",
      ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET,
      rect3Pt,
@@ -147,16 +153,24 @@ constexpr std::array<commande, 19> kCommandes{{
      {L"Terrain", L"Le profil du terrain le long d'une ligne, dessiné et en tableau"}},
     {L"COURBES", ACRX_CMD_MODAL, duTerrain<17>, {L"Terrain", L"Les courbes de niveau du terrain"}},
     {L"MNTFACES", ACRX_CMD_MODAL, duTerrain<18>, {L"Terrain", L"Dessine les faces du terrain"}},
+    {L"TRACER",
+     ACRX_CMD_MODAL,
+     tracer,
+     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
+     L"PLOT"},
+    {L"CLOTHOIDE",
+     ACRX_CMD_MODAL,
+     commandeClothoide,
+     {L"Plan", L"Une clothoïde par ses rayons, ses extrémités et l'intersection de ses tangentes"}},
+    {L"IMPLANTAUTO",
+     ACRX_CMD_MODAL,
+     implantationAuto,
+     {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
 }};
 
 template <std::size_t Rang>
 void duTerrain() {
   commandeTerrain(kCommandes[Rang].nom);
-}
-
-template <std::size_t Rang>
-void nonDisponible() {
-  acutPrintf(L"\nLa commande %s n'est pas encore disponible dans cette version.", kCommandes[Rang].nom);
 }
 
 /// Tells AIDE of what there is, subject by subject.
@@ -181,7 +195,8 @@ AcEdCommandStack* pileDeCommandes() {
 void enregistrerCommandes() {
   AcEdCommandStack* pile = pileDeCommandes();
   if (!pile) return;
-  for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+  for (const commande& c : kCommandes)
+    pile->addCommand(kGroupe, c.nomGlobal ? c.nomGlobal : c.nom, c.nom, c.options, c.fonction);
   decrireCommandes();
 }
 

@@ -4,11 +4,13 @@
 #include "arx/rx/appmsg.h"
 #include "arx/rx/rxdlinkr.h"
 #include "base/export.h"
+#include "calc/dialogs/calculs_topo_dlg.h"
 #include "codes/dialogs/tab_codification_dlg.h"
 #include "core/installation.h"
 #include "host/commandes.h"
 #include "host/donnees_document.h"
 #include "host/lisp/table_lisp.h"
+#include "jobs/feuille_calculs.h"
 #include "points/infos_topo.h"
 
 namespace veltora {
@@ -34,6 +36,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
       acrxDynamicLinker->registerAppMDIAware(appId);
       veltora::enregistrerCommandes();
       veltora::installerDialoguesCodes();
+      veltora::installerFeuilleCalculs([] { veltora::CDlgCalculsTopo().doModal(); });
       veltora::annoncerBibliotheque();
       break;
     case AcRx::kUnloadAppMsg:

@@ -41,7 +41,7 @@ constexpr std::array<DescriptionGenre, 12> kDescriptions = {{
     {genreFichier::dwg, L"un dessin binaire DWG", L"à enregistrer d'abord en DXF"},
     {genreFichier::html, L"un rapport HTML", L"qu'aucun calcul ne lit"},
     {genreFichier::xml, L"un fichier XML", L"qu'aucun calcul ne lit"},
-    {genreFichier::gsi, L"un carnet GSI", L"qu'aucun calcul ne lit directement"},
+    {genreFichier::gsi, L"un carnet GSI", L"que lit « veltora carnet »"},
     {genreFichier::lisp, L"un programme LISP", L"que lit « veltora lisp »"},
     {genreFichier::binaire, L"un fichier binaire", L"qui n'est pas du texte"},
 }};

@@ -41,4 +41,9 @@ std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) {
   return driver()->chooseFile(request);
 }
 
+void copyToClipboard(const std::wstring& text) {
+  if (!driver()) throw NoDriver(L"Presse-papier");
+  driver()->copyText(text);
+}
+
 }  // namespace veltora::ui

@@ -25,6 +25,9 @@ public:
   /// @return kOk, kCancel, kYes or kNo
   virtual int messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) = 0;
 
+  /// Puts a text onto the clipboard, in the place of what it held.
+  virtual void copyText(const std::wstring& text) = 0;
+
   /// The user wants the long job in progress to stop: told by the driver or by a signal handler.
   void requestStop() { m_stop.store(true, std::memory_order_relaxed); }
   /// Shows a job by `CMyProgressDlg`.
@@ -53,5 +56,7 @@ VELTORA_API int messageBox(const std::wstring& text, const std::wstring& title =
                            Buttons buttons = Buttons::Ok);
 /// Asks for a file name by the driver in force; nothing when the user cancels. @throws NoDriver
 VELTORA_API std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request);
+/// Puts a text onto the clipboard of the driver in force. @throws NoDriver
+VELTORA_API void copyToClipboard(const std::wstring& text);
 
 }  // namespace veltora::ui

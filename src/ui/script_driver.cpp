@@ -223,6 +223,11 @@ int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title
   }
 }
 
+void ScriptDriver::copyText(const std::wstring& text) {
+  print(L"\n--- Presse-papier ---\n" + text);
+  m_clipboard = text;
+}
+
 std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest& request) {
   const std::wstring title =
       request.title.empty() ? (request.save ? L"Enregistrer sous" : L"Ouvrir") : request.title;

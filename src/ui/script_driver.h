@@ -20,6 +20,10 @@ public:
   void closeModeless(Dialog& dialog) override;
   int messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) override;
   std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) override;
+  /// Prints the text and keeps it: a terminal has no clipboard.
+  void copyText(const std::wstring& text) override;
+  /// What was copied last; nothing when nothing was.
+  [[nodiscard]] const std::optional<std::wstring>& clipboard() const { return m_clipboard; }
 
 private:
   class OpenDialog;
@@ -32,7 +36,8 @@ private:
 
   base::LineSource& m_source;
   base::OutputSink& m_sink;
-  int m_open = 0;         ///< modal dialogs, one upon the other
+  int m_open = 0;  ///< modal dialogs, one upon the other
+  std::optional<std::wstring> m_clipboard;
   bool m_failed = false;  ///< a callback threw: all of them end
 };
 

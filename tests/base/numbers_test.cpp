@@ -2,10 +2,14 @@
 #include "base/format.h"
 #include "base/free_number.h"
 #include "base/growable_array.h"
+#include "base/text.h"
 #include "support/case_rows.h"
 
 #include <gtest/gtest.h>
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <limits>
 
 namespace veltora::base {
@@ -49,6 +53,42 @@ TEST(Numbers, PrintedNumbersReadBackAsTheSame) {
     EXPECT_EQ(back, value);
   }
   EXPECT_EQ(ecrireReel(2), "2.0");
+}
+
+TEST(Numbers, FixedDecimalsAreThoseOfPrintf) {
+  const auto expectSame = [](double value) {
+    for (const int decimals : {0, 1, 3, 4, 5, 9}) {
+      char printed[400];
+      std::snprintf(printed, sizeof printed, "%.*f", decimals, value);
+      std::replace(std::begin(printed), std::end(printed), ',', '.');  // of the process' locale
+      std::wstring text = L"x";
+      ajouterFixe(text, value, decimals);
+      EXPECT_EQ(toUtf8(text), std::string("x") + printed);
+    }
+  };
+  constexpr double inf = std::numeric_limits<double>::infinity();
+  for (const double value :
+       {0.0,        -0.0,     0.5,       1.5,         2.5,     0.0005,        1.0005,         1.00005,
+        123.456785, 0.000005, 0.9999999, 99.99999999, -12.345, 6860000.12345, 123456789012.5, 1e15,
+        1e38,       1e300,    5e-324,    inf,         -inf})
+    expectSame(value);
+  std::uint64_t seed = 42;
+  for (int i = 0; i < 3000; ++i) {
+    seed = seed * 6364136223846793005ULL + 1442695040888963407ULL;
+    const auto units = static_cast<double>(seed >> 24);
+    // Exact halves of the last digit, and their neighbours, are the hard ones.
+    const double value = units / (i % 2 ? 1e6 : 1048576.0) / (i % 3 ? 1.0 : 1e4);
+    for (const double near : {value, std::nextafter(value, 0.0), std::nextafter(value, 1e38)})
+      expectSame(near);
+  }
+}
+
+TEST(Numbers, ReadingAsTheCLibraryTakesEveryFormOfANumber) {
+  EXPECT_EQ(lireReelC(" +12.5e1x"), 125.0);
+  EXPECT_EQ(lireReelC("0x1F"), 31.0);
+  EXPECT_EQ(lireReelC("INFINITY"), std::numeric_limits<double>::infinity());
+  EXPECT_TRUE(std::isnan(lireReelC("NANA")));
+  EXPECT_EQ(lireReelC("abc"), 0.0);
 }
 
 TEST(Numbers, AFreeNumberFollowsATakenOneAndCostsAFewQuestions) {

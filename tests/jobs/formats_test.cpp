@@ -6,6 +6,7 @@
 #include "calc/network/fichier_mc.h"
 #include "calc/traverse/obs_fermee.h"
 #include "calc/traverse/obs_ouverte.h"
+#include "field/carnet_gsi.h"
 #include "points/exchange/lecture_liste.h"
 #include "points/exchange/table_obs_xyz.h"
 #include "support/case_rows.h"
@@ -106,6 +107,14 @@ std::string lirePaires(const std::string& octets) {
   return liste(paires, lus.remarques);
 }
 
+std::string lireCarnetGsi(const std::string& octets) {
+  analyseGSI analyse;
+  std::wstring detail;
+  const carnetGSI carnet = lireCarnet(octets);
+  for (std::size_t i = 0; i < carnet.nombreLignes(); ++i) analyse.lire(carnet.ligne(i), detail, L", ");
+  return liste({base::toUtf8(base::trim(detail, L", "))}, carnet.remarques);
+}
+
 /// UTF-16 with its mark.
 std::string utf16(const std::wstring& texte, bool petitDabord) {
   std::string octets;
@@ -133,7 +142,8 @@ TEST(Formats, MarkEncodingAndLineEndsChangeNothing) {
   using Lecteur = std::string (*)(const std::string&);
   const std::map<std::string, Lecteur> lecteurs{
       {"closed traverse", lireFermee}, {"open traverse", lireOuverte}, {"network", lireReseau},
-      {"coordinates", lireListe},      {"sheet", lireTableau},         {"pairs", lirePaires}};
+      {"coordinates", lireListe},      {"sheet", lireTableau},         {"pairs", lirePaires},
+      {"field book", lireCarnetGsi}};
   const std::map<std::wstring, const char*> finsDeLigne{{L"\n", "LF"}, {L"\r\n", "CR LF"}, {L"\r", "CR"}};
   for (const CaseRow& row : caseRows("jobs/cases/formats.txt", "formats")) {
     for (const auto& [fin, nomFin] : finsDeLigne) {

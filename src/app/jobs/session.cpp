@@ -19,23 +19,8 @@ struct Options {
   bool withoutFiles = false;
 };
 
-std::unique_ptr<base::LineSource> sourceOf(const Options& options) {
-  auto chain = std::make_unique<ChainedSource>();
-  if (!options.lines.empty()) chain->append(std::make_unique<LinesSource>("--commande", options.lines));
-  if (!options.script.empty()) {
-    auto lines = lireScript(options.script);
-    if (!lines) {
-      printError("impossible de lire le script \"" + options.script + "\"");
-      return nullptr;
-    }
-    chain->append(std::make_unique<LinesSource>(options.script, std::move(*lines)));
-  }
-  if (options.lines.empty() && options.script.empty()) chain->append(std::make_unique<TerminalSource>());
-  return chain;
-}
-
 int run(const Options& options) {
-  const std::unique_ptr<base::LineSource> source = sourceOf(options);
+  const std::unique_ptr<base::LineSource> source = sourceOf(options.lines, options.script);
   if (!source) return kFailure;
   Program program(*source);
   if (options.withoutFiles) acedCloseFilesToRoutines({});

@@ -1,5 +1,6 @@
 #include "app/session/line_sources.h"
 
+#include "app/session/output.h"
 #include "base/files.h"
 #include "base/lines/line_reader.h"
 #include "base/text.h"
@@ -250,6 +251,21 @@ std::optional<std::string> ChainedSource::readLine(const base::Request& request)
 
 std::string ChainedSource::position() const {
   return m_sources.empty() ? std::string() : m_sources.front()->position();
+}
+
+std::unique_ptr<base::LineSource> sourceOf(const std::vector<std::string>& lines, const std::string& script) {
+  auto chain = std::make_unique<ChainedSource>();
+  if (!lines.empty()) chain->append(std::make_unique<LinesSource>("--commande", lines));
+  if (!script.empty()) {
+    auto read = lireScript(script);
+    if (!read) {
+      printError("impossible de lire le script \"" + script + "\"");
+      return nullptr;
+    }
+    chain->append(std::make_unique<LinesSource>(script, std::move(*read)));
+  }
+  if (lines.empty() && script.empty()) chain->append(std::make_unique<TerminalSource>());
+  return chain;
 }
 
 void StandardOutput::print(const std::string& text) {

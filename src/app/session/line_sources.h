@@ -59,6 +59,10 @@ private:
   std::deque<std::unique_ptr<base::LineSource>> m_sources;
 };
 
+/// The lines of a call: those given one by one, then those of a script, or the terminal without either.
+/// @param script  empty for none  @return null, with the reason on standard error, when it cannot be read
+std::unique_ptr<base::LineSource> sourceOf(const std::vector<std::string>& lines, const std::string& script);
+
 /// Prints to standard output.
 class StandardOutput : public base::OutputSink {
 public:

@@ -6,6 +6,7 @@
 #include "arx/ed/edports.h"
 #include "arx/lisp/host/aclisp.h"
 #include "arx/rx/rxdlinkr.h"
+#include "base/files.h"
 #include "base/passing_file.h"
 #include "base/paths.h"
 #include "base/text.h"
@@ -132,6 +133,10 @@ bool Program::run(const std::string& line) {
   return run([&line](AcApSession& session) { return session.runLine(base::fromUtf8(line)); });
 }
 
+bool Program::show(const std::function<void()>& dialog) {
+  return run([&dialog](AcApSession&) { return dialog(), true; });
+}
+
 template <class Work>
 bool Program::run(Work work) {
   AcApSession session;
@@ -152,6 +157,14 @@ void Program::tellUnsaved() const {
     if (acDocManager->isModified(document))
       printError(std::wstring(document->docTitle()) + L" : des modifications ne sont pas enregistrées");
   }
+}
+
+bool Program::saveClipboard(const std::string& file) const {
+  std::string reason = "rien n'a été copié, « " + file + " » n'est pas écrit";
+  if (m_driver.clipboard() && base::remplacerFichier(file, base::toUtf8(*m_driver.clipboard()), &reason))
+    return true;
+  printError(reason);
+  return false;
 }
 
 bool Program::save(const std::string& output) {

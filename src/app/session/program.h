@@ -6,6 +6,7 @@
 #include "base/uncopyable.h"
 #include "ui/script_driver.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,6 +29,11 @@ public:
   bool run(const std::string& line);
   /// Says on standard error which open drawings have changes that no save took, unless QUIT asked about them.
   void tellUnsaved() const;
+  /// Works a dialog outside any command. @return false when a script failed
+  bool show(const std::function<void()>& dialog);
+  /// Writes what was copied last to a file, in UTF-8. @return false with the reason on standard error, also
+  /// when nothing was copied
+  [[nodiscard]] bool saveClipboard(const std::string& file) const;
   /// Saves the current drawing. @return false with the reason on standard error
   bool save(const std::string& output);
 

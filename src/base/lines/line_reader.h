@@ -32,6 +32,8 @@ public:
   [[nodiscard]] int number() const { return m_number; }
   /// The line in UTF-8 or Windows-1252: pieces of it that are parted by ASCII characters go through `wide`.
   [[nodiscard]] std::string_view line() const { return m_line; }
+  /// Whether the lines are in UTF-8; in Windows-1252 otherwise, or where both are the same.
+  [[nodiscard]] bool isUtf8() const { return m_text.isUtf8(); }
   [[nodiscard]] std::wstring wide() const { return m_text.wide(m_line); }
   [[nodiscard]] std::wstring wide(std::string_view piece) const { return m_text.wide(piece); }
   /// What was cut off the line; nothing when it is whole.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "field/dialogs/calc_import_gsi_dlg.h"
 #include "ui/dialog.h"
 
 #include <string>
@@ -67,7 +68,8 @@ public:
   ui::WebView vue{this};
 };
 
-/// The sheet of pages, a second way into the network's computation that no command opens.
+/// The sheet of pages, a second way into the network's computation and to field books. No command opens it;
+/// `veltora feuille` does.
 class VELTORA_API CDlgCalculsTopo : public ui::Dialog {
 public:
   CDlgCalculsTopo() : Dialog(L"Calculs topométriques") {}
@@ -76,8 +78,7 @@ public:
   CDlgCalcCanevas canevas{&pages};
   CDlgCalcObservations observations{&pages};
   CDlgCalcResults resultats{&pages};
-  ui::Page importGsi{&pages, L"Import GSI"};
-  ui::Label avis{&importGsi, L"L'import de fichiers GSI n'est pas encore disponible."};
+  DlgCalcImportGSI importGsi{&pages};
   ui::Button ok{this, L"OK", ui::Button::Role::Ok};
   ui::Button annuler{this, L"Annuler", ui::Button::Role::Cancel};
 };
