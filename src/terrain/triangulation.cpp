@@ -115,44 +115,65 @@ public:
   /// @param depart  where p lies @param visite  is given each passage between p and q, in order
   template <class Visite>
   void parcourir(Maille depart, Hierarchie::Locate_type sorte, int rang, Visite visite) {
-    Maille face = premiere(depart, sorte, rang);
-    if (face == Maille()) return;
+    const Maille premiere = chercher(depart, sorte, rang);
+    if (premiere == Maille()) return;
+    Etape ici = etape(premiere);
+    Croisement entree = croiser(ici, bord(ici, false));
+    while (entree.t > 0.0 && avancer(ici, bord(ici, false))) entree = croiser(ici, bord(ici, false));
     for (;;) {
-      const int cote = bord(face, false);
-      if (passer(face, cote).second <= 0.0) break;
-      const Maille avant = face->neighbor(cote);
-      if (m_arbre.is_infinite(avant)) break;
-      face = avant;
-    }
-    while (!m_arbre.is_infinite(face)) {
-      const int sortie = bord(face, true);
-      const auto [entre, tEntree] = passer(face, bord(face, false));
-      const auto [sort, tSortie] = passer(face, sortie);
-      if (tSortie > 0.0 && tEntree < 1.0) visite(Passage{face, entre, sort, tEntree, tSortie});
-      if (tSortie >= 1.0) return;
-      face = face->neighbor(sortie);
+      const int cote = bord(ici, true);
+      const Croisement sortie = croiser(ici, cote);
+      if (sortie.t > 0.0 && entree.t < 1.0)
+        visite(Passage{ici.face, entree.lieu, sortie.lieu, entree.t, sortie.t});
+      if (sortie.t >= 1.0 || !avancer(ici, cote)) return;
+      entree = sortie;
     }
   }
   /// Whether a vertex was met that lies on the line.
   [[nodiscard]] bool surSommet() const { return m_surSommet; }
 
 private:
+  /// A face with the sides of its corners: 1 to the left, -1 to the right, 0 on the line.
+  struct Etape {
+    Maille face;
+    std::array<int, 3> cotes{};
+  };
+  struct Croisement {
+    AcGePoint3d lieu;
+    double t = 0.0;
+  };
+
   int orientation(Sommet s) {
     const int signe = static_cast<int>(m_arbre.geom_traits().orientation_2_object()(m_de, m_a, s->point()));
     if (signe == 0) m_surSommet = true;
     return signe;
   }
-  int cote(Sommet s) {
-    const int signe = orientation(s);
-    return signe == 0 ? m_zero : signe;
+  Etape etape(Maille face) {
+    return {face, {orientation(face->vertex(0)), orientation(face->vertex(1)), orientation(face->vertex(2))}};
+  }
+  [[nodiscard]] int cote(int signe) const { return signe == 0 ? m_zero : signe; }
+  [[nodiscard]] int cote(const Etape& e, int i) const { return cote(e.cotes[static_cast<std::size_t>(i)]); }
+  /// Goes to the face across an edge, of which one corner is new. @return false at the hull
+  bool avancer(Etape& e, int i) {
+    const Maille suivante = e.face->neighbor(i);
+    if (m_arbre.is_infinite(suivante)) return false;
+    const int j = suivante->index(e.face);
+    Etape autre{suivante, {}};
+    autre.cotes[static_cast<std::size_t>(Hierarchie::ccw(j))] =
+        e.cotes[static_cast<std::size_t>(Hierarchie::cw(i))];
+    autre.cotes[static_cast<std::size_t>(Hierarchie::cw(j))] =
+        e.cotes[static_cast<std::size_t>(Hierarchie::ccw(i))];
+    autre.cotes[static_cast<std::size_t>(j)] = orientation(suivante->vertex(j));
+    e = autre;
+    return true;
   }
   bool traversee(Maille face) {
     if (m_arbre.is_infinite(face)) return false;
-    const int premier = cote(face->vertex(0));
-    return cote(face->vertex(1)) != premier || cote(face->vertex(2)) != premier;
+    const Etape e = etape(face);
+    return cote(e, 1) != cote(e, 0) || cote(e, 2) != cote(e, 0);
   }
   /// A face that the line runs through, at p when there is one; none when the line misses them all.
-  Maille premiere(Maille depart, Hierarchie::Locate_type sorte, int rang) {
+  Maille chercher(Maille depart, Hierarchie::Locate_type sorte, int rang) {
     if (sorte == Hierarchie::FACE) return depart;
     if (sorte == Hierarchie::EDGE) {
       if (traversee(depart)) return depart;
@@ -168,32 +189,32 @@ private:
     const auto debut = tour;
     do {
       const int i = tour->index(m_arbre.infinite_vertex());
-      if (cote(tour->vertex(Hierarchie::ccw(i))) != cote(tour->vertex(Hierarchie::cw(i))))
+      if (cote(orientation(tour->vertex(Hierarchie::ccw(i)))) !=
+          cote(orientation(tour->vertex(Hierarchie::cw(i)))))
         return tour->neighbor(i);
     } while (++tour != debut);
     return {};
   }
   /// The edge through which the line leaves a face, or enters it.
-  int bord(Maille face, bool sortie) {
+  [[nodiscard]] int bord(const Etape& e, bool sortie) const {
     const int avant = sortie ? -1 : 1;
     for (int i = 0; i < 2; ++i)
-      if (cote(face->vertex(Hierarchie::ccw(i))) == avant && cote(face->vertex(Hierarchie::cw(i))) == -avant)
-        return i;
+      if (cote(e, Hierarchie::ccw(i)) == avant && cote(e, Hierarchie::cw(i)) == -avant) return i;
     return 2;
   }
-  /// Where the line meets an edge, with its t. The same for both faces of the edge.
-  std::pair<AcGePoint3d, double> passer(Maille face, int i) {
-    Sommet gauche = face->vertex(Hierarchie::ccw(i));
-    Sommet droite = face->vertex(Hierarchie::cw(i));
-    if (cote(gauche) < 0) std::swap(gauche, droite);
-    const AcGePoint3d a = depuisPoint(gauche->point());
-    const AcGePoint3d b = depuisPoint(droite->point());
+  /// Where the line meets an edge. The same for both faces of the edge.
+  [[nodiscard]] Croisement croiser(const Etape& e, int i) const {
+    int gauche = Hierarchie::ccw(i);
+    int droite = Hierarchie::cw(i);
+    if (cote(e, gauche) < 0) std::swap(gauche, droite);
+    const AcGePoint3d a = depuisPoint(e.face->vertex(gauche)->point());
+    const AcGePoint3d b = depuisPoint(e.face->vertex(droite)->point());
     AcGePoint3d lieu = a;
-    if (orientation(gauche) != 0) {
+    if (e.cotes[static_cast<std::size_t>(gauche)] != 0) {
       const double versA = std::max(0.0, aire(m_p, m_q, a));
       const double versB = std::max(0.0, -aire(m_p, m_q, b));
       const double part = versA + versB > 0.0 ? versA / (versA + versB) : 0.5;
-      lieu = orientation(droite) == 0 ? b : a + (b - a) * part;
+      lieu = e.cotes[static_cast<std::size_t>(droite)] == 0 ? b : a + (b - a) * part;
     }
     const double dx = m_q.x - m_p.x;
     const double dy = m_q.y - m_p.y;

@@ -107,8 +107,9 @@ TEST(Fabrique, entreesDouteusesOuMauvaises) {
          s.limites = {{{0, 0, 0}, {9, 0, 0}, {9, 9, 0}}};
        },
        "la limite ou la plus longue arête ne laisse aucune face", "", false},
-      {"arête trop courte", [](Sources& s) { s.areteMaximale = 5.0; },
+      {"arête trop courte", [](Sources& s) { s.areteMaximale = 14.1; },
        "la limite ou la plus longue arête ne laisse aucune face", "", false},
+      {"arête juste assez longue", [](Sources& s) { s.areteMaximale = 14.15; }, "", "", false},
       {"face verticale",
        [](Sources& s) {
          s.facettes = {{AcGePoint3d(kX, kY, 250), {kX + 9, kY, 250}, {kX, kY + 9, 250}},
