@@ -24,14 +24,17 @@ endfunction()
 
 # A room of the module: every source of src/<name> and its folders but dialogs/, linked into the module and into the unit
 # tests. The room called "dialogs" is the dialogs of all rooms.
-#   veltora_layer(<name> [LINK <libraries>...])
+#   veltora_layer(<name> [LEAVE <source of another target>] [LINK <libraries>...])
 function(veltora_layer name)
-  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "LEAVE" "LINK" ${ARGN})
   if(name STREQUAL "dialogs")
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/*/dialogs/*.cpp)
   else()
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp)
     list(FILTER sources EXCLUDE REGEX "/dialogs/")
+    if(ARG_LEAVE)
+      list(FILTER sources EXCLUDE REGEX "/${ARG_LEAVE}$")
+    endif()
   endif()
   add_library(veltora_${name} STATIC ${sources} ${VELTORA_EMPTY_SOURCE})
   set_target_properties(veltora_${name} PROPERTIES LINKER_LANGUAGE CXX CXX_VISIBILITY_PRESET hidden

@@ -13,14 +13,18 @@
 #include "codes/commandes_codes.h"
 #include "core/drawing_space.h"
 #include "core/picking.h"
+#include "drafting/clothoids/commande_clothoide.h"
 #include "drafting/dialogs/carroyage_dlg.h"
 #include "drafting/dialogs/formulaire_xyz_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/polylines/rectoriente_jig.h"
 #include "field/dialogs/import_gsi_dlg.h"
 #include "host/lisp/table_lisp.h"
+#include "host/tracer.h"
 #include "jobs/tableau.h"
+#include "jobs/terrain.h"
 #include "points/projets_topo.h"
+#include "stakeout/dialogs/implantation_auto_dlg.h"
 
 #include <array>
 #include <memory>
@@ -34,7 +38,8 @@ struct commande {
   const ACHAR* nom;
   Adesk::Int32 options;
   AcRxFunctionPtr fonction;
-  descriptionAide aide = {};
+  descriptionAide aide;
+  const ACHAR* nomGlobal = nullptr;  ///< in every language; null for the same name
 };
 
 void corrPolFermee() { corrPolygoDLG().doModal(); }
@@ -85,7 +90,11 @@ void tableCoord() {
     acutPrintf(L"\nTableau impossible : %s.", resultat.erreur);
 }
 
-constexpr std::array<commande, 14> kCommandes{{
+/// Of the sibling module, which may be missing.
+template <std::size_t Rang>
+void duTerrain();
+
+constexpr std::array<commande, 22> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -133,11 +142,40 @@ constexpr std::array<commande, 14> kCommandes{{
      ACRX_CMD_MODAL,
      tableCoord,
      {L"Points", L"Pose les coordonnées des points en un tableau d'un seul objet"}},
+    {L"MNT",
+     ACRX_CMD_MODAL,
+     duTerrain<14>,
+     {L"Terrain", L"Les terrains du dessin : créer, choisir, supprimer"}},
+    {L"MNTZ", ACRX_CMD_MODAL, duTerrain<15>, {L"Terrain", L"L'altitude du terrain en un point"}},
+    {L"MNTPROFIL",
+     ACRX_CMD_MODAL,
+     duTerrain<16>,
+     {L"Terrain", L"Le profil du terrain le long d'une ligne, dessiné et en tableau"}},
+    {L"COURBES", ACRX_CMD_MODAL, duTerrain<17>, {L"Terrain", L"Les courbes de niveau du terrain"}},
+    {L"MNTFACES", ACRX_CMD_MODAL, duTerrain<18>, {L"Terrain", L"Dessine les faces du terrain"}},
+    {L"TRACER",
+     ACRX_CMD_MODAL,
+     tracer,
+     {L"Plan", L"Le plan du dessin à l'échelle, en PDF, SVG ou PNG"},
+     L"PLOT"},
+    {L"CLOTHOIDE",
+     ACRX_CMD_MODAL,
+     commandeClothoide,
+     {L"Plan", L"Une clothoïde par ses rayons, ses extrémités et l'intersection de ses tangentes"}},
+    {L"IMPLANTAUTO",
+     ACRX_CMD_MODAL,
+     implantationAuto,
+     {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
 }};
+
+template <std::size_t Rang>
+void duTerrain() {
+  commandeTerrain(kCommandes[Rang].nom);
+}
 
 /// Tells AIDE of what there is, subject by subject.
 void decrireCommandes() {
-  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan"}) {
+  for (const std::wstring_view sujet : {L"Calculs", L"Points", L"Codes", L"Plan", L"Terrain"}) {
     const auto decrire = [sujet](const descriptionAide& aide, const std::wstring& nom) {
       if (aide.sujet && aide.sujet == sujet) acedDescribeCommand({kGroupe, aide.sujet, nom, aide.ligne});
     };
@@ -157,7 +195,8 @@ AcEdCommandStack* pileDeCommandes() {
 void enregistrerCommandes() {
   AcEdCommandStack* pile = pileDeCommandes();
   if (!pile) return;
-  for (const commande& c : kCommandes) pile->addCommand(kGroupe, c.nom, c.nom, c.options, c.fonction);
+  for (const commande& c : kCommandes)
+    pile->addCommand(kGroupe, c.nomGlobal ? c.nomGlobal : c.nom, c.nom, c.options, c.fonction);
   decrireCommandes();
 }
 

@@ -3,17 +3,21 @@
 #include "app/jobs/aplatir.h"
 #include "app/jobs/carnet.h"
 #include "app/jobs/carroyer.h"
+#include "app/jobs/clothoide.h"
 #include "app/jobs/exporter.h"
 #include "app/jobs/feuille.h"
 #include "app/jobs/helmert.h"
+#include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/legende.h"
 #include "app/jobs/lisp.h"
 #include "app/jobs/planche.h"
 #include "app/jobs/points.h"
 #include "app/jobs/polygonale.h"
+#include "app/jobs/rendre.h"
 #include "app/jobs/reseau.h"
 #include "app/jobs/tableau.h"
+#include "app/jobs/terrain.h"
 
 namespace veltora::app {
 
@@ -38,8 +42,14 @@ std::span<const Job> jobTable() {
        declareLegende},
       {"aplatir", "Fait des polylignes 2D des polylignes 3D d'un dessin", declareAplatir},
       {"carroyer", "Dessine le carroyage des régions d'un calque", declareCarroyer},
+      {"clothoide", "Calcule une clothoïde par ses rayons et trois points, en liste des points, la dessine",
+       declareClothoide},
       {"planche", "Dessine une planche autour d'un plan : papier, cadre, cartouche, carroyage",
        declarePlanche},
+      {"rendre", "Écrit le plan d'un dessin en PDF, SVG ou PNG, à l'échelle", declareRendre},
+      {"implanter", "Angles et distances des points à implanter depuis une station", declareImplanter},
+      {"terrain", "Fait un terrain d'une liste de points ou d'un dessin : courbes de niveau, profils, faces",
+       declareTerrain},
       {"lisp", "Exécute un fichier LISP dans un dessin", declareLisp},
   };
   return kJobs;

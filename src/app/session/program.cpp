@@ -11,15 +11,26 @@
 #include "base/paths.h"
 #include "base/text.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 
 namespace veltora::app {
 namespace {
 
 constexpr const wchar_t* kModule = L"veltora.arx";
+constexpr const wchar_t* kSibling = L"QRAL-ARX2021-64BITS.arx";  ///< terrain services, where it was built
+
+/// The folder of the libraries that the program runs with: its own, or that of an installed tree.
+std::filesystem::path folderOfLibraries() {
+  Dl_info found = {};
+  if (dladdr(reinterpret_cast<const void*>(&acrxDynamicLinkerPtr), &found) == 0 || !found.dli_fname)
+    return {};
+  return std::filesystem::path(found.dli_fname).parent_path();
+}
 
 AcEdAnswer hostAnswer(int answer) {
   switch (answer) {
@@ -89,9 +100,16 @@ void Program::connect() {
 
 bool Program::load() {
   std::wstring message;
-  if (acrxDynamicLinker->loadModule(kModule, false, &message)) return true;
-  printError(message);
-  return false;
+  if (!acrxDynamicLinker->loadModule(kModule, false, &message)) {
+    printError(message);
+    return false;
+  }
+  const std::filesystem::path sibling = folderOfLibraries() / kSibling;
+  std::error_code error;
+  if (std::filesystem::exists(sibling, error) &&
+      !acrxDynamicLinker->loadModule(base::texteDuChemin(sibling).c_str(), false, &message))
+    printError(message);
+  return true;
 }
 
 bool Program::open(const std::string& drawing) {

@@ -50,8 +50,11 @@ int forEach(const Entities& entities, Work work, bool copies = false) {
 }
 
 int moveAll(const Entities& entities, const AcGeMatrix3d& matrix, bool copies = false) {
-  return forEach(
-      entities, [&](AcDbEntity& entity) { return entity.transformBy(matrix); }, copies);
+  const auto move = [&](AcDbEntity& entity) {
+    const Acad::ErrorStatus status = entity.transformBy(matrix);
+    return status == Acad::eOk ? entity.xDataTransformBy(matrix) : status;
+  };
+  return forEach(entities, move, copies);
 }
 
 /// Asks for the point to which a base point goes; without one the base point's coordinates are the

@@ -131,6 +131,8 @@ void AcDbBlockReference::subWorldDraw(AcGiWorldDraw& draw) const {
     const AcGeMatrix3d turned = AcGeMatrix3d::planeToWorld(acdbUnitNormal(m_look->normal)) *
                                 AcGeMatrix3d::rotation(acdbRadians(m_rotation), AcGeVector3d::kZAxis);
     place.repeated = true;
+    place.columns = std::max<int>(1, grid.columns);
+    place.rows = std::max<int>(1, grid.rows);
     place.toLastColumn = turned * AcGeVector3d((grid.columns - 1) * grid.columnSpacing, 0, 0);
     place.toLastRow = turned * AcGeVector3d(0, (grid.rows - 1) * grid.rowSpacing, 0);
   }

@@ -113,6 +113,7 @@ private:
   bool m_linetypeGiven = false;
 };
 
+class AcDbBlockTableRecord;
 class AcDbGroupMap;
 
 /// An entity that the host does not model: its common properties are read, the rest is kept and written back.
@@ -132,6 +133,11 @@ public:
   bool addKeptExtents(AcDbExtents& extents) const;
   /// Block that holds the picture of a dimension or a table, as file text; empty without one.
   [[nodiscard]] std::string pictureName() const;
+  /// That block; null without one.
+  [[nodiscard]] const AcDbBlockTableRecord* picture() const;
+  /// Drawn as far as its groups say how (hatches, dimensions, leaders, solids, multilines, frames of
+  /// pictures); only renderers are shown it.
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   /// For one that has a picture. @param name  file text
   Acad::ErrorStatus setPictureName(const std::string& name);
 

@@ -1,7 +1,9 @@
 #include "arx/db/dbgroupmap.h"
 
+#include "arx/db/dbkeptlook.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbplanemap.h"
+#include "arx/gi/girenderer.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -462,18 +464,6 @@ bool AcDbGroupMap::section(std::string_view marker, DxfTagText& tags) {
 
 namespace {
 
-const AcDbBlockTableRecord* pictureOf(const AcDbOtherEntity& entity) {
-  AcDbDatabase* const database = entity.database();
-  const std::string name = entity.pictureName();
-  if (!database || name.empty()) return nullptr;
-  const AcDbObjectId table = database->blockTableId();
-  AcDbObjectId id;
-  if (!table.isLive() ||
-      AcDbSymbolTable::cast(table.stub()->object)->getIdAt(dxfToWide(name).c_str(), id) != Acad::eOk)
-    return nullptr;
-  return AcDbBlockTableRecord::cast(id.stub()->object);
-}
-
 /// The parts of a picture, which stand in the world for a dimension.
 template <class Work>
 bool forParts(const AcDbBlockTableRecord& picture, Work work) {
@@ -498,9 +488,9 @@ bool AcDbOtherEntity::isTransformable() const {
   const AcGeMatrix3d identity;
   AcDbGroupMap map(m_type, identity);
   if (!mapGroups(map, sections)) return false;
-  const AcDbBlockTableRecord* const picture = pictureOf(*this);
+  const AcDbBlockTableRecord* const drawn = picture();
   // A picture that holds a picture could hold itself.
-  return !picture || forParts(*picture, [](AcDbObjectId, const AcDbEntity& part) {
+  return !drawn || forParts(*drawn, [](AcDbObjectId, const AcDbEntity& part) {
     return !hasPicture(part.dxfName()) && part.isTransformable();
   });
 }
@@ -514,13 +504,13 @@ Acad::ErrorStatus AcDbOtherEntity::transformBy(const AcGeMatrix3d& matrix) {
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
   setKeptSections(std::move(sections));
-  const AcDbBlockTableRecord* const picture = pictureOf(*this);
-  if (!picture) return Acad::eOk;
+  const AcDbBlockTableRecord* const drawn = picture();
+  if (!drawn) return Acad::eOk;
   // That of a table hangs at its insertion point and turns with it.
   const AcGeMatrix3d parts =
       m_type == "DIMENSION" ? matrix : AcGeMatrix3d::scaling(AcDbPlaneMap(matrix, {0, 0, 1}).factor);
   Acad::ErrorStatus result = Acad::eOk;
-  forParts(*picture, [&](AcDbObjectId id, const AcDbEntity&) {
+  forParts(*drawn, [&](AcDbObjectId id, const AcDbEntity&) {
     const AcDbObjectPointer<AcDbEntity> part(id, AcDb::kForWrite);
     const Acad::ErrorStatus done = part ? part->transformBy(parts) : part.openStatus();
     if (result == Acad::eOk) result = done;
@@ -543,6 +533,23 @@ bool namesPicture(const DxfExtra& section) {
   return section.subclass == "AcDbDimension" || section.subclass == "AcDbBlockReference";
 }
 }  // namespace
+
+const AcDbBlockTableRecord* AcDbOtherEntity::picture() const {
+  AcDbDatabase* const owner = database();
+  const std::string name = pictureName();
+  if (!owner || name.empty()) return nullptr;
+  const AcDbObjectId table = owner->blockTableId();
+  AcDbObjectId id;
+  if (!table.isLive() ||
+      AcDbSymbolTable::cast(table.stub()->object)->getIdAt(dxfToWide(name).c_str(), id) != Acad::eOk)
+    return nullptr;
+  return AcDbBlockTableRecord::cast(id.stub()->object);
+}
+
+void AcDbOtherEntity::subWorldDraw(AcGiWorldDraw& draw) const {
+  if (AcGiRenderer* const renderer = draw.geometry().renderer())
+    acdbDrawKept(*this, keptSections(), *renderer);
+}
 
 std::string AcDbOtherEntity::pictureName() const {
   if (!hasPicture(m_type)) return {};

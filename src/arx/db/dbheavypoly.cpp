@@ -2,7 +2,7 @@
 
 #include "arx/db/dbplanemap.h"
 #include "arx/ge/gearc2d.h"
-#include "arx/gi/gigeometry.h"
+#include "arx/gi/girenderer.h"
 
 #include <cmath>
 
@@ -204,6 +204,20 @@ std::vector<AcGeCurvePiece> AcDb2dPolyline::pieces() const {
   numberPieces(result);
   if (n == 1) result[0].endParam = 0.0;
   return result;
+}
+
+void AcDb2dPolyline::subWorldDraw(AcGiWorldDraw& draw) const {
+  AcGiRenderer* const renderer = draw.geometry().renderer();
+  if (!renderer) return AcDbCurve::subWorldDraw(draw);
+  std::vector<std::pair<double, double>> widths;
+  bool wide = false;
+  for (const AcDb2dVertex* const vertex : onCurve<AcDb2dVertex>(subEntityIds())) {
+    const bool own = vertex->startWidth() > 0.0 || vertex->endWidth() > 0.0;
+    widths.emplace_back(own ? vertex->startWidth() : m_startWidth, own ? vertex->endWidth() : m_endWidth);
+    wide = wide || widths.back().first > 0.0 || widths.back().second > 0.0;
+  }
+  if (!wide) return AcDbCurve::subWorldDraw(draw);
+  renderer->wideCurve(pieces(), widths);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::transformBy(const AcGeMatrix3d& matrix) {

@@ -97,6 +97,7 @@ public:
   [[nodiscard]] AcRxClass* subEntityClass() const override { return AcDb2dVertex::desc(); }
   [[nodiscard]] std::vector<AcDbObjectId> subObjects() const override { return allSubs(false); }
   [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;

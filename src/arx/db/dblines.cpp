@@ -2,7 +2,7 @@
 
 #include "arx/db/dbplanemap.h"
 #include "arx/db/dbsections.h"
-#include "arx/gi/gigeometry.h"
+#include "arx/gi/girenderer.h"
 
 #include <cmath>
 
@@ -41,6 +41,7 @@ Acad::ErrorStatus AcDbPoint::transformBy(const AcGeMatrix3d& matrix) {
 }
 
 void AcDbPoint::subWorldDraw(AcGiWorldDraw& draw) const {
+  if (AcGiRenderer* const renderer = draw.geometry().renderer()) return renderer->dot(m_position);
   const AcGePoint3d ends[] = {m_position, m_position + m_normal * m_thickness};
   draw.geometry().area(ends);
 }
@@ -255,7 +256,14 @@ Acad::ErrorStatus AcDbFace::transformBy(const AcGeMatrix3d& matrix) {
   return status;
 }
 
-void AcDbFace::subWorldDraw(AcGiWorldDraw& draw) const { draw.geometry().area(m_corners); }
+void AcDbFace::subWorldDraw(AcGiWorldDraw& draw) const {
+  AcGiRenderer* const renderer = draw.geometry().renderer();
+  if (!renderer) return draw.geometry().area(m_corners);
+  for (int i = 0; i < 4; ++i) {
+    const AcGePoint3d edge[] = {m_corners[i], m_corners[(i + 1) % 4]};
+    if ((m_hiddenEdges & (1 << i)) == 0 && edge[0].distanceTo(edge[1]) > 0.0) renderer->edges(edge);
+  }
+}
 
 bool AcDbFace::takeGroup(AcDbDxfReader& in) {
   if (in.code() == 70) {

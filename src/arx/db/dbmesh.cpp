@@ -1,6 +1,6 @@
 #include "arx/db/dbmesh.h"
 
-#include "arx/gi/gigeometry.h"
+#include "arx/gi/girenderer.h"
 
 ACDB_DEFINE_MEMBERS(AcDbPolygonMeshVertex, AcDbVertex, "VERTEX")
 ACDB_DEFINE_MEMBERS(AcDbPolyFaceMeshVertex, AcDbVertex, "VERTEX")
@@ -95,7 +95,46 @@ void AcDbMeshBase::subWorldDraw(AcGiWorldDraw& draw) const {
     const AcDbVertex* vertex = id.isLive() ? AcDbVertex::cast(id.stub()->object) : nullptr;
     if (vertex && !AcDbFaceRecord::cast(vertex)) places.push_back(vertex->place());
   }
+  if (AcGiRenderer* const renderer = draw.geometry().renderer()) return drawEdges(*renderer, places);
   draw.geometry().area(places);
+}
+
+void AcDbPolygonMesh::drawEdges(AcGiRenderer& renderer, const std::vector<AcGePoint3d>& places) const {
+  const int rows = mSize();
+  const int columns = nSize();
+  if (rows < 1 || columns < 1 || places.size() < static_cast<std::size_t>(rows) * columns) return;
+  const auto place = [&](int row, int column) {
+    return places[static_cast<std::size_t>(row) * columns + column];
+  };
+  std::vector<AcGePoint3d> line;
+  for (int row = 0; row < rows; ++row) {
+    line.clear();
+    for (int i = 0; i < columns + (isNClosed() ? 1 : 0); ++i) line.push_back(place(row, i % columns));
+    renderer.edges(line);
+  }
+  for (int column = 0; column < columns; ++column) {
+    line.clear();
+    for (int i = 0; i < rows + (isMClosed() ? 1 : 0); ++i) line.push_back(place(i % rows, column));
+    renderer.edges(line);
+  }
+}
+
+void AcDbPolyFaceMesh::drawEdges(AcGiRenderer& renderer, const std::vector<AcGePoint3d>& places) const {
+  for (const AcDbObjectId& id : subEntityIds()) {
+    const AcDbFaceRecord* const face = id.isLive() ? AcDbFaceRecord::cast(id.stub()->object) : nullptr;
+    std::vector<Adesk::Int16> corners;
+    for (Adesk::UInt16 i = 0; face && i < 4; ++i) {
+      Adesk::Int16 vertex = 0;
+      face->getVertexAt(i, vertex);
+      if (vertex != 0 && static_cast<std::size_t>(std::abs(vertex)) <= places.size())
+        corners.push_back(vertex);
+    }
+    for (std::size_t i = 0; corners.size() > 1 && i < corners.size(); ++i) {
+      const AcGePoint3d edge[] = {places[std::abs(corners[i]) - 1],
+                                  places[std::abs(corners[(i + 1) % corners.size()]) - 1]};
+      if (corners[i] > 0) renderer.edges(edge);
+    }
+  }
 }
 
 bool AcDbMeshBase::takeGroup(AcDbDxfReader& in) {

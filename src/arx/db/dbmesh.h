@@ -2,6 +2,8 @@
 
 #include "arx/db/dbheavypoly.h"
 
+class AcGiRenderer;
+
 /// Vertex of a rectangular mesh.
 class ARX_API AcDbPolygonMeshVertex : public AcDbVertex {
   ACRX_DECLARE_MEMBERS(AcDbPolygonMeshVertex)
@@ -76,6 +78,8 @@ protected:
   bool takeGroup(AcDbDxfReader& in) override;
   void exchangeFields(AcDbMeshBase& other);
   void writeMesh(AcDbDxfWriter& out, std::string_view marker) const;
+  /// The edges that are seen. @param places of the vertices, in order
+  virtual void drawEdges(AcGiRenderer& renderer, const std::vector<AcGePoint3d>& places) const = 0;
   Adesk::Int16 m_flags = 0;
   Adesk::Int16 m_counts[4] = {0, 0, 0, 0};  // 71 to 74
   Adesk::Int16 m_smooth = 0;                // 75
@@ -98,6 +102,7 @@ public:
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
 protected:
+  void drawEdges(AcGiRenderer& renderer, const std::vector<AcGePoint3d>& places) const override;
   void exchangeFields(AcDbPolygonMesh& other) { AcDbMeshBase::exchangeFields(other); }
 };
 
@@ -116,5 +121,6 @@ public:
   void dxfOutFields(AcDbDxfWriter& out) const override;
 
 protected:
+  void drawEdges(AcGiRenderer& renderer, const std::vector<AcGePoint3d>& places) const override;
   void exchangeFields(AcDbPolyFaceMesh& other) { AcDbMeshBase::exchangeFields(other); }
 };

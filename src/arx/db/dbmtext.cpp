@@ -4,7 +4,7 @@
 #include "arx/db/dbmtextplain.h"
 #include "arx/db/dbplanemap.h"
 #include "arx/db/dbtextsize.h"
-#include "arx/gi/gigeometry.h"
+#include "arx/gi/girenderer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -171,6 +171,18 @@ void AcDbMText::subWorldDraw(AcGiWorldDraw& draw) const {
   const AcGeVector3d along = direction();
   const AcGeVector3d up = acdbUnitNormal(m_normal).crossProduct(along).normal();
   const auto corner = [&](double x, double y) { return m_location + along * x + up * y; };
+  if (AcGiRenderer* const renderer = draw.geometry().renderer()) {
+    const AcDbTextSize letter = acdbTextExtents(L"H", m_style, m_height, 0.0);
+    const double unit = letter.width / acdbTextExtents(L"H", 1.0).width;
+    double base = top - letter.height;
+    breakText(text(), m_style, m_height, m_width, [&](std::wstring_view line, double width) {
+      const double shift = (size.width - width) * (place % 3) / 2;
+      if (width > 0.0)
+        renderer->textLine({line, corner(left + shift, base), along * unit, up * letter.height});
+      base -= letter.height * kLinePitch * (m_spacing > 0 ? m_spacing : 1.0);
+    });
+    return;
+  }
   const AcGePoint3d corners[] = {corner(left, top - size.height),
                                  corner(left + size.width, top - size.height), corner(left + size.width, top),
                                  corner(left, top)};

@@ -272,6 +272,14 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* chain) {
   return status;
 }
 
+Acad::ErrorStatus AcDbObject::xDataTransformBy(const AcGeMatrix3d& matrix) {
+  resbuf* const chain = xData();
+  const bool moved = acdbTransformXData(chain, matrix);
+  const Acad::ErrorStatus status = moved ? setXData(chain) : Acad::eOk;
+  acutRelRb(chain);
+  return status;
+}
+
 const DxfTagText& AcDbObject::xDataTags() const {
   static const DxfTagText none;
   return m_rare ? m_rare->xData : none;

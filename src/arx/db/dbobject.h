@@ -11,6 +11,7 @@
 #include <vector>
 
 class AcDbUndoLog;
+class AcGeMatrix3d;
 
 /// Root of everything that lives in a drawing.
 ///
@@ -62,6 +63,9 @@ public:
   /// bytes for the whole object.
   Acad::ErrorStatus setXData(const resbuf* chain);
   [[nodiscard]] bool hasXData(const ACHAR* application) const;
+  /// What a map of space does to the extended data: to positions, displacements and directions in the world
+  /// (1011, 1012, 1013), distances and factors (1041, 1042).
+  Acad::ErrorStatus xDataTransformBy(const AcGeMatrix3d& matrix);
   [[nodiscard]] const DxfTagText& xDataTags() const;  ///< as in the file
   void setXDataTags(DxfTagText tags);                 ///< for readers of files
 

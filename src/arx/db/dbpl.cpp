@@ -2,6 +2,7 @@
 
 #include "arx/db/dbplanemap.h"
 #include "arx/db/dbploffset.h"
+#include "arx/gi/girenderer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -217,6 +218,17 @@ std::vector<AcGeCurvePiece> AcDbPolyline::pieces() const {
     result.back().endParam = i + 1.0;
   }
   return result;
+}
+
+void AcDbPolyline::subWorldDraw(AcGiWorldDraw& draw) const {
+  AcGiRenderer* const renderer = draw.geometry().renderer();
+  if (!renderer || !hasWidth()) return AcDbCurve::subWorldDraw(draw);
+  std::vector<std::pair<double, double>> widths;
+  for (unsigned int i = 0; hasSegment(i); ++i) {
+    std::pair<double, double>& width = widths.emplace_back();
+    getWidthsAt(i, width.first, width.second);
+  }
+  renderer->wideCurve(pieces(), widths);
 }
 
 Acad::ErrorStatus AcDbPolyline::getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const {

@@ -59,6 +59,7 @@ public:
   Acad::ErrorStatus reverseCurve();
 
   [[nodiscard]] std::vector<AcGeCurvePiece> pieces() const override;
+  void subWorldDraw(AcGiWorldDraw& draw) const override;
   Acad::ErrorStatus getOffsetCurves(double offset, std::vector<AcDbCurve*>& curves) const override;
   /// `eCannotScaleNonUniformly` also for a matrix that would take the arcs out of shape; polylines without
   /// arcs accept any map that keeps their plane upright.

@@ -2,7 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/db/dbplanemap.h"
-#include "arx/gi/gigeometry.h"
+#include "arx/gi/girenderer.h"
 
 #include <cmath>
 
@@ -225,6 +225,14 @@ Acad::ErrorStatus AcDbText::moveBy(const AcGeMatrix3d& matrix, bool dropSkew) {
 }
 
 void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
+  const AcGeVector3d& normal = m_look->normal;
+  const bool flat = normal == AcGeVector3d::kZAxis;
+  if (!flat) draw.geometry().pushModelTransform(AcGeMatrix3d::planeToWorld(acdbUnitNormal(normal)));
+  drawInPlane(draw.geometry());
+  if (!flat) draw.geometry().popModelTransform();
+}
+
+void AcDbText::drawInPlane(AcGiGeometry& geometry) const {
   const AcDbTextSize size = measure();
   const AcGePoint3d base = basePoint();
   const AcGeVector2d right = direction(m_rotation);
@@ -237,14 +245,16 @@ void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
     const double shift = u + v * lean;
     return AcGePoint3d(base.x + along.x * shift + up.x * v, base.y + along.y * shift + up.y * v, base.z);
   };
+  if (AcGiRenderer* const renderer = geometry.renderer()) {
+    if (size.width == 0.0) return;
+    const double factor =
+        acdbTextExtents(L"H", m_style, 1.0, m_look->widthFactor).width / acdbTextExtents(L"H", 1.0).width;
+    return renderer->textLine(
+        {m_text.view(), base, corner(size.height * factor, 0.0) - base, corner(0.0, size.height) - base});
+  }
   const AcGePoint3d corners[] = {corner(0.0, -size.descent), corner(size.width, -size.descent),
                                  corner(size.width, size.height), corner(0.0, size.height)};
-  AcGiGeometry& geometry = draw.geometry();
-  const AcGeVector3d& normal = m_look->normal;
-  if (normal == AcGeVector3d::kZAxis) return geometry.area(corners);
-  geometry.pushModelTransform(AcGeMatrix3d::planeToWorld(acdbUnitNormal(normal)));
   geometry.area(corners);
-  geometry.popModelTransform();
 }
 
 bool AcDbText::takeTextGroup(AcDbDxfReader& in) {

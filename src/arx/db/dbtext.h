@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class AcGiGeometry;
+
 /// One line of text.
 ///
 /// Points are kept in the coordinates of the text's own plane, as drawing files hold them, and offered in
@@ -103,6 +105,7 @@ private:
     return status;
   }
   [[nodiscard]] AcGePoint3d basePoint() const;  // start of the base line, own plane
+  void drawInPlane(AcGiGeometry& geometry) const;
   Acad::ErrorStatus setModes(int horizontal, int vertical);
   Acad::ErrorStatus moveBy(const AcGeMatrix3d& matrix, bool dropSkew);
   AcGePoint3d m_position;  // own plane

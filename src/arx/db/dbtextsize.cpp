@@ -122,6 +122,17 @@ AcDbTextSize acdbTextExtents(std::wstring_view text, double height, double width
   return size;
 }
 
+std::wstring acdbShownText(std::wstring_view text) {
+  std::wstring shown;
+  for (std::size_t at = 0; at < text.size();) {
+    const Control control = text[at] == L'%' ? controlAt(text, at) : Control{};
+    if (control.length == 0) shown += text[at];
+    if (control.shown) shown += control.shown;
+    at += control.length ? control.length : 1;
+  }
+  return shown;
+}
+
 AcDbTextSize acdbTextExtents(std::wstring_view text, AcDbObjectId style, double height, double widthFactor) {
   const bool asked = height == 0 || widthFactor == 0;
   const AcDbTextStyleTableRecord* record =

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbid.h"
 
+#include <string>
 #include <string_view>
 
 /// Size of a text at rotation 0, measured from the start of its base line. The drawing program has no fonts:
@@ -17,6 +18,8 @@ struct AcDbTextSize {
 };
 /// @param height of a capital letter; negative or not finite counts as 0
 ARX_API AcDbTextSize acdbTextExtents(std::wstring_view text, double height, double widthFactor = 1.0);
+/// The text as it is shown: control sequences resolved.
+ARX_API std::wstring acdbShownText(std::wstring_view text);
 /// With the height and width factor of a text style where the arguments are 0.
 ARX_API AcDbTextSize acdbTextExtents(std::wstring_view text, AcDbObjectId style, double height,
                                      double widthFactor);

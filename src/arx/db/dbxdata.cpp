@@ -121,3 +121,32 @@ Acad::ErrorStatus acdbReplaceXData(DxfTagText& tags, const resbuf* chain,
   tags = std::move(all);
   return Acad::eOk;
 }
+
+bool acdbTransformXData(resbuf* chain, const AcGeMatrix3d& matrix) {
+  bool moved = false;
+  for (resbuf* item = chain; item; item = item->rbnext) {
+    ads_real* const p = item->resval.rpoint;
+    AcGeVector3d mapped;
+    switch (item->restype) {
+      case 1011:
+        mapped = (matrix * AcGePoint3d(p[0], p[1], p[2])).asVector();
+        break;
+      case 1012:
+        mapped = matrix * AcGeVector3d(p[0], p[1], p[2]);
+        break;
+      case 1013:
+        mapped = (matrix * AcGeVector3d(p[0], p[1], p[2])).normal();
+        break;
+      case 1041:
+      case 1042:
+        item->resval.rreal *= matrix.scale();
+        moved = true;
+        continue;
+      default:
+        continue;
+    }
+    p[0] = mapped.x, p[1] = mapped.y, p[2] = mapped.z;
+    moved = true;
+  }
+  return moved;
+}

@@ -2,6 +2,7 @@
 
 #include "arx/db/dxftags.h"
 #include "arx/db/resbuf.h"
+#include "arx/ge/gematrix.h"
 
 #include <functional>
 #include <string>
@@ -18,3 +19,5 @@ bool acdbHasXData(const DxfTagText& tags, const ACHAR* application);
 /// @param isRegistered asked for each application of the chain
 Acad::ErrorStatus acdbReplaceXData(DxfTagText& tags, const resbuf* chain,
                                    const std::function<bool(const std::wstring&)>& isRegistered);
+/// Maps what lies in the world, as told at `AcDbObject::xDataTransformBy`. @return whether anything does
+bool acdbTransformXData(resbuf* chain, const AcGeMatrix3d& matrix);

@@ -9,13 +9,17 @@
 
 /// A block shown at a place, or in rows and columns.
 struct AcGiBlockPlace {
-  const AcGiDrawable& block;    ///< the definition, whose look is that of its parts
-  std::size_t parts = 0;        ///< about how many parts it has
-  AcGeMatrix3d toOuter;         ///< from the coordinates of the block to those of its reference
-  bool repeated = false;        ///< in more than one row or column
+  const AcGiDrawable& block;  ///< the definition, whose look is that of its parts
+  std::size_t parts = 0;      ///< about how many parts it has
+  AcGeMatrix3d toOuter;       ///< from the coordinates of the block to those of its reference
+  bool repeated = false;      ///< in more than one row or column
+  int columns = 1;
+  int rows = 1;
   AcGeVector3d toLastColumn{};  ///< from the first column to the last
   AcGeVector3d toLastRow{};
 };
+
+class AcGiRenderer;
 
 /// Takes in how things look: base of all who want to know. What is drawn hands over curves and areas in its
 /// own coordinates, `toWorld` places them. The walk into blocks and to attributes stands here.
@@ -26,6 +30,8 @@ public:
   AcGiGeometry(const AcGiGeometry&) = delete;
   AcGiGeometry& operator=(const AcGiGeometry&) = delete;
 
+  /// This geometry as one that wants what is drawn (`AcGiRenderer`); null for one that asks where things lie.
+  [[nodiscard]] virtual AcGiRenderer* renderer() { return nullptr; }
   /// Looks at something, hidden or not.
   void show(const AcGiDrawable& drawable);
   /// Looks at something unless it is hidden: for the parts of what is shown.

@@ -5,6 +5,7 @@
 #include "drafting/dialogs/cartouche_dlg.h"
 #include "drafting/dialogs/points_dlg.h"
 #include "drafting/dialogs/tables_dlg.h"
+#include "stakeout/dialogs/implantation_dlg.h"
 
 namespace veltora {
 
@@ -25,6 +26,11 @@ int lispHelmert() {
 
 int lispCreerPlanche() {
   creerPlanche();
+  return RTNORM;
+}
+
+int lispImplant2() {
+  implantationDirecte();
   return RTNORM;
 }
 

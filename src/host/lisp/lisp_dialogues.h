@@ -11,5 +11,7 @@ int lispGererLeves();
 int lispHelmert();
 /// c:CREERPLANCHE: a sheet.
 int lispCreerPlanche();
+/// c:IMPLANT2: points set out.
+int lispImplant2();
 
 }  // namespace veltora

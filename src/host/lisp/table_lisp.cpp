@@ -15,16 +15,6 @@
 #include "host/lisp/lisp_xdata.h"
 
 namespace veltora {
-namespace {
-
-/// Says that a function is not there yet, under the name by which it was called.
-int nonDisponible() {
-  const ACHAR* nom = tableFonctionsLisp[static_cast<std::size_t>(acedGetFunCode())].nom;
-  acutPrintf(L"\nLa fonction %s n'est pas encore disponible dans cette version.", nom);
-  return acedRetNil();
-}
-
-}  // namespace
 
 constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
     {L"calctailleblock", lispCalcTailleBlock},
@@ -63,7 +53,7 @@ constexpr std::array<fonctionLisp, kNombreFonctionsLisp> tableFonctionsLisp{{
     {L"c:TopJndre", lispTopJndre, {L"Points", L"Une polyligne par des points numérotés"}},
     {L"VARNTEXT", lispVarnText},
     {L"c:DISSOCBLOCK", lispDissocBlock, {L"Points", L"Change en textes les attributs des blocs"}},
-    {L"c:IMPLANT2", nonDisponible},
+    {L"c:IMPLANT2", lispImplant2, {L"Calculs", L"Implante des points depuis des stations"}},
     {L"c:VNDEPORTPNTS", lispVnDeportPnts, {L"Points", L"Porte des points sur une courbe"}},
     {L"c:VNAJUSTERZ", lispVnAjusterZ, {L"Points", L"Décale les altitudes"}},
     {L"c:HELMERT", lispHelmert, {L"Calculs", L"Transformation d'Helmert sur des couples de points"}},

@@ -1,0 +1,144 @@
+#include "arx/db/dbkeptlook.h"
+
+#include "arx/db/dbhatchlook.h"
+#include "arx/db/dbmain.h"
+#include "arx/gi/girenderer.h"
+
+#include <array>
+#include <cmath>
+#include <map>
+
+// The look of entities that are kept as file text.
+
+namespace {
+
+/// Points and numbers of the kept sections of one entity, by group code, in order.
+class KeptGroups {
+public:
+  explicit KeptGroups(const std::vector<DxfExtra>& sections) {
+    for (const DxfExtra& section : sections) {
+      DxfTagText::Cursor cursor = section.tags.tags();
+      for (DxfTag tag; cursor.next(tag);) take(tag);
+    }
+  }
+  [[nodiscard]] const std::vector<AcGePoint3d>& points(int code) { return m_points[code]; }
+  [[nodiscard]] double real(int code, double fallback = 0.0) const {
+    const auto found = m_reals.find(code);
+    return found == m_reals.end() ? fallback : found->second.front();
+  }
+  [[nodiscard]] bool has(int code) const { return m_reals.count(code) != 0; }
+  [[nodiscard]] AcGeVector3d normal() {
+    const auto& given = points(210);
+    return given.empty() ? AcGeVector3d::kZAxis : given.front().asVector();
+  }
+  /// All groups, as numbers where they are some.
+  [[nodiscard]] const std::vector<std::pair<int, double>>& inOrder() const { return m_order; }
+
+private:
+  void take(const DxfTag& tag) {
+    double value = 0.0;
+    if (tag.code < 10 || !dxfParseReal(tag.value, value)) return;
+    m_order.emplace_back(tag.code, value);
+    const bool point = (tag.code >= 10 && tag.code <= 18) || tag.code == 210;
+    const bool further = (tag.code >= 20 && tag.code <= 38) || tag.code == 220 || tag.code == 230;
+    if (point) m_points[tag.code].emplace_back(value, 0.0, 0.0);
+    if (!point && !further) m_reals[tag.code].push_back(value);
+    if (!further) return;
+    const bool z = tag.code >= 30 && tag.code != 220;
+    const auto found = m_points.find(tag.code >= 210 ? 210 : tag.code - (z ? 20 : 10));
+    if (found != m_points.end()) (z ? found->second.back().z : found->second.back().y) = value;
+  }
+  std::map<int, std::vector<AcGePoint3d>> m_points;
+  std::map<int, std::vector<double>> m_reals;
+  std::vector<std::pair<int, double>> m_order;
+};
+
+void drawSolid(AcGiRenderer& renderer, KeptGroups& groups) {
+  std::vector<AcGePoint3d> corners;
+  for (const int code : {10, 11, 13, 12}) {  // the file crosses the last two
+    if (!groups.points(code).empty()) corners.push_back(groups.points(code).front());
+  }
+  if (corners.size() < 3) return;
+  renderer.polygon({&corners, 1});
+}
+
+void drawImageFrame(AcGiRenderer& renderer, KeptGroups& groups) {
+  for (const int code : {10, 11, 12, 13})
+    if (groups.points(code).empty()) return;
+  const AcGePoint3d at = groups.points(10)[0];
+  const AcGePoint3d size = groups.points(13)[0];  // in pixels
+  const AcGeVector3d u = groups.points(11)[0].asVector() * size.x;
+  const AcGeVector3d v = groups.points(12)[0].asVector() * size.y;
+  const AcGePoint3d frame[] = {at, at + u, at + u + v, at + v, at};
+  renderer.edges(frame);
+}
+
+void drawViewport(AcGiRenderer& renderer, KeptGroups& groups) {
+  if (groups.points(10).empty()) return;
+  const AcGePoint3d c = groups.points(10)[0];
+  const double w = groups.real(40) / 2;
+  const double h = groups.real(41) / 2;
+  const AcGePoint3d frame[] = {{c.x - w, c.y - h, c.z},
+                               {c.x + w, c.y - h, c.z},
+                               {c.x + w, c.y + h, c.z},
+                               {c.x - w, c.y + h, c.z},
+                               {c.x - w, c.y - h, c.z}};
+  renderer.edges(frame);
+}
+
+/// Lines through a point of each vertex' mitre: the first parameter (41) of each element (74) is its
+/// distance.
+void drawMultiline(AcGiRenderer& renderer, KeptGroups& groups) {
+  const std::vector<AcGePoint3d>& vertices = groups.points(11);
+  const std::vector<AcGePoint3d>& mitres = groups.points(13);
+  std::vector<std::vector<AcGePoint3d>> lines;
+  std::size_t vertex = 0;  // from 1
+  std::size_t element = 0;
+  bool first = false;
+  for (const auto& [code, value] : groups.inOrder()) {
+    if (code == 11) ++vertex, element = 0;
+    if (code == 74) first = true;
+    if (code != 41 || !first || vertex == 0 || vertex > mitres.size() || vertex > vertices.size()) continue;
+    first = false;
+    if (lines.size() <= element) lines.resize(element + 1);
+    lines[element++].push_back(vertices[vertex - 1] + mitres[vertex - 1].asVector() * value);
+  }
+  const bool closed = (static_cast<int>(groups.real(71)) & 2) != 0;
+  for (std::vector<AcGePoint3d>& line : lines) {
+    if (closed && !line.empty()) line.push_back(line.front());
+    renderer.edges(line);
+  }
+}
+
+void drawPicture(AcGiGeometry& geometry, const AcDbOtherEntity& entity, KeptGroups& groups) {
+  const AcDbBlockTableRecord* const block = entity.picture();
+  if (!block) return;
+  AcGeMatrix3d place;  // that of a dimension stands in the world
+  if (entity.dxfName() != "DIMENSION" && !groups.points(10).empty()) {
+    const AcGePoint3d along = groups.points(11).empty() ? AcGePoint3d(1, 0, 0) : groups.points(11)[0];
+    place = AcGeMatrix3d::translation(groups.points(10)[0].asVector()) *
+            AcGeMatrix3d::rotation(std::atan2(along.y, along.x), AcGeVector3d::kZAxis);
+  }
+  geometry.block({*block, block->entities().size(), place});
+}
+
+}  // namespace
+
+void acdbDrawKept(const AcDbOtherEntity& entity, const std::vector<DxfExtra>& sections,
+                  AcGiRenderer& renderer) {
+  const std::string_view type = entity.dxfName();
+  KeptGroups groups(sections);
+  if (entity.picture()) return drawPicture(renderer, entity, groups);
+  if (type == "LEADER") return renderer.edges(groups.points(10));
+  if (type == "IMAGE" || type == "WIPEOUT") return drawImageFrame(renderer, groups);
+  if (type == "MLINE") return drawMultiline(renderer, groups);
+  if (type == "VIEWPORT") return drawViewport(renderer, groups);
+  if (type != "SOLID" && type != "TRACE" && type != "HATCH") return renderer.unknown();
+  AcGeVector3d normal = groups.normal();
+  if (!(normal.length() > 0.0)) normal = AcGeVector3d::kZAxis;
+  renderer.pushModelTransform(AcGeMatrix3d::planeToWorld(normal.normal()));
+  if (type != "HATCH") drawSolid(renderer, groups);
+  for (const DxfExtra& section : sections)
+    if (section.subclass == "AcDbHatch") AcDbHatchLook(section.tags).draw(renderer);
+  renderer.popModelTransform();
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "arx/db/dbents.h"
+#include "arx/db/dbfiler.h"
+
+#include <vector>
+
+class AcGiRenderer;
+
+/// Draws an entity that is kept as file text, as far as its groups say how: hatches, dimensions and tables by
+/// their blocks, leaders, solids, multilines, frames of pictures and viewports.
+void acdbDrawKept(const AcDbOtherEntity& entity, const std::vector<DxfExtra>& sections,
+                  AcGiRenderer& renderer);

@@ -1,0 +1,276 @@
+#include "arx/plot/pldraw.h"
+
+#include "arx/db/dbsymrecords.h"
+#include "arx/db/dbtextsize.h"
+#include "arx/plot/plclip.h"
+#include "arx/plot/plcolor.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace base = veltora::base;
+
+namespace {
+
+constexpr double kChordError = 0.005;      // mm
+constexpr double kUsualWeight = 0.25;      // mm
+constexpr double kThinnest = 0.05;         // mm, of lines of weight 0
+constexpr double kDot = 0.35;              // mm
+constexpr double kShortestPattern = 0.5;   // mm: a finer one looks like a whole line
+constexpr double kTallestLetter = 2000.0;  // mm: no paper shows more of it than a stroke
+constexpr double kLowestLetter = 0.02;     // mm
+constexpr double kMostRepeats = 100000;
+constexpr double kTurn = 6.283185307179586;
+
+AcGeVector2d flat(const AcGeVector3d& v) { return {v.x, v.y}; }
+
+bool isPlace(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
+std::vector<AcGePoint2d> roundJoint(const AcGePoint2d& at, double radius) {
+  constexpr int kCorners = 32;
+  std::vector<AcGePoint2d> ring;
+  for (int i = 0; i < kCorners; ++i) {
+    const double a = kTurn * i / kCorners;
+    ring.push_back({at.x + radius * std::cos(a), at.y + radius * std::sin(a)});
+  }
+  return ring;
+}
+
+}  // namespace
+
+AcPlDraw::AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale)
+    : m_view(view), m_pen(pen), m_linetypeScale(linetypeScale), m_looks(view.layers) {}
+
+void AcPlDraw::entity(const AcDbEntity& entity) {
+  m_known = nullptr;
+  draw(entity);
+}
+
+AcGePoint2d AcPlDraw::onPaper(const AcGePoint3d& place) const {
+  const AcGePoint3d world = toWorld() * place;
+  return {(world.x - m_view.corner.x) * m_view.mmPerUnit, (world.y - m_view.corner.y) * m_view.mmPerUnit};
+}
+
+const AcPlLook* AcPlDraw::look() {
+  if (m_known != &drawn() || m_knownDepth != m_outer.size()) {
+    const auto* const entity = AcDbEntity::cast(&drawn());
+    if (!entity) return nullptr;
+    m_look = m_looks.of(*entity, m_outer.empty() ? nullptr : &m_outer.back());
+    m_known = &drawn();
+    m_knownDepth = m_outer.size();
+  }
+  if (m_look.hidden) return nullptr;
+  m_pen.layer(m_looks.layerName(m_look.layer));
+  return &m_look;
+}
+
+AcPlColor AcPlDraw::inkOf(const AcPlLook& look) const {
+  const AcPlColor& paper = m_view.paper.background;
+  const bool dark = paper.red + paper.green + paper.blue < 3 * 128;
+  const AcPlColor standsOut = dark ? AcPlColor{255, 255, 255} : AcPlColor{0, 0, 0};
+  if (m_view.monochrome) return standsOut;
+  if (look.color.isTrueColor()) {
+    const int rgb = look.color.rgb();
+    return {(rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255};
+  }
+  return look.color.colorIndex() == 7 ? standsOut : acplIndexColor(look.color.colorIndex());
+}
+
+AcPlStroke AcPlDraw::strokeOf(const AcPlLook& look, bool dashed) const {
+  AcPlStroke stroke;
+  stroke.color = inkOf(look);
+  stroke.width = look.weight < 0 ? kUsualWeight : std::max(kThinnest, look.weight / 100.0);
+  if (!dashed || !look.linetype) return stroke;
+  const double scale = m_linetypeScale * look.linetypeScale * m_view.mmPerUnit;
+  double period = 0.0;
+  for (const double dash : look.linetype->dashes()) {
+    const bool gap = dash < 0.0;
+    const bool gapNext = stroke.dashes.size() % 2 == 1;
+    if (gap != gapNext && stroke.dashes.empty()) stroke.dashes.push_back(0.0);
+    if (gap != (stroke.dashes.size() % 2 == 1))
+      stroke.dashes.back() += std::fabs(dash) * scale;
+    else
+      stroke.dashes.push_back(std::fabs(dash) * scale);
+    period += std::fabs(dash) * scale;
+  }
+  if (stroke.dashes.size() % 2 == 1) stroke.dashes.push_back(0.0);
+  if (!(period >= kShortestPattern) || !std::isfinite(period)) stroke.dashes.clear();
+  return stroke;
+}
+
+bool AcPlDraw::isFinite(const Points& points) {
+  const bool good = std::all_of(points.begin(), points.end(), isPlace);
+  if (!good) ++m_omissions.places;
+  return good;
+}
+
+AcPlBox AcPlDraw::visible(double lineWidth) const {
+  return m_view.window ? *m_view.window : AcPlBox::around(m_view.paper, lineWidth);
+}
+
+void AcPlDraw::stroke(const Points& points, AcPlStroke stroke) {
+  if (points.empty() || !isFinite(points)) return;
+  double period = 0.0;
+  for (const double dash : stroke.dashes) period += dash;
+  const AcPlBox box = visible(stroke.width);
+  acplClipLine(points, box, [&](std::span<const AcGePoint2d> run, double before) {
+    if (period > 0.0) stroke.phase = std::fmod(before, period);
+    m_pen.line(run, stroke);
+  });
+}
+
+void AcPlDraw::addPiece(const AcGeCurvePiece& piece, Points& points) const {
+  const AcGePoint2d start = onPaper(piece.start);
+  if (!piece.isArc && !piece.bezier) {
+    AcGePoint2d end = onPaper(piece.end);
+    AcGePoint2d from = start;
+    const AcGeVector2d along = end - start;
+    const double reach = 2 * (std::hypot(start.x, start.y) + m_view.paper.width + m_view.paper.height);
+    const double length = along.length();
+    if (piece.endlessBefore && length > 0.0) from = start - along * (reach / length);
+    if (piece.endless && length > 0.0) end = start + along * (reach / length);
+    if (points.empty()) points.push_back(from);
+    points.push_back(end);
+    return;
+  }
+  if (points.empty()) points.push_back(start);
+  if (piece.bezier) {
+    for (const double share : piece.chords()) points.push_back(onPaper(piece.pointAt(share)));
+    return;
+  }
+  const double x = flat(toWorld() * piece.xAxis).length();
+  const double y = flat(toWorld() * piece.yAxis).length();
+  const double radius = piece.radius * std::max(x, y * std::max(1.0, piece.ratio)) * m_view.mmPerUnit;
+  const double chord = radius > kChordError ? 2 * std::acos(1 - kChordError / radius) : kTurn;
+  const double sweep = std::min(std::fabs(piece.sweep), kTurn);
+  const int count =
+      std::isfinite(radius) ? static_cast<int>(std::clamp(std::ceil(sweep / chord), 8.0, 20000.0)) : 8;
+  for (int i = 1; i <= count; ++i) points.push_back(onPaper(piece.pointAt(static_cast<double>(i) / count)));
+}
+
+void AcPlDraw::curve(std::span<const AcGeCurvePiece> pieces) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  Points points;
+  for (const AcGeCurvePiece& piece : pieces) addPiece(piece, points);
+  stroke(points, strokeOf(*now, true));
+}
+
+void AcPlDraw::block(const AcGiBlockPlace& place) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  m_outer.push_back(*now);
+  const double repeats = static_cast<double>(place.columns) * place.rows;
+  if (repeats > kMostRepeats) ++m_omissions.repeats;
+  const int columns = repeats > kMostRepeats ? 1 : place.columns;
+  const int rows = repeats > kMostRepeats ? 1 : place.rows;
+  for (int row = 0; row < rows; ++row) {
+    for (int column = 0; column < columns; ++column) {
+      const AcGeVector3d shift =
+          place.toLastColumn * (columns > 1 ? static_cast<double>(column) / (columns - 1) : 0) +
+          place.toLastRow * (rows > 1 ? static_cast<double>(row) / (rows - 1) : 0);
+      pushModelTransform(AcGeMatrix3d::translation(shift));
+      AcGiGeometry::block(place);
+      popModelTransform();
+    }
+  }
+  m_outer.pop_back();
+  m_known = nullptr;
+}
+
+void AcPlDraw::unknown() {
+  const auto* const entity = AcDbEntity::cast(&drawn());
+  if (entity && look()) ++m_omissions.kinds[std::string(entity->dxfName())];
+}
+
+void AcPlDraw::textLine(const AcGiTextLine& line) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  AcPlText text;
+  text.base = onPaper(line.base);
+  text.along = flat(toWorld() * line.along) * m_view.mmPerUnit;
+  text.up = flat(toWorld() * line.up) * m_view.mmPerUnit;
+  const Points frame{text.base, text.base + text.along, text.base + text.up};
+  if (!isFinite(frame)) return;
+  const double area = std::fabs(text.along.x * text.up.y - text.along.y * text.up.x);
+  if (area < kLowestLetter * kLowestLetter) return;
+  if (std::max(text.along.length(), text.up.length()) > kTallestLetter) {
+    ++m_omissions.texts;
+    return;
+  }
+  const std::wstring shown = acdbShownText(line.text);
+  const double width = acdbTextExtents(shown, 1.0).width;
+  AcPlBox box;
+  for (const double u : {0.0, width})
+    for (const double v : {-0.5, 1.5}) box.add(text.base + text.along * u + text.up * v);
+  if (!box.meets(visible(0.0))) return;
+  text.text = base::toUtf8(shown);
+  text.color = inkOf(*now);
+  m_pen.text(text);
+}
+
+void AcPlDraw::dot(const AcGePoint3d& place) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  AcPlStroke ink = strokeOf(*now, false);
+  ink.width = std::max(ink.width, kDot);
+  stroke({onPaper(place), onPaper(place)}, ink);
+}
+
+void AcPlDraw::edges(std::span<const AcGePoint3d> points) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  Points placed;
+  for (const AcGePoint3d& point : points) placed.push_back(onPaper(point));
+  stroke(placed, strokeOf(*now, false));
+}
+
+void AcPlDraw::polygon(std::span<const std::vector<AcGePoint3d>> rings) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  const AcPlBox box = visible(0.0);
+  std::vector<Points> placed;
+  for (const std::vector<AcGePoint3d>& ring : rings) {
+    Points points;
+    for (const AcGePoint3d& corner : ring) points.push_back(onPaper(corner));
+    if (!isFinite(points)) return;
+    points = acplClipRing(points, box);
+    if (points.size() > 2) placed.push_back(std::move(points));
+  }
+  if (!placed.empty()) m_pen.fill(placed, inkOf(*now));
+}
+
+void AcPlDraw::wideCurve(std::span<const AcGeCurvePiece> pieces,
+                         std::span<const std::pair<double, double>> widths) {
+  const AcPlLook* const now = look();
+  if (!now) return;
+  const double scale = flat(toWorld() * AcGeVector3d::kXAxis).length() * m_view.mmPerUnit;
+  const AcPlBox box = visible(0.0);
+  std::vector<Points> rings;
+  for (std::size_t i = 0; i < pieces.size() && i < widths.size(); ++i) {
+    Points points;
+    addPiece(pieces[i], points);
+    if (!isFinite(points)) continue;
+    const Points ring =
+        acplClipRing(acplWiden(points, widths[i].first * scale, widths[i].second * scale), box);
+    if (ring.size() > 2) rings.push_back(ring);
+    const bool joined = i + 1 < pieces.size() || pieces.front().start.distanceTo(pieces.back().end) == 0.0;
+    if (!joined || widths[i].second != widths[(i + 1) % widths.size()].first) continue;
+    const Points joint = acplClipRing(roundJoint(points.back(), widths[i].second * scale / 2), box);
+    if (joint.size() > 2) rings.push_back(joint);
+  }
+  // One by one: where two pieces lie over each other, both are filled.
+  for (const Points& ring : rings) m_pen.fill({&ring, 1}, inkOf(*now));
+}
+
+AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
+  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0));
+  if (!record) return {};
+  for (const AcDbObjectId& id : record->entities()) {
+    const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+    if (entity) draw.entity(*entity);
+  }
+  return draw.omissions();
+}

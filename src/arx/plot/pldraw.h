@@ -1,0 +1,74 @@
+#pragma once
+
+#include "arx/db/dbmain.h"
+#include "arx/gi/girenderer.h"
+#include "arx/plot/plclip.h"
+#include "arx/plot/pllooks.h"
+
+#include <map>
+#include <optional>
+
+/// How a drawing lies on the paper, and what of it is drawn.
+struct AcPlView {
+  AcPlPaper paper;
+  std::optional<AcPlBox> window;     ///< what is drawn of the paper, mm; all for none
+  AcGePoint2d corner;                ///< of the drawing, at the lower left corner of the paper
+  double mmPerUnit = 1.0;            ///< above 0
+  bool monochrome = false;           ///< everything in the colour that stands out from the background
+  std::vector<std::wstring> layers;  ///< the only ones to be drawn; all for none
+};
+
+/// What a drawing showed that was not drawn.
+struct AcPlOmissions {
+  std::map<std::string, int> kinds;  ///< entities of kinds whose look is not known, by their names in files
+  int places = 0;                    ///< entities with coordinates that are no numbers
+  int texts = 0;                     ///< letters taller than the paper could hold
+  int repeats = 0;                   ///< references whose rows and columns were too many
+};
+
+/// Draws what it is shown in the plan view with a pen. Lines are cut off beyond the paper; arcs are chords
+/// that stay within 0.005 mm of them, splines within 0.0001 of the size of a stretch.
+class ARX_API AcPlDraw : public AcGiRenderer {
+public:
+  /// Draws nothing by itself; the pen outlives it. @param linetypeScale of the drawing
+  AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale);
+  /// Draws an entity of a space.
+  void entity(const AcDbEntity& entity);
+  [[nodiscard]] const AcPlOmissions& omissions() const { return m_omissions; }
+
+  void curve(std::span<const AcGeCurvePiece> pieces) override;
+  void block(const AcGiBlockPlace& place) override;
+  void unknown() override;
+  void textLine(const AcGiTextLine& line) override;
+  void dot(const AcGePoint3d& place) override;
+  void edges(std::span<const AcGePoint3d> points) override;
+  void polygon(std::span<const std::vector<AcGePoint3d>> rings) override;
+  void wideCurve(std::span<const AcGeCurvePiece> pieces,
+                 std::span<const std::pair<double, double>> widths) override;
+
+private:
+  using Points = std::vector<AcGePoint2d>;
+  [[nodiscard]] AcGePoint2d onPaper(const AcGePoint3d& place) const;
+  void addPiece(const AcGeCurvePiece& piece, Points& points) const;
+  /// The look of what is drawn now; null when it is hidden. Chooses its layer with the pen.
+  const AcPlLook* look();
+  [[nodiscard]] AcPlColor inkOf(const AcPlLook& look) const;
+  [[nodiscard]] AcPlStroke strokeOf(const AcPlLook& look, bool dashed) const;
+  void stroke(const Points& points, AcPlStroke stroke);
+  [[nodiscard]] bool isFinite(const Points& points);
+  /// What is drawn, and a margin in which the ends of lines cannot be seen where the paper ends.
+  [[nodiscard]] AcPlBox visible(double lineWidth) const;
+  AcPlView m_view;
+  AcPlPen& m_pen;
+  double m_linetypeScale;
+  AcPlLooks m_looks;
+  std::vector<AcPlLook> m_outer;          // of the references around what is drawn, innermost last
+  const AcGiDrawable* m_known = nullptr;  // whose look this is
+  std::size_t m_knownDepth = 0;
+  AcPlLook m_look;
+  AcPlOmissions m_omissions;
+};
+
+/// Draws what stands in a space of a drawing that lies on the paper.
+ARX_API AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view,
+                               AcPlPen& pen);

@@ -1,0 +1,117 @@
+#include "arx/plot/plsvg.h"
+
+#include <fmt/format.h>
+
+#include <iterator>
+
+namespace {
+
+std::string escaped(std::string_view text) {
+  std::string result;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '&')
+      result += "&amp;";
+    else if (c == '<')
+      result += "&lt;";
+    else if (c == '>')
+      result += "&gt;";
+    else if (c == '"')
+      result += "&quot;";
+    else
+      result += byte < 0x20 ? ' ' : c;  // XML knows no control characters
+  }
+  return result;
+}
+
+std::string hex(const AcPlColor& color) {
+  return fmt::format("#{:02x}{:02x}{:02x}", color.red, color.green, color.blue);
+}
+
+}  // namespace
+
+void AcPlSvgPen::layer(const std::string& name) {
+  const auto [found, added] = m_byName.emplace(name, m_layers.size());
+  if (added) m_layers.push_back({name, {}, {}, false});
+  m_current = found->second;
+}
+
+AcPlSvgPen::Layer& AcPlSvgPen::current() {
+  if (m_layers.empty()) layer("0");
+  return m_layers[m_current];
+}
+
+void AcPlSvgPen::closePath(Layer& layer) {
+  if (layer.open) layer.content += "\"/>\n";
+  layer.open = false;
+}
+
+void AcPlSvgPen::addRing(std::string& out, std::span<const AcGePoint2d> points) const {
+  char command = 'M';
+  for (const AcGePoint2d& p : points) {
+    fmt::format_to(std::back_inserter(out), "{}{:.3f} {:.3f}", command, p.x, m_paper.height - p.y);
+    command = 'L';
+  }
+}
+
+void AcPlSvgPen::line(std::span<const AcGePoint2d> points, const AcPlStroke& stroke) {
+  if (points.size() < 2) return;
+  Layer& on = current();
+  const bool whole = stroke.dashes.empty();
+  if (!on.open || !whole || !(on.stroke == stroke)) {
+    closePath(on);
+    std::string dashes;
+    for (const double dash : stroke.dashes)
+      dashes += fmt::format("{}{:.3f}", dashes.empty() ? "" : " ", dash);
+    if (!whole)
+      dashes = fmt::format(" stroke-dasharray=\"{}\" stroke-dashoffset=\"{:.3f}\"", dashes, stroke.phase);
+    on.content += fmt::format("<path fill=\"none\" stroke=\"{}\" stroke-width=\"{:.3f}\"{} d=\"",
+                              hex(stroke.color), stroke.width, dashes);
+    on.stroke = stroke;
+    on.open = true;
+  }
+  addRing(on.content, points);
+}
+
+void AcPlSvgPen::fill(std::span<const std::vector<AcGePoint2d>> rings, const AcPlColor& color) {
+  Layer& on = current();
+  closePath(on);
+  on.content += fmt::format("<path fill=\"{}\" fill-rule=\"evenodd\" d=\"", hex(color));
+  for (const std::vector<AcGePoint2d>& ring : rings) {
+    addRing(on.content, ring);
+    on.content += 'Z';
+  }
+  on.content += "\"/>\n";
+}
+
+void AcPlSvgPen::text(const AcPlText& text) {
+  Layer& on = current();
+  closePath(on);
+  // The font's size is one unit, whose capitals are lower by the font's share.
+  const double k = 1.0 / kAcPlCapital;
+  on.content += fmt::format(
+      "<text font-size=\"1\" fill=\"{}\" transform=\"matrix({:.6f} {:.6f} {:.6f} {:.6f} {:.3f} "
+      "{:.3f})\">{}</text>\n",
+      hex(text.color), text.along.x * k, -text.along.y * k, -text.up.x * k, text.up.y * k, text.base.x,
+      m_paper.height - text.base.y, escaped(text.text));
+}
+
+bool AcPlSvgPen::finish(std::string& file, std::string&) {
+  file = fmt::format(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
+      "width=\"{0:.3f}mm\" "
+      "height=\"{1:.3f}mm\" viewBox=\"0 0 {0:.3f} {1:.3f}\" font-family=\"DejaVu Sans, sans-serif\" "
+      "xml:space=\"preserve\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
+      "<clipPath id=\"feuille\"><rect width=\"{0:.3f}\" height=\"{1:.3f}\"/></clipPath>\n"
+      "<rect width=\"{0:.3f}\" height=\"{1:.3f}\" fill=\"{2}\"/>\n",
+      m_paper.width, m_paper.height, hex(m_paper.background));
+  file += "<g clip-path=\"url(#feuille)\">\n";
+  for (std::size_t i = 0; i < m_layers.size(); ++i) {
+    closePath(m_layers[i]);
+    file += fmt::format("<g id=\"calque{}\" data-calque=\"{}\">\n", i + 1, escaped(m_layers[i].name));
+    file += m_layers[i].content;
+    file += "</g>\n";
+  }
+  file += "</g>\n</svg>\n";
+  return true;
+}
