@@ -21,7 +21,7 @@ std::string makeBook(int n) {
   bytes.reserve(static_cast<std::size_t>(n) * 170);
   for (int i = 0; i < n; ++i)
     bytes += base::formater(
-        "*11%04d+%016d 21.322+%016d 22.322+%016d 31..00+%016d 81..00+%016d 82..00+%016lld 83..00+%016d\r\n",
+        "*11%04d+%016d 21.322+%016d 22.322+%016d 31..00+%016d 81..00+%016d 82..00+%016lld 83..00+%016d \r\n",
         i % 10000, i + 1, (i * 7919) % 40000000, 9000000 + i % 2000000, 1000 + i % 500000, 650000000 + i * 37,
         6860000000LL + i * 11LL, 100000 + i % 90000);
   return bytes;
@@ -58,16 +58,18 @@ void run(Mesure& measure, int n) {
   const double floor = processorSeconds() - floorStart;
   expect(sum > 0, "scan");
   getTableObsRayonnees().viderTable();
-  std::wstring dump;
+  std::string dump;
   const double start = processorSeconds();
   measure("read, decode, list, dump", n, [&] {
     const carnetGSI book = lireCarnet(*base::lireFichier(path));
     analyseGSI analysis;
     analyseGSI::preparer(book, dump);
-    for (std::size_t i = 0; i < book.nombreLignes(); ++i) analysis.lire(book.ligne(i), dump, L"\r\n");
+    for (std::size_t i = 0; i < book.nombreLignes(); ++i) analysis.lire(book.ligne(i), dump, "\r\n");
   });
   const double all = processorSeconds() - start;
-  const tableObsRayonnees& table = getTableObsRayonnees();
+  tableObsRayonnees& table = getTableObsRayonnees();
+  measure("set of the known names", n,
+          [&] { expect(table.nomsCanevas().size() == table.pointsCanevas().size(), "names"); });
   expect(table.lectures.size() == static_cast<std::size_t>(n) &&
              table.pointsCanevas().size() == table.lectures.size(),
          "table");

@@ -107,7 +107,7 @@ std::string ecrireReel(double value) {
   return text;
 }
 
-void ajouterFixe(std::wstring& text, double value, int decimals) {
+void ajouterFixe(std::string& text, double value, int decimals) {
   constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
   // Below this the product is off by a thousandth at most: nearer to a half than that nobody can tell from it
   // which way the number is to be rounded, and printf is asked.
@@ -116,18 +116,18 @@ void ajouterFixe(std::wstring& text, double value, int decimals) {
   const double scaled = value * kPowers[decimals];
   const double whole = std::floor(scaled);
   if (std::signbit(value) || !(scaled < kLargest) || std::fabs(scaled - whole - 0.5) < kMargin) {
-    text += formater(L"%.*f", decimals, value);
+    text += formater("%.*f", decimals, value);
     return;
   }
-  auto digits = static_cast<std::uint64_t>(whole) + (scaled - whole > 0.5 ? 1 : 0);
-  wchar_t buffer[32];
-  wchar_t* const end = buffer + 32;
-  wchar_t* at = end;
-  for (int i = 0; digits > 0 || i <= decimals; ++i, digits /= 10) {
-    if (i == decimals && decimals > 0) *--at = L'.';
-    *--at = static_cast<wchar_t>(L'0' + digits % 10);
-  }
-  text.append(at, end);
+  const auto digits = static_cast<std::uint64_t>(whole) + (scaled - whole > 0.5 ? 1 : 0);
+  char buffer[40] = {'0', '0', '0', '0', '0',
+                     '0', '0', '0', '0', '0'};  // at least one digit more than decimals
+  char* const start = buffer + 10;
+  char* const end = std::to_chars(start, buffer + sizeof buffer, digits).ptr;
+  const auto missing = decimals + 1 - (end - start);
+  char* const first = missing > 0 ? start - missing : start;
+  text.append(first, end - decimals);
+  if (decimals > 0) text.append(1, '.').append(end - decimals, end);
 }
 
 }  // namespace veltora::base

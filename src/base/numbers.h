@@ -29,6 +29,6 @@ VELTORA_API bool lireReelExact(std::string_view text, double& value);
 VELTORA_API std::string ecrireReel(double value);
 /// Appends the number as printf's "%.<decimals>f" does, at a fraction of its cost for what is measured.
 /// @param decimals  0 to 9
-VELTORA_API void ajouterFixe(std::wstring& text, double value, int decimals);
+VELTORA_API void ajouterFixe(std::string& text, double value, int decimals);
 
 }  // namespace veltora::base

@@ -104,12 +104,12 @@ void interpreterLigneGSI(etatLectureGSI& etat, std::uint32_t numeroLigne, const 
   getTableObsRayonnees().ajouterLecture(etat.stationCourante, std::move(lecture));
 }
 
-void analyseGSI::preparer(const carnetGSI& carnet, std::wstring& detail) {
+void analyseGSI::preparer(const carnetGSI& carnet, std::string& detail) {
   detail.reserve(detail.size() + carnet.taille());
   getTableObsRayonnees().lectures.reserve(getTableObsRayonnees().lectures.size() + carnet.nombreLignes());
 }
 
-int analyseGSI::lire(std::string_view ligne, std::wstring& detail, std::wstring_view fin) {
+int analyseGSI::lire(std::string_view ligne, std::string& detail, std::string_view fin) {
   const int propre = decoderLigneGSI(m_etat, ligne, m_mots);
   interpreterLigneGSI(m_etat, m_numero++, m_mots);
   const std::size_t avant = detail.size();

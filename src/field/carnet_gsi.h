@@ -44,10 +44,11 @@ VELTORA_API void interpreterLigneGSI(etatLectureGSI& etat, std::uint32_t numeroL
 class VELTORA_API analyseGSI {
 public:
   /// Makes room for the lines of a book and their text.
-  static void preparer(const carnetGSI& carnet, std::wstring& detail);
-  /// Decodes a line, enters it into the table and adds its text, ended by `fin`, to `detail` when it has any.
+  static void preparer(const carnetGSI& carnet, std::string& detail);
+  /// Decodes a line, enters it into the table and adds its text, ended by `fin`, to `detail` when it has any,
+  /// in Windows-1252.
   /// @return as `decoderLigneGSI`
-  int lire(std::string_view ligne, std::wstring& detail, std::wstring_view fin);
+  int lire(std::string_view ligne, std::string& detail, std::string_view fin);
   /// Of the line read last.
   [[nodiscard]] const ligneGSI& mots() const { return m_mots; }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstddef>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -22,8 +22,12 @@ public:
   nomGSI(const char* texte) : nomGSI(std::string_view(texte)) {}
   nomGSI(const std::string& texte) : nomGSI(std::string_view(texte)) {}
   [[nodiscard]] std::string_view texte() const { return m_lettres.data(); }
-  friend bool operator==(const nomGSI& a, const nomGSI& b) { return a.m_lettres == b.m_lettres; }
-  friend bool operator<(const nomGSI& a, const nomGSI& b) { return a.texte() < b.texte(); }
+  friend bool operator==(const nomGSI& a, const nomGSI& b) {
+    return std::memcmp(a.m_lettres.data(), b.m_lettres.data(), kLongueur) == 0;
+  }
+  friend bool operator<(const nomGSI& a, const nomGSI& b) {
+    return std::memcmp(a.m_lettres.data(), b.m_lettres.data(), kLongueur) < 0;
+  }
 
 private:
   std::array<char, kLongueur + 1> m_lettres{};

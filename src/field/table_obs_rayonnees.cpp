@@ -27,9 +27,8 @@ std::uint32_t tableObsRayonnees::ajouterStation(const nomGSI& nom, double hauteu
 std::size_t tableObsRayonnees::ajouterLecture(std::uint32_t station, lectureGSI lecture) {
   lecture.station = station;
   if (lecture.donnees.situee()) {
-    m_connus->noms.insert(lecture.donnees.nom);
     // Names that ascend, as they do in most field books, find their place at once.
-    m_connus->parNom.insert_or_assign(m_connus->parNom.end(), lecture.donnees.nom, lecture.donnees);
+    m_connus->parNom.insert_or_assign(m_connus->parNom.end(), lecture.donnees.nom, lectures.size());
   } else {
     // Deliberate (gsi-lecture-double): a sighting without X or Y stands twice.
     lectures.push_back(lecture);
@@ -46,14 +45,20 @@ void tableObsRayonnees::viderTable() {
   lectures.clear();
 }
 
-void tableObsRayonnees::nomsCanevasListe(std::vector<nomGSI>& sortie) const {
+tableObsRayonnees::ensembleNoms& tableObsRayonnees::nomsCanevas() {
+  for (std::size_t& rang = m_connus->nommees; rang < lectures.size(); ++rang)
+    if (lectures[rang].donnees.situee()) m_connus->noms.insert(lectures[rang].donnees.nom);
+  return m_connus->noms;
+}
+
+void tableObsRayonnees::nomsCanevasListe(std::vector<nomGSI>& sortie) {
   sortie.assign(nomsCanevas().begin(), nomsCanevas().end());
 }
 
 bool tableObsRayonnees::lirePointCanevas(const nomGSI& nom, donneesLecture& sortie) const {
   const auto trouve = pointsCanevas().find(nom);
   if (trouve == pointsCanevas().end()) return false;
-  sortie = trouve->second;
+  sortie = lectures[trouve->second].donnees;
   return true;
 }
 

@@ -82,7 +82,7 @@ struct stationGSI {
 class VELTORA_API tableObsRayonnees : private Uncopyable {
 public:
   using ensembleNoms = std::pmr::unordered_set<nomGSI>;
-  using points = std::pmr::map<nomGSI, donneesLecture>;
+  using points = std::pmr::map<nomGSI, std::size_t>;
 
   tableObsRayonnees();
 
@@ -94,17 +94,16 @@ public:
   /// Empties all, the names that were known from the start included.
   void viderTable();
   /// The known names, in the order of the set.
-  void nomsCanevasListe(std::vector<nomGSI>& sortie) const;
+  void nomsCanevasListe(std::vector<nomGSI>& sortie);
   /// @return false, `sortie` unchanged, when no sighting gave that point X and Y
   bool lirePointCanevas(const nomGSI& nom, donneesLecture& sortie) const;
   /// What a station whose name is known has sighted becomes known too, in lower case, until nothing is added.
   /// Nothing of the program calls it.
   void propagerCanevas();
 
-  /// "nord", "north" and "." at start.
-  [[nodiscard]] ensembleNoms& nomsCanevas() { return m_connus->noms; }
-  [[nodiscard]] const ensembleNoms& nomsCanevas() const { return m_connus->noms; }
-  /// The last sighting of each point that had X and Y.
+  /// The known names: "nord", "north" and "." at start, and those of all points that had X and Y.
+  [[nodiscard]] ensembleNoms& nomsCanevas();
+  /// The last sighting of each point that had X and Y, as its rank in `lectures`.
   [[nodiscard]] const points& pointsCanevas() const { return m_connus->parNom; }
   std::vector<stationGSI> stationsGSI;
   std::vector<lectureGSI> lectures;
@@ -115,6 +114,8 @@ private:
     connus();
     std::pmr::monotonic_buffer_resource memoire;
     ensembleNoms noms;
+    std::size_t nommees =
+        0;  ///< sightings whose names stand in the set; those behind them wait until it is asked for
     points parNom;
   };
   std::unique_ptr<connus> m_connus;

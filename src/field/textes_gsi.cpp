@@ -15,58 +15,49 @@ constexpr int kDecimales = 5;
 constexpr int kNom = 11;
 constexpr int kBlocCode = 41;
 
-using Etiquettes = std::array<const wchar_t*, kIndices>;
+using Etiquettes = std::array<std::string_view, kIndices>;
 
-/// What stands in front of a value; null for a word that has no line of its own.
+/// What stands in front of a value; empty for a word that has no line of its own.
 constexpr Etiquettes etiquettes() {
   Etiquettes e{};
-  e[21] = L"\tah = ";
-  e[22] = L"\tav =  ";
-  e[31] = L"\tdi =  ";
-  e[32] = L"\tdh =  ";
-  e[33] = L"\tdz =  ";
-  e[51] = L"\tPPM-MM = ";
-  e[52] = L"\tECM,ECS = ";
-  e[53] = L"\tP.SIGNAL = ";
-  e[58] = L"\tConst Refl = ";
-  e[59] = L"\tPPM = ";
-  for (std::size_t i = 71; i <= 79; ++i) e[i] = L"\tCodePt = ";
-  e[81] = L"\tXpt = ";
-  e[82] = L"\tYpt = ";
-  e[83] = L"\tZpt = ";
-  e[84] = L"\tXstat = ";
-  e[85] = L"\tYstat = ";
-  e[86] = L"\tZstat = ";
-  e[87] = L"\thmire = ";
-  e[88] = L"\thAppareil = ";
+  e[21] = "\tah = ";
+  e[22] = "\tav =  ";
+  e[31] = "\tdi =  ";
+  e[32] = "\tdh =  ";
+  e[33] = "\tdz =  ";
+  e[51] = "\tPPM-MM = ";
+  e[52] = "\tECM,ECS = ";
+  e[53] = "\tP.SIGNAL = ";
+  e[58] = "\tConst Refl = ";
+  e[59] = "\tPPM = ";
+  for (std::size_t i = 71; i <= 79; ++i) e[i] = "\tCodePt = ";
+  e[81] = "\tXpt = ";
+  e[82] = "\tYpt = ";
+  e[83] = "\tZpt = ";
+  e[84] = "\tXstat = ";
+  e[85] = "\tYstat = ";
+  e[86] = "\tZstat = ";
+  e[87] = "\thmire = ";
+  e[88] = "\thAppareil = ";
   return e;
 }
 
-/// The data behind a text; nearly always ASCII, which needs no table.
-void ajouterDonnees(const motGSI& mot, std::wstring& sortie) {
-  for (const char* c = mot.texte; *c != '\0'; ++c) {
-    if (static_cast<unsigned char>(*c) >= 0x80) {
-      sortie += base::widen(c);
-      return;
-    }
-    sortie += static_cast<wchar_t>(*c);
+void ajouterTexteMot(const motGSI& mot, std::string& sortie) {
+  static constexpr Etiquettes kEtiquettes = etiquettes();
+  const std::string_view etiquette = kEtiquettes.at(mot.indexMot);
+  if (mot.indexMot != kNom && etiquette.empty()) {
+    sortie += base::formater("\tINCONNU = %d, %s", static_cast<int>(mot.indexMot), mot.texte);
+    return;
   }
+  sortie += etiquette;
+  if (mot.genre == motGSI::kNumerique)
+    base::ajouterFixe(sortie, mot.valeur, kDecimales);
+  else
+    sortie += mot.texte;
 }
 
-void ajouterTexteMot(const motGSI& mot, std::wstring& sortie) {
-  static constexpr Etiquettes kEtiquettes = etiquettes();
-  const wchar_t* const etiquette = kEtiquettes.at(mot.indexMot);
-  if (mot.indexMot == kNom) {
-    ajouterDonnees(mot, sortie);
-  } else if (!etiquette) {
-    sortie += base::formater(L"\tINCONNU = %d, %s", static_cast<int>(mot.indexMot), base::widen(mot.texte));
-  } else if (mot.genre == motGSI::kNumerique) {
-    sortie += etiquette;
-    base::ajouterFixe(sortie, mot.valeur, kDecimales);
-  } else {
-    sortie += etiquette;
-    ajouterDonnees(mot, sortie);
-  }
+void ajouterTexteMotCode(const motGSI& mot, std::string& sortie) {
+  sortie += base::formater(" code: %d val = [%s]", static_cast<int>(mot.indexMot), mot.texte);
 }
 
 /// Hands over the text of each word as the first one wants it. @return whether that one has any
@@ -83,27 +74,30 @@ bool parcourir(etatLectureGSI& etat, const ligneGSI& mots, Ajouter ajouter) {
 }  // namespace
 
 std::wstring texteMotGSI(const motGSI& mot) {
-  std::wstring texte;
+  std::string texte;
   ajouterTexteMot(mot, texte);
-  return texte;
+  return base::widen(texte);
 }
 
 std::wstring texteMotCodeGSI(const motGSI& mot) {
-  return base::formater(L" code: %d val = [%s]", static_cast<int>(mot.indexMot), base::widen(mot.texte));
+  std::string texte;
+  ajouterTexteMotCode(mot, texte);
+  return base::widen(texte);
 }
 
-void ajouterTexteLigneGSI(etatLectureGSI& etat, const ligneGSI& mots, std::wstring& sortie) {
+void ajouterTexteLigneGSI(etatLectureGSI& etat, const ligneGSI& mots, std::string& sortie) {
   parcourir(etat, mots, [&sortie](const motGSI& mot, bool code) {
     if (code)
-      sortie += texteMotCodeGSI(mot);
+      ajouterTexteMotCode(mot, sortie);
     else
       ajouterTexteMot(mot, sortie);
   });
 }
 
 void texteLigneGSI(etatLectureGSI& etat, const ligneGSI& mots, std::wstring& sortie) {
-  sortie.clear();
-  ajouterTexteLigneGSI(etat, mots, sortie);
+  std::string texte;
+  ajouterTexteLigneGSI(etat, mots, texte);
+  sortie = base::widen(texte);
 }
 
 void texteLigneGSIListe(etatLectureGSI& etat, const ligneGSI& mots, std::vector<std::wstring>& sorties) {

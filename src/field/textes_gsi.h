@@ -17,8 +17,8 @@ VELTORA_API std::wstring texteMotCodeGSI(const motGSI& mot);
 /// A whole line, its words one behind the other. Empty for a line that opens with neither 11 (a sighting) nor
 /// 41 (a code block). A sighting ends the run of code blocks of the state.
 VELTORA_API void texteLigneGSI(etatLectureGSI& etat, const ligneGSI& mots, std::wstring& sortie);
-/// The same, behind what the output holds.
-VELTORA_API void ajouterTexteLigneGSI(etatLectureGSI& etat, const ligneGSI& mots, std::wstring& sortie);
+/// The same in Windows-1252, behind what the output holds.
+VELTORA_API void ajouterTexteLigneGSI(etatLectureGSI& etat, const ligneGSI& mots, std::string& sortie);
 /// The same, one text a word: none without words, an empty one for a line that opens otherwise.
 VELTORA_API void texteLigneGSIListe(etatLectureGSI& etat, const ligneGSI& mots,
                                     std::vector<std::wstring>& sorties);

@@ -138,7 +138,7 @@ void remarquerNoms(const std::vector<pointCarnet>& canevas, base::Remarques& rem
                        static_cast<int>(doubles.size()), base::enumerer(doubles)));
 }
 
-bool lire(const demandeCarnet& demande, resultatCarnet& resultat, std::wstring& detail) {
+bool lire(const demandeCarnet& demande, resultatCarnet& resultat, std::string& detail) {
   const std::wstring nom = base::texteDuChemin(demande.fichier);
   const auto octets = base::lireFichier(demande.fichier);
   if (!octets) {
@@ -152,7 +152,7 @@ bool lire(const demandeCarnet& demande, resultatCarnet& resultat, std::wstring& 
   controleGSI controle;
   analyseGSI::preparer(carnet, detail);
   for (std::size_t i = 0; i < carnet.nombreLignes(); ++i) {
-    const bool propre = analyse.lire(carnet.ligne(i), detail, L"\r\n") == 1;
+    const bool propre = analyse.lire(carnet.ligne(i), detail, "\r\n") == 1;
     controle.voir(static_cast<int>(i) + 1, carnet.ligne(i), analyse.mots(), propre);
   }
   controle.remarquer(resultat.remarques);
@@ -185,7 +185,8 @@ std::string texteCanevas(resultatCarnet& resultat) {
   for (const pointCarnet& p : resultat.canevas) {
     pointXYZ ligne;
     ligne.nom = p.nom;
-    std::replace(ligne.nom.begin(), ligne.nom.end(), L' ', L'_');
+    const auto blanc = [](wchar_t c) { return c == L' ' || c == L'\t'; };
+    std::replace_if(ligne.nom.begin(), ligne.nom.end(), blanc, L'_');
     if (ligne.nom != p.nom) ++changes;
     ligne.x = p.x;
     ligne.y = p.y;
@@ -242,7 +243,7 @@ std::string texteLectures() {
   return texte;
 }
 
-bool ecrire(const demandeCarnet& demande, const std::wstring& detail, resultatCarnet& resultat) {
+bool ecrire(const demandeCarnet& demande, const std::string& detail, resultatCarnet& resultat) {
   const auto remplacer = [&resultat](const std::filesystem::path& fichier, const std::string& contenu) {
     std::string raison;
     if (base::remplacerFichier(fichier, contenu, &raison)) return true;
@@ -251,7 +252,7 @@ bool ecrire(const demandeCarnet& demande, const std::wstring& detail, resultatCa
   };
   return (demande.canevas.empty() || remplacer(demande.canevas, texteCanevas(resultat))) &&
          (demande.lectures.empty() || remplacer(demande.lectures, texteLectures())) &&
-         (demande.detail.empty() || remplacer(demande.detail, base::narrow(detail)));
+         (demande.detail.empty() || remplacer(demande.detail, detail));
 }
 
 bool placer(const demandeCarnet& demande, resultatCarnet& resultat) {
@@ -276,7 +277,7 @@ bool placer(const demandeCarnet& demande, resultatCarnet& resultat) {
 }
 
 bool executer(const demandeCarnet& demande, resultatCarnet& resultat) {
-  std::wstring detail;
+  std::string detail;
   if (!lire(demande, resultat, detail)) return false;
   Canevas(resultat).rassembler();
   remarquerDoubles(resultat);

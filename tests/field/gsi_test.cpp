@@ -20,11 +20,10 @@ constexpr const char* kCas = "field/cases/gsi.txt";
 std::string texteDe(const ligneGSI& mots) {
   std::string texte;
   for (const motGSI& mot : mots) {
-    std::wstring valeur;
+    std::string valeur;
     base::ajouterFixe(valeur, mot.valeur, 5);
-    texte +=
-        (texte.empty() ? "" : " ") + std::to_string(mot.indexMot) +
-        (mot.genre == motGSI::kNumerique ? "=" + base::toUtf8(valeur) : "[" + std::string(mot.texte) + "]");
+    texte += (texte.empty() ? "" : " ") + std::to_string(mot.indexMot) +
+             (mot.genre == motGSI::kNumerique ? "=" + valeur : "[" + std::string(mot.texte) + "]");
   }
   return texte;
 }
@@ -154,10 +153,10 @@ protected:
   /// Reads lines, each ended by LF. @return their text
   static std::string lire(const std::string& octets) {
     analyseGSI analyse;
-    std::wstring detail;
+    std::string detail;
     const carnetGSI carnet = lireCarnet(octets);
-    for (std::size_t i = 0; i < carnet.nombreLignes(); ++i) analyse.lire(carnet.ligne(i), detail, L"/");
-    return base::toUtf8(detail);
+    for (std::size_t i = 0; i < carnet.nombreLignes(); ++i) analyse.lire(carnet.ligne(i), detail, "/");
+    return detail;
   }
   tableObsRayonnees& table = getTableObsRayonnees();
 };

@@ -43,10 +43,10 @@ void fuzz(std::string_view bytes) {
   const carnetGSI book = lireCarnet(bytes);
   analyseGSI analysis;
   controleGSI check;
-  std::wstring dump;
+  std::string dump;
   for (std::size_t i = 0; i < book.nombreLignes(); ++i) {
     const std::string_view line = book.ligne(i);
-    const bool clean = analysis.lire(line, dump, L"\n") == 1;
+    const bool clean = analysis.lire(line, dump, "\n") == 1;
     checkWords(line, analysis.mots());
     check.voir(static_cast<int>(i) + 1, line, analysis.mots(), clean);
     std::wstring info;

@@ -109,10 +109,10 @@ std::string lirePaires(const std::string& octets) {
 
 std::string lireCarnetGsi(const std::string& octets) {
   analyseGSI analyse;
-  std::wstring detail;
+  std::string detail;
   const carnetGSI carnet = lireCarnet(octets);
-  for (std::size_t i = 0; i < carnet.nombreLignes(); ++i) analyse.lire(carnet.ligne(i), detail, L", ");
-  return liste({base::toUtf8(base::trim(detail, L", "))}, carnet.remarques);
+  for (std::size_t i = 0; i < carnet.nombreLignes(); ++i) analyse.lire(carnet.ligne(i), detail, ", ");
+  return liste({base::toUtf8(base::widen(base::trim(detail, ", ")))}, carnet.remarques);
 }
 
 /// UTF-16 with its mark.

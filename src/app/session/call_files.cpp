@@ -23,13 +23,14 @@ constexpr Ending kEndings[] = {
     {L"html", FileKind::kReport}, {L"doc", FileKind::kReport},  {L"txt", FileKind::kText},
     {L"xyz", FileKind::kText},    {L"csv", FileKind::kText},    {L"asc", FileKind::kText},
     {L"obs", FileKind::kOther},   {L"mc", FileKind::kOther},    {L"fmc", FileKind::kOther},
-    {L"lsp", FileKind::kOther},   {L"scr", FileKind::kOther},   {L"pdf", FileKind::kPlan},
-    {L"docx", FileKind::kOther},  {L"odt", FileKind::kOther},   {L"rtf", FileKind::kOther},
-    {L"xls", FileKind::kOther},   {L"xlsx", FileKind::kOther},  {L"ods", FileKind::kOther},
-    {L"xml", FileKind::kOther},   {L"json", FileKind::kOther},  {L"zip", FileKind::kOther},
-    {L"png", FileKind::kPlan},    {L"jpg", FileKind::kOther},   {L"jpeg", FileKind::kOther},
-    {L"tif", FileKind::kOther},   {L"svg", FileKind::kPlan},    {L"shp", FileKind::kOther},
-    {L"dgn", FileKind::kOther},   {L"dwt", FileKind::kOther},   {L"bak", FileKind::kOther},
+    {L"gsi", FileKind::kOther},   {L"lsp", FileKind::kOther},   {L"scr", FileKind::kOther},
+    {L"pdf", FileKind::kPlan},    {L"docx", FileKind::kOther},  {L"odt", FileKind::kOther},
+    {L"rtf", FileKind::kOther},   {L"xls", FileKind::kOther},   {L"xlsx", FileKind::kOther},
+    {L"ods", FileKind::kOther},   {L"xml", FileKind::kOther},   {L"json", FileKind::kOther},
+    {L"zip", FileKind::kOther},   {L"png", FileKind::kPlan},    {L"jpg", FileKind::kOther},
+    {L"jpeg", FileKind::kOther},  {L"tif", FileKind::kOther},   {L"svg", FileKind::kPlan},
+    {L"shp", FileKind::kOther},   {L"dgn", FileKind::kOther},   {L"dwt", FileKind::kOther},
+    {L"bak", FileKind::kOther},
 };
 
 const char* described(FileKind kind) {

@@ -15,9 +15,9 @@ namespace {
 constexpr const wchar_t* kFiltreGsi = L"Leica GSI|*.gsi|Sans extension|*.|Tous|*.*|Text|*.TXT||";
 
 std::wstring nombre(double valeur, bool connu, int decimales) {
-  std::wstring texte;
+  std::string texte;
   if (connu) base::ajouterFixe(texte, valeur, decimales);
-  return texte;
+  return base::widen(texte);
 }
 
 void ajouterCellules(const std::vector<std::wstring>& cellules, std::wstring& texte) {
@@ -61,11 +61,11 @@ void DlgCalcImportGSI::choisirFichier() {
 
 void DlgCalcImportGSI::analyser() {
   getTableObsRayonnees().viderTable();
-  m_detail.clear();
+  std::string detail;
   analyseGSI lecteur;
-  analyseGSI::preparer(m_carnet, m_detail);
-  for (std::size_t i = 0; i < m_carnet.nombreLignes(); ++i)
-    lecteur.lire(m_carnet.ligne(i), m_detail, L"\r\n");
+  analyseGSI::preparer(m_carnet, detail);
+  for (std::size_t i = 0; i < m_carnet.nombreLignes(); ++i) lecteur.lire(m_carnet.ligne(i), detail, "\r\n");
+  m_detail = base::widen(detail);
   montrerCanevas();
   montrerLectures();
 }
@@ -73,7 +73,7 @@ void DlgCalcImportGSI::analyser() {
 void DlgCalcImportGSI::montrerCanevas() {
   constexpr int kDecimales = 4;
   canevas.clear();
-  const tableObsRayonnees& table = getTableObsRayonnees();
+  tableObsRayonnees& table = getTableObsRayonnees();
   std::vector<nomGSI> noms;
   table.nomsCanevasListe(noms);
   donneesLecture d;

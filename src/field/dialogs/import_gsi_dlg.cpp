@@ -1,5 +1,6 @@
 #include "field/dialogs/import_gsi_dlg.h"
 
+#include "base/text.h"
 #include "field/dialogs/calc_import_gsi_dlg.h"
 
 namespace veltora {
@@ -31,13 +32,13 @@ void ImportGSI::analyserLignes() {
   const auto lignes = static_cast<long long>(m_carnet.nombreLignes());
   progression.setRange(0, lignes - 1);
   analyseGSI lecteur;
-  std::wstring texte;
+  std::string texte;
   analyseGSI::preparer(m_carnet, texte);
   for (long long i = 0; i < lignes; ++i) {
     progression.setPosition(i);
-    lecteur.lire(m_carnet.ligne(static_cast<std::size_t>(i)), texte, L"\n");
+    lecteur.lire(m_carnet.ligne(static_cast<std::size_t>(i)), texte, "\n");
   }
-  analyse.setText(texte);
+  analyse.setText(base::widen(texte));
 }
 
 }  // namespace veltora
