@@ -8,6 +8,7 @@
 #include "arx/db/dbtext.h"
 #include "base/files.h"
 #include "base/format.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "stakeout/listes_plan.h"
 #include "support/projet_essai.h"
@@ -175,19 +176,19 @@ TEST_F(Plan, everyLineLeadsBackToItsPoint) {
     std::vector<std::string> champs;
     std::istringstream ligneLue(l);
     while (std::getline(ligneLue, mot, '\t')) champs.push_back(mot);
-    if (l.starts_with("Station :")) s = {std::stod(champs[3]), std::stod(champs[5])};
+    if (l.starts_with("Station :")) s = {base::lireReel(champs[3]), base::lireReel(champs[5])};
     if (l.starts_with("Station de")) {
-      const AcGePoint2d r(std::stod(champs[1]), std::stod(champs[3]));
-      gis = std::stod(champs[5]) * std::numbers::pi / 200.0;
+      const AcGePoint2d r(base::lireReel(champs[1]), base::lireReel(champs[3]));
+      gis = base::lireReel(champs[5]) * std::numbers::pi / 200.0;
       const double d = s.distanceTo(r);
       EXPECT_LT(r.distanceTo(s + AcGeVector2d(std::sin(gis), std::cos(gis)) * d), 4e-4);
     }
     if (champs.size() != 5 || champs[0] == "Numero" || l.starts_with("Station") || l.starts_with("Impl"))
       continue;
-    const double g = gis + std::stod(champs[1]) * std::numbers::pi / 200.0;
-    const double d = std::stod(champs[2]);
+    const double g = gis + base::lireReel(champs[1]) * std::numbers::pi / 200.0;
+    const double d = base::lireReel(champs[2]);
     // Half the last digits of angle, bearing and distance: 1.6e-6 rad and 0.05 mm.
-    const AcGePoint2d p(std::stod(champs[3]), std::stod(champs[4]));
+    const AcGePoint2d p(base::lireReel(champs[3]), base::lireReel(champs[4]));
     EXPECT_LT(p.distanceTo(s + AcGeVector2d(std::sin(g), std::cos(g)) * d), 1.6e-6 * d + 2e-4) << l;
     ++relus;
   }
