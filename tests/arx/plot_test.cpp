@@ -114,6 +114,10 @@ TEST_F(PlotTest, WidthsFillTheirArea) {
   draw("LWPOLYLINE", "8 0|90 2|70 0|10 10|20 50|40 4|41 0|10 40|20 50");
   ASSERT_EQ(pen.fills.size(), 1U);
   EXPECT_NEAR(areaOf(pen.fills[0][0]), 60, 1e-9);
+  EXPECT_TRUE(pen.lines.empty());
+  draw("LWPOLYLINE", "8 0|90 3|70 0|10 10|20 50|40 4|41 0|10 40|20 50|10 90|20 50");
+  ASSERT_EQ(pen.lines.size(), 1U) << "a piece without width is a line";
+  EXPECT_NEAR(pen.lines[0].points[1].x, 90, 1e-9);
 }
 
 TEST_F(PlotTest, HatchesFillBetweenTheirRings) {

@@ -252,6 +252,10 @@ void AcPlDraw::wideCurve(std::span<const AcGeCurvePiece> pieces,
     Points points;
     addPiece(pieces[i], points);
     if (!isFinite(points)) continue;
+    if (!(std::max(widths[i].first, widths[i].second) > 0.0)) {
+      stroke(points, strokeOf(*now, true));
+      continue;
+    }
     const Points ring =
         acplClipRing(acplWiden(points, widths[i].first * scale, widths[i].second * scale), box);
     if (ring.size() > 2) rings.push_back(ring);
