@@ -28,11 +28,15 @@ with tempfile.TemporaryDirectory() as folder:
     commands = re.findall(r"^ {7}(\S.*)$", proposed, re.M)
     numbers = re.findall(r"^  (\d)\. ", proposed, re.M)
     report = re.search(r"\S+/rapport\.html$", proposed, re.M)
-    if numbers != ["1", "2", "3"] or len(commands) != 2 or not report or not pathlib.Path(report[0]).is_file():
-        sys.exit("the demo does not end with three things to try:\n" + output)
+    if numbers != ["1", "2", "3", "4"] or len(commands) != 3 or not report or not pathlib.Path(report[0]).is_file():
+        sys.exit("the demo does not end with four things to try:\n" + output)
     if "Station" not in head:
         sys.exit("no coordinates:\n" + output)
     if "CORRPOLFERMEE" not in run(commands[0].split(), environment, b"AIDE\nQUIT\n"):
         sys.exit("AIDE tells nothing")
     if ";" not in run(commands[1].split(), environment):
         sys.exit("no points in the drawing")
+    if "mm, au 1/" not in run(commands[2].split(), environment):
+        sys.exit("no paper and scale told")
+    if not (ROOT / commands[2].split()[-1]).read_bytes().startswith(b"%PDF"):
+        sys.exit("the plan is no PDF")
