@@ -109,6 +109,12 @@ private:
       m_resultat.remarques.douter(
           base::formater(L"%d points portent le nom « %s » : le dernier est pris (%.4f, %.4f)",
                          static_cast<int>(lieux.size()), nom, lieu.x, lieu.y));
+    for (const lieuNomme& autre : m_liste)
+      if (lieux.size() == 1 && cleNom(autre.nom) == cleNom(nom) &&
+          std::hypot(autre.x - lieu.x, autre.y - lieu.y) > kMemeLieu)
+        m_resultat.remarques.douter(base::formater(
+            L"le point « %s » est ailleurs dans la liste (%.4f, %.4f) : celui de la table est pris", nom,
+            autre.x, autre.y));
     trouve.nom = lieu.nom;
     trouve.x = lieu.x;
     trouve.y = lieu.y;
