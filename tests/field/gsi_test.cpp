@@ -47,7 +47,7 @@ TEST(MotsGsi, LinesAreCutIntoWordsOfTheirWidthAndUnit) {
     EXPECT_EQ(decoderLigneGSI(etat, cas[1], mots), cas.integer(2)) << cas;
     EXPECT_EQ(texteDe(mots), cas[3]) << cas;
   }
-  EXPECT_EQ(texteDe(decoder(std::string("110001+00000012 11\0001+00000013 ", 32))), "11[      12]")
+  EXPECT_EQ(texteDe(decoder(std::string("110001+00000012 11\0001+00000013 ", 30))), "11[      12]")
       << "a zero byte ends the line";
 }
 
