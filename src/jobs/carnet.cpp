@@ -1,5 +1,6 @@
 #include "jobs/carnet.h"
 
+#include "base/csv.h"
 #include "base/files.h"
 #include "base/format.h"
 #include "base/lines/decoded_text.h"
@@ -200,13 +201,6 @@ std::string texteCanevas(resultatCarnet& resultat) {
   return liste.contenu();
 }
 
-std::string champCsv(const std::string& texte) {
-  if (texte.find_first_of(";\"") == std::string::npos) return texte;
-  std::string cite = "\"";
-  for (const char c : texte) cite += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return cite + "\"";
-}
-
 /// The columns of the grid "Lectures", then what a sighting holds besides.
 std::string texteLectures() {
   struct Colonne {
@@ -233,7 +227,8 @@ std::string texteLectures() {
   texte += "\r\n";
   int rang = 0;
   for (const lectureGSI& lecture : getTableObsRayonnees().lectures) {
-    texte += std::to_string(rang++) + ";" + champCsv(base::trim(lecture.donnees.nom.texte()));
+    texte +=
+        std::to_string(rang++) + ";" + base::champCsv(std::string(base::trim(lecture.donnees.nom.texte())));
     for (const Colonne& c : kColonnes) {
       texte += ';';
       if (lecture.donnees.present[c.mesure]) texte += base::formater("%.5f", lecture.donnees.*c.valeur);

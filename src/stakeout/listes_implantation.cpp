@@ -1,11 +1,11 @@
 #include "stakeout/listes_implantation.h"
 
 #include "arx/db/dbmain.h"
-#include "arx/db/dbtable.h"
+#include "base/csv.h"
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/angles.h"
-#include "core/drawing_space.h"
+#include "core/drawing_table.h"
 #include "report/html_document.h"
 #include "report/html_text.h"
 #include "report/plume_rapport.h"
@@ -56,44 +56,28 @@ const wchar_t* motVerdict(const observationImplantation& point) {
   return L"";
 }
 
-std::unique_ptr<AcDbTable> table(const visees& liste, std::size_t debut, std::size_t fin, double hauteur) {
+/// The points of a list from one place to another. @return the height of the table placed, 0 when the drawing
+/// refuses it
+double poserTable(const visees& liste, std::size_t debut, std::size_t fin, double hauteur,
+                  const AcGePoint3d& coin) {
   constexpr double kColonneNom = 10.0;  // in text heights, likewise the next
   constexpr double kColonne = 16.0;
   constexpr double kLigne = 1.5;
-  const auto entetes = titres({L"PT", L"X", L"Y", L"Z", L"ANGLE", L"DISTANCE"}, liste.mise != nullptr);
-  const int colonnes = static_cast<int>(entetes.size());
-  const int lignes = static_cast<int>(fin - debut) + 1;
-  auto faite = std::make_unique<AcDbTable>();
-  faite->setSize(lignes, colonnes);
-  faite->suppressTitleRow(true);
-  faite->setTextStyle(acdbHostApplicationServices()->workingDatabase()->textstyle());
-  faite->setTextHeight(hauteur);
-  for (int i = 0; i < lignes; ++i) faite->setRowHeight(i, kLigne * hauteur);
-  for (int c = 0; c < colonnes; ++c) {
-    faite->setColumnWidth(c, (c == 0 ? kColonneNom : kColonne) * hauteur);
-    faite->setTextString(0, c, entetes[static_cast<std::size_t>(c)]);
-  }
-  for (int i = 1; i < lignes; ++i) {
-    const auto textes = cellules(liste.mise, *liste.points[debut + static_cast<std::size_t>(i) - 1]);
-    for (int c = 0; c < colonnes; ++c) {
-      faite->setTextString(i, c, textes[static_cast<std::size_t>(c)].substr(0, AcDbTable::kLongestText));
-      faite->setAlignment(i, c, c == 0 ? AcDb::kMiddleCenter : AcDb::kMiddleRight);
-    }
-  }
-  return faite;
-}
-
-/// @return the height of the table placed, 0 when the drawing refuses it
-double poser(std::unique_ptr<AcDbTable> table, const AcGePoint3d& coin) {
-  const double hauteur = table->height();
+  std::vector<TableColumn> colonnes;
+  for (const wchar_t* titre : titres({L"PT", L"X", L"Y", L"Z", L"ANGLE", L"DISTANCE"}, liste.mise != nullptr))
+    colonnes.push_back({titre, kColonne * hauteur});
+  colonnes[0].width = kColonneNom * hauteur;
+  colonnes[0].alignment = AcDb::kMiddleCenter;
+  std::vector<std::vector<std::wstring>> lignes;
+  for (std::size_t i = debut; i < fin; ++i) lignes.push_back(cellules(liste.mise, *liste.points[i]));
+  std::unique_ptr<AcDbTable> table =
+      textTable(*acdbHostApplicationServices()->workingDatabase(), colonnes, lignes.size(), hauteur,
+                kLigne * hauteur, [&](std::size_t ligne, std::size_t c) { return lignes[ligne][c]; });
+  if (!table) return 0.0;
+  const double prise = table->height();
   table->setPosition(coin);
   DrawingSpace espace(nullptr, DrawingSpace::kCurrent);
-  AcDbTable* const posee = espace.ready() ? espace.addOpen(std::move(table)) : nullptr;
-  if (!posee) return 0.0;
-  const bool montree = posee->recomputeTableBlock() == Acad::eOk;
-  if (!montree) posee->erase();
-  posee->close();
-  return montree ? hauteur : 0.0;
+  return addTable(espace, std::move(table)).isNull() ? 0.0 : prise;
 }
 
 }  // namespace
@@ -202,21 +186,15 @@ std::wstring texteImplantation(const projetImplantation& projet, int modeAngle) 
 }
 
 std::wstring csvImplantation(const projetImplantation& projet) {
-  const auto entreGuillemets = [](const std::wstring& mot) {
-    if (mot.find_first_of(L";\"\n") == std::wstring::npos) return mot;
-    std::wstring ecrit = L"\"";
-    for (const wchar_t c : mot) ecrit.append(c == L'"' ? 2 : 1, c);
-    return ecrit + L"\"";
-  };
   std::wstring texte = L"Station;Reference;Point;X;Y;Z;Angle_gr;Distance;Visibilite;Depassement\n";
   for (const visees& liste : viseesParStation(projet)) {
     for (const auto* point : liste.points) {
       const bool station = liste.mise != nullptr;
-      texte += entreGuillemets(station ? liste.mise->texteStation() : L"") + L";" +
-               entreGuillemets(station ? liste.mise->texteReference() : L"");
+      texte += base::champCsv(station ? liste.mise->texteStation() : std::wstring()) + L";" +
+               base::champCsv(station ? liste.mise->texteReference() : std::wstring());
       std::vector<std::wstring> champs = cellules(liste.mise, *point);
       champs.resize(6);
-      for (const std::wstring& champ : champs) texte += L";" + entreGuillemets(champ);
+      for (const std::wstring& champ : champs) texte += L";" + base::champCsv(champ);
       texte += L";" + std::wstring(motVerdict(*point)) + L";" +
                (point->visibiliteCalculee ? coteImplantation(point->hauteurRequise) : L"") + L"\n";
     }
@@ -240,7 +218,7 @@ int dessinerTables(const projetImplantation& projet, const AcGePoint3d& coin, do
     }
     for (std::size_t i = 0; i < liste.points.size(); i += kLignesTable) {
       const std::size_t fin = std::min(i + kLignesTable, liste.points.size());
-      const double prise = poser(table(liste, i, fin, hauteur), place);
+      const double prise = poserTable(liste, i, fin, hauteur, place);
       if (prise > 0.0) ++tables;
       place.y -= prise + kApres * hauteur;
     }

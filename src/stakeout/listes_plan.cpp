@@ -3,14 +3,14 @@
 #include "arx/db/dblines.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
-#include "arx/db/dbtable.h"
 #include "arx/db/dbtext.h"
+#include "base/csv.h"
 #include "base/files.h"
 #include "base/format.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/drawing_groups.h"
-#include "core/drawing_space.h"
+#include "core/drawing_table.h"
 #include "points/projets_topo.h"
 #include "report/html_document.h"
 #include "report/plume_rapport.h"
@@ -59,7 +59,7 @@ public:
                          L"Station de référence %s (X=%.4f Y=%.4f ) Gis=%.4f gr"));
     int tables = 0;
     for (std::size_t i = 0; i < liste.points.size(); i += kLignesTable)
-      if (placer(remplir(plan, liste, i, std::min(i + kLignesTable, liste.points.size())))) ++tables;
+      if (placer(plan, liste, i, std::min(i + kLignesTable, liste.points.size()))) ++tables;
     return tables;
   }
 
@@ -70,41 +70,23 @@ private:
     m_espace.add(std::make_unique<AcDbText>(
         m_place, texte.c_str(), acdbHostApplicationServices()->workingDatabase()->textstyle(), m_hauteur));
   }
-  std::unique_ptr<AcDbTable> remplir(const planImplantationAuto& plan, const viseesPlan& liste,
-                                     std::size_t debut, std::size_t fin) const {
-    const wchar_t* const titres[] = {L"Numero", L"Angle", L"Distance"};
-    const int lignes = static_cast<int>(fin - debut) + 1;
-    auto table = std::make_unique<AcDbTable>();
-    table->setSize(lignes, 3);
-    table->suppressTitleRow(true);
-    table->setTextStyle(acdbHostApplicationServices()->workingDatabase()->textstyle());
-    table->setTextHeight(m_hauteur);
-    for (int c = 0; c < 3; ++c) {
-      table->setColumnWidth(c, (c == 0 ? kColonneNom : kColonne) * m_hauteur);
-      table->setTextString(0, c, titres[c]);
-    }
-    table->setRowHeight(0, kLigne * m_hauteur);
-    for (int i = 1; i < lignes; ++i) {
-      const int rang = liste.points[debut + static_cast<std::size_t>(i) - 1];
-      table->setRowHeight(i, kLigne * m_hauteur);
-      table->setTextString(i, 0, plan.nom(rang).substr(0, AcDbTable::kLongestText));
-      table->setTextString(i, 1, base::formater(L"%.4f", liste.angleVers(plan, rang)));
-      table->setTextString(i, 2, base::formater(L"%.4f", liste.distanceVers(plan, rang)));
-      for (int c = 0; c < 3; ++c)
-        table->setAlignment(i, c, c == 0 ? AcDb::kMiddleCenter : AcDb::kMiddleRight);
-    }
-    return table;
-  }
-  bool placer(std::unique_ptr<AcDbTable> table) {
+  bool placer(const planImplantationAuto& plan, const viseesPlan& liste, std::size_t debut, std::size_t fin) {
+    const std::vector<TableColumn> colonnes = {{L"Numero", kColonneNom * m_hauteur, AcDb::kMiddleCenter},
+                                               {L"Angle", kColonne * m_hauteur},
+                                               {L"Distance", kColonne * m_hauteur}};
+    std::unique_ptr<AcDbTable> table =
+        textTable(*acdbHostApplicationServices()->workingDatabase(), colonnes, fin - debut, m_hauteur,
+                  kLigne * m_hauteur, [&](std::size_t ligne, std::size_t c) -> std::wstring {
+                    const int rang = liste.points[debut + ligne];
+                    if (c == 0) return plan.nom(rang);
+                    return base::formater(
+                        L"%.4f", c == 1 ? liste.angleVers(plan, rang) : liste.distanceVers(plan, rang));
+                  });
+    if (!table) return false;
     m_place.y -= 0.5 * m_hauteur;
     table->setPosition(m_place);
     m_place.y -= table->height() + kLigne * m_hauteur;
-    AcDbTable* const posee = m_espace.addOpen(std::move(table));
-    if (!posee) return false;
-    const bool montree = posee->recomputeTableBlock() == Acad::eOk;
-    if (!montree) posee->erase();
-    posee->close();
-    return montree;
+    return !addTable(m_espace, std::move(table)).isNull();
   }
 
   static constexpr double kColonneNom = 10.0;  // in text heights, likewise the next
@@ -231,16 +213,12 @@ void rapportPlan(const planImplantationAuto& plan, htmlDocument& document) {
 }
 
 std::wstring csvPlan(const planImplantationAuto& plan) {
-  const auto champ = [](std::wstring mot) {
-    std::replace(mot.begin(), mot.end(), L';', L',');  // names hold no other mark of columns
-    return mot;
-  };
   std::wstring texte = L"Station;Reference;Point;X;Y;Angle_gr;Distance\n";
   for (const viseesPlan& liste : viseesDuPlan(plan))
     for (const int rang : liste.points)
-      texte += base::formater(L"%s;%s;%s;%.4f;%.4f;%.4f;%.4f\n", champ(nomDe(liste.station)),
-                              liste.reference < 0 ? std::wstring() : champ(nomDe(liste.reference)),
-                              champ(plan.nom(rang)), plan.point(rang).x, plan.point(rang).y,
+      texte += base::formater(L"%s;%s;%s;%.4f;%.4f;%.4f;%.4f\n", base::champCsv(nomDe(liste.station)),
+                              liste.reference < 0 ? std::wstring() : base::champCsv(nomDe(liste.reference)),
+                              base::champCsv<wchar_t>(plan.nom(rang)), plan.point(rang).x, plan.point(rang).y,
                               liste.angleVers(plan, rang), liste.distanceVers(plan, rang));
   return texte;
 }

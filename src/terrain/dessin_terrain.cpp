@@ -3,14 +3,13 @@
 #include "arx/db/dblines.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
-#include "arx/db/dbtable.h"
 #include "arx/db/dbtext.h"
 #include "base/format.h"
 #include "base/suivi.h"
 #include "core/drawing_groups.h"
 #include "core/drawing_layers.h"
 #include "core/drawing_records.h"
-#include "core/drawing_space.h"
+#include "core/drawing_table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -72,12 +71,7 @@ public:
   /// Leaves the table out of the group: it is one thing by itself.
   bool table(std::unique_ptr<AcDbTable> table) {
     table->setLayer(m_calque);
-    AcDbTable* const posee = m_espace.addOpen(std::move(table));
-    if (!posee) return false;
-    const bool montree = posee->recomputeTableBlock() == Acad::eOk;
-    if (!montree) posee->erase();
-    posee->close();
-    return montree;
+    return !addTable(m_espace, std::move(table)).isNull();
   }
   [[nodiscard]] const std::vector<AcDbObjectId>& poses() const { return m_poses; }
 
@@ -107,33 +101,21 @@ std::unique_ptr<AcDbPolyline> polyligne(const Courbe& courbe) {
   return ligne;
 }
 
-std::unique_ptr<AcDbTable> tableDuProfil(const Profil& profil, const AspectProfil& aspect,
-                                         AcDbObjectId style) {
-  auto table = std::make_unique<AcDbTable>();
-  const int lignes = static_cast<int>(nombreDePlaces(profil)) + 1;
-  static constexpr const wchar_t* kTitres[] = {L"Distance", L"X", L"Y", L"Z"};
-  if (table->setSize(lignes, 4) != Acad::eOk) return nullptr;
+std::unique_ptr<AcDbTable> tableDuProfil(AcDbDatabase& dessin, const Profil& profil,
+                                         const AspectProfil& aspect) {
   const double h = aspect.hauteurTexte;
-  table->suppressTitleRow(true);
-  table->setPosition(aspect.coin - AcGeVector3d(0.0, kEcart * h, 0.0));
-  table->setTextStyle(style);
-  table->setTextHeight(h);
-  for (int ligne = 0; ligne < lignes; ++ligne) table->setRowHeight(ligne, h * kInterligne);
-  for (int c = 0; c < 4; ++c) {
-    table->setColumnWidth(c, h * kColonne);
-    table->setTextString(0, c, kTitres[c]);
-  }
-  int ligne = 1;
-  for (const std::vector<SommetProfil>& troncon : profil) {
-    for (const SommetProfil& s : troncon) {
-      const double valeurs[] = {s.distance, s.point.x, s.point.y, s.point.z};
-      for (int c = 0; c < 4; ++c) {
-        table->setTextString(ligne, c, base::formater(L"%.3f", valeurs[c]));
-        table->setAlignment(ligne, c, AcDb::kMiddleRight);
-      }
-      ++ligne;
-    }
-  }
+  std::vector<TableColumn> colonnes;
+  for (const wchar_t* titre : {L"Distance", L"X", L"Y", L"Z"}) colonnes.push_back({titre, h * kColonne});
+  std::vector<const SommetProfil*> sommets;
+  for (const std::vector<SommetProfil>& troncon : profil)
+    for (const SommetProfil& s : troncon) sommets.push_back(&s);
+  std::unique_ptr<AcDbTable> table =
+      textTable(dessin, colonnes, sommets.size(), h, h * kInterligne, [&](std::size_t ligne, std::size_t c) {
+        const SommetProfil& s = *sommets[ligne];
+        const double valeurs[] = {s.distance, s.point.x, s.point.y, s.point.z};
+        return base::formater(L"%.3f", valeurs[c]);
+      });
+  if (table) table->setPosition(aspect.coin - AcGeVector3d(0.0, kEcart * h, 0.0));
   return table;
 }
 
@@ -195,7 +177,7 @@ bool dessinerProfil(AcDbDatabase& dessin, const Profil& profil, const AspectProf
   if (!calques(dessin, {{kCalqueProfil, kNoir}}, ids, erreur)) return false;
   Crayon crayon(dessin, ids[0]);
   if (!crayon.pret(erreur)) return false;
-  std::unique_ptr<AcDbTable> table = tableDuProfil(profil, aspect, dessin.textstyle());
+  std::unique_ptr<AcDbTable> table = tableDuProfil(dessin, profil, aspect);
   if (!table || !crayon.table(std::move(table))) {
     erreur = L"le profil a trop de points pour un tableau";
     return false;

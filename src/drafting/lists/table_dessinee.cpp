@@ -9,13 +9,12 @@
 #include "arx/db/dblines.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
-#include "arx/db/dbtable.h"
 #include "arx/db/dbtext.h"
 #include "base/format.h"
 #include "base/suivi.h"
 #include "base/text.h"
 #include "codes/table_codification.h"
-#include "core/drawing_space.h"
+#include "core/drawing_table.h"
 #include "core/valider_nombre.h"
 
 #include <algorithm>
@@ -176,34 +175,22 @@ AcDbObjectId placerTableXYZ(const paramsTableXYZ& params, const std::vector<poin
   if (!db || points.empty() || params.aucuneColonne()) return {};
   std::vector<colonneTable> colonnes = colonnesDe(params, points, codes);
   mesurer(colonnes, crayon(*db, params.hauteur));
-  auto table = std::make_unique<AcDbTable>();
-  if (points.size() >= AcDbTable::kMostRows) return {};
-  const int lignes = static_cast<int>(points.size()) + 1;
-  if (table->setSize(lignes, static_cast<int>(colonnes.size())) != Acad::eOk) return {};
-  table->suppressTitleRow(true);
+  std::vector<TableColumn> entetes;
+  // The margins of its cells belong to a column of a table.
+  for (const colonneTable& colonne : colonnes)
+    entetes.push_back({colonne.titre, std::max(colonne.largeur, params.hauteur) * kLargeurColonne +
+                                          kMarges * params.hauteur});
+  std::unique_ptr<AcDbTable> table =
+      textTable(*db, entetes, points.size(), params.hauteur, params.hauteur * kInterligne,
+                [&](std::size_t ligne, std::size_t c) { return colonnes[c].textes[ligne]; });
+  if (!table) return {};
   table->setPosition(coin);
-  table->setTextStyle(db->textstyle());
-  table->setTextHeight(params.hauteur);
-  for (int ligne = 0; ligne < lignes; ++ligne) table->setRowHeight(ligne, params.hauteur * kInterligne);
-  for (int c = 0; c < static_cast<int>(colonnes.size()); ++c) {
-    const colonneTable& colonne = colonnes[static_cast<std::size_t>(c)];
-    // The margins of its cells belong to a column of a table.
-    table->setColumnWidth(
-        c, std::max(colonne.largeur, params.hauteur) * kLargeurColonne + kMarges * params.hauteur);
-    table->setTextString(0, c, colonne.titre);
-    for (int ligne = 1; ligne < lignes; ++ligne) {
-      const std::wstring& texte = colonne.textes[static_cast<std::size_t>(ligne - 1)];
-      table->setTextString(ligne, c, texte.substr(0, AcDbTable::kLongestText));
-      table->setAlignment(ligne, c, validerNombre(texte) ? AcDb::kMiddleRight : AcDb::kMiddleLeft);
-    }
-  }
+  for (std::size_t c = 0; c < colonnes.size(); ++c)
+    for (std::size_t ligne = 0; ligne < points.size(); ++ligne)
+      if (!validerNombre(colonnes[c].textes[ligne]))
+        table->setAlignment(static_cast<int>(ligne) + 1, static_cast<int>(c), AcDb::kMiddleLeft);
   DrawingSpace espace(db, DrawingSpace::kCurrent);
-  AcDbTable* const posee = espace.ready() ? espace.addOpen(std::move(table)) : nullptr;
-  if (!posee) return {};
-  const bool montree = posee->recomputeTableBlock() == Acad::eOk;
-  if (!montree) posee->erase();
-  posee->close();
-  return montree ? posee->objectId() : AcDbObjectId();
+  return addTable(espace, std::move(table));
 }
 
 }  // namespace veltora

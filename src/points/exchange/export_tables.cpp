@@ -1,5 +1,6 @@
 #include "points/exchange/export_tables.h"
 
+#include "base/csv.h"
 #include "base/format.h"
 #include "base/text.h"
 #include "points/infos_topo.h"
@@ -27,13 +28,6 @@ ligneTable ligneDe(const pointDuDessin& point, formatTables format) {
           coordonnee(point.z, format), base::formater(L"%d", point.code)};
 }
 
-std::wstring champCsv(const std::wstring& texte) {
-  if (texte.find_first_of(L";\"\r\n") == std::wstring::npos) return texte;
-  std::wstring sortie = L"\"";
-  for (const wchar_t lettre : texte) sortie.append(lettre == L'"' ? 2 : 1, lettre);
-  return sortie + L'"';
-}
-
 /// The sheet of all tables. The column of observations stands there when a point shows one.
 std::wstring csv(const projetsTopo& projets) {
   std::vector<std::wstring> observations;
@@ -47,11 +41,12 @@ std::wstring csv(const projetsTopo& projets) {
   for (int i = 0; i < projets.tablesListe.GetSize(); ++i) {
     const listePointsDuDessin& table = *projets.tablesListe.GetAt(i);
     const std::wstring debut =
-        champCsv(table.getNomTable()) + (i == projets.tableCourante ? L";oui" : L";non");
+        base::champCsv(table.getNomTable()) + (i == projets.tableCourante ? L";oui" : L";non");
     for (const pointDuDessin& point : *table.getData()) {
       sortie += debut;
-      for (const std::wstring& champ : ligneDe(point, formatTables::kCsv)) sortie += L';' + champCsv(champ);
-      if (montrees) sortie += L';' + champCsv(*observation);
+      for (const std::wstring& champ : ligneDe(point, formatTables::kCsv))
+        sortie += L';' + base::champCsv(champ);
+      if (montrees) sortie += L';' + base::champCsv(*observation);
       ++observation;
       sortie += L'\n';
     }
