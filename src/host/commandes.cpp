@@ -7,6 +7,7 @@
 #include "arx/ed/edhelp.h"
 #include "arx/rx/rxdict.h"
 #include "base/text.h"
+#include "calc/dialogs/compenser_dlg.h"
 #include "calc/dialogs/fermee_dlg.h"
 #include "calc/dialogs/moindres_carres_dlg.h"
 #include "calc/dialogs/ouverte_dlg.h"
@@ -45,6 +46,7 @@ struct commande {
 void corrPolFermee() { corrPolygoDLG().doModal(); }
 void corrPolOuverte() { corrPolygoOuverteDLG().doModal(); }
 void corrMCarres() { CDlgMoindresCarres().doModal(); }
+void compenserReseauDlg() { DlgCompenser().doModal(); }
 void importGsi() { ImportGSI().doModal(); }
 
 void rect3Pt() { rectorienteJig().dessiner(); }
@@ -94,7 +96,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void duTerrain();
 
-constexpr std::array<commande, 22> kCommandes{{
+constexpr std::array<commande, 23> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -113,6 +115,10 @@ constexpr std::array<commande, 22> kCommandes{{
      corrPolOuverte,
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
+    {L"COMPENSER",
+     ACRX_CMD_MODAL,
+     compenserReseauDlg,
+     {L"Calculs", L"Réseau compensé avec des poids : précision, tests, ellipses (.mc, .gkf)"}},
     {L"IMPORTGSI",
      ACRX_CMD_MODAL,
      importGsi,

@@ -1,6 +1,7 @@
 #include "jobs/reseau.h"
 
 #include "app/jobs/reseau.h"
+#include "app/jobs/reseau_pondere.h"
 #include "app/session/call_files.h"
 #include "app/session/doubts.h"
 #include "app/session/output.h"
@@ -65,9 +66,13 @@ struct Options {
   std::string drawing;
   std::string output;
   bool despiteDoubts = false;
+  WeightedOptions weighted;
 };
 
-int run(const Options& options) {
+int run(Options& options) {
+  if (options.weighted.wanted())
+    return runWeighted(options.weighted, options.file, options.drawing, options.output,
+                       options.despiteDoubts);
   LinesSource none("", {});
   Program program(none);
   demandeReseau job;
@@ -115,10 +120,15 @@ Run declareReseau(CLI::App& sub) {
           ->type_name("DESSIN");
   drawing->needs(output);
   addDoubtOption(sub, options->despiteDoubts)->needs(output);
+  addWeightedOptions(sub, options->weighted);
   declareFiles(sub)
       .reads(options->file)
       .reads(options->drawing, FileKind::kDrawing)
+      .reads(options->weighted.formulas)
       .writes(options->log, FileKind::kText)
+      .writes(options->weighted.json, FileKind::kOther)
+      .writes(options->weighted.report, FileKind::kReport)
+      .writes(options->weighted.plan, FileKind::kPlan)
       .writes(options->output, FileKind::kDrawing);
   return [options] { return run(*options); };
 }

@@ -22,6 +22,7 @@ public:
   explicit lecteurMc(reseauMoindresCarres& reseau) : m_reseau(reseau) {}
   void lire(const base::LineReader& lignes);
   [[nodiscard]] const base::Remarques& remarques() const { return m_remarques; }
+  [[nodiscard]] lignesMc& lignes() { return m_lignes; }
 
 private:
   enum class Section { kPoints, kObservations };
@@ -44,6 +45,7 @@ private:
 
   reseauMoindresCarres& m_reseau;
   base::Remarques m_remarques;
+  lignesMc m_lignes;
   std::unordered_map<std::wstring, int> m_index;
   Section m_section = Section::kPoints;
   int m_modeAngle = 0;
@@ -132,6 +134,7 @@ void lecteurMc::lirePoint(const Jetons& jetons, const std::wstring& ligne) {
   const auto [entree, nouveau] = m_index.try_emplace(base::toLower(point.nom), m_reseau.points.GetSize());
   if (!nouveau) remarquer(L"le point « %s » figure déjà plus haut, c'est ce premier qui sert", point.nom);
   m_reseau.points.Add(point);
+  m_lignes.points.push_back(m_numero);
 }
 
 int lecteurMc::indexDe(const std::wstring& nom) {
@@ -142,6 +145,7 @@ int lecteurMc::indexDe(const std::wstring& nom) {
     pointACalculer point;
     point.nom = propre;
     m_reseau.points.Add(point);
+    m_lignes.points.push_back(0);
     m_index.try_emplace(base::toLower(propre), entree->second);
   }
   return entree->second;
@@ -156,6 +160,7 @@ void lecteurMc::ajouter(signed char type, double mesure, double poids, int stati
   o.reference = reference;
   o.vise = vise;
   m_reseau.observations.Add(o);
+  m_lignes.observations.push_back(m_numero);
 }
 
 void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne) {
@@ -191,15 +196,17 @@ void lecteurMc::lireObservation(const Jetons& jetons, const std::wstring& ligne)
 
 }  // namespace
 
-bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, base::Remarques* remarques) {
+bool lireMc(std::string_view octets, reseauMoindresCarres& reseau, base::Remarques* remarques,
+            lignesMc* lignes) {
   reseau.points.RemoveAll();
   reseau.observations.RemoveAll();
   reseau.utilisable.RemoveAll();
   reseau.equivalentes.clear();
   reseau.anglesParUnite = {};
   lecteurMc lecteur(reseau);
-  base::LineReader lignes(octets, kLongueurLigneObs);
-  while (lignes.next()) lecteur.lire(lignes);
+  base::LineReader lecture(octets, kLongueurLigneObs);
+  while (lecture.next()) lecteur.lire(lecture);
+  if (lignes) *lignes = std::move(lecteur.lignes());
   if (remarques) remarques->ajouter(lecteur.remarques());
   return !reseau.points.empty() && !reseau.observations.empty();
 }

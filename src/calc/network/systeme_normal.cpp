@@ -1,6 +1,7 @@
 #include "calc/network/systeme_normal.h"
 
 #include "base/format.h"
+#include "calc/network/inverse_creuse.h"
 
 #include <jama/jama_qr.h>
 #include <tnt/tnt_array1d.h>
@@ -16,9 +17,6 @@ namespace {
 // A pivot of the sparse factorisation counts as positive when it keeps this share of its diagonal element.
 constexpr double kPivotMinimal = 1e-10;
 
-using MatriceCreuse = Eigen::SparseMatrix<double>;
-using Facteurs = Eigen::SimplicialLDLT<MatriceCreuse, Eigen::Lower>;
-
 bool positifs(const Facteurs& facteurs, const MatriceCreuse& N) {
   if (facteurs.info() != Eigen::Success) return false;
   const Eigen::VectorXd diagonale = facteurs.permutationP() * N.diagonal();
@@ -28,49 +26,6 @@ bool positifs(const Facteurs& facteurs, const MatriceCreuse& N) {
   }
   return true;
 }
-
-/// The elements of the inverse of L D L^T that stand where L has some, and its diagonal, column by column
-/// from the last: Z = D^-1 + (I - L^T) Z, of which each element needs only elements behind it within the same
-/// pattern (Takahashi, Fagan and Chin 1973, Formation of a sparse bus impedance matrix).
-class InverseCreuse {
-public:
-  explicit InverseCreuse(const Facteurs& facteurs)
-      : m_Z(facteurs.matrixL().nestedExpression()), m_diagonale(m_Z.cols()) {
-    const MatriceCreuse L = m_Z;
-    const Eigen::VectorXd D = facteurs.vectorD();
-    Eigen::VectorXd l = Eigen::VectorXd::Zero(m_Z.cols());
-    Eigen::VectorXd somme = l;
-    for (Eigen::Index j = m_Z.cols() - 1; j >= 0; --j) {
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) l[e.row()] = e.value();
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) ajouterColonne(e.row(), l, somme);
-      m_diagonale[j] = 1.0 / D[j];
-      for (MatriceCreuse::InnerIterator e(m_Z, j); e; ++e) {
-        m_diagonale[j] += l[e.row()] * somme[e.row()];
-        e.valueRef() = -somme[e.row()];
-      }
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) {
-        l[e.row()] = 0.0;
-        for (MatriceCreuse::InnerIterator z(m_Z, e.row()); z; ++z) somme[z.row()] = 0.0;
-        somme[e.row()] = 0.0;
-      }
-    }
-  }
-  [[nodiscard]] double operator()(Eigen::Index i, Eigen::Index j) const {
-    return i == j ? m_diagonale[i] : m_Z.coeff(std::max(i, j), std::min(i, j));
-  }
-
-private:
-  /// somme += Z l, as far as column k of Z (both halves of the matrix) has part in it.
-  void ajouterColonne(Eigen::Index k, const Eigen::VectorXd& l, Eigen::VectorXd& somme) const {
-    somme[k] += m_diagonale[k] * l[k];
-    for (MatriceCreuse::InnerIterator e(m_Z, k); e; ++e) {
-      somme[e.row()] += e.value() * l[k];
-      somme[k] += e.value() * l[e.row()];
-    }
-  }
-  MatriceCreuse m_Z;
-  Eigen::VectorXd m_diagonale;
-};
 
 }  // namespace
 

@@ -1,0 +1,198 @@
+#include "calc/adjustment/reseau_compense.h"
+
+#include "base/format.h"
+#include "base/text.h"
+#include "calc/adjustment/causes_ponderees.h"
+#include "calc/adjustment/depart_pondere.h"
+#include "calc/adjustment/lecture_mc.h"
+#include "calc/adjustment/lois.h"
+#include "calc/adjustment/mouvements.h"
+#include "calc/adjustment/systeme_pondere.h"
+#include "calc/network/donnees_reseau.h"
+
+#include <Eigen/Dense>
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+namespace veltora {
+namespace {
+
+constexpr std::size_t kSuspectesMax = 5;
+constexpr double kFlottement = 0.1;  // of its sides' mean length: a standard deviation that is no precision
+
+std::wstring direFlottement(const reseauCompense& r) {
+  std::wstring texte = L"le réseau flotte, les points donnés ou libres ne tiennent pas :";
+  for (const std::wstring& partie :
+       direMouvements(r.reseau, r.systeme->colonnes(), r.systeme->mouvementsSansDatum()))
+    texte += L"\n  " + partie;
+  return texte + L"\nDonner des points connus, un gisement ou une distance, ou marquer des points « libre »";
+}
+
+/// The measures of a plan take the values that the coordinates give.
+void prevoirMesures(reseauPondere& reseau) {
+  for (mesurePonderee& m : reseau.mesures)
+    if (!m.ecarte) m.valeur = reseau.valeurCalculee(m);
+}
+
+std::wstring verifierMesurees(reseauPondere& reseau) {
+  for (const mesurePonderee& m : reseau.mesures)
+    if (m.prevue)
+      return base::formater(L"ligne %d : « ? » à la place d'une mesure ne sert qu'à prévoir (--prevoir) : %s",
+                            m.ligne, reseau.nommer(m));
+  return {};
+}
+
+void chercherPaires(const choixPonderes& choix, reseauCompense& r) {
+  std::set<std::pair<int, int>> vues;
+  const auto calcule = [&](int i) { return r.points[static_cast<std::size_t>(i)].calculePlan; };
+  for (const mesurePonderee& m : r.reseau.mesures) {
+    if (m.ecarte || m.genre > genreMesure::distance || !calcule(m.station) || !calcule(m.vise)) continue;
+    const auto paire = std::minmax(m.station, m.vise);
+    if (vues.insert(paire).second)
+      r.paires.push_back(
+          {paire.first, paire.second, ellipseRelative(*r.systeme, paire.first, paire.second, false), true});
+  }
+  for (const auto& [nomA, nomB] : choix.paires) {
+    const int a = r.reseau.chercher(nomA);
+    const int b = r.reseau.chercher(nomB);
+    if (a < 0 || b < 0 || a == b) {
+      r.remarques.douter(L"ellipse relative demandée de « " + nomA + L" » à « " + nomB +
+                         L" » : point inconnu ou deux fois le même");
+      continue;
+    }
+    r.paires.push_back({a, b, ellipseRelative(*r.systeme, a, b, true), false});
+  }
+}
+
+void douterPrecision(reseauCompense& r) {
+  double somme = 0.0;
+  int nombre = 0;
+  for (const mesurePonderee& m : r.reseau.mesures) {
+    if (m.ecarte || m.genre > genreMesure::distance) continue;
+    somme += r.reseau.distance(m.station, m.vise);
+    ++nombre;
+  }
+  if (nombre == 0) return;
+  std::vector<std::wstring> noms;
+  for (std::size_t i = 0; i < r.points.size(); ++i)
+    if (r.points[i].plan.a * r.facteur() > kFlottement * somme / nombre)
+      noms.push_back(r.reseau.points[i].nom);
+  if (!noms.empty())
+    r.remarques.douter(L"presque indéterminés, leur ellipse dépasse le dixième des côtés du réseau : " +
+                       base::enumerer(noms));
+}
+
+void douterFautes(reseauCompense& r) {
+  const testGlobal& t = r.test;
+  if (t.tropFort())
+    r.remarques.douter(
+        base::formater(L"m0 = %.2f dépasse %.2f, limite du test à 5 %% : mesure fausse, point connu faux, ou "
+                       L"écarts-types trop optimistes",
+                       t.m0, t.haut));
+  if (t.tropFaible())
+    r.remarques.ajouter(base::formater(
+        L"m0 = %.2f est sous %.2f, limite du test à 5 %% : les écarts-types donnés sont pessimistes", t.m0,
+        t.bas));
+  for (const connuSuspect& c : r.connus) {
+    const std::wstring& nom = r.reseau.point(c.point).nom;
+    if (c.altitude)
+      r.remarques.douter(
+          base::formater(L"altitude connue de « %s » suspecte : les mesures la veulent à %+.1f mm", nom,
+                         c.ecart[2] * kMillimetres));
+    else
+      r.remarques.douter(
+          base::formater(L"point connu « %s » suspect : les mesures le veulent à dX %+.1f mm, dY %+.1f mm",
+                         nom, c.ecart[0] * kMillimetres, c.ecart[1] * kMillimetres));
+    break;
+  }
+  bool premiere = true;
+  for (const mesureSuspecte& s : r.suspectes) {
+    const mesurePonderee& m = r.reseau.mesures[static_cast<std::size_t>(s.mesure)];
+    r.remarques.douter(
+        m.ligne,
+        base::formater(L"mesure suspecte%s : %s, erreur probable %s (w = %.1f) ; sans elle m0 = %.2f",
+                       std::wstring(premiere ? L"" : L", sans les précédentes"), r.reseau.nommer(m),
+                       texteEcart(m.genre, s.erreur), s.w, s.m0Sans));
+    premiere = false;
+  }
+}
+
+void douterRobuste(reseauCompense& r) {
+  for (std::size_t i = 0; i < r.reseau.mesures.size(); ++i) {
+    const double poids = r.bilan.poidsRobustes[i];
+    if (poids >= 0.5) continue;
+    const mesurePonderee& m = r.reseau.mesures[i];
+    r.remarques.douter(m.ligne,
+                       base::formater(L"poids réduit à %.2g par l'estimation robuste : %s, résidu %s", poids,
+                                      r.reseau.nommer(m), texteEcart(m.genre, -r.reseau.ecartAuCalcul(m))));
+  }
+}
+
+std::wstring preparer(const choixPonderes& choix, reseauCompense& r) {
+  if (!choix.prevoir)
+    if (std::wstring erreur = verifierMesurees(r.reseau); !erreur.empty()) return erreur;
+  calculerDepart(r.reseau, r.remarques);
+  if (choix.prevoir) prevoirMesures(r.reseau);
+  if (choix.formules)
+    if (const std::wstring mesure = peserParFormules(r.reseau, *choix.formules); !mesure.empty())
+      return L"les formules ne donnent pas de poids positif : " + mesure;
+  r.reseau.completerEcarts();
+  for (const mesurePonderee& m : r.reseau.mesures)
+    if (!m.ecarte && !(m.ecart > 0.0 && std::isfinite(m.ecart)))
+      return base::formater(L"ligne %d : écart-type nul : %s", m.ligne, r.reseau.nommer(m));
+  return {};
+}
+
+std::wstring ajuster(const choixPonderes& choix, reseauCompense& r) {
+  r.systeme = std::make_unique<systemePondere>(r.reseau);
+  if (r.systeme->colonnes().nombre == 0)
+    return L"aucun point à calculer : les mesures ne joignent que des points connus, ou aucun point connu";
+  if (!compenser(r.reseau, *r.systeme, r.bilan))
+    return r.systeme->datumDefini()
+               ? L"le calcul ne donne pas de nombres : coordonnées ou mesures hors de toute proportion"
+               : direFlottement(r);
+  if (choix.methode != robustesse::aucune && !choix.prevoir &&
+      !compenserRobuste(r.reseau, *r.systeme, choix.methode, r.bilan))
+    return L"l'estimation robuste ne laisse pas assez de mesures";
+  return {};
+}
+
+}  // namespace
+
+reseauCompense::reseauCompense() = default;
+reseauCompense::~reseauCompense() = default;
+
+double reseauCompense::facteur95() const {
+  if (!prevu) return test.facteurEllipse();
+  return std::sqrt(quantileKhi2(0.95, 2.0));
+}
+
+std::wstring compenserReseau(const choixPonderes& choix, reseauCompense& r) {
+  r.prevu = choix.prevoir;
+  if (std::wstring erreur = preparer(choix, r); !erreur.empty()) return erreur;
+  if (std::wstring erreur = ajuster(choix, r); !erreur.empty()) return erreur;
+  r.systeme->inverser();
+  r.mesures = statistiquesMesures(r.reseau, *r.systeme);
+  r.points = statistiquesPoints(r.reseau, *r.systeme);
+  r.test = testerGlobal(r.reseau, *r.systeme, r.bilan.somme);
+  r.inconnues = r.systeme->colonnes().nombre;
+  r.defauts = static_cast<int>(r.systeme->mouvements().cols());
+  chercherPaires(choix, r);
+  douterPrecision(r);
+  if (choix.prevoir) return {};
+  if (!r.bilan.convergence)
+    r.remarques.douter(L"le calcul ne converge pas : coordonnées approchées ou mesures fausses");
+  if (choix.methode == robustesse::aucune) {
+    r.connus = libererConnus(r.reseau, *r.systeme);
+    r.suspectes =
+        chercherMesuresFausses(r.reseau, *r.systeme, r.bilan.somme, r.test.redondance, kSuspectesMax);
+  } else {
+    douterRobuste(r);
+  }
+  douterFautes(r);
+  if (r.test.tropFort()) chercherCausesPonderees(r);
+  return {};
+}
+
+}  // namespace veltora
