@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "calc/adjustment/epoques.h"
 #include "calc/adjustment/lecture_gkf.h"
 #include "calc/adjustment/lecture_mc.h"
 #include "calc/adjustment/rapport_compense.h"
@@ -19,16 +20,17 @@
 namespace veltora {
 namespace {
 
-std::wstring lire(const demandeCompenser& demande, reseauPondere& reseau, base::Remarques& remarques) {
-  const std::wstring nom = L"« " + base::texteDuChemin(demande.fichier) + L" »";
-  const auto octets = base::lireFichier(demande.fichier);
+std::wstring lire(const demandeCompenser& demande, const std::filesystem::path& chemin, reseauPondere& reseau,
+                  base::Remarques& remarques) {
+  const std::wstring nom = L"« " + base::texteDuChemin(chemin) + L" »";
+  const auto octets = base::lireFichier(chemin);
   if (!octets) return nom + L" : fichier introuvable ou illisible";
   reseau.ecarts = demande.ecarts;
   if (estGkf(*octets)) {
     const std::wstring erreur = lireGkf(*octets, reseau, remarques);
     return erreur.empty() ? erreur : nom + L", " + erreur;
   }
-  if (std::wstring refus = refusDuGenre(base::texteDuChemin(demande.fichier), *octets, genreFichier::mc);
+  if (std::wstring refus = refusDuGenre(base::texteDuChemin(chemin), *octets, genreFichier::mc);
       !refus.empty())
     return refus;
   const std::wstring erreur = lireMcPondere(*octets, reseau, remarques);
@@ -85,15 +87,36 @@ std::wstring ecrire(const demandeCompenser& demande, const reseauCompense& r) {
   return erreur;
 }
 
-std::wstring ajuster(const demandeCompenser& demande, reseauCompense& r) {
-  if (std::wstring erreur = lire(demande, r.reseau, r.remarques); !erreur.empty()) return erreur;
+std::wstring ajuster(const demandeCompenser& demande, const std::filesystem::path& chemin,
+                     reseauCompense& r) {
+  if (std::wstring erreur = lire(demande, chemin, r.reseau, r.remarques); !erreur.empty()) return erreur;
   formulesPoids formules;
   choixPonderes choix{demande.methode, demande.prevoir, nullptr, demande.paires};
   if (!demande.formules.empty()) {
     if (std::wstring erreur = lireFormules(demande.formules, formules); !erreur.empty()) return erreur;
     choix.formules = &formules;
   }
-  return compenserReseau(choix, r);
+  std::wstring erreur = compenserReseau(choix, r);
+  base::Remarques situees = r.remarques;
+  situees.situer(base::texteDuChemin(chemin.filename()));
+  r.remarques = situees;
+  return erreur;
+}
+
+/// The later epoch, adjusted likewise and held against the first.
+std::wstring comparer(const demandeCompenser& demande, const reseauCompense& r, resultatCompenser& resultat) {
+  reseauCompense seconde;
+  if (std::wstring erreur = ajuster(demande, demande.epoque, seconde); !erreur.empty()) return erreur;
+  resultat.remarques.ajouter(seconde.remarques);
+  comparaisonEpoques comparaison;
+  if (std::wstring erreur = comparerEpoques(r, seconde, comparaison); !erreur.empty()) return erreur;
+  resultat.epoques = lignesEpoques(comparaison);
+  std::vector<std::wstring> noms;
+  for (const pointCompare& p : comparaison.points)
+    if (p.bouge) noms.push_back(p.nom);
+  if (!noms.empty())
+    resultat.remarques.douter(L"points qui ont bougé entre les deux époques : " + base::enumerer(noms));
+  return {};
 }
 
 }  // namespace
@@ -101,9 +124,9 @@ std::wstring ajuster(const demandeCompenser& demande, reseauCompense& r) {
 bool executerCompenser(const demandeCompenser& demande, resultatCompenser& resultat) {
   resultat = {};
   reseauCompense r;
-  resultat.erreur = ajuster(demande, r);
+  resultat.erreur = ajuster(demande, demande.fichier, r);
   resultat.remarques = r.remarques;
-  resultat.remarques.situer(base::texteDuChemin(demande.fichier.filename()));
+  if (resultat.erreur.empty() && !demande.epoque.empty()) resultat.erreur = comparer(demande, r, resultat);
   if (!resultat.erreur.empty()) return false;
   montrer(r, resultat);
   resultat.retenu = demande.dessiner && resultat.remarques.douteuses() && !demande.malgreDoutes;

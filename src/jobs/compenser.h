@@ -13,6 +13,7 @@ namespace veltora {
 /// A network adjusted with weights, from its file in one call, without a dialog.
 struct demandeCompenser {
   std::filesystem::path fichier;   ///< .mc or .gkf, told by what it holds
+  std::filesystem::path epoque;    ///< the same network measured later; empty for none
   std::filesystem::path formules;  ///< .fmc; empty for none
   std::filesystem::path json;      ///< empty for none, likewise the others
   std::filesystem::path rapport;   ///< HTML
@@ -30,6 +31,7 @@ struct resultatCompenser {
   std::vector<std::wstring> bilan;  ///< lines to be shown, likewise the others
   std::vector<std::wstring> points;
   std::vector<std::wstring> mesures;  ///< the worst ones
+  std::vector<std::wstring> epoques;  ///< the comparison
   std::vector<std::wstring> paires;   ///< those that were asked for
   double echelleEllipses = 0.0;       ///< of what was drawn
   int places = 0;                     ///< points that were placed

@@ -125,6 +125,7 @@ Run declareReseau(CLI::App& sub) {
       .reads(options->file)
       .reads(options->drawing, FileKind::kDrawing)
       .reads(options->weighted.formulas)
+      .reads(options->weighted.epoch)
       .writes(options->log, FileKind::kText)
       .writes(options->weighted.json, FileKind::kOther)
       .writes(options->weighted.report, FileKind::kReport)

@@ -32,6 +32,7 @@ void show(const resultatCompenser& r, bool planned) {
   printLines(planned ? "\nMesures : redondance et plus petite erreur décelable\n"
                      : "\nMesures, les plus grands |w| d'abord (résidu : compensé moins mesuré)\n",
              r.mesures);
+  printLines("\n", r.epoques);
   printLines("\nEllipses relatives demandées : demi-axes en mm, gisement en grades\n", r.paires);
 }
 
@@ -62,7 +63,7 @@ bool readPairs(WeightedOptions& options) {
 
 bool WeightedOptions::wanted() const {
   return weighted || demand.prevoir || !robust.empty() || !formulas.empty() || !json.empty() ||
-         !report.empty() || !plan.empty() || !pairs.empty();
+         !report.empty() || !epoch.empty() || !plan.empty() || !pairs.empty();
 }
 
 void addWeightedOptions(CLI::App& sub, WeightedOptions& options) {
@@ -103,6 +104,8 @@ void addWeightedOptions(CLI::App& sub, WeightedOptions& options) {
                        "Agrandissement des ellipses dessinées (arrondi de lui-même)")
             ->type_name("NOMBRE")
             ->check(between(1.0, 1e9)));
+  group(sub.add_option("--epoque", options.epoch, "Le même réseau mesuré plus tard : quels points ont bougé")
+            ->type_name("FICHIER"));
   group(sub.add_option("--json", options.json, "Résultats en JSON à écrire")->type_name("FICHIER"));
 }
 
@@ -112,6 +115,7 @@ int runWeighted(WeightedOptions& options, const std::string& file, const std::st
   demand.fichier = file;
   demand.formules = options.formulas;
   demand.json = options.json;
+  demand.epoque = options.epoch;
   demand.rapport = options.report;
   demand.plan = options.plan;
   demand.malgreDoutes = despiteDoubts;

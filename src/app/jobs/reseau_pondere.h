@@ -19,6 +19,7 @@ struct WeightedOptions {
   std::string robust;
   std::string formulas;
   std::string json;
+  std::string epoch;
   std::string report;
   std::string plan;
   std::vector<std::string> pairs;

@@ -20,6 +20,7 @@ constexpr int kMouvementsMax = 60;
 
 struct systemePondere::facteurs {
   MatriceCreuse N;
+  std::vector<int> places;  ///< in the values of N, of each product
   Facteurs ldlt;
   bool analyse = false;
   std::unique_ptr<InverseCreuse> Z;
@@ -79,15 +80,9 @@ int systemePondere::colonne(const lignePonderee::terme& t) const {
   return m_colonnes.points[static_cast<std::size_t>(t.point)].at(static_cast<std::size_t>(t.axe));
 }
 
-/// N, with 1 alone on the diagonal of what is held. The pattern stays from pass to pass, zeros included.
-void systemePondere::former() {
-  std::vector<Eigen::Triplet<double>> elements;
-  const auto placer = [&](int i, int j, double valeur) {
-    const bool tenu = m_ancre[static_cast<std::size_t>(i)] || m_ancre[static_cast<std::size_t>(j)];
-    elements.emplace_back(std::max(i, j), std::min(i, j), tenu ? 0.0 : valeur);
-  };
-  for (int i = 0; i < m_colonnes.nombre; ++i)
-    elements.emplace_back(i, i, m_ancre[static_cast<std::size_t>(i)] ? 1.0 : 0.0);
+/// Every product of two derivatives that N sums up: its row, its column, its value. Always in one order.
+template <class Work>
+void systemePondere::parcourirProduits(Work travail) const {
   for (const groupe& g : m_groupes) {
     for (std::size_t a = 0; a < g.mesures.size(); ++a) {
       for (std::size_t b = 0; b < g.mesures.size(); ++b) {
@@ -97,14 +92,43 @@ void systemePondere::former() {
           if (i < 0) continue;
           for (const lignePonderee::terme& t : ligne(g.mesures[b])) {
             const int j = colonne(t);
-            if (j >= 0 && i >= j) placer(i, j, s.a * p * t.a);
+            if (j >= 0 && i >= j) travail(i, j, s.a * p * t.a);
           }
         }
       }
     }
   }
-  m_facteurs->N.resize(m_colonnes.nombre, m_colonnes.nombre);
-  m_facteurs->N.setFromTriplets(elements.begin(), elements.end());
+}
+
+/// The pattern of N, and where each product goes in it.
+void systemePondere::formerStructure() {
+  std::vector<Eigen::Triplet<double>> elements;
+  for (int i = 0; i < m_colonnes.nombre; ++i) elements.emplace_back(i, i, 0.0);
+  parcourirProduits([&](int i, int j, double) { elements.emplace_back(i, j, 0.0); });
+  MatriceCreuse& N = m_facteurs->N;
+  N.resize(m_colonnes.nombre, m_colonnes.nombre);
+  N.setFromTriplets(elements.begin(), elements.end());
+  m_facteurs->places.clear();
+  parcourirProduits([&](int i, int j, double) {
+    const int* const debut = N.innerIndexPtr() + N.outerIndexPtr()[j];
+    const int* const fin = N.innerIndexPtr() + N.outerIndexPtr()[j + 1];
+    m_facteurs->places.push_back(static_cast<int>(std::lower_bound(debut, fin, i) - N.innerIndexPtr()));
+  });
+}
+
+/// N, with 1 alone on the diagonal of what is held.
+void systemePondere::former() {
+  MatriceCreuse& N = m_facteurs->N;
+  if (!m_facteurs->analyse) formerStructure();
+  std::fill(N.valuePtr(), N.valuePtr() + N.nonZeros(), 0.0);
+  std::size_t rang = 0;
+  parcourirProduits([&](int i, int j, double valeur) {
+    const int place = m_facteurs->places[rang++];
+    const bool tenu = m_ancre[static_cast<std::size_t>(i)] || m_ancre[static_cast<std::size_t>(j)];
+    if (!tenu) N.valuePtr()[place] += valeur;
+  });
+  for (int i = 0; i < m_colonnes.nombre; ++i)
+    if (m_ancre[static_cast<std::size_t>(i)]) N.coeffRef(i, i) = 1.0;
 }
 
 bool systemePondere::factoriserAvecAncres() {

@@ -68,6 +68,9 @@ public:
 
 private:
   struct facteurs;
+  template <class Work>
+  void parcourirProduits(Work travail) const;
+  void formerStructure();
   void former();
   void grouper(const reseauPondere& reseau);
   bool chercherDatum();

@@ -1,3 +1,5 @@
+#include "base/format.h"
+#include "calc/adjustment/lecture_gkf.h"
 #include "calc/adjustment/lecture_mc.h"
 #include "calc/adjustment/reseau_compense.h"
 #include "calc/adjustment/systeme_pondere.h"
@@ -177,6 +179,73 @@ TEST(Compensation, WrongKnownPointIsNamed) {
   ASSERT_FALSE(r.connus.empty());
   EXPECT_EQ(r.reseau.point(r.connus[0].point).nom, L"D");
   EXPECT_NEAR(r.connus[0].ecart[0], -0.08, 0.006);
+}
+
+TEST(Compensation, NinetyFivePercentEllipsesHoldTheTruth) {
+  constexpr int kReseaux = 400;
+  std::mt19937 hasard(7);
+  std::normal_distribution<double> bruit;
+  int dedans = 0;
+  for (int i = 0; i < kReseaux; ++i) {
+    std::string texte = "A 0 0\nB 100 0\nC 130 90\nOBS\n";  // the truth: P 40, 60
+    const double points[3][2] = {{0, 0}, {100, 0}, {130, 90}};
+    for (int k = 0; k < 3; ++k) {
+      const double dx = 40.0 - points[k][0];
+      const double dy = 60.0 - points[k][1];
+      texte += base::formater("%c NORD P %.7f %.6f . . . . s=3 s=0.005\n", "ABC"[k],
+                              std::remainder(std::atan2(dx, dy) * 200.0 / kPi + 3e-3 * bruit(hasard), 400.0),
+                              std::hypot(dx, dy) + 0.005 * bruit(hasard));
+    }
+    reseauCompense r;
+    ASSERT_EQ(compenser(texte, r), L"");
+    const ellipse& e = precision(r, L"P").plan;
+    const double dx = point(r, L"P").c[0] - 40.0;
+    const double dy = point(r, L"P").c[1] - 60.0;
+    const double lelong = (dx * std::sin(e.gisement) + dy * std::cos(e.gisement)) / e.a;
+    const double travers = (dx * std::cos(e.gisement) - dy * std::sin(e.gisement)) / e.b;
+    dedans += std::hypot(lelong, travers) < r.facteur() * r.facteur95() ? 1 : 0;
+  }
+  EXPECT_NEAR(dedans / static_cast<double>(kReseaux), 0.95, 0.04);
+}
+
+TEST(Compensation, CovariancesOfAClusterCount) {
+  // Two equal observations of a length with full correlation but for a tenth count hardly more than one.
+  const std::string gkf =
+      "<gama-local><network axes-xy=\"ne\" angles=\"left-handed\"><parameters "
+      "sigma-apr=\"1\"/><points-observations>"
+      "<point id=\"A\" x=\"0\" y=\"0\" fix=\"xy\"/><point id=\"P\" adj=\"xy\"/>"
+      "<obs from=\"A\"><azimuth to=\"P\" val=\"100\" stdev=\"10\"/></obs>"
+      "<obs from=\"A\"><distance to=\"P\" val=\"100\"/><distance to=\"P\" val=\"100.001\"/>"
+      "<cov-mat dim=\"2\" band=\"1\">1 0.9 4</cov-mat></obs></points-observations></network></gama-local>";
+  reseauCompense r;
+  ASSERT_EQ(lireGkf(gkf, r.reseau, r.remarques), L"");
+  ASSERT_EQ(compenserReseau({}, r), L"");
+  // By hand: weights of C^-1 = [4 -0.9; -0.9 1] / 3.19, so that the mean is (3.1 l1 + 0.1 l2) / 3.2 and its
+  // variance 3.19 / 3.2.
+  EXPECT_NEAR(point(r, L"P").c[0], 100.0 + 0.001 * 0.1 / 3.2, 1e-9);
+  EXPECT_NEAR(precision(r, L"P").s[0] * 1000.0, std::sqrt(3.19 / 3.2), 1e-9);
+  double redondances = 0.0;
+  for (const statistiqueMesure& s : r.mesures) redondances += s.redondance;
+  EXPECT_NEAR(redondances, 1.0, 1e-9);
+}
+
+TEST(Compensation, StartsFindWhatTheGivenPointsLeaveOut) {
+  // Truth: A 0 0, B 300 20, C 180 250, P 100 80, Q 170 120.
+  const struct {
+    const char* nom;
+    const char* texte;
+  } cas[] = {
+      {"three sights from the point, no length",
+       "A 0 0\nB 300 20\nC 180 250\nOBS\nP A B 261.51006\nP A C 170.95659\n"},
+      {"a traverse between known points that see nobody",
+       "A 0 0\nB 300 20\nOBS\nP A Q 209.90547 80.6226\nA NORD P . 128.0625\nQ P B 274.79275 164.0122\n"},
+  };
+  for (const auto& c : cas) {
+    reseauCompense r;
+    ASSERT_EQ(compenser(c.texte, r), L"") << c.nom;
+    EXPECT_NEAR(point(r, L"P").c[0], 100.0, 0.02) << c.nom;
+    EXPECT_NEAR(point(r, L"P").c[1], 80.0, 0.02) << c.nom;
+  }
 }
 
 TEST(Compensation, RefusalsNameTheLine) {
