@@ -7,7 +7,9 @@
 #include "calc/adjustment/systeme_pondere.h"
 
 #include <Eigen/Dense>
+#include <algorithm>
 #include <functional>
+#include <limits>
 #include <utility>
 
 namespace veltora {
@@ -37,6 +39,8 @@ double essayer(const reseauPondere& depart, const std::function<void(reseauPonde
   changer(copie);
   base::Remarques inutiles;
   calculerDepart(copie, inutiles);
+  if (std::any_of(copie.mesures.begin(), copie.mesures.end(), [](const auto& m) { return m.ecarte; }))
+    return 0.0;
   copie.completerEcarts();
   systemePondere systeme(copie);
   bilanPondere bilan;
@@ -48,7 +52,10 @@ double essayer(const reseauPondere& depart, const std::function<void(reseauPonde
 }  // namespace
 
 void chercherCausesPonderees(reseauCompense& resultat) {
-  if (resultat.reseau.mesures.size() > kMesuresMax || resultat.test.m0 < kAmelioration) return;
+  const auto& mesures = resultat.reseau.mesures;
+  const bool ecartees = std::any_of(mesures.begin(), mesures.end(), [](const auto& m) { return m.ecarte; });
+  const double actuel = ecartees ? std::numeric_limits<double>::infinity() : resultat.test.m0;
+  if (mesures.size() > kMesuresMax || actuel < kAmelioration) return;
   const std::pair<const wchar_t*, std::function<void(reseauPondere&)>> essais[] = {
       {L"des angles en degrés lus en grades", [](reseauPondere& r) { multiplier(r, true, 10.0 / 9.0); }},
       {L"des angles en grades lus en degrés", [](reseauPondere& r) { multiplier(r, true, 0.9); }},
@@ -60,7 +67,7 @@ void chercherCausesPonderees(reseauCompense& resultat) {
   };
   for (const auto& [cause, changer] : essais) {
     const double m0 = essayer(resultat.reseau, changer);
-    if (m0 > 0.0 && m0 * kAmelioration < resultat.test.m0)
+    if (m0 > 0.0 && m0 * kAmelioration < actuel)
       resultat.remarques.douter(
           base::formater(L"tout s'accorde (m0 = %.2f) en supposant %s", m0, std::wstring(cause)));
   }

@@ -232,7 +232,7 @@ void nommerAbsents(const reseauPondere& reseau, const departPlan& plan, base::Re
   }
   if (!sansPlan.empty())
     remarques.douter(
-        L"sans coordonnées de départ, laissés de côté avec leurs mesures (ilot sans lien suffisant avec "
+        L"sans coordonnées de départ, laissés de côté avec leurs mesures (îlot sans lien suffisant avec "
         L"les points donnés, ou coordonnées approchées à fournir avec « approche ») : " +
         base::enumerer(sansPlan));
   if (!doubles.empty())

@@ -16,9 +16,10 @@
 namespace veltora {
 namespace {
 
-constexpr std::size_t kMotsConnus = 3;   // a name and two coordinates, or three names
-constexpr double kDoublonMax = 0.001;    // metres between two statements of one fixed point
-constexpr double kEcartDemesure = 10.0;  // metres: no survey measures that badly
+constexpr std::size_t kMotsConnus = 3;  // a name and two coordinates, or three names
+constexpr double kDoublonMax = 0.001;   // metres between two statements of one fixed point
+constexpr double kEcartDemesure = 0.5;  // metres: no survey measures that badly
+constexpr double kEcartInfime = 0.005;  // mgr: nor that well
 constexpr std::size_t kPremiereMesure = 3;
 constexpr std::size_t kDerniereMesure = 5;
 
@@ -258,6 +259,11 @@ private:
                                           L"sans doute des millimètres",
                                           m.ecart));
     }
+    if (estAngulaire(m.genre) && m.ecart > 0.0 && m.ecart * kMilligrades < kEcartInfime)
+      m_remarques.douter(m.ligne,
+                         base::formater(L"écart-type de %g mgr : s= se donne en milligrades pour les angles, "
+                                        L"sans doute des grades",
+                                        m.ecart * kMilligrades));
     if (m.ecart > 0.0 || o.poids == base::Z_ABSENT) return;
     if (!(o.poids > 0.0)) {
       refuser(m.ligne, L"poids nul ou négatif");

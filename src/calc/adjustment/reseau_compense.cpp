@@ -146,8 +146,10 @@ std::wstring preparer(const choixPonderes& choix, reseauCompense& r) {
 
 std::wstring ajuster(const choixPonderes& choix, reseauCompense& r) {
   r.systeme = std::make_unique<systemePondere>(r.reseau);
-  if (r.systeme->colonnes().nombre == 0)
+  if (r.systeme->colonnes().nombre == 0) {
+    if (!choix.prevoir) chercherCausesPonderees(r);
     return L"aucun point à calculer : les mesures ne joignent que des points connus, ou aucun point connu";
+  }
   if (!compenser(r.reseau, *r.systeme, r.bilan))
     return r.systeme->datumDefini()
                ? L"le calcul ne donne pas de nombres : coordonnées ou mesures hors de toute proportion"
@@ -191,7 +193,9 @@ std::wstring compenserReseau(const choixPonderes& choix, reseauCompense& r) {
     douterRobuste(r);
   }
   douterFautes(r);
-  if (r.test.tropFort()) chercherCausesPonderees(r);
+  const bool ecartees = std::any_of(r.reseau.mesures.begin(), r.reseau.mesures.end(),
+                                    [](const mesurePonderee& m) { return m.ecarte; });
+  if (r.test.tropFort() || ecartees) chercherCausesPonderees(r);
   return {};
 }
 

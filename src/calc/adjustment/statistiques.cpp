@@ -94,7 +94,6 @@ std::vector<statistiqueMesure> statistiquesMesures(const reseauPondere& reseau,
       s.ecartAjuste = std::sqrt(std::max(ajustes(i, i), 0.0));
       if (!(s.redondance > kRedondanceNulle) || !(d > 0.0)) continue;
       s.w = p.dot(v) / std::sqrt(d);
-      s.erreur = -p.dot(v) / d;
       s.detectable = kDecentrage / std::sqrt(d);
       s.effet = effetSurPoints(systeme, g, p, mesure, s.detectable);
     }

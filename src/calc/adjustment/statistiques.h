@@ -16,12 +16,11 @@ inline constexpr double kRedondanceNulle = 1e-6;
 inline constexpr double kAlphaMesure = 0.001;
 inline constexpr double kDecentrage = 4.13;
 
-/// Of a measure; w and errors count with m0 a priori.
+/// Of a measure; w and what is detectable count with m0 a priori.
 struct statistiqueMesure {
   double residu = 0.0;       ///< adjusted less measured, radians or metres
   double redondance = 0.0;   ///< share of its own error that its residual shows, 0 to 1
   double w = 0.0;            ///< Baarda's standardised residual; 0 without redundancy
-  double erreur = 0.0;       ///< the error it would have if it were the only wrong one
   double detectable = 0.0;   ///< smallest detectable error; 0 without redundancy
   double effet = 0.0;        ///< what an undetected one of that size moves its points by, at most; metres
   double ecartAjuste = 0.0;  ///< standard deviation of the adjusted value, m0 a priori

@@ -214,7 +214,7 @@ TEST(Compensation, CovariancesOfAClusterCount) {
       "<gama-local><network axes-xy=\"ne\" angles=\"left-handed\"><parameters "
       "sigma-apr=\"1\"/><points-observations>"
       "<point id=\"A\" x=\"0\" y=\"0\" fix=\"xy\"/><point id=\"P\" adj=\"xy\"/>"
-      "<obs from=\"A\"><azimuth to=\"P\" val=\"100\" stdev=\"10\"/></obs>"
+      "<obs from=\"A\"><azimuth to=\"P\" val=\"50\" stdev=\"10\"/></obs>"
       "<obs from=\"A\"><distance to=\"P\" val=\"100\"/><distance to=\"P\" val=\"100.001\"/>"
       "<cov-mat dim=\"2\" band=\"1\">1 0.9 4</cov-mat></obs></points-observations></network></gama-local>";
   reseauCompense r;
@@ -222,8 +222,12 @@ TEST(Compensation, CovariancesOfAClusterCount) {
   ASSERT_EQ(compenserReseau({}, r), L"");
   // By hand: weights of C^-1 = [4 -0.9; -0.9 1] / 3.19, so that the mean is (3.1 l1 + 0.1 l2) / 3.2 and its
   // variance 3.19 / 3.2.
-  EXPECT_NEAR(point(r, L"P").c[0], 100.0 + 0.001 * 0.1 / 3.2, 1e-9);
-  EXPECT_NEAR(precision(r, L"P").s[0] * 1000.0, std::sqrt(3.19 / 3.2), 1e-9);
+  EXPECT_NEAR(std::hypot(point(r, L"P").c[0], point(r, L"P").c[1]), 100.0 + 0.001 * 0.1 / 3.2, 1e-9);
+  // 10 centesimal seconds at 100 m make 1.5708 mm across the sight, more than the variance along it.
+  const ellipse& e = precision(r, L"P").plan;
+  EXPECT_NEAR(e.b * 1000.0, std::sqrt(3.19 / 3.2), 1e-6);
+  EXPECT_NEAR(e.a * 1000.0, 1.5708, 1e-4);
+  EXPECT_NEAR(e.gisement * 200.0 / kPi, 150.0, 1e-6);
   double redondances = 0.0;
   for (const statistiqueMesure& s : r.mesures) redondances += s.redondance;
   EXPECT_NEAR(redondances, 1.0, 1e-9);
