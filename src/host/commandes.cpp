@@ -115,10 +115,6 @@ constexpr std::array<commande, 23> kCommandes{{
      corrPolOuverte,
      {L"Calculs", L"Polygonale ouverte entre deux stations connues (.obs)"}},
     {L"CORRMCARRES", ACRX_CMD_MODAL, corrMCarres, {L"Calculs", L"Réseau par moindres carrés (.mc)"}},
-    {L"COMPENSER",
-     ACRX_CMD_MODAL,
-     compenserReseauDlg,
-     {L"Calculs", L"Réseau compensé avec des poids : précision, tests, ellipses (.mc, .gkf)"}},
     {L"IMPORTGSI",
      ACRX_CMD_MODAL,
      importGsi,
@@ -172,6 +168,10 @@ constexpr std::array<commande, 23> kCommandes{{
      ACRX_CMD_MODAL,
      implantationAuto,
      {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
+    {L"COMPENSER",
+     ACRX_CMD_MODAL,
+     compenserReseauDlg,
+     {L"Calculs", L"Réseau compensé avec des poids : précision, tests, ellipses (.mc, .gkf)"}},
 }};
 
 template <std::size_t Rang>
