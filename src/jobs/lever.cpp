@@ -8,6 +8,7 @@
 #include "calc/leve/rapport_leve.h"
 #include "core/code_range.h"
 #include "core/point_name.h"
+#include "jobs/echelle_projection.h"
 #include "jobs/ecrire_rapport.h"
 #include "jobs/genre_fichier.h"
 #include "jobs/placer_liste.h"
@@ -76,6 +77,31 @@ bool lireCarnetDuLeve(const demandeLever& demande, lectureLeve& leve, resultatLe
   if (refus.empty()) resultat.remarques.citer(leve.remarques);
   return echec(resultat,
                refus.empty() ? L"« " + nom + L" » ne contient aucune visée GSI (mot 11 et mesures)" : refus);
+}
+
+/// Takes scale and height of the projection into the factor of the distances.
+bool mettreAlEchelle(const demandeLever& demande, const std::vector<pointConnuLeve>& canevas,
+                     optionsLeve& options, resultatLever& resultat) {
+  if (demande.projection.empty()) return true;
+  const auto nombre = static_cast<double>(canevas.size());
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+  int altitudes = 0;
+  for (const pointConnuLeve& point : canevas) {
+    x += point.x / nombre;
+    y += point.y / nombre;
+    z += point.z.value_or(0.0);
+    altitudes += point.z ? 1 : 0;
+  }
+  if (altitudes > 0) z /= altitudes;
+  const auto echelle = calculerEchelle(demande.projection, x, y, z, resultat.erreur);
+  if (!echelle) return false;
+  options.facteur *= echelle->facteur();
+  resultat.corrections =
+      base::formater(L" (%s : projection %.8f, altitude moyenne %.0f m %.8f)",
+                     base::fromUtf8(echelle->systeme), echelle->projection, z, echelle->altitude);
+  return true;
 }
 
 /// Code and observation of a point: a code that is no number is a label of the code table.
@@ -195,8 +221,10 @@ bool lever(const demandeLever& demande, resultatLever& resultat) {
   lectureLeve leve;
   if (!lireCanevas(demande, canevas, resultat) || !lireCarnetDuLeve(demande, leve, resultat)) return false;
   base::Remarques remarques = std::move(leve.remarques);
-  resultat.corrections = texteCorrections(demande.options);
-  resultat.calcul = calculerLeve(leve.leve, canevas, demande.options);
+  optionsLeve options = demande.options;
+  if (!mettreAlEchelle(demande, canevas, options, resultat)) return false;
+  resultat.corrections = texteCorrections(options) + resultat.corrections;
+  resultat.calcul = calculerLeve(leve.leve, canevas, options);
   remarques.ajouter(resultat.calcul.remarques);
   remarques.situer(base::texteDuChemin(demande.carnet.filename()));
   resultat.remarques.citer(remarques);
@@ -206,7 +234,7 @@ bool lever(const demandeLever& demande, resultatLever& resultat) {
     return echec(resultat, L"aucune station n'a pu être calculée");
   resultat.polygonales = polygonalesDuLeve(resultat.calcul, canevas);
   htmlDocument rapport;
-  rapportLeve(resultat.calcul, demande.options, rapport);
+  rapportLeve(resultat.calcul, resultat.corrections, rapport);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur) ||
       !ecrireTexte(demande.reseau, reseauDuLeve(resultat.calcul, canevas), resultat) ||
       !ecrirePolygonales(demande, resultat))

@@ -19,6 +19,8 @@ struct demandeLever {
   std::filesystem::path regles;         ///< of code blocks; empty for the usual ones
   std::vector<stationNommee> stations;  ///< that the user names
   optionsLeve options;
+  std::string projection;  ///< its scale at the middle of the known points, and the reduction from their
+                           ///< height, multiply the distances too; see `calculerEchelle`; empty for none
   std::filesystem::path
       points;  ///< list of the computed points to write, .xyz; empty for none, likewise the others
   std::filesystem::path reseau;      ///< .mc

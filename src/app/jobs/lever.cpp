@@ -24,6 +24,7 @@ struct Options {
   std::vector<std::string> stations;
   std::optional<double> refraction;
   double factor = 1.0;
+  std::string projection;
   std::optional<double> target;
   std::optional<double> instrument;
   std::string points;
@@ -108,6 +109,7 @@ demandeLever jobOf(const Options& options) {
   for (const std::string& text : options.stations)
     job.stations.push_back(*lireStationNommee(base::fromUtf8(text)));
   job.options = {options.refraction, options.factor, options.target, options.instrument};
+  job.projection = options.projection;
   job.points = options.points;
   job.reseau = options.network;
   job.polygonale = options.traverse;
@@ -173,6 +175,10 @@ void declareValues(CLI::App& sub, Options& options) {
                  "Multiplie les distances horizontales (échelle de la projection)")
       ->type_name("F")
       ->check(between(0.9, 1.1));
+  sub.add_option("--projection", options.projection,
+                 "Multiplie les distances par l'échelle de la projection au milieu du canevas et les réduit "
+                 "de son altitude")
+      ->type_name("L93|CC42...CC50|EPSG:N");
   sub.add_option("--mire", options.target, "Hauteur de mire où le carnet n'en dit aucune, mètres")
       ->type_name("H")
       ->check(between(-10.0, 100.0));

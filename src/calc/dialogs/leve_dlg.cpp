@@ -62,6 +62,7 @@ std::optional<demandeLever> LeveDLG::demande() {
   quoi.canevas = base::cheminDuTexte(canevas.text());
   quoi.options.facteur = facteur.value();
   if (refraction.checked()) quoi.options.refraction = coefficient.value();
+  quoi.projection = base::toUtf8(base::trim(projection.text()));
   std::wstring reste = nommees.text();
   while (!base::trim(reste).empty()) {
     const std::size_t fin = std::min(reste.find(L';'), reste.size());
@@ -120,10 +121,9 @@ void LeveDLG::montrerReferences() {
 }
 
 void LeveDLG::montrerLeRapport() {
-  const std::optional<demandeLever> quoi = demande();
-  if (!montrer(quoi)) return;
+  if (!montrer(demande())) return;
   htmlDocument document;
-  rapportLeve(m_resultat.calcul, quoi->options, document);
+  rapportLeve(m_resultat.calcul, m_resultat.corrections, document);
   montrerRapport(document);
 }
 

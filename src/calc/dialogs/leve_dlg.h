@@ -22,6 +22,7 @@ public:
   ui::CheckBox refraction{&corrections, L"Courbure et réfraction"};
   ui::NumberField coefficient{&corrections, L"Coefficient", 0.13};
   ui::NumberField facteur{&corrections, L"Facteur des distances", 1.0};
+  ui::TextField projection{&corrections, L"Projection (L93, CC48, EPSG:2154)"};
   ui::Button calculer{this, L"Calculer", [this] { montrer(demande()); }};
   ui::Group resultats{this, L"Résultats"};
   ui::List stations{&resultats, L"Stations", ui::List::Selection::Single};

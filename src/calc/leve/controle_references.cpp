@@ -123,11 +123,11 @@ void controlerEchelle(const std::vector<const stationLeve*>& stations, double fa
   for (const double e : ecarts) carres += (e - moyenne) * (e - moyenne);
   const double erreur = std::sqrt(carres / (nombre - 1.0) / nombre);
   if (std::fabs(moyenne) < kNegligeable || std::fabs(moyenne) < kCertain * erreur) return;
-  remarques.douter(
-      base::formater(L"les distances mesurées sont toutes dans le rapport %.6f à celles du canevas (%.0f "
-                     L"ppm) : facteur d'échelle de la "
-                     L"projection, ou altitude ? Avec --facteur %.6f elles s'accordent",
-                     1.0 + moyenne, moyenne * 1e6, facteur / (1.0 + moyenne)));
+  remarques.douter(base::formater(
+      L"les distances mesurées sont toutes dans le rapport %.6f à celles du canevas (%.0f "
+      L"ppm) : facteur d'échelle de la "
+      L"projection, ou altitude ? Avec un facteur de %.6f en tout (--facteur) elles s'accordent",
+      1.0 + moyenne, moyenne * 1e6, facteur / (1.0 + moyenne)));
 }
 
 }  // namespace veltora

@@ -82,10 +82,11 @@ std::wstring texteCorrections(const optionsLeve& options) {
   return texte;
 }
 
-void rapportLeve(const resultatCalculLeve& resultat, const optionsLeve& options, htmlDocument& document) {
+void rapportLeve(const resultatCalculLeve& resultat, const std::wstring& corrections,
+                 htmlDocument& document) {
   plumeRapport p(document);
   p.paragraphe(L"Levé : du carnet aux coordonnées", attributs::kGrand);
-  p.paragraphe(L"Corrections : " + texteCorrections(options), attributs::kPetit);
+  p.paragraphe(L"Corrections : " + corrections, attributs::kPetit);
   if (!resultat.remarques.empty()) {
     p.paragraphe(L"Remarques", attributs::kTitre);
     for (const std::wstring& phrase : resultat.remarques.phrases()) p.paragraphe(phrase, attributs::kPetit);

@@ -12,9 +12,9 @@ class htmlDocument;
 /// The corrections in force, one sentence.
 VELTORA_API std::wstring texteCorrections(const optionsLeve& options);
 
-/// Writes the report of a survey into an empty document: corrections, stations with their references, points
-/// with their determinations, remarks.
-VELTORA_API void rapportLeve(const resultatCalculLeve& resultat, const optionsLeve& options,
+/// Writes the report of a survey into an empty document: corrections as told, stations with their references,
+/// points with their determinations, remarks.
+VELTORA_API void rapportLeve(const resultatCalculLeve& resultat, const std::wstring& corrections,
                              htmlDocument& document);
 
 }  // namespace veltora

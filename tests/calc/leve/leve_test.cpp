@@ -215,7 +215,7 @@ TEST(Leve, CeQuiEstFauxSeDit) {
        [](Pays& p) {
          for (auto& v : p.leve.stations[0].visees) *v.di *= 1.00008;
        },
-       L"Avec --facteur 0.999920"},
+       L"Avec un facteur de 0.999920"},
       {"mire",
        [](Pays& p) {
          for (auto& v : p.leve.stations[0].visees) v.hMire = 0.0;
