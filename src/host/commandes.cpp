@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "calc/dialogs/compenser_dlg.h"
 #include "calc/dialogs/fermee_dlg.h"
+#include "calc/dialogs/leve_dlg.h"
 #include "calc/dialogs/moindres_carres_dlg.h"
 #include "calc/dialogs/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
@@ -96,7 +97,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void duTerrain();
 
-constexpr std::array<commande, 23> kCommandes{{
+constexpr std::array<commande, 24> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -168,6 +169,10 @@ constexpr std::array<commande, 23> kCommandes{{
      ACRX_CMD_MODAL,
      implantationAuto,
      {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
+    {L"LEVER",
+     ACRX_CMD_MODAL,
+     commandeLever,
+     {L"Calculs", L"Un carnet GSI et un canevas : stations et points calculés, placés"}},
     {L"COMPENSER",
      ACRX_CMD_MODAL,
      compenserReseauDlg,
