@@ -12,10 +12,14 @@
 
 namespace veltora::app {
 
-/// The host with its module, wired to one source of lines and to standard output. One at a time.
+/// The host with its module, wired to one source of lines, one place for what is printed and one driver of
+/// dialogs. One at a time.
 class Program : private Uncopyable {
 public:
+  /// Prints to standard output; dialogs are worked by lines.
   explicit Program(base::LineSource& source);
+  /// @param source, sink  outlive it
+  Program(base::LineSource& source, base::OutputSink& sink, std::unique_ptr<ui::Driver> driver);
   ~Program();
 
   /// Loads the module. @return false with the reason printed on standard error
@@ -44,8 +48,9 @@ private:
 
   base::LineSource& m_source;
   bool m_quit = false;  ///< QUIT was answered
-  StandardOutput m_output;
-  ui::ScriptDriver m_driver;
+  StandardOutput m_standard;
+  base::OutputSink& m_output;
+  std::unique_ptr<ui::Driver> m_driver;
   ReadingLog m_reading;
   std::unique_ptr<DocumentProjects> m_projects;
 };
