@@ -47,6 +47,12 @@ void AcPlDraw::entity(const AcDbEntity& entity) {
   draw(entity);
 }
 
+std::optional<AcPlColor> AcPlDraw::inkOf(const AcDbEntity& entity) {
+  if (entity.isHidden()) return std::nullopt;
+  const AcPlLook look = m_looks.of(entity, nullptr);
+  return look.hidden ? std::nullopt : std::optional(inkOf(look));
+}
+
 AcGePoint2d AcPlDraw::onPaper(const AcGePoint3d& place) const {
   const AcGePoint3d world = toWorld() * place;
   return {(world.x - m_view.corner.x) * m_view.mmPerUnit, (world.y - m_view.corner.y) * m_view.mmPerUnit};

@@ -34,6 +34,8 @@ public:
   AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale);
   /// Draws an entity of a space.
   void entity(const AcDbEntity& entity);
+  /// What an entity of a space is drawn with; nothing when it is not drawn.
+  [[nodiscard]] std::optional<AcPlColor> inkOf(const AcDbEntity& entity);
   [[nodiscard]] const AcPlOmissions& omissions() const { return m_omissions; }
 
   void curve(std::span<const AcGeCurvePiece> pieces) override;
