@@ -1,8 +1,10 @@
 #include "app/window/picture.h"
 
 #include "app/window/view_pen.h"
+#include "arx/db/dbblockref.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
+#include "arx/db/dbtext.h"
 #include "arx/plot/pldraw.h"
 
 #include <QPainter>
@@ -13,8 +15,10 @@ namespace veltora::app {
 namespace {
 
 constexpr int kDarkGrey = 30;
-constexpr double kSpeck = 1.0;       // pixels: what is smaller is a dot
-constexpr double kLineWidths = 8.0;  // pixels that lines may reach beyond the places of what they draw
+constexpr double kSpeck = 1.0;        // pixels: what is smaller is a dot
+constexpr double kSymbol = 4.0;       // likewise of symbols and texts, of which nothing can be told apart
+constexpr double kChordError = 0.04;  // mm, a seventh of a pixel
+constexpr double kLineWidths = 8.0;   // pixels that lines may reach beyond the places of what they draw
 
 AcPlView viewOf(const ViewPlace& place, bool dark) {
   AcPlView view;
@@ -22,12 +26,19 @@ AcPlView viewOf(const ViewPlace& place, bool dark) {
   view.paper.height = place.size.height() * ViewPen::kMmPerPixel;
   if (dark) view.paper.background = {kDarkGrey, kDarkGrey, kDarkGrey};
   view.corner = place.toWorld(QPointF(0, place.size.height()));
+  view.chordError = kChordError;
   view.mmPerUnit = ViewPen::kMmPerPixel / place.unitsPerPixel;
   return view;
 }
 
 double sizeOf(const AcDbExtents& box) {
   return std::max(box.maxPoint().x - box.minPoint().x, box.maxPoint().y - box.minPoint().y);
+}
+
+/// Below this size, in pixels, a thing is a dot. Lines are not, as many short ones may be one long one.
+double speckOf(const AcDbEntity& entity) {
+  const bool symbol = AcDbBlockReference::cast(&entity) || AcDbText::cast(&entity);
+  return symbol ? kSymbol : kSpeck;
 }
 
 /// Which pixels hold a dot: a second one there changes nothing that anybody sees.
@@ -72,11 +83,12 @@ QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (!entity) continue;
     const AcDbExtents& box = index.boxAt(at);
-    if (box.isEmpty() || !(sizeOf(box) < kSpeck * place.unitsPerPixel)) {
+    if (box.isEmpty() || !(sizeOf(box) < speckOf(*entity) * place.unitsPerPixel)) {
       draw.entity(*entity);
       continue;
     }
-    const QPointF pixel = place.toPixel({box.minPoint().x, box.minPoint().y});
+    const QPointF pixel =
+        place.toPixel({(box.minPoint().x + box.maxPoint().x) / 2, (box.minPoint().y + box.maxPoint().y) / 2});
     if (!specks.isFree(pixel)) continue;
     const auto ink = draw.inkOf(*entity);
     if (!ink) continue;
