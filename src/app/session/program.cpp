@@ -70,12 +70,20 @@ void onInterrupt(int) {
   driver->requestStop();
 }
 
+Program::DriverMaker& driverMaker() {
+  static Program::DriverMaker maker = [](base::LineSource& source,
+                                         base::OutputSink& sink) -> std::unique_ptr<ui::Driver> {
+    return std::make_unique<ui::ScriptDriver>(source, sink);
+  };
+  return maker;
+}
+
 }  // namespace
 
+void Program::useDriver(DriverMaker maker) { driverMaker() = maker; }
+
 Program::Program(base::LineSource& source)
-    : m_source(source),
-      m_output(m_standard),
-      m_driver(std::make_unique<ui::ScriptDriver>(source, m_standard)) {
+    : m_source(source), m_output(m_standard), m_driver(driverMaker()(source, m_standard)) {
   connect();
 }
 

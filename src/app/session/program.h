@@ -16,7 +16,10 @@ namespace veltora::app {
 /// dialogs. One at a time.
 class Program : private Uncopyable {
 public:
-  /// Prints to standard output; dialogs are worked by lines.
+  using DriverMaker = std::unique_ptr<ui::Driver> (*)(base::LineSource& source, base::OutputSink& sink);
+  /// What works the dialogs of programs that name no driver, from now on: lines of the source at the start.
+  static void useDriver(DriverMaker maker);
+  /// Prints to standard output.
   explicit Program(base::LineSource& source);
   /// @param source, sink  outlive it
   Program(base::LineSource& source, base::OutputSink& sink, std::unique_ptr<ui::Driver> driver);
