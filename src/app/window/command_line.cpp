@@ -96,6 +96,7 @@ void CommandLine::type(QKeyEvent* event) {
 
 void CommandLine::enter() {
   const QString line = m_edit->text();
+  m_completer->popup()->hide();
   m_edit->clear();
   if (!line.trimmed().isEmpty() && (m_history.isEmpty() || m_history.back() != line)) m_history.append(line);
   if (m_history.size() > kMostLines) m_history.removeFirst();

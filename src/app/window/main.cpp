@@ -14,6 +14,21 @@ namespace {
 
 using namespace veltora::app;
 
+/// What is thrown while an event is handled cannot pass through the toolkit: it is told, and the session goes
+/// on.
+class Application : public QApplication {
+public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      printError(std::string("erreur inattendue : ") + error.what());
+    }
+    return false;
+  }
+};
+
 bool readCall(int argc, char** argv, WindowCall& call, int& status) {
   CLI::App app(
       "Veltora : topographie dans le dessin, dans une fenêtre.\n"
@@ -50,7 +65,7 @@ int run(int argc, char** argv) {
   }
   // Options of the toolkit are none of the program's.
   int count = 1;
-  QApplication application(count, argv);
+  Application application(count, argv);
   status = runWindow(call);
   return outputWritten() ? status : kFailure;
 }

@@ -48,10 +48,12 @@ std::string WindowLines::nextCommand() {
 }
 
 const base::Request* WindowLines::request() const {
-  return m_waiting.empty() ? nullptr : &m_waiting.back()->request;
+  return m_waiting.empty() || m_waiting.back()->ended ? nullptr : &m_waiting.back()->request;
 }
 
-bool WindowLines::isIdle() const { return m_waiting.size() == 1 && request()->kind == Kind::kCommand; }
+bool WindowLines::isIdle() const {
+  return m_waiting.size() == 1 && request() && request()->kind == Kind::kCommand;
+}
 
 void WindowLines::end(std::optional<std::string> line) {
   if (m_waiting.empty() || m_waiting.back()->ended) return;
@@ -94,11 +96,11 @@ void WindowLines::start(const std::string& command) {
   end(std::nullopt);
 }
 
-void WindowLines::whenIdle(std::function<void()> work) {
+void WindowLines::whenIdle(std::function<void()> work, const std::string& command) {
   if (m_waiting.empty()) return;
-  m_pending.emplace_back([work = std::move(work)]() -> std::optional<std::string> {
+  m_pending.emplace_back([work = std::move(work), command] {
     work();
-    return std::nullopt;
+    return command.empty() ? std::nullopt : std::optional(command);
   });
   end(std::nullopt);
 }

@@ -42,8 +42,8 @@ public:
   /// Runs a command as the host's rules say: at once when none waits, within the one that waits when it is
   /// transparent, else once that one is cancelled.
   void start(const std::string& command);
-  /// Does something once no command waits; what waits is cancelled.
-  void whenIdle(std::function<void()> work);
+  /// Does something once no command waits, then runs a command, if any; what waits is cancelled.
+  void whenIdle(std::function<void()> work, const std::string& command = {});
   /// Cancels what waits, question after question, then quits as QUIT does.
   void close();
   /// What waits is being cancelled for something else to run.

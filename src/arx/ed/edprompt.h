@@ -69,6 +69,6 @@ std::optional<double> acedReadNumber(const std::wstring& text);
 /// Reads an angle: degrees, or grades with "g", radians with "r" behind the number. In radians, unreduced.
 std::optional<double> acedReadAngle(const std::wstring& text);
 /// What `@` refers to without a base point.
-AcGePoint3d acedLastPoint();
+ARX_API AcGePoint3d acedLastPoint();
 /// Forgets bits and keywords that no prompt took.
 void acedForgetInitGet();
