@@ -1,11 +1,15 @@
 // Dialogs as windows, worked by keys and clicks: what no line of a script can do.
 #include "app/window/dialogs/window_driver.h"
+#include "app/window/dialogs/block_picture.h"
 #include "app/window/dialogs/choice_views.h"
 #include "app/window/dialogs/dialog_window.h"
 #include "app/window/dialogs/field_views.h"
 #include "app/window/dialogs/list_view.h"
 #include "app/window/dialogs/picture_views.h"
+#include "base/files.h"
+#include "base/paths.h"
 #include "base/suivi.h"
+#include "support/dossier_temporaire.h"
 #include "ui/progress.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +17,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -50,8 +56,13 @@ protected:
     });
     // A dialog that nothing closes must not hold the tests up.
     QTimer guard;
-    QObject::connect(&guard, &QTimer::timeout, [&dialog] { dialog.endDialog(-1); });
-    QTimer::singleShot(20000, &guard, [] { FAIL() << "the dialog stays open"; });
+    guard.setSingleShot(true);
+    QObject::connect(&guard, &QTimer::timeout, [this, &dialog] {
+      ADD_FAILURE() << "the dialog stays open";
+      dialog.endDialog(-1);
+      driver.front()->catchUp();
+    });
+    guard.start(5000);
     return dialog.doModal();
   }
   template <class View>
@@ -185,6 +196,7 @@ TEST_F(WindowDriver, ChangesOfTheDialogAreSeenAtOnce) {
     combo.setIndex(1);
     label.setText(L"12.5");
     secret.show();
+    secret.setReadOnly();
     dialog.setTitle(L"Autre");
     go.disable();
   });
@@ -196,6 +208,7 @@ TEST_F(WindowDriver, ChangesOfTheDialogAreSeenAtOnce) {
     EXPECT_EQ(view<app::ComboView>(w, combo).box().currentText(), QStringLiteral("deux"));
     EXPECT_EQ(qobject_cast<QLabel*>(w.view(label)->widget())->text(), QStringLiteral("Résultat: 12.5"));
     EXPECT_TRUE(w.view(secret)->widget()->isVisible() && w.view(secret)->label()->isVisible());
+    EXPECT_TRUE(view<app::FieldView>(w, secret).edit().isReadOnly());
     EXPECT_EQ(w.windowTitle(), QStringLiteral("Autre"));
     EXPECT_FALSE(view<app::ButtonView>(w, go).button().isEnabled());
     w.reject();
@@ -260,6 +273,67 @@ TEST_F(WindowDriver, ManyCellsAreReadAgainTogether) {
     EXPECT_EQ(news.last().at(1).toModelIndex().row(), 4999) << "or cell by cell";
     w.reject();
   });
+}
+
+TEST_F(WindowDriver, EscapeAnswersAMessageByItsLastButton) {
+  const std::pair<ui::Buttons, int> rows[] = {{ui::Buttons::Ok, ui::kOk},
+                                              {ui::Buttons::OkCancel, ui::kCancel},
+                                              {ui::Buttons::YesNo, ui::kNo},
+                                              {ui::Buttons::YesNoCancel, ui::kCancel}};
+  for (const auto& [buttons, answer] : rows) {
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    EXPECT_EQ(ui::messageBox(L"Enregistrer ?", L"", buttons), answer);
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    EXPECT_EQ(ui::messageBox(L"Enregistrer ?", L"", buttons), ui::buttonsOf(buttons).front().answer);
+  }
+}
+
+TEST_F(WindowDriver, AChosenFilterCompletesTheName) {
+  const DossierTemporaire folder;
+  base::FileRequest request;
+  request.save = true;
+  request.extension = L"xyz";
+  request.filter = L"Liste (*.xyz)|*.xyz|Tableau|*.csv";
+  request.folder = base::texteDuChemin(folder.chemin);
+  const auto choose = [&](int filter) {
+    QTimer::singleShot(0, [filter] {
+      auto* const choice = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(choice, nullptr);
+      EXPECT_EQ(choice->nameFilters(),
+                (QStringList{QStringLiteral("Liste (*.xyz)"), QStringLiteral("Tableau (*.csv)")}));
+      choice->selectNameFilter(choice->nameFilters()[filter]);
+      choice->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("leve"));
+      choice->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
+    });
+    return ui::chooseFile(request).value_or(base::FileAnswer{L"?", 0});
+  };
+  EXPECT_EQ(choose(0).path, request.folder + L"/leve.xyz");
+  const base::FileAnswer second = choose(1);
+  EXPECT_EQ(second.path, request.folder + L"/leve.csv");
+  EXPECT_EQ(second.filterIndex, 2);
+}
+
+TEST_F(WindowDriver, ADrawingIsPicturedUpright) {
+  const DossierTemporaire folder;
+  const auto file = folder.chemin / "equerre.dxf";
+  ASSERT_TRUE(base::remplacerFichier(
+      file,
+      "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0\n20\n10\n11\n10\n21\n10\n0\nLINE\n8\n0\n10\n0\n20\n"
+      "0\n11\n0\n21\n10\n0\nENDSEC\n0\nEOF\n"));
+  QString reason;
+  const QImage picture = app::pictureOf(base::texteDuChemin(file), {100, 100}, reason).toImage();
+  ASSERT_FALSE(picture.isNull()) << reason.toStdString();
+  const auto ink = [&](const QRect& where) {
+    int dark = 0;
+    for (int y = where.top(); y <= where.bottom(); ++y)
+      for (int x = where.left(); x <= where.right(); ++x) dark += picture.pixelColor(x, y).lightness() < 128;
+    return dark;
+  };
+  EXPECT_GT(ink({50, 0, 50, 30}), 30) << "the line above, to the right";
+  EXPECT_GT(ink({0, 50, 30, 50}), 30) << "the line at the left, downwards";
+  EXPECT_EQ(ink({50, 50, 50, 50}), 0);
+  EXPECT_TRUE(app::pictureOf(L"", {100, 100}, reason).isNull());
+  EXPECT_EQ(reason, QStringLiteral("aucun dessin"));
 }
 
 TEST_F(WindowDriver, ALongJobIsStoppedByItsButton) {

@@ -17,6 +17,24 @@
 #include <utility>
 
 namespace veltora::app {
+namespace {
+
+constexpr const char* kPlace = "place";  ///< of a message's button among its choices
+
+QMessageBox::ButtonRole roleOf(int answer) {
+  switch (answer) {
+    case ui::kYes:
+      return QMessageBox::YesRole;
+    case ui::kNo:
+      return QMessageBox::NoRole;
+    case ui::kCancel:
+      return QMessageBox::RejectRole;
+    default:
+      return QMessageBox::AcceptRole;
+  }
+}
+
+}  // namespace
 
 /// A modal dialog is open for the scope.
 class WindowDriver::Running : private Uncopyable {
@@ -142,10 +160,8 @@ int WindowDriver::messageBox(const std::wstring& text, const std::wstring& title
   box.setText(shown(base::trim(text, L"\r\n")));
   box.setWindowModality(Qt::ApplicationModal);
   for (const ui::MessageButton& choice : choices) {
-    const auto role = choice.answer == ui::kOk || choice.answer == ui::kYes ? QMessageBox::AcceptRole
-                      : choice.answer == ui::kNo                            ? QMessageBox::DestructiveRole
-                                                                            : QMessageBox::RejectRole;
-    QPushButton* const button = box.addButton(QString::fromWCharArray(choice.caption), role);
+    QPushButton* const button = box.addButton(QString::fromWCharArray(choice.caption), roleOf(choice.answer));
+    button->setProperty(kPlace, static_cast<int>(&choice - choices.data()));
     if (&choice == &choices.front()) box.setDefaultButton(button);
     if (&choice == &choices.back()) box.setEscapeButton(button);
   }
@@ -154,10 +170,9 @@ int WindowDriver::messageBox(const std::wstring& text, const std::wstring& title
 
 int WindowDriver::attend(QMessageBox& box) {
   box.exec();
-  const QList<QAbstractButton*> buttons = box.buttons();
-  for (qsizetype i = 0; i < buttons.size(); ++i)
-    if (buttons[i] == box.clickedButton()) return static_cast<int>(i);
-  return static_cast<int>(buttons.size()) - 1;
+  // Not by the order of the buttons in the box, which is that of their roles.
+  if (const QAbstractButton* const clicked = box.clickedButton()) return clicked->property(kPlace).toInt();
+  return static_cast<int>(box.buttons().size()) - 1;
 }
 
 std::optional<base::FileAnswer> WindowDriver::chooseFile(const base::FileRequest& request) {
