@@ -13,6 +13,7 @@
 #include "arx/ed/acutads.h"
 #include "arx/ed/edsets.h"
 #include "base/text.h"
+#include "ui/driver.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -186,6 +187,7 @@ void MainWindow::makeMenus() {
   addCommandMenus(*menuBar(), [this](const QString& name) { m_lines.start(utf8(name)); });
   QMenu& drawings = menuOf(*menuBar(), "Dessins");
   m_recent = drawings.addMenu("Dessins récents");
+  m_recent->setObjectName("recents");
   connect(m_recent, &QMenu::aboutToShow, this, [this] { fillRecent(); });
   makeViewMenu();
   makeSnapMenu();
@@ -371,6 +373,7 @@ void MainWindow::askedAgain(const base::Request& request) { asked(request); }
 /// The window stays until QUIT has asked for what is not saved.
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
+  if (!m_lines.request() && ui::driver()) ui::driver()->requestStop();  // a job at work
   m_lines.close();
   // Dialogs that wait are cancelled one after the other.
   auto* const timer = new QTimer(this);

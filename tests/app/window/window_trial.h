@@ -13,6 +13,8 @@
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
 
@@ -61,11 +63,11 @@ protected:
     // A step may run a loop of its own, in which the steps go on.
     std::function<void()> tick = [&] {
       QTimer::singleShot(0, &alive, tick);
-      if (!lines().request()) return;
+      if (!lines().request() && !question()) return;
       if (next < steps.size())
         steps[next++]();
-      else if (lines().request()->kind == base::Request::Kind::kButton)
-        lines().answer("[Non]");
+      else if (question())
+        press("Non");
       else
         session->window().close();
     };
@@ -82,10 +84,15 @@ protected:
   AcDbDatabase& database() { return *acdbHostApplicationServices()->workingDatabase(); }
   QPoint at(double x, double y) { return view().place().toPixel({kX + x, kY + y}).toPoint(); }
   void click(double x, double y) { QTest::mouseClick(&view(), Qt::LeftButton, {}, at(x, y)); }
+  /// Sent as it is: the toolkit's own would move the cursor of the screen, and let other events through.
+  void move(const QPoint& to, Qt::MouseButton held = Qt::NoButton) {
+    QMouseEvent event(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, held, {});
+    QApplication::sendEvent(&view(), &event);
+  }
   void drag(Qt::MouseButton button, const QPoint& from, const QPoint& to) {
     QTest::mousePress(&view(), button, {}, from);
-    QTest::mouseMove(&view(), (from + to) / 2);
-    QTest::mouseMove(&view(), to);
+    move((from + to) / 2, button);
+    move(to, button);
     QTest::mouseRelease(&view(), button, {}, to);
   }
   void type(const char* text) {
@@ -93,6 +100,14 @@ protected:
     QTest::keyClick(&session->window().commandLine().edit(), Qt::Key_Return);
   }
   std::string prompt() { return lines().request() ? lines().request()->prompt : std::string(); }
+
+  /// The message box that waits; null for none.
+  static QMessageBox* question() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+  static void press(const char* caption) {
+    for (QAbstractButton* const button : question()->buttons())
+      if (button->text() == caption) return QTest::mouseClick(button, Qt::LeftButton);
+    FAIL() << caption;
+  }
 
   /// The lines that are not erased, by their ends from the corner of the drawing.
   std::vector<std::array<double, 4>> linesOf(AcDbDatabase& of) {

@@ -17,6 +17,11 @@
 #include <utility>
 
 namespace veltora::app {
+namespace {
+
+constexpr const char* kRank = "rang";  ///< of a message's button, in the order in which they were added
+
+}  // namespace
 
 /// A modal dialog is open for the scope.
 class WindowDriver::Running : private Uncopyable {
@@ -146,18 +151,18 @@ int WindowDriver::messageBox(const std::wstring& text, const std::wstring& title
                       : choice.answer == ui::kNo                            ? QMessageBox::DestructiveRole
                                                                             : QMessageBox::RejectRole;
     QPushButton* const button = box.addButton(QString::fromWCharArray(choice.caption), role);
+    button->setProperty(kRank, static_cast<int>(&choice - choices.data()));
     if (&choice == &choices.front()) box.setDefaultButton(button);
     if (&choice == &choices.back()) box.setEscapeButton(button);
   }
   return choices[static_cast<std::size_t>(attend(box))].answer;
 }
 
+/// The box lists its buttons by their roles, not in the order in which they were added.
 int WindowDriver::attend(QMessageBox& box) {
   box.exec();
-  const QList<QAbstractButton*> buttons = box.buttons();
-  for (qsizetype i = 0; i < buttons.size(); ++i)
-    if (buttons[i] == box.clickedButton()) return static_cast<int>(i);
-  return static_cast<int>(buttons.size()) - 1;
+  const QVariant rank = box.clickedButton() ? box.clickedButton()->property(kRank) : QVariant();
+  return rank.isValid() ? rank.toInt() : static_cast<int>(box.buttons().size()) - 1;
 }
 
 std::optional<base::FileAnswer> WindowDriver::chooseFile(const base::FileRequest& request) {
