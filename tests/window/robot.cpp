@@ -29,10 +29,12 @@ QString& pictures() {
   return folder;
 }
 
+/// One for each title, of the first window that bears it.
 void takePicture(QWidget& window) {
-  static int number = 0;
-  if (pictures().isEmpty()) return;
-  const QString name = QStringLiteral("%1/%2.png").arg(pictures()).arg(++number, 3, 10, QLatin1Char('0'));
+  QString title = window.windowTitle();
+  title.replace(QLatin1Char('/'), QLatin1Char('-'));
+  const QString name = QStringLiteral("%1/%2.png").arg(pictures(), title);
+  if (pictures().isEmpty() || QFileInfo::exists(name)) return;
   if (!window.grab().save(name)) fail("l'image « " + app::utf8(name) + " » ne s'écrit pas");
 }
 

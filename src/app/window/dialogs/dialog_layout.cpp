@@ -16,6 +16,7 @@ namespace {
 constexpr int kFieldsInAColumn = 3;
 constexpr int kChecksInAColumn = 4;
 constexpr int kGroupsInARow = 3;
+constexpr int kWidestGroups = 860;   ///< pixels of a row
 constexpr int kWidestButtons = 640;  ///< pixels of a row
 
 /// How controls that follow each other share their room.
@@ -24,13 +25,24 @@ enum class Place { Field, Check, Button, Group, Alone, Wide, Nowhere };
 Place placeOf(const ui::Control& control) {
   return ui::visit(
       control, [](const ui::TextField* field) { return field->multiline() ? Place::Wide : Place::Field; },
-      [](const ui::ComboBox*) { return Place::Field; }, [](const ui::CheckBox*) { return Place::Check; },
+      [](const ui::ComboBox*) { return Place::Field; },
+      [](const ui::CheckBox* check) { return check->pushLike() ? Place::Button : Place::Check; },
       [](const ui::Button*) { return Place::Button; }, [](const ui::Group*) { return Place::Group; },
       [](const ui::Label*) { return Place::Alone; }, [](const ui::RadioGroup*) { return Place::Alone; },
       [](const ui::ProgressBar*) { return Place::Alone; }, [](const ui::Preview*) { return Place::Alone; },
       [](const ui::List*) { return Place::Wide; }, [](const ui::WebView*) { return Place::Wide; },
       [](const ui::Pages*) { return Place::Wide; }, [](const ui::Page*) { return Place::Nowhere; },
       [](const ui::Menu*) { return Place::Nowhere; });
+}
+
+/// The places of controls in their order; a check box among fields stands with them.
+std::vector<Place> placesOf(const std::vector<ui::Control*>& controls) {
+  std::vector<Place> places;
+  for (const ui::Control* control : controls) places.push_back(placeOf(*control));
+  for (std::size_t i = 1; i + 1 < places.size(); ++i)
+    if (places[i] == Place::Check && places[i - 1] == Place::Field && places[i + 1] == Place::Field)
+      places[i] = Place::Field;
+  return places;
 }
 
 /// The views of one container on their way into its layout.
@@ -43,10 +55,11 @@ public:
     for (ui::Control* control : m_container.controls()) make(*control);
     const bool whole = dynamic_cast<const ui::Dialog*>(&m_container) != nullptr;
     const std::vector<ui::Control*> standing = own();
+    const std::vector<Place> places = placesOf(standing);
     for (std::size_t i = 0; i < standing.size();) {
-      const Place place = placeOf(*standing[i]);
+      const Place place = places[i];
       std::size_t end = i + 1;
-      while (end < standing.size() && placeOf(*standing[end]) == place) ++end;
+      while (end < standing.size() && places[end] == place) ++end;
       const std::vector<ui::Control*> run(standing.begin() + static_cast<std::ptrdiff_t>(i),
                                           standing.begin() + static_cast<std::ptrdiff_t>(end));
       add(place, run, whole && end == standing.size());
@@ -97,9 +110,9 @@ private:
   }
 
   /// The widget, with what stands beside it behind it.
-  QLayout* line(ui::Control& control) {
+  QBoxLayout* line(ui::Control& control) {
     auto* row = new QHBoxLayout;
-    row->addWidget(m_window.view(control)->widget());
+    row->addWidget(m_window.view(control)->widget(), placeOf(control) == Place::Button ? 0 : 1);
     for (ui::Control* other : m_container.controls()) {
       if (other->neighbour() != &control || placeOf(*other) == Place::Nowhere) continue;
       if (QLabel* caption = m_window.view(*other)->label()) row->addWidget(caption);
@@ -108,8 +121,10 @@ private:
     return row;
   }
 
-  /// Captions and fields in one or two columns of pairs, row by row as the Tab key goes.
-  void addPairs(const std::vector<ui::Control*>& run, int columns) {
+  /// Captions and fields in one or two columns of pairs, row by row as the Tab key goes; what is hidden at
+  /// first comes last.
+  void addPairs(std::vector<ui::Control*> run, int columns) {
+    std::stable_partition(run.begin(), run.end(), [](const ui::Control* c) { return c->visible(); });
     auto* grid = new QGridLayout;
     int cell = 0;
     for (ui::Control* control : run) {
@@ -118,7 +133,9 @@ private:
       ++cell;
       QLabel* const caption = m_window.view(*control)->label();
       if (caption) grid->addWidget(caption, row, column);
-      grid->addLayout(line(*control), row, caption ? column + 1 : column, 1, caption ? 1 : 2);
+      QBoxLayout* const cellLine = line(*control);
+      cellLine->addStretch();  // behind what has a greatest width
+      grid->addLayout(cellLine, row, caption ? column + 1 : column, 1, caption ? 1 : 2);
       grid->setColumnStretch(column + 1, 1);
       if (column > 0) grid->setColumnMinimumWidth(column - 1, 12);
     }
@@ -129,7 +146,6 @@ private:
     QHBoxLayout* row = nullptr;
     int width = 0;
     for (ui::Control* control : run) {
-      m_window.view(*control)->refresh();
       const int one = m_window.view(*control)->widget()->sizeHint().width() + 6;
       if (!row || width + one > kWidestButtons) {
         if (row && !last) row->addStretch();
@@ -146,13 +162,18 @@ private:
 
   void addGroups(const std::vector<ui::Control*>& run) {
     QHBoxLayout* row = nullptr;
-    for (std::size_t i = 0; i < run.size(); ++i) {
-      const bool grows = m_window.view(*run[i])->grows();
-      if (!row || grows || row->count() == kGroupsInARow) {
+    int width = 0;
+    for (ui::Control* group : run) {
+      ControlView* const view = m_window.view(*group);
+      const bool grows = view->grows();
+      const int one = view->widget()->sizeHint().width();
+      if (!row || grows || row->count() == kGroupsInARow || width + one > kWidestGroups) {
         row = new QHBoxLayout;
         m_column->addLayout(row, grows ? 1 : 0);
+        width = 0;
       }
-      row->addWidget(m_window.view(*run[i])->widget());
+      width += one;
+      row->addWidget(view->widget());
       if (grows) row = nullptr;
       m_grows = m_grows || grows;
     }

@@ -21,7 +21,6 @@ DialogWindow::DialogWindow(ui::Dialog& dialog, WindowDriver& driver, QWidget* pa
   m_refreshing = true;
   layOut(*this, dialog, *this);
   if (m_menuBar) layout()->setMenuBar(m_menuBar);
-  for (const auto& [control, view] : m_views) view->refresh();
   m_refreshing = false;
   orderTabs();
   dialog.setObserver(this);
@@ -49,6 +48,7 @@ ControlView* DialogWindow::view(const ui::Control& control) const {
 
 void DialogWindow::add(std::unique_ptr<ControlView> view) {
   const ui::Control* const control = &view->control();
+  view->refresh();  // the layout measures it
   m_views[control] = std::move(view);
 }
 

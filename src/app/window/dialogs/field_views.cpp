@@ -14,6 +14,8 @@ namespace {
 
 constexpr int kNumberChars = 11;
 constexpr int kTextChars = 16;
+constexpr int kLongestNumber = 26;
+constexpr int kAreaChars = 46;
 constexpr int kLongestLabel = 420;  ///< pixels; longer texts are broken into lines
 
 }  // namespace
@@ -39,8 +41,10 @@ void TextView::refreshContent() {
 
 FieldView::FieldView(DialogWindow& window, ui::TextField& field)
     : ControlView(window, field), m_field(field), m_edit(new QLineEdit(&window)) {
-  const int chars = dynamic_cast<ui::NumberField*>(&field) ? kNumberChars : kTextChars;
-  m_edit->setMinimumWidth(m_edit->fontMetrics().averageCharWidth() * chars + 16);
+  const bool number = dynamic_cast<ui::NumberField*>(&field) != nullptr;
+  const int letter = m_edit->fontMetrics().averageCharWidth();
+  m_edit->setMinimumWidth(letter * (number ? kNumberChars : kTextChars) + 16);
+  if (number) m_edit->setMaximumWidth(letter * kLongestNumber);
   place(m_edit, true);
   QObject::connect(m_edit, &QLineEdit::textEdited, &window, [this](const QString& text) {
     this->window().act(m_field, [this, typed = wide(text)] { return m_field.userType(typed); });
@@ -62,6 +66,7 @@ void FieldView::refreshContent() {
 AreaView::AreaView(DialogWindow& window, ui::TextField& field)
     : ControlView(window, field), m_field(field), m_edit(new QPlainTextEdit(&window)) {
   m_edit->setTabChangesFocus(true);
+  m_edit->setMinimumWidth(m_edit->fontMetrics().averageCharWidth() * kAreaChars);
   m_edit->setMinimumHeight(m_edit->fontMetrics().lineSpacing() * 5);
   place(m_edit, true);
   QObject::connect(m_edit, &QPlainTextEdit::textChanged, &window, [this] {
@@ -90,7 +95,8 @@ ButtonView::ButtonView(DialogWindow& window, ui::Button& button)
 void ButtonView::refreshContent() {
   const QString caption = shown(m_button.caption());
   m_shown->setText(caption);
-  if (caption.size() <= 3) m_shown->setMaximumWidth(m_shown->fontMetrics().averageCharWidth() * 6 + 16);
+  if (caption.size() <= 3 && m_button.role() == ui::Button::Role::Normal)
+    m_shown->setMaximumWidth(m_shown->fontMetrics().averageCharWidth() * 6 + 16);
 }
 
 ProgressView::ProgressView(DialogWindow& window, ui::ProgressBar& bar)

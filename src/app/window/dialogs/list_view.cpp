@@ -84,7 +84,9 @@ private:
 namespace {
 
 constexpr int kRowsShown = 8;
-constexpr int kCellMargin = 16;
+constexpr int kCellMargin = 24;
+constexpr int kCellChars = 9;  ///< that a column holds at least
+constexpr int kRowsMeasured = 30;
 constexpr int kNarrowest = 300;
 constexpr int kWidest = 820;
 
@@ -97,10 +99,11 @@ public:
   /// Some rows, and columns wide enough for their titles.
   [[nodiscard]] QSize sizeHint() const override {
     int width = kNarrowest;
+    int index = 0;
     for (const ui::List::Column& column : m_list.columns()) {
-      const int title = fontMetrics().horizontalAdvance(shown(ui::plainText(column.caption))) + kCellMargin;
       if (column.widthPercent >= 1.0)
-        width = std::max(width, static_cast<int>(100.0 * title / column.widthPercent));
+        width = std::max(width, static_cast<int>(widest(index) * allShares() / column.widthPercent));
+      ++index;
     }
     const int row = fontMetrics().height() + 4;
     return {std::min(width, kWidest) + 2 * frameWidth() + verticalScrollBar()->sizeHint().width(),
@@ -113,7 +116,7 @@ public:
     const int width = viewport()->width();
     for (int i = 0; i < header()->count() && static_cast<std::size_t>(i) < m_list.columns().size(); ++i) {
       const double share = m_list.columns()[static_cast<std::size_t>(i)].widthPercent;
-      header()->resizeSection(i, std::max(20, static_cast<int>(width * share / 100.0)));
+      header()->resizeSection(i, std::max(20, static_cast<int>(width * share / allShares())));
     }
   }
 
@@ -128,6 +131,21 @@ protected:
   }
 
 private:
+  /// Of the title and the first rows, pixels.
+  [[nodiscard]] int widest(int column) const {
+    const std::wstring& title = m_list.columns()[static_cast<std::size_t>(column)].caption;
+    int width = std::max(fontMetrics().horizontalAdvance(shown(ui::plainText(title))),
+                         fontMetrics().averageCharWidth() * kCellChars);
+    for (int row = 0; row < std::min(m_list.rowCount(), kRowsMeasured); ++row)
+      width = std::max(width, fontMetrics().horizontalAdvance(shown(m_list.cell(row, column))));
+    return width + kCellMargin;
+  }
+  /// Columns that leave room share it.
+  [[nodiscard]] double allShares() const {
+    double sum = 0.0;
+    for (const ui::List::Column& column : m_list.columns()) sum += column.widthPercent;
+    return sum > 1.0 ? std::min(sum, 100.0) : 100.0;
+  }
   ui::List& m_list;
 };
 
