@@ -104,6 +104,7 @@ MainWindow::MainWindow()
   makePanels();
   makeStatus();
   connectView();
+  m_commandLine->accepts = [this] { return m_lines.request() != nullptr; };
   m_commandLine->entered = [this](const QString& line) { m_lines.answer(utf8(line)); };
   m_commandLine->escaped = [this] { escape(); };
 }

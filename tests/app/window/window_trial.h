@@ -20,6 +20,16 @@
 
 namespace veltora::app {
 
+/// The application of all tests, offscreen.
+inline void startToolkit() {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  static int count = 1;
+  static char name[] = "essai";
+  static char* arguments[] = {name, nullptr};
+  static const auto* const application = new QApplication(count, arguments);
+  (void)application;
+}
+
 /// A whole session in a window: steps that run one after the other, each when a question waits.
 class WindowTrial : public ::testing::Test {
 protected:
@@ -29,13 +39,8 @@ protected:
   using Step = std::function<void()>;
 
   WindowTrial() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    startToolkit();
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.chemin.c_str());
-    static int count = 1;
-    static char name[] = "essai";
-    static char* arguments[] = {name, nullptr};
-    static const auto* const application = new QApplication(count, arguments);
-    (void)application;
     session = std::make_unique<WindowSession>();
   }
 
@@ -44,7 +49,7 @@ protected:
     AcDbDatabase made;
     const AcDbObjectPointer<AcDbBlockTableRecord> space(made.modelSpaceId(), AcDb::kForWrite);
     for (const auto& [x1, y1, x2, y2] :
-         {std::array{0., 0., 40., 0.}, {60., 0., 60., 30.}, {0., 20., 40., 50.}}) {
+         {std::array{0., 0., 40., 0.}, {60., 0., 60.0123456789, 30.0123456789}, {0., 20., 40., 50.}}) {
       auto* const line = new AcDbLine({kX + x1, kY + y1, 0}, {kX + x2, kY + y2, 0});
       space->appendAcDbEntity(line);
       line->close();
