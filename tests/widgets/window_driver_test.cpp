@@ -16,6 +16,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -222,6 +225,39 @@ TEST_F(WindowDriver, RowsAreChosenByTheMouseWithItsKeys) {
     clicks = 0;
     click(table, 4, Qt::NoModifier);
     EXPECT_EQ(clicks, 1) << "a click on the row that is chosen already";
+    w.reject();
+  });
+}
+
+TEST_F(WindowDriver, ADialogTallerThanTheScreenIsScrolled) {
+  ui::Dialog dialog(L"D");
+  std::vector<std::unique_ptr<ui::Label>> labels;
+  for (int i = 0; i < 90; ++i) labels.push_back(std::make_unique<ui::Label>(&dialog, L"Ligne"));
+  ui::TextField last(&dialog, L"Dernier");
+  run(dialog, [&](DialogWindow& w) {
+    EXPECT_LE(w.height(), w.screen()->availableSize().height());
+    auto* const frame = w.findChild<QScrollArea*>();
+    ASSERT_NE(frame, nullptr);
+    frame->ensureWidgetVisible(w.view(last)->widget());
+    EXPECT_FALSE(w.view(last)->widget()->visibleRegion().isEmpty());
+    w.reject();
+  });
+}
+
+TEST_F(WindowDriver, ManyCellsAreReadAgainTogether) {
+  ui::Dialog dialog(L"D");
+  ui::List list(&dialog, L"Liste");
+  list.addColumn(L"A", 100);
+  for (int i = 0; i < 5000; ++i) list.addRow({L"0"});
+  ui::Button go(&dialog, L"Va", [&] {
+    for (int i = 0; i < 5000; ++i) list.setCell(i, 0, L"1");
+  });
+  run(dialog, [&](DialogWindow& w) {
+    const QTreeView& table = view<app::ListView>(w, list).table();
+    QSignalSpy news(table.model(), &QAbstractItemModel::dataChanged);
+    view<app::ButtonView>(w, go).button().click();
+    EXPECT_LT(news.size(), 300);
+    EXPECT_EQ(news.last().at(1).toModelIndex().row(), 4999) << "or cell by cell";
     w.reject();
   });
 }

@@ -1,6 +1,6 @@
 // The terminal program with its dialogs in windows: the lines of its scripts work the widgets. For tests
 // alone.
-//   VELTORA_IMAGES=FOLDER  each window that opens leaves its picture there
+//   VELTORA_IMAGES=FOLDER  each window leaves its picture there
 #include "app/arguments.h"
 #include "app/session/output.h"
 #include "app/session/program.h"

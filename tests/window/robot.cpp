@@ -6,7 +6,10 @@
 #include "base/text.h"
 #include "ui/file_filter.h"
 
+#include <cxxabi.h>
+
 #include <QAbstractButton>
+#include <QBuffer>
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -16,6 +19,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <cstdlib>
+#include <memory>
+#include <typeinfo>
 #include <utility>
 
 using namespace veltora;
@@ -29,13 +35,26 @@ QString& pictures() {
   return folder;
 }
 
-/// One for each title, of the first window that bears it.
-void takePicture(QWidget& window) {
-  QString title = window.windowTitle();
-  title.replace(QLatin1Char('/'), QLatin1Char('-'));
-  const QString name = QStringLiteral("%1/%2.png").arg(pictures(), title);
-  if (pictures().isEmpty() || QFileInfo::exists(name)) return;
-  if (!window.grab().save(name)) fail("l'image « " + app::utf8(name) + " » ne s'écrit pas");
+/// One for each name: the fullest, by the size of its file.
+void takePicture(QWidget& window, QString name) {
+  if (pictures().isEmpty()) return;
+  name = QStringLiteral("%1/%2.png").arg(pictures(), name.replace(QLatin1Char('/'), QLatin1Char('-')));
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  window.grab().save(&buffer, "PNG");
+  if (QFileInfo(name).exists() && QFileInfo(name).size() >= bytes.size()) return;
+  QFile file(name);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+    fail("l'image « " + app::utf8(name) + " » ne s'écrit pas");
+}
+
+/// Title and class, as two dialogs may have one title.
+QString nameOf(const ui::Dialog& dialog) {
+  const std::unique_ptr<char, decltype(&std::free)> name(
+      abi::__cxa_demangle(typeid(dialog).name(), nullptr, nullptr, nullptr), &std::free);
+  const QString className = QString::fromUtf8(name.get()).section(QStringLiteral("::"), -1);
+  return app::shown(dialog.title()) + QStringLiteral(" (") + className + QLatin1Char(')');
 }
 
 }  // namespace
@@ -111,14 +130,16 @@ int Robot::Screen::messageBox(const std::wstring& text, const std::wstring& titl
 void Robot::Screen::attend(app::DialogWindow& window) {
   QCoreApplication::processEvents();
   if (!window.isVisible()) fail("la boîte ne se voit pas");
-  takePicture(window);
+  const QString name = nameOf(*window.dialog());
   m_robot.ScriptDriver::runModal(*window.dialog());
+  window.catchUp();
+  takePicture(window, name);
 }
 
 int Robot::Screen::attend(QMessageBox& box) {
   box.show();
   QCoreApplication::processEvents();
-  takePicture(box);
+  takePicture(box, QStringLiteral("message ") + box.windowTitle());
   const std::wstring title = app::wide(box.windowTitle());
   const ui::Buttons buttons = m_buttons;
   const int answer = m_robot.ScriptDriver::messageBox(app::wide(box.text()), title, buttons);
@@ -140,7 +161,7 @@ bool Robot::Screen::attend(QFileDialog& choice) {
   const QString line = app::shown(*std::exchange(typed, std::nullopt));
   choice.show();
   QCoreApplication::processEvents();
-  takePicture(choice);
+  takePicture(choice, QStringLiteral("fichier ") + choice.windowTitle());
   auto* const name = choice.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   auto* const buttons = choice.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
   if (!name || !buttons) fail("le choix de fichiers a une autre forme");

@@ -16,7 +16,8 @@ public:
   int messageBox(const std::wstring& text, const std::wstring& title, veltora::ui::Buttons buttons) override;
   void copyText(const std::wstring& text) override;
 
-  /// Each dialog that opens leaves its picture in this folder; none for an empty name.
+  /// Each window leaves its picture in this folder, dialogs as they were when they ended; none for an empty
+  /// name.
   static void takePictures(const std::string& folder);
 
 protected:

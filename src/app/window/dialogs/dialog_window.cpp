@@ -11,23 +11,52 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace veltora::app {
 
+namespace {
+
+constexpr double kShareOfScreen = 0.9;
+constexpr std::size_t kCellsNoted = 200;  ///< beyond, the list is read again
+
+/// The content itself, or a frame that scrolls it when the screen is too small.
+QWidget* scrolled(QWidget& content, QSize room) {
+  const QSize least = content.minimumSizeHint();
+  if (least.height() <= room.height() && least.width() <= room.width()) return &content;
+  auto* const frame = new QScrollArea(content.parentWidget());
+  frame->setWidgetResizable(true);
+  frame->setFrameShape(QFrame::NoFrame);
+  frame->setWidget(&content);
+  frame->setMinimumWidth(
+      std::min(least.width() + frame->verticalScrollBar()->sizeHint().width(), room.width()));
+  return frame;
+}
+
+}  // namespace
+
 DialogWindow::DialogWindow(ui::Dialog& dialog, WindowDriver& driver, QWidget* parent)
     : QDialog(parent), m_dialog(&dialog), m_driver(driver) {
   setWindowModality(Qt::ApplicationModal);
+  auto* const content = new QWidget(this);
   m_refreshing = true;
-  layOut(*this, dialog, *this);
-  if (m_menuBar) layout()->setMenuBar(m_menuBar);
+  layOut(*this, dialog, *content);
   m_refreshing = false;
+  const QSize room = (screen() ? screen()->availableSize() : QSize(1024, 768)) * kShareOfScreen;
+  auto* const outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->addWidget(scrolled(*content, room));
+  if (m_menuBar) outer->setMenuBar(m_menuBar);
   orderTabs();
   dialog.setObserver(this);
   m_titleOrFocus = true;
   catchUp();
   adjustSize();
-  if (const QScreen* where = screen()) resize(size().boundedTo(where->availableSize() * 0.9));
+  resize(size().boundedTo(room));
 }
 
 DialogWindow::~DialogWindow() {
@@ -101,10 +130,10 @@ void DialogWindow::act(ui::Control& control, const std::function<bool()>& deed) 
 void DialogWindow::catchUp() {
   if (m_refreshing || !m_dialog) return;
   m_refreshing = true;
-  for (ui::Control* control : std::exchange(m_changed, {}))
-    if (ControlView* const changedView = view(*control)) changedView->refresh();
   for (const auto& [list, row, column] : std::exchange(m_cells, {}))
     if (ControlView* const changedView = view(*list)) changedView->refreshCell(row, column);
+  for (ui::Control* control : std::exchange(m_changed, {}))
+    if (ControlView* const changedView = view(*control)) changedView->refresh();
   for (const auto& [control, one] : m_views) {
     auto* const button = qobject_cast<QPushButton*>(one->widget());
     const bool isDefault = control == m_dialog->defaultButton();
@@ -185,7 +214,10 @@ void DialogWindow::changed(ui::Control& control) {
 }
 
 void DialogWindow::cellChanged(ui::List& list, int row, int column) {
-  m_cells.insert({&list, row, column});
+  if (m_cells.size() < kCellsNoted)
+    m_cells.insert({&list, row, column});
+  else
+    m_changed.insert(&list);
   later();
 }
 

@@ -3,6 +3,7 @@
 #include "app/window/dialogs/dialog_window.h"
 #include "app/window/dialogs/text.h"
 
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -76,6 +77,9 @@ AreaView::AreaView(DialogWindow& window, ui::TextField& field)
 
 void AreaView::refreshContent() {
   m_edit->setReadOnly(m_field.readOnly());
+  // What is only read is a journal or a file, in columns.
+  if (m_field.readOnly()) m_edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  m_edit->setLineWrapMode(m_field.readOnly() ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
   const QString text = shown(m_field.text()).remove(QLatin1Char('\r'));
   if (m_edit->toPlainText() == text) return;
   const QSignalBlocker silent(m_edit);
