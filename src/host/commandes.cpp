@@ -8,6 +8,7 @@
 #include "arx/rx/rxdict.h"
 #include "base/text.h"
 #include "calc/dialogs/fermee_dlg.h"
+#include "calc/dialogs/leve_dlg.h"
 #include "calc/dialogs/moindres_carres_dlg.h"
 #include "calc/dialogs/ouverte_dlg.h"
 #include "codes/commandes_codes.h"
@@ -94,7 +95,7 @@ void tableCoord() {
 template <std::size_t Rang>
 void duTerrain();
 
-constexpr std::array<commande, 22> kCommandes{{
+constexpr std::array<commande, 23> kCommandes{{
     {L"CARROYAGE",
      ACRX_CMD_USEPICKSET,
      carroyage,
@@ -166,6 +167,10 @@ constexpr std::array<commande, 22> kCommandes{{
      ACRX_CMD_MODAL,
      implantationAuto,
      {L"Calculs", L"Implante des points depuis les plus proches des stations d'un code"}},
+    {L"LEVER",
+     ACRX_CMD_MODAL,
+     commandeLever,
+     {L"Calculs", L"Un carnet GSI et un canevas : stations et points calculés, placés"}},
 }};
 
 template <std::size_t Rang>

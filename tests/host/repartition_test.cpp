@@ -26,7 +26,7 @@ TEST_F(Repartition, registersTheCommandsInOrderWithTheirFlags) {
             "CARROYAGE 2\nVCODIFICATION 1\nCOORDSXYZ 0\nCORRPOLFERMEE 0\nCORRPOLOUVERTE 0\nCORRMCARRES 0\n"
             "IMPORTGSI 0\nRECT3PT 3\nIMPORTPOINTS 2\nEXPORTPOINTS 2\nTABLEXYZ 2\nMAJPOINTS 2\nPTSEN3D 0\n"
             "TABLECOORD 0\nMNT 0\nMNTZ 0\nMNTPROFIL 0\nCOURBES 0\nMNTFACES 0\nPLOT 0\nCLOTHOIDE 0\n"
-            "IMPLANTAUTO 0\n");
+            "IMPLANTAUTO 0\nLEVER 0\n");
   EXPECT_EQ(acedCommandStack()->lookupCmd(L"TRACER"), acedCommandStack()->lookupCmd(L"PLOT"));
   EXPECT_TRUE(acrxDynamicLinker->isAppMDIAware(L"veltora"));
   EXPECT_FALSE(acrxDynamicLinker->isApplicationLocked(L"veltora"));

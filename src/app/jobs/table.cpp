@@ -10,6 +10,7 @@
 #include "app/jobs/implanter.h"
 #include "app/jobs/importer.h"
 #include "app/jobs/legende.h"
+#include "app/jobs/lever.h"
 #include "app/jobs/lisp.h"
 #include "app/jobs/planche.h"
 #include "app/jobs/points.h"
@@ -31,6 +32,7 @@ std::span<const Job> jobTable() {
       {"reseau", "Compense un réseau par moindres carrés (fichier .mc), affiche les coordonnées calculées",
        declareReseau},
       {"carnet", "Lit un carnet de terrain GSI, affiche les points dont il donne X et Y", declareCarnet},
+      {"lever", "Calcule un levé : le carnet GSI et le canevas donnent stations et points", declareLever},
       {"feuille", "Ouvre la feuille « Calculs topométriques » : canevas, import GSI", declareFeuille},
       {"points", "Affiche les tables de points enregistrées dans un dessin", declarePoints},
       {"importer",

@@ -19,17 +19,17 @@ struct Ending {
 };
 /// Endings that everybody takes for what they say. Any other promises nothing.
 constexpr Ending kEndings[] = {
-    {L"dxf", FileKind::kDrawing}, {L"dwg", FileKind::kDrawing}, {L"htm", FileKind::kReport},
-    {L"html", FileKind::kReport}, {L"doc", FileKind::kReport},  {L"txt", FileKind::kText},
-    {L"xyz", FileKind::kText},    {L"csv", FileKind::kText},    {L"asc", FileKind::kText},
-    {L"obs", FileKind::kOther},   {L"mc", FileKind::kOther},    {L"fmc", FileKind::kOther},
-    {L"gsi", FileKind::kOther},   {L"lsp", FileKind::kOther},   {L"scr", FileKind::kOther},
-    {L"pdf", FileKind::kPlan},    {L"docx", FileKind::kOther},  {L"odt", FileKind::kOther},
-    {L"rtf", FileKind::kOther},   {L"xls", FileKind::kOther},   {L"xlsx", FileKind::kOther},
-    {L"ods", FileKind::kOther},   {L"xml", FileKind::kOther},   {L"json", FileKind::kOther},
-    {L"zip", FileKind::kOther},   {L"png", FileKind::kPlan},    {L"jpg", FileKind::kOther},
-    {L"jpeg", FileKind::kOther},  {L"tif", FileKind::kOther},   {L"svg", FileKind::kPlan},
-    {L"shp", FileKind::kOther},   {L"dgn", FileKind::kOther},   {L"dwt", FileKind::kOther},
+    {L"dxf", FileKind::kDrawing},  {L"dwg", FileKind::kDrawing}, {L"htm", FileKind::kReport},
+    {L"html", FileKind::kReport},  {L"doc", FileKind::kReport},  {L"txt", FileKind::kText},
+    {L"xyz", FileKind::kText},     {L"csv", FileKind::kText},    {L"asc", FileKind::kText},
+    {L"obs", FileKind::kTraverse}, {L"mc", FileKind::kNetwork},  {L"fmc", FileKind::kOther},
+    {L"gsi", FileKind::kOther},    {L"lsp", FileKind::kOther},   {L"scr", FileKind::kOther},
+    {L"pdf", FileKind::kPlan},     {L"docx", FileKind::kOther},  {L"odt", FileKind::kOther},
+    {L"rtf", FileKind::kOther},    {L"xls", FileKind::kOther},   {L"xlsx", FileKind::kOther},
+    {L"ods", FileKind::kOther},    {L"xml", FileKind::kOther},   {L"json", FileKind::kOther},
+    {L"zip", FileKind::kOther},    {L"png", FileKind::kPlan},    {L"jpg", FileKind::kOther},
+    {L"jpeg", FileKind::kOther},   {L"tif", FileKind::kOther},   {L"svg", FileKind::kPlan},
+    {L"shp", FileKind::kOther},    {L"dgn", FileKind::kOther},   {L"dwt", FileKind::kOther},
     {L"bak", FileKind::kOther},
 };
 
@@ -41,6 +41,10 @@ const char* described(FileKind kind) {
       return "un rapport (.html, .htm ou .doc)";
     case FileKind::kPlan:
       return "un plan (.pdf, .svg ou .png)";
+    case FileKind::kTraverse:
+      return "une polygonale (.obs)";
+    case FileKind::kNetwork:
+      return "un réseau (.mc)";
     default:
       return "du texte (.txt, .xyz, .csv)";
   }

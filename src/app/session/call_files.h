@@ -14,7 +14,7 @@ class App;
 namespace veltora::app {
 
 /// What a file holds.
-enum class FileKind { kDrawing, kReport, kText, kPlan, kOther };
+enum class FileKind { kDrawing, kReport, kText, kPlan, kTraverse, kNetwork, kOther };
 
 /// A call that cannot be meant; the message is French, UTF-8.
 struct BadCall : std::runtime_error {

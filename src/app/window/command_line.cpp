@@ -95,6 +95,7 @@ void CommandLine::type(QKeyEvent* event) {
 }
 
 void CommandLine::enter() {
+  if (accepts && !accepts()) return;
   const QString line = m_edit->text();
   m_completer->popup()->hide();
   m_edit->clear();

@@ -33,6 +33,8 @@ public:
   void setHistory(const QStringList& lines);
 
   std::function<void(const QString& line)> entered;
+  /// Whether a question waits; what is typed ahead of one stays in the line.
+  std::function<bool()> accepts;
   std::function<void()> escaped;
 
 protected:

@@ -1,8 +1,10 @@
 #include "app/window/drawing_view.h"
 
+#include "arx/ap/acdocman.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
 #include "arx/ed/edgraphics.h"
+#include "arx/ed/edjig.h"
 #include "arx/ed/edsets.h"
 #include "arx/plot/plcolor.h"
 
@@ -27,6 +29,13 @@ constexpr double kLeastUnits = 1e-9;
 constexpr double kMostUnits = 1e15;
 
 bool isPlace(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
+/// Held to scales at which places differ.
+double limited(double unitsPerPixel, const AcGePoint2d& center) {
+  const double reach = std::max(std::fabs(center.x), std::fabs(center.y));
+  const double least = std::min(std::max(kLeastUnits, reach * kFinest), kMostUnits);
+  return std::clamp(unitsPerPixel, least, kMostUnits);
+}
 
 }  // namespace
 
@@ -57,13 +66,15 @@ Adesk::UInt64 DrawingView::revision() const {
 void DrawingView::hostChanged() {
   AcDbDatabase* const working = acdbHostApplicationServices()->workingDatabase();
   const AcEdView view = acedView();
+  std::erase_if(m_seen, [](const AcDbDatabase* seen) { return !acDocManager->document(seen); });
   if (working != m_database) {
     m_database = working;
     m_picture = {};
     m_chosenEntities.clear();
     m_former.clear();
     if (m_database) adoptHostView();
-    if (m_database && !showsAnything()) zoomExtents();
+    // A drawing is opened as a whole; later its view is the one that it was left with.
+    if (m_database && m_seen.insert(m_database).second) zoomExtents();
   } else if (m_database && (view.center.x != m_hostCenter.x || view.center.y != m_hostCenter.y ||
                             view.height != m_hostHeight)) {
     remember();
@@ -81,19 +92,9 @@ void DrawingView::asked() {
 void DrawingView::adoptHostView() {
   const AcEdView view = acedView();
   m_place.center = view.center;
-  m_place.unitsPerPixel = view.height / std::max(1, height());
   if (!isPlace(m_place.center)) m_place.center = {0.0, 0.0};
+  m_place.unitsPerPixel = limited(view.height / std::max(1, height()), m_place.center);
   storeView();
-}
-
-/// Whether something of the drawing lies in what is shown; true for an empty one.
-bool DrawingView::showsAnything() const {
-  const AcDbExtents whole = m_database->spaceIndex().wholeBox();
-  if (whole.isEmpty()) return true;
-  const AcGePoint2d low = m_place.toWorld(QPointF(0, height()));
-  const AcGePoint2d high = m_place.toWorld(QPointF(width(), 0));
-  return whole.minPoint().x <= high.x && whole.maxPoint().x >= low.x && whole.minPoint().y <= high.y &&
-         whole.maxPoint().y >= low.y;
 }
 
 /// Tells the host what is shown. Neither a step of U nor a reason to save.
@@ -114,9 +115,8 @@ void DrawingView::storeView() {
 
 void DrawingView::show(const ViewPlace& place) {
   ViewPlace shown = place;
-  const double reach = std::max(std::fabs(shown.center.x), std::fabs(shown.center.y));
-  shown.unitsPerPixel = std::clamp(shown.unitsPerPixel, std::max(kLeastUnits, reach * kFinest), kMostUnits);
   if (!isPlace(shown.center) || !std::isfinite(shown.unitsPerPixel)) return;
+  shown.unitsPerPixel = limited(shown.unitsPerPixel, shown.center);
   m_place = shown;
   m_whole = false;
   storeView();
@@ -237,6 +237,8 @@ void DrawingView::paintEvent(QPaintEvent*) {
   paintPicture(painter);
   paintChosen(painter);
   paintVectors(painter);
+  if (const AcDbEntity* const dragged = acedDragged())
+    paintDragged(painter, *m_database, *dragged, m_place, m_dark);
   m_pointing.paint(painter);
 }
 

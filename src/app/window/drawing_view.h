@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
+#include <set>
 
 namespace veltora::app {
 
@@ -59,7 +60,6 @@ private:
   void paintPicture(QPainter& painter);
   void paintVectors(QPainter& painter) const;
   void paintChosen(QPainter& painter);
-  [[nodiscard]] bool showsAnything() const;
 
   Pointing m_pointing;
   AcDbDatabase* m_database = nullptr;
@@ -67,6 +67,7 @@ private:
   AcGePoint2d m_hostCenter;  ///< of the host's view, when it was taken over or set last
   double m_hostHeight = 0.0;
   std::vector<ViewPlace> m_former;
+  std::set<const AcDbDatabase*> m_seen;  ///< open drawings that were shown before
   QElapsedTimer m_sinceRemembered;
   bool m_dark = true;
   bool m_whole = false;  ///< all of the drawing is shown, and nothing else was asked for since

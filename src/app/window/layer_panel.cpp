@@ -102,8 +102,8 @@ void LayerPanel::click(int row, int column) {
 
 void LayerPanel::change(const Row& row, int column) {
   AcApDocument* const document = acDocManager->document(m_database);
-  const AcDbObjectId id = layerNamed(*m_database, row.name);
-  if (!document || id.isNull()) return;
+  const AcDbObjectId id = document ? layerNamed(*m_database, row.name) : AcDbObjectId::kNull;
+  if (id.isNull()) return;
   int color = row.color;
   if (column == kColor) {
     bool good = false;

@@ -13,6 +13,7 @@
 #include "arx/ed/acutads.h"
 #include "arx/ed/edsets.h"
 #include "base/text.h"
+#include "ui/driver.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -103,6 +104,7 @@ MainWindow::MainWindow()
   makePanels();
   makeStatus();
   connectView();
+  m_commandLine->accepts = [this] { return m_lines.request() != nullptr; };
   m_commandLine->entered = [this](const QString& line) { m_lines.answer(utf8(line)); };
   m_commandLine->escaped = [this] { escape(); };
 }
@@ -186,6 +188,7 @@ void MainWindow::makeMenus() {
   addCommandMenus(*menuBar(), [this](const QString& name) { m_lines.start(utf8(name)); });
   QMenu& drawings = menuOf(*menuBar(), "Dessins");
   m_recent = drawings.addMenu("Dessins récents");
+  m_recent->setObjectName("recents");
   connect(m_recent, &QMenu::aboutToShow, this, [this] { fillRecent(); });
   makeViewMenu();
   makeSnapMenu();
@@ -371,6 +374,7 @@ void MainWindow::askedAgain(const base::Request& request) { asked(request); }
 /// The window stays until QUIT has asked for what is not saved.
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
+  if (!m_lines.request() && ui::driver()) ui::driver()->requestStop();  // a job at work
   m_lines.close();
   // Dialogs that wait are cancelled one after the other.
   auto* const timer = new QTimer(this);

@@ -2,6 +2,7 @@
 
 #include "app/session/output.h"
 #include "app/session/program.h"
+#include "app/window/dialogs/window_driver.h"
 #include "app/window/driver_choice.h"
 
 #include <QCoreApplication>
@@ -27,6 +28,10 @@ WindowSession::WindowSession(base::LineSource* script)
     : m_output(std::make_unique<Output>(m_window, script != nullptr)) {
   base::LineSource& source = script ? *script : m_window.lines();
   m_program = std::make_unique<Program>(source, *m_output, makeDriver(source, *m_output, m_window));
+  m_window.lines().dialogIsOpen = [] {
+    const auto* const driver = dynamic_cast<const WindowDriver*>(ui::driver());
+    return driver && driver->front();
+  };
 }
 
 WindowSession::~WindowSession() {

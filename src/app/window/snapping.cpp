@@ -27,7 +27,7 @@ std::optional<Snapped> snapAt(AcDbDatabase& database, const std::vector<AcEdSnap
     const std::optional<AcGePoint3d> point = acedSnap(database, {snap}, place, aperture, from);
     if (!point) continue;
     const double distance = std::hypot(point->x - place.x, point->y - place.y);
-    if (!last && distance > least) continue;
+    if (!last && distance >= least) continue;
     least = distance;
     best = Snapped{snap, *point};
   }

@@ -2,6 +2,7 @@
 
 #include "arx/ap/apsession.h"
 #include "base/text.h"
+#include "ui/driver.h"
 
 #include <QEventLoop>
 
@@ -26,6 +27,7 @@ std::optional<std::string> WindowLines::readLine(const base::Request& request) {
   const bool outermost = request.kind == Kind::kCommand && m_waiting.empty();
   // What is to run once no command waits: whoever else asks is cancelled.
   if (!m_pending.empty()) return outermost ? std::optional(nextCommand()) : std::nullopt;
+  if (ui::Driver* const driver = ui::driver()) driver->oublierArret();
   QEventLoop loop;
   Waiting waiting{request, loop, std::nullopt, false};
   m_waiting.push_back(&waiting);
@@ -92,12 +94,13 @@ void WindowLines::start(const std::string& command) {
       m_listener.askedAgain(*request());
     return;
   }
+  if (mustStay()) return;
   m_pending.emplace_back([command] { return std::optional(command); });
   end(std::nullopt);
 }
 
 void WindowLines::whenIdle(std::function<void()> work, const std::string& command) {
-  if (m_waiting.empty()) return;
+  if (m_waiting.empty() || mustStay()) return;
   m_pending.emplace_back([work = std::move(work), command] {
     work();
     return command.empty() ? std::nullopt : std::optional(command);

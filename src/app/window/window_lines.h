@@ -48,6 +48,9 @@ public:
   void close();
   /// What waits is being cancelled for something else to run.
   [[nodiscard]] bool isCancelling() const { return !m_pending.empty(); }
+  /// Whether a dialog is open, hidden while it lets pick or not: no command is started then that would have
+  /// to end it.
+  std::function<bool()> dialogIsOpen;
 
 private:
   struct Waiting {
@@ -57,6 +60,7 @@ private:
     bool ended = false;
   };
   void end(std::optional<std::string> line);
+  [[nodiscard]] bool mustStay() const { return dialogIsOpen && dialogIsOpen(); }
   std::string nextCommand();
 
   Listener& m_listener;

@@ -5,6 +5,7 @@
 #include "arx/ge/gepoint.h"
 #include "base/console.h"
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -58,6 +59,8 @@ struct AcEdPromptState {
   int bits = 0;
   std::wstring keywords;
   std::optional<std::wstring> input;
+  /// What the next prompt lets be dragged (`Request::drag`).
+  std::function<void(const std::array<double, 3>&)> drag;
   AcGePoint3d lastPoint;
 };
 AcEdPromptState& acedPromptState();

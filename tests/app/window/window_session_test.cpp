@@ -3,14 +3,19 @@
 
 #include "app/window/layer_panel.h"
 #include "app/window/point_panel.h"
+#include "app/window/text.h"
 #include "app/window/window_trial.h"
 #include "arx/ap/acdocman.h"
 #include "arx/ed/edgraphics.h"
+#include "arx/ed/edhelp.h"
+#include "arx/ed/edjig.h"
 #include "arx/ed/edpick.h"
 #include "points/projets_topo.h"
 
 #include <QAction>
 #include <QHeaderView>
+#include <QMenu>
+#include <QMimeData>
 #include <QProcess>
 #include <QTabBar>
 #include <QTableView>
@@ -20,7 +25,6 @@ namespace veltora::app {
 namespace {
 
 using Lines = std::vector<std::array<double, 4>>;
-using Kind = base::Request::Kind;
 
 void wheel(QWidget& widget, const QPoint& at, int notches) {
   QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, 120 * notches}, {}, {}, Qt::NoScrollPhase, false);
@@ -56,7 +60,10 @@ TEST_F(WindowTrial, aDrawingIsOpenedPickedDrawnUndoneSavedAndReadBack) {
   });
   AcDbDatabase read(false);
   ASSERT_EQ(read.readDwgFile(base::fromUtf8(path).c_str()), Acad::eOk);
-  EXPECT_EQ(linesOf(read), (Lines{{0, 0, 40, 0}, {60, 0, 60, 30}, {0, 20, 40, 50}, {40, 0, 60, 30}}));
+  const Lines lines = linesOf(read);
+  ASSERT_EQ(lines.size(), 4U);
+  EXPECT_EQ(lines[0], (std::array{0., 0., 40., 0.}));
+  EXPECT_EQ(lines[3], (std::array{40., 0., lines[1][2], lines[1][3]})) << "from end to end, exactly";
 }
 
 TEST_F(WindowTrial, theWheelKeepsThePlaceUnderTheCursorAndTheMiddleButtonPullsIt) {
@@ -181,6 +188,28 @@ TEST_F(WindowTrial, aTransparentCommandRunsWithinTheOneThatWaitsAnotherEndsIt) {
         }});
 }
 
+TEST_F(WindowTrial, whatACommandShapesFollowsTheCursor) {
+  open({drawing()});
+  const auto dragged = [&] {
+    AcDbExtents box;
+    EXPECT_TRUE(acedDragged() && acedDragged()->getGeomExtents(box) == Acad::eOk);
+    return box;
+  };
+  work({[&] { type("RECT3PT"); }, [&] { type("650010,6860005"); }, [&] { type("650030,6860005"); },
+        [&] {
+          // The third point is above the level side: what is shown grows with it before it is answered.
+          move(at(20, 15));
+          const double low = dragged().maxPoint().y - dragged().minPoint().y;
+          move(at(20, 25));
+          const double tall = dragged().maxPoint().y - dragged().minPoint().y;
+          EXPECT_NEAR(tall - low, 10, 2 * view().place().unitsPerPixel);
+          EXPECT_NEAR(dragged().minPoint().x, kX + 10, 1e-6);
+          EXPECT_EQ(linesOf(database()).size(), 3U);
+          lines().cancel();
+        },
+        [&] { EXPECT_EQ(acedDragged(), nullptr); }});
+}
+
 TEST_F(WindowTrial, closingEndsTheQuestionsAndAsksForWhatIsNotSaved) {
   const std::string path = drawing();
   open({path});
@@ -188,9 +217,9 @@ TEST_F(WindowTrial, closingEndsTheQuestionsAndAsksForWhatIsNotSaved) {
   work({[&] { type("LIGNE"); }, [&] { type("650010,6860010"); }, [&] { type("650030,6860010"); },
         [&] { session->window().close(); },
         [&] {
-          ASSERT_EQ(lines().request()->kind, Kind::kButton);
+          ASSERT_NE(question(), nullptr);
           asked = true;
-          lines().answer("[Annuler]");
+          press("Annuler");
         },
         [&] {
           EXPECT_TRUE(lines().isIdle()) << "the session goes on";
@@ -278,6 +307,44 @@ TEST_F(WindowTrial, eachDrawingHasATabAndItsView) {
           ASSERT_EQ(tabs.count(), 1);
           EXPECT_EQ(std::wstring(curDoc()->docTitle()), L"deux.dxf");
         }});
+}
+
+TEST_F(WindowTrial, drawingsAreDroppedAndOpenedAgainFromTheRecentOnes) {
+  const std::string path = drawing("un.dxf");
+  open({});
+  const auto titleOfCurrent = [] { return std::wstring(curDoc()->docTitle()); };
+  work({[&] {
+          QMimeData data;
+          data.setUrls({QUrl::fromLocalFile(shown(path)), QUrl::fromLocalFile("/nulle/part.png")});
+          QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+          static_cast<QObject&>(session->window()).event(&event);
+        },
+        [&] {
+          EXPECT_EQ(titleOfCurrent(), L"un.dxf");
+          EXPECT_EQ(session->window().tabs().count(), 2);
+          type("FERMER");
+        },
+        [&] {
+          EXPECT_NE(titleOfCurrent(), L"un.dxf");
+          auto* const recent = session->window().findChild<QMenu*>("recents");
+          emit recent->aboutToShow();
+          ASSERT_FALSE(recent->actions().isEmpty());
+          recent->actions().front()->trigger();
+        },
+        [&] { EXPECT_EQ(titleOfCurrent(), L"un.dxf"); }});
+}
+
+TEST_F(WindowTrial, eachCommandOfAideStandsInAMenu) {
+  open({});
+  work({[&] {
+    int count = 0;
+    for (const AcEdCommandHelp& help : acedDescriptions()) {
+      const QString name = shown(help.names.substr(0, help.names.find(L',')));
+      EXPECT_NE(session->window().findChild<QAction*>(name), nullptr) << utf8(name);
+      ++count;
+    }
+    EXPECT_GT(count, 50);
+  }});
 }
 
 TEST_F(WindowTrial, theArrowsBringBackWhatWasTyped) {

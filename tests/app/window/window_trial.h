@@ -13,10 +13,22 @@
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
 
 namespace veltora::app {
+
+/// The application of all tests, offscreen.
+inline void startToolkit() {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  static int count = 1;
+  static char name[] = "essai";
+  static char* arguments[] = {name, nullptr};
+  static const auto* const application = new QApplication(count, arguments);
+  (void)application;
+}
 
 /// A whole session in a window: steps that run one after the other, each when a question waits.
 class WindowTrial : public ::testing::Test {
@@ -27,13 +39,8 @@ protected:
   using Step = std::function<void()>;
 
   WindowTrial() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    startToolkit();
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.chemin.c_str());
-    static int count = 1;
-    static char name[] = "essai";
-    static char* arguments[] = {name, nullptr};
-    static const auto* const application = new QApplication(count, arguments);
-    (void)application;
     session = std::make_unique<WindowSession>();
   }
 
@@ -42,7 +49,7 @@ protected:
     AcDbDatabase made;
     const AcDbObjectPointer<AcDbBlockTableRecord> space(made.modelSpaceId(), AcDb::kForWrite);
     for (const auto& [x1, y1, x2, y2] :
-         {std::array{0., 0., 40., 0.}, {60., 0., 60., 30.}, {0., 20., 40., 50.}}) {
+         {std::array{0., 0., 40., 0.}, {60., 0., 60.0123456789, 30.0123456789}, {0., 20., 40., 50.}}) {
       auto* const line = new AcDbLine({kX + x1, kY + y1, 0}, {kX + x2, kY + y2, 0});
       space->appendAcDbEntity(line);
       line->close();
@@ -61,11 +68,11 @@ protected:
     // A step may run a loop of its own, in which the steps go on.
     std::function<void()> tick = [&] {
       QTimer::singleShot(0, &alive, tick);
-      if (!lines().request()) return;
+      if (!lines().request() && !question()) return;
       if (next < steps.size())
         steps[next++]();
-      else if (lines().request()->kind == base::Request::Kind::kButton)
-        lines().answer("[Non]");
+      else if (question())
+        press("Non");
       else
         session->window().close();
     };
@@ -82,10 +89,15 @@ protected:
   AcDbDatabase& database() { return *acdbHostApplicationServices()->workingDatabase(); }
   QPoint at(double x, double y) { return view().place().toPixel({kX + x, kY + y}).toPoint(); }
   void click(double x, double y) { QTest::mouseClick(&view(), Qt::LeftButton, {}, at(x, y)); }
+  /// Sent as it is: the toolkit's own would move the cursor of the screen, and let other events through.
+  void move(const QPoint& to, Qt::MouseButton held = Qt::NoButton) {
+    QMouseEvent event(QEvent::MouseMove, to, view().mapToGlobal(to), Qt::NoButton, held, {});
+    QApplication::sendEvent(&view(), &event);
+  }
   void drag(Qt::MouseButton button, const QPoint& from, const QPoint& to) {
     QTest::mousePress(&view(), button, {}, from);
-    QTest::mouseMove(&view(), (from + to) / 2);
-    QTest::mouseMove(&view(), to);
+    move((from + to) / 2, button);
+    move(to, button);
     QTest::mouseRelease(&view(), button, {}, to);
   }
   void type(const char* text) {
@@ -93,6 +105,14 @@ protected:
     QTest::keyClick(&session->window().commandLine().edit(), Qt::Key_Return);
   }
   std::string prompt() { return lines().request() ? lines().request()->prompt : std::string(); }
+
+  /// The message box that waits; null for none.
+  static QMessageBox* question() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+  static void press(const char* caption) {
+    for (QAbstractButton* const button : question()->buttons())
+      if (button->text() == caption) return QTest::mouseClick(button, Qt::LeftButton);
+    FAIL() << caption;
+  }
 
   /// The lines that are not erased, by their ends from the corner of the drawing.
   std::vector<std::array<double, 4>> linesOf(AcDbDatabase& of) {

@@ -168,9 +168,9 @@ int WindowDriver::messageBox(const std::wstring& text, const std::wstring& title
   return choices[static_cast<std::size_t>(attend(box))].answer;
 }
 
+/// The box lists its buttons by their roles, not in the order in which they were added.
 int WindowDriver::attend(QMessageBox& box) {
   box.exec();
-  // Not by the order of the buttons in the box, which is that of their roles.
   if (const QAbstractButton* const clicked = box.clickedButton()) return clicked->property(kPlace).toInt();
   return static_cast<int>(box.buttons().size()) - 1;
 }

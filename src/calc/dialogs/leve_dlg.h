@@ -1,0 +1,52 @@
+#pragma once
+
+#include "jobs/lever.h"
+#include "ui/dialog.h"
+
+namespace veltora {
+
+/// The dialog of LEVER: a field book and known points to stations and points, which are shown, reported and
+/// placed.
+class VELTORA_API LeveDLG : public ui::Dialog {
+public:
+  LeveDLG();
+
+  ui::Group donnees{this, L"Données"};
+  ui::TextField carnet{&donnees, L"Carnet"};
+  ui::Button choisirCarnet{&donnees, L"...", [this] { choisir(carnet, L"Carnets GSI|*.gsi|Tous|*.*"); }};
+  ui::TextField canevas{&donnees, L"Canevas"};
+  ui::Button choisirCanevas{&donnees, L"...",
+                            [this] { choisir(canevas, L"Coordonnées|*.xyz|Listes|*.csv|Tous|*.*"); }};
+  ui::TextField nommees{&donnees, L"Stations nommées (LIGNE=NOM,H)"};
+  ui::Group corrections{this, L"Corrections"};
+  ui::CheckBox refraction{&corrections, L"Courbure et réfraction"};
+  ui::NumberField coefficient{&corrections, L"Coefficient", 0.13};
+  ui::NumberField facteur{&corrections, L"Facteur des distances", 1.0};
+  ui::TextField projection{&corrections, L"Projection (L93, CC48, EPSG:2154)"};
+  ui::Button calculer{this, L"Calculer", [this] { montrer(demande()); }};
+  ui::Group resultats{this, L"Résultats"};
+  ui::List stations{&resultats, L"Stations", ui::List::Selection::Single};
+  ui::List references{&resultats, L"Références"};
+  ui::List points{&resultats, L"Points"};
+  ui::TextField remarques{&resultats, L"Remarques"};
+  ui::Button rapport{this, L"Rapport", [this] { montrerLeRapport(); }};
+  ui::Button placer{this, L"Placer", [this] { placerPoints(); }};
+  ui::Button fermer{this, L"Fermer", ui::Button::Role::Cancel};
+
+private:
+  void choisir(ui::TextField& champ, const wchar_t* filtre);
+  /// What the fields say. Nothing, with a message, when one of them says nothing that can be meant.
+  std::optional<demandeLever> demande();
+  /// Computes and shows. @return false when there is no result, which is told
+  bool montrer(const std::optional<demandeLever>& quoi);
+  void montrerReferences();
+  void montrerLeRapport();
+  void placerPoints();
+
+  resultatLever m_resultat;
+};
+
+/// The command LEVER.
+void commandeLever();
+
+}  // namespace veltora
