@@ -107,6 +107,10 @@ TEST(LeveGsi, HauteursCodesObservations) {
   EXPECT_EQ(visees[0].observation, L"ABRI A5");
   EXPECT_EQ(visees[1].hMire, 1.7);
   EXPECT_FALSE(lue.remarques.empty());
+  // Another station begins without a height of target.
+  const lectureLeve deux = lireLeveGSI(lireCarnet(visee("P1", mot(87, '0', "+00001700")) + visee("P2")),
+                                       reglesUsuelles(), {{2, L"S2", {}}});
+  EXPECT_FALSE(deux.leve.stations.at(1).visees[0].hMire);
 }
 
 TEST(LeveGsi, Regles) {

@@ -120,6 +120,25 @@ TEST(Leve, FacesStationsConnuesLanceesEtLibres) {
   const auto& p2 =
       *std::find_if(r.points.begin(), r.points.end(), [](const auto& p) { return p.nom == L"P2"; });
   EXPECT_EQ(p2.stations.size(), 3U);
+  EXPECT_EQ(r.points[1].nom, L"E1");
+  EXPECT_EQ(r.points[1].stations, (std::vector<std::wstring>{L"S1", L"E2"}));  // not by itself
+}
+
+TEST(Leve, OrientationPonderee) {
+  // References 100 m and 300 m away whose directions are 4 mgr apart: the mean leaves 3 to the near one, 1 to
+  // the far one.
+  Pays pays;
+  pays.connus = {
+      {L"S1", {652000, 6862000, 200}}, {L"R1", {652000, 6862100, 200}}, {L"R2", {652300, 6862000, 200}}};
+  pays.inconnus = {{L"P1", {652010, 6862010, 200}}};
+  pays.stationner(L"S1", 50.0, {L"R1", L"R2", L"P1"});
+  for (std::size_t i = 0; i < 2; ++i) *pays.leve.stations[0].visees[i].h += 0.004;
+  const resultatCalculLeve r = pays.calculer();
+  EXPECT_NEAR(r.stations[0].place.g0, 50.0 - 0.001, 1e-7);
+  EXPECT_NEAR(*r.stations[0].place.references[0].ecartH, 0.003, 1e-7);
+  EXPECT_NEAR(*r.stations[0].place.references[1].ecartH, -0.001, 1e-7);
+  // Over all but one: sqrt((100 9 + 300 1) / 400 2 / 1).
+  EXPECT_NEAR(*r.stations[0].place.emq, 0.001 * std::sqrt(6.0), 1e-7);
 }
 
 TEST(Leve, RelevementParDirections) {
