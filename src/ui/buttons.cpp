@@ -23,21 +23,37 @@ bool Button::userPress() {
   return true;
 }
 
-Menu::Entry& Menu::Entry::add(const std::wstring& entryCaption, std::function<void()> action) {
-  entries.push_back(std::make_unique<Entry>());
-  entries.back()->caption = entryCaption;
-  entries.back()->onClick = std::move(action);
-  return *entries.back();
+void Menu::Entry::setCaption(const std::wstring& caption) {
+  m_caption = caption;
+  m_menu.touch();
 }
 
-Menu::Entry& Menu::Entry::addSubmenu(const std::wstring& entryCaption) { return add(entryCaption, {}); }
+void Menu::Entry::enable(bool enabled) {
+  m_enabled = enabled;
+  m_menu.touch();
+}
 
-void Menu::Entry::addSeparator() { add({}, {}).separator = true; }
+void Menu::Entry::setChecked(bool checked) {
+  m_checked = checked;
+  m_menu.touch();
+}
+
+Menu::Entry& Menu::Entry::add(const std::wstring& caption, std::function<void()> action) {
+  Entry& entry = *m_entries.emplace_back(std::make_unique<Entry>(m_menu));
+  entry.m_caption = caption;
+  entry.onClick = std::move(action);
+  m_menu.touch();
+  return entry;
+}
+
+Menu::Entry& Menu::Entry::addSubmenu(const std::wstring& caption) { return add(caption, {}); }
+
+void Menu::Entry::addSeparator() { add({}, {}).m_separator = true; }
 
 Menu::Menu(Container* parent, const std::wstring& caption) : Control(parent, caption) {}
 
 bool Menu::userPress(const Entry& entry) {
-  if (!usable() || !entry.enabled || entry.separator || !entry.entries.empty()) return false;
+  if (!usable() || !entry.enabled() || entry.separator() || !entry.entries().empty()) return false;
   call(entry.onClick);
   return true;
 }

@@ -38,8 +38,9 @@ void ComboBox::setIndex(int index) {
 void ComboBox::setText(const std::wstring& text) {
   const int found = find(text);
   if (found < 0 && !m_editable) return;
-  setIndex(found);
+  m_index = found;
   m_text = text;
+  touch();
 }
 
 int ComboBox::find(const std::wstring& text) const {
@@ -122,6 +123,11 @@ bool RadioGroup::itemEnabled(int index) const {
 void RadioGroup::enableItem(int index, bool enabled) {
   if (index < 0 || index >= static_cast<int>(m_items.size())) return;
   m_itemEnabled[static_cast<std::size_t>(index)] = enabled;
+  touch();
+}
+
+void RadioGroup::setPictures(std::vector<std::wstring> paths) {
+  m_pictures = std::move(paths);
   touch();
 }
 

@@ -32,6 +32,7 @@ public:
   [[nodiscard]] bool editable() const { return m_editable; }
   void setEditable(bool editable = true);
   [[nodiscard]] std::wstring kindName() const override { return L"Choix"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
   bool userChoose(int index);
   /// Only in an editable box.
@@ -63,6 +64,7 @@ public:
   [[nodiscard]] std::wstring pressedCaption() const { return m_pressedCaption; }
   [[nodiscard]] std::vector<std::wstring> names() const override;
   [[nodiscard]] std::wstring kindName() const override { return L"Case"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
   /// A click. Calls `onChange`, then `onClick`.
   bool userToggle();
@@ -89,9 +91,10 @@ public:
   [[nodiscard]] bool itemEnabled(int index) const;
   void enableItem(int index, bool enabled = true);
   /// Image files shown in place of the items' texts where a screen is, one an item; none without.
-  void setPictures(std::vector<std::wstring> paths) { m_pictures = std::move(paths); }
+  void setPictures(std::vector<std::wstring> paths);
   [[nodiscard]] const std::vector<std::wstring>& pictures() const { return m_pictures; }
   [[nodiscard]] std::wstring kindName() const override { return L"Choix"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
   /// A click on an item, also on the one in force. Calls `onChange` when the index changed, then `onClick`.
   bool userChoose(int index);

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "ui/dialog.h"
 #include "ui/fields.h"
+#include "ui/observer.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -42,6 +43,23 @@ Control::~Control() {
   if (!m_parent) return;
   if (Dialog* owner = dialog()) owner->forget(*this);
   std::erase(m_parent->m_controls, this);
+}
+
+void Control::touch() {
+  ++m_revision;
+  Dialog* const owner = dialog();
+  if (owner && owner->observer()) owner->observer()->changed(*this);
+}
+
+void Control::touchCell(List& list, int row, int column) {
+  ++m_revision;
+  Dialog* const owner = dialog();
+  if (owner && owner->observer()) owner->observer()->cellChanged(list, row, column);
+}
+
+void Control::beside(Control& neighbour) {
+  m_neighbour = &neighbour;
+  touch();
 }
 
 void Control::setCaption(const std::wstring& caption) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 /// The neutral dialog layer: dialogs and their controls as plain objects, without any toolkit. A driver shows
@@ -15,8 +16,28 @@
 ///   hidden or disabled, or when the control that was left took the focus back.
 namespace veltora::ui {
 
+class Button;
+class CheckBox;
+class ComboBox;
 class Control;
 class Dialog;
+class Group;
+class Label;
+class List;
+class Menu;
+class NumberField;
+class Observer;
+class Page;
+class Pages;
+class Preview;
+class ProgressBar;
+class RadioGroup;
+class TextField;
+class WebView;
+
+/// A control as what it is; see ui/kinds.h.
+using Kind = std::variant<Button*, CheckBox*, ComboBox*, Group*, Label*, List*, Menu*, NumberField*, Page*,
+                          Pages*, Preview*, ProgressBar*, RadioGroup*, TextField*, WebView*>;
 
 /// What holds controls, in their order of appearance: a dialog, a group, a page. The controls belong to the
 /// class that declares them as members; a container only knows them.
@@ -60,6 +81,7 @@ public:
   /// What a script calls the control: its caption, or for want of one the word for its kind ("Liste").
   [[nodiscard]] virtual std::vector<std::wstring> names() const;
   [[nodiscard]] virtual std::wstring kindName() const = 0;
+  [[nodiscard]] virtual Kind kind() = 0;
 
   void show(bool visible = true);
   void hide() { show(false); }
@@ -76,7 +98,7 @@ public:
 
   /// Places the control on the line of `neighbour`, which lives as long; a script may then say
   /// `Voisin/Légende`.
-  void beside(Control& neighbour) { m_neighbour = &neighbour; }
+  void beside(Control& neighbour);
   [[nodiscard]] Control* neighbour() const { return m_neighbour; }
 
   /// Gives the control the keyboard without leaving another one; inside an `onLeave` it undoes the user's
@@ -90,7 +112,8 @@ public:
 
   [[nodiscard]] Container* parent() const { return m_parent; }
   [[nodiscard]] Dialog* dialog() const;
-  /// Grows with each change of state: a driver redraws the control when it differs from what it has shown.
+  /// Grows with each change that a user can see: a driver redraws the control when it differs from what it
+  /// has shown. `Observer` tells it without being asked.
   [[nodiscard]] unsigned revision() const { return m_revision; }
 
   std::function<void()> onChange;  ///< the user changed the value
@@ -99,7 +122,8 @@ public:
 protected:
   /// @throws std::invalid_argument when `parent` is null
   Control(Container* parent, std::wstring caption);
-  void touch() { ++m_revision; }
+  void touch();
+  void touchCell(List& list, int row, int column);
   static void call(const std::function<void()>& callback) {
     if (callback) callback();
   }

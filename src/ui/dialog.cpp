@@ -1,6 +1,7 @@
 #include "ui/dialog.h"
 
 #include "ui/driver.h"
+#include "ui/observer.h"
 
 #include <utility>
 
@@ -18,6 +19,17 @@ Control* firstFocusable(const Container& container) {
       if (Control* found = firstFocusable(*inner)) return found;
     } else if (control->focusable()) {
       return control;
+    }
+  }
+  return nullptr;
+}
+
+Button* okButton(const Container& container) {
+  for (Control* control : container.controls()) {
+    if (auto* button = dynamic_cast<Button*>(control); button && button->role() == Button::Role::Ok) {
+      if (button->usable()) return button;
+    } else if (const auto* inner = dynamic_cast<Container*>(control)) {
+      if (Button* found = okButton(*inner)) return found;
     }
   }
   return nullptr;
@@ -46,7 +58,24 @@ private:
 
 Dialog::Dialog(std::wstring title) : m_title(std::move(title)) {}
 
-Dialog::~Dialog() = default;
+Dialog::~Dialog() {
+  if (m_observer) m_observer->gone(*this);
+}
+
+void Dialog::touch() {
+  ++m_revision;
+  if (m_observer) m_observer->changed(*this);
+}
+
+void Dialog::setTitle(const std::wstring& title) {
+  m_title = title;
+  touch();
+}
+
+void Dialog::setFocus(Control* control) {
+  m_focus = control;
+  touch();
+}
 
 int Dialog::doModal() {
   Driver* shown = driver();
@@ -96,6 +125,8 @@ void Dialog::closeModeless() {
   if (driver()) driver()->closeModeless(*this);
 }
 
+Button* Dialog::defaultButton() const { return okButton(*this); }
+
 void Dialog::onOk() {
   if (validateFields()) endDialog(kOk);
 }
@@ -106,11 +137,13 @@ bool Dialog::moveFocus(Control* control) {
   if (m_focus == control) return true;
   const bool wasOpen = m_open;
   Control* left = std::exchange(m_focus, control);
+  touch();
   if (left && left->onLeave) left->onLeave();
   return m_focus == control && m_open == wasOpen;
 }
 
-void Dialog::forget(const Control& control) {
+void Dialog::forget(Control& control) {
+  if (m_observer) m_observer->gone(control);
   if (m_focus == &control) m_focus = nullptr;
 }
 

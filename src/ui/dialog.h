@@ -37,7 +37,7 @@ public:
   ~Dialog() override;
 
   [[nodiscard]] const std::wstring& title() const { return m_title; }
-  void setTitle(const std::wstring& title) { m_title = title; }
+  void setTitle(const std::wstring& title);
 
   /// Shows the dialog until it is ended.
   /// @return the result given to `endDialog`
@@ -67,19 +67,30 @@ public:
 
   [[nodiscard]] Dialog* dialogOf() override { return this; }
   [[nodiscard]] Control* focus() const { return m_focus; }
-  void setFocus(Control* control) { m_focus = control; }
+  void setFocus(Control* control);
   /// The user's focus moves: the control that had it is left.
   /// @return false when it was called back meanwhile.
   bool moveFocus(Control* control);
+  /// The button of the Enter key: the first of `Role::Ok` that can be used; null for none.
+  [[nodiscard]] Button* defaultButton() const;
+
+  /// Grows when the title or the focus changes.
+  [[nodiscard]] unsigned revision() const { return m_revision; }
+  [[nodiscard]] Observer* observer() const { return m_observer; }
+  /// Null for none. The observer lives until it is taken off or the dialog has told it its end.
+  void setObserver(Observer* observer) { m_observer = observer; }
 
 private:
   friend class Control;
   class OpenScope;
-  void forget(const Control& control);
+  void forget(Control& control);
+  void touch();
 
   std::wstring m_title;
   Control* m_focus = nullptr;
   int m_result = 0;
+  unsigned m_revision = 0;
+  Observer* m_observer = nullptr;
   bool m_open = false;
   bool m_modeless = false;
   bool m_hidden = false;

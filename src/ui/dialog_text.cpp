@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "ui/kinds.h"
 #include "ui/report_text.h"
 #include "ui/script_names.h"
 
@@ -108,15 +109,15 @@ std::wstring pagesLine(const Pages& pages, const std::wstring& name) {
 std::wstring menuLine(const std::vector<std::unique_ptr<Menu::Entry>>& entries, const std::wstring& path) {
   std::wstring text;
   for (const auto& entry : entries) {
-    if (entry->separator) continue;
-    const std::wstring name = path + L"/" + plainText(entry->caption);
+    if (entry->separator()) continue;
+    const std::wstring name = path + L"/" + plainText(entry->caption());
     if (!text.empty()) text += L"  ";
-    if (!entry->entries.empty()) {
-      text += menuLine(entry->entries, name);
+    if (!entry->entries().empty()) {
+      text += menuLine(entry->entries(), name);
       continue;
     }
-    text += L"[" + name + L"]" + (entry->checked ? L" (coché)" : L"");
-    if (!entry->enabled) text += L" (désactivé)";
+    text += L"[" + name + L"]" + (entry->checked() ? L" (coché)" : L"");
+    if (!entry->enabled()) text += L" (désactivé)";
   }
   return text;
 }
@@ -154,24 +155,25 @@ std::wstring plainLine(Control& control) {
   std::wstring name = readableText(control.caption());
   if (name.empty()) name = control.names().front();
   if (control.neighbour()) name = control.neighbour()->names().front() + L"/" + name;
-  if (const auto* label = dynamic_cast<Label*>(&control)) return labelLine(*label);
-  if (const auto* field = dynamic_cast<TextField*>(&control)) return fieldLine(*field, name);
-  if (const auto* combo = dynamic_cast<ComboBox*>(&control)) return comboLine(*combo, name);
-  if (const auto* radio = dynamic_cast<RadioGroup*>(&control)) return radioLine(*radio, name);
-  if (const auto* pages = dynamic_cast<Pages*>(&control)) return pagesLine(*pages, name);
-  if (const auto* list = dynamic_cast<List*>(&control)) return listHead(*list, name);
-  if (const auto* menu = dynamic_cast<Menu*>(&control)) return menuLine(menu->entries(), name);
-  if (const auto* check = dynamic_cast<CheckBox*>(&control)) {
-    return check->pushLike() ? L"[" + name + L"]   (bascule)"
-                             : name + L" = " + (check->checked() ? L"oui" : L"non");
-  }
-  if (const auto* bar = dynamic_cast<ProgressBar*>(&control)) {
-    return base::formater(std::wstring(L"%s : %d %%"), name, bar->percent());
-  }
-  if (const auto* view = dynamic_cast<WebView*>(&control)) return name + L" : " + view->path();
-  if (const auto* preview = dynamic_cast<Preview*>(&control)) return L"[" + name + L"] " + preview->path();
-  if (dynamic_cast<Button*>(&control)) return L"[" + name + L"]";
-  return name;
+  return visit(
+      control, [&](const Label* label) { return labelLine(*label); },
+      [&](const TextField* field) { return fieldLine(*field, name); },
+      [&](const ComboBox* combo) { return comboLine(*combo, name); },
+      [&](const RadioGroup* radio) { return radioLine(*radio, name); },
+      [&](const Pages* pages) { return pagesLine(*pages, name); },
+      [&](const List* list) { return listHead(*list, name); },
+      [&](const Menu* menu) { return menuLine(menu->entries(), name); },
+      [&](const CheckBox* check) {
+        return check->pushLike() ? L"[" + name + L"]   (bascule)"
+                                 : name + L" = " + (check->checked() ? L"oui" : L"non");
+      },
+      [&](const ProgressBar* bar) {
+        return base::formater(std::wstring(L"%s : %d %%"), name, bar->percent());
+      },
+      [&](const WebView* view) { return name + L" : " + view->path(); },
+      [&](const Preview* preview) { return L"[" + name + L"] " + preview->path(); },
+      [&](const Button*) { return L"[" + name + L"]"; }, [&](const Group*) { return name; },
+      [&](const Page*) { return name; });
 }
 
 std::wstring lineOf(Control& control) {

@@ -15,6 +15,20 @@ Driver*& current() {
 
 }  // namespace
 
+std::vector<MessageButton> buttonsOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::OkCancel:
+      return {{L"OK", kOk}, {L"Annuler", kCancel}};
+    case Buttons::YesNo:
+      return {{L"Oui", kYes}, {L"Non", kNo}};
+    case Buttons::YesNoCancel:
+      return {{L"Oui", kYes}, {L"Non", kNo}, {L"Annuler", kCancel}};
+    case Buttons::Ok:
+      break;
+  }
+  return {{L"OK", kOk}};
+}
+
 NoDriver::NoDriver(const std::wstring& title)
     : std::runtime_error("Aucun pilote de dialogue n'est installé : « " + base::toUtf8(title) +
                          " » ne peut pas être affiché.") {}

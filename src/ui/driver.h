@@ -10,6 +10,12 @@
 namespace veltora::ui {
 
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+struct MessageButton {
+  const wchar_t* caption;
+  int answer;  ///< kOk, kCancel, kYes or kNo
+};
+/// In their order; the last one answers the Escape key.
+VELTORA_API std::vector<MessageButton> buttonsOf(Buttons buttons);
 
 /// Shows dialogs, message boxes, file choices and progress. One driver is in force at a time.
 class VELTORA_API Driver : public base::FileChooser, public base::PortSuivi {

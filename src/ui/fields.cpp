@@ -78,6 +78,7 @@ void NumberField::setValue(double value) {
 void NumberField::setRange(double minimum, double maximum) {
   m_minimum = minimum;
   m_maximum = maximum;
+  touch();
 }
 
 bool NumberField::valid() const { return fault().empty(); }

@@ -14,6 +14,7 @@ public:
   [[nodiscard]] const std::wstring& text() const { return m_text; }
   void setText(const std::wstring& text);
   [[nodiscard]] std::wstring kindName() const override { return L"Texte"; }
+  [[nodiscard]] Kind kind() override { return this; }
   [[nodiscard]] bool focusable() const override { return false; }
 
 private:
@@ -32,6 +33,7 @@ public:
   [[nodiscard]] bool multiline() const { return m_multiline; }
   void setMultiline(bool multiline = true);
   [[nodiscard]] std::wstring kindName() const override { return L"Champ"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
   /// The user replaces the text. False also when the field is read-only.
   bool userType(const std::wstring& text);
@@ -75,6 +77,7 @@ public:
   /// takes the focus.
   bool validate();
   [[nodiscard]] std::wstring kindName() const override { return L"Nombre"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
 private:
   Type m_type;

@@ -12,6 +12,7 @@ public:
   [[nodiscard]] Dialog* dialogOf() override { return dialog(); }
   [[nodiscard]] Control* asControl() override { return this; }
   [[nodiscard]] std::wstring kindName() const override { return L"Groupe"; }
+  [[nodiscard]] Kind kind() override { return this; }
   [[nodiscard]] bool focusable() const override { return false; }
 };
 
@@ -31,6 +32,7 @@ public:
   [[nodiscard]] int index() const { return m_index; }
   void setIndex(int index);
   [[nodiscard]] std::wstring kindName() const override { return L"Onglets"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
   /// Calls `onChange` when the page in front changed.
   bool userChoose(int index);
@@ -48,6 +50,7 @@ public:
   [[nodiscard]] Pages& pages() const { return *m_pages; }
   [[nodiscard]] bool inFront() const;
   [[nodiscard]] std::wstring kindName() const override { return L"Page"; }
+  [[nodiscard]] Kind kind() override { return this; }
   [[nodiscard]] bool focusable() const override { return false; }
 
 private:

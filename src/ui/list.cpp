@@ -9,6 +9,11 @@ namespace veltora::ui {
 List::List(Container* parent, std::wstring caption, Selection mode)
     : Control(parent, std::move(caption)), m_mode(mode) {}
 
+void List::setSelectionMode(Selection mode) {
+  m_mode = mode;
+  touch();
+}
+
 void List::setCheckBoxes(bool checkBoxes) {
   m_checkBoxes = checkBoxes;
   touch();
@@ -62,7 +67,7 @@ void List::setCell(int row, int column, const std::wstring& text) {
   if (!found || column < 0 || static_cast<std::size_t>(column) >= m_columns.size()) return;
   if (found->cells.size() < m_columns.size()) found->cells.resize(m_columns.size());
   found->cells[static_cast<std::size_t>(column)] = text;
-  touch();
+  touchCell(*this, row, column);
 }
 
 long long List::data(int row) const {
@@ -72,6 +77,7 @@ long long List::data(int row) const {
 
 void List::setData(int row, long long data) {
   if (Row* found = at(row)) found->data = data;
+  touch();
 }
 
 int List::findData(long long data) const {

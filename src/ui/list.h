@@ -20,7 +20,7 @@ public:
 
   explicit List(Container* parent, std::wstring caption = {}, Selection mode = Selection::Multiple);
   [[nodiscard]] Selection selectionMode() const { return m_mode; }
-  void setSelectionMode(Selection mode) { m_mode = mode; }
+  void setSelectionMode(Selection mode);
   [[nodiscard]] bool checkBoxes() const { return m_checkBoxes; }
   void setCheckBoxes(bool checkBoxes = true);
 
@@ -61,6 +61,7 @@ public:
   void sort(const std::function<int(long long, long long)>& compare);
 
   [[nodiscard]] std::wstring kindName() const override { return L"Liste"; }
+  [[nodiscard]] Kind kind() override { return this; }
 
   /// A click on a row. Without `ctrl` the others lose their selection; with it the row's own is turned over.
   bool userClick(int row, bool ctrl = false);

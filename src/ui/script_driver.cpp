@@ -5,6 +5,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "ui/dialog_text.h"
+#include "ui/file_filter.h"
 #include "ui/script_line.h"
 
 #include <exception>
@@ -15,28 +16,9 @@ namespace veltora::ui {
 namespace fs = std::filesystem;
 namespace {
 
-struct Choice {
-  const wchar_t* caption;
-  int answer;
-};
-
-std::vector<Choice> choicesOf(Buttons buttons) {
-  switch (buttons) {
-    case Buttons::OkCancel:
-      return {{L"OK", kOk}, {L"Annuler", kCancel}};
-    case Buttons::YesNo:
-      return {{L"Oui", kYes}, {L"Non", kNo}};
-    case Buttons::YesNoCancel:
-      return {{L"Oui", kYes}, {L"Non", kNo}, {L"Annuler", kCancel}};
-    case Buttons::Ok:
-      break;
-  }
-  return {{L"OK", kOk}};
-}
-
-std::wstring captionsOf(const std::vector<Choice>& choices, const wchar_t* separator) {
+std::wstring captionsOf(const std::vector<MessageButton>& choices, const wchar_t* separator) {
   std::wstring text;
-  for (const Choice& choice : choices)
+  for (const MessageButton& choice : choices)
     text += (text.empty() ? L"" : separator) + (L"[" + std::wstring(choice.caption)) + L"]";
   return text;
 }
@@ -60,35 +42,6 @@ std::wstring changes(const Revisions& before, const Container& container) {
     if (const auto* inner = dynamic_cast<Container*>(control)) text += changes(before, *inner);
   }
   return text;
-}
-
-/// The texts of a filter "Texte|*.ext|Texte|*.ext", with their patterns.
-std::vector<std::wstring> filtersOf(const std::wstring& filter) {
-  std::vector<std::wstring> parts(1);
-  for (const wchar_t c : filter) {
-    if (c == L'|')
-      parts.emplace_back();
-    else
-      parts.back() += c;
-  }
-  std::vector<std::wstring> filters;
-  for (std::size_t i = 0; i + 1 < parts.size() && !parts[i].empty(); i += 2) {
-    filters.push_back(parts[i] + L"   " + parts[i + 1]);
-  }
-  return filters;
-}
-
-/// The path with the request's extension, when it has none.
-std::wstring completed(const std::wstring& path, const std::wstring& extension) {
-  const std::wstring bare = extension.substr(extension.rfind(L'.') + 1);  // "*.TXT" counts as "TXT"
-  const bool complete = bare.empty() || base::cheminDuTexte(path).has_extension();
-  return complete ? path : path + L"." + bare;
-}
-
-bool isFile(const std::wstring& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(base::cheminDuTexte(path), error);
-  return fs::exists(status) && !fs::is_directory(status);
 }
 
 bool isFolder(const std::wstring& path) {
@@ -164,7 +117,7 @@ void ScriptDriver::answer(Dialog& dialog, const std::wstring& line) {
   if (m_source.interactive()) addRevisions(before, dialog);
   LineResult result;
   try {
-    result = applyLine(dialog, line);
+    result = applyLine(dialog, line, hand());
   } catch (const std::exception& error) {
     // What earlier buttons did stays. A person goes on in the dialog; the next lines of a script are meant
     // for what follows the command.
@@ -202,13 +155,13 @@ void ScriptDriver::closeModeless(Dialog&) {
 }
 
 int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title, Buttons buttons) {
-  const std::vector<Choice> choices = choicesOf(buttons);
+  const std::vector<MessageButton> choices = buttonsOf(buttons);
   const std::wstring name = title.empty() ? L"Message" : title;
   print(L"\n--- " + name + L" ---\n" + base::trim(text, L"\r\n") + L"\n" + captionsOf(choices, L"  ") +
         L"\n");
   base::Request request;
   request.kind = base::Request::Kind::kButton;
-  for (const Choice& choice : choices)
+  for (const MessageButton& choice : choices)
     request.keywords.push_back(base::toUtf8(L"[" + std::wstring(choice.caption) + L"]"));
   for (;;) {
     const std::optional<std::wstring> line = readLine(request, "Réponse> ");
@@ -216,7 +169,7 @@ int ScriptDriver::messageBox(const std::wstring& text, const std::wstring& title
     if (m_source.interactive() && (!line || isCancel(*line))) return choices.back().answer;
     if (!line) fail(expected + L", et le script est fini.");
     if (line->empty()) continue;
-    for (const Choice& choice : choices) {
+    for (const MessageButton& choice : choices) {
       if (comparable(*line) == comparable(L"[" + std::wstring(choice.caption) + L"]")) return choice.answer;
     }
     refuse({base::toUtf8(expected + L", pas « " + *line + L" ».")});
@@ -232,10 +185,9 @@ std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest
   const std::wstring title =
       request.title.empty() ? (request.save ? L"Enregistrer sous" : L"Ouvrir") : request.title;
   print(L"\n--- " + title + L" ---\n");
-  const std::vector<std::wstring> filters = filtersOf(request.filter);
-  for (std::size_t i = 0; i < filters.size(); ++i) {
-    print(base::formater(std::wstring(L"  %d  %s\n"), static_cast<int>(i + 1), filters[i]));
-  }
+  int number = 0;
+  for (const FileFilter& filter : filtersOf(request.filter))
+    print(base::formater(std::wstring(L"  %d  %s   %s\n"), ++number, filter.text, filter.pattern));
   if (!request.defaultName.empty()) print(L"  proposé : " + request.defaultName + L"\n");
   base::Request asked;
   asked.kind = base::Request::Kind::kFile;
@@ -250,7 +202,6 @@ std::optional<base::FileAnswer> ScriptDriver::chooseFile(const base::FileRequest
   }
 }
 
-/// @return nothing when the user does not want to replace the file
 std::optional<base::FileAnswer> ScriptDriver::acceptFile(const base::FileRequest& request,
                                                          const std::wstring& line) {
   base::FileAnswer answer{line, 1};
@@ -264,22 +215,18 @@ std::optional<base::FileAnswer> ScriptDriver::acceptFile(const base::FileRequest
                           count));
     }
   }
-  const std::wstring full = completed(answer.path, request.extension);
+  const std::wstring full = completedPath(request, answer.path, answer.filterIndex);
   if (isFolder(full) || answer.path.empty()) fail(L"« " + line + L" » n'est pas un nom de fichier.");
   if (request.save) {
     answer.path = full;
-    const std::wstring written = request.serving ? request.serving(full) : full;
-    if (!request.confirmOverwrite || !isFile(written)) return answer;
-    const std::wstring question = written + L" existe déjà.\nVoulez-vous le remplacer ?";
-    if (messageBox(question, L"Enregistrer sous", Buttons::YesNo) != kYes) return std::nullopt;
+    const std::wstring replaced = replacedFile(request, full);
+    if (!replaced.empty() &&
+        messageBox(overwriteQuestion(replaced), L"Enregistrer sous", Buttons::YesNo) != kYes)
+      return std::nullopt;
     return answer;
   }
-  const std::wstring inFolder = request.folder.empty() ? L"" : request.folder + L"/";
-  for (const std::wstring& candidate : {answer.path, full, inFolder + answer.path, inFolder + full}) {
-    if (!isFile(request.serving ? request.serving(candidate) : candidate)) continue;
-    answer.path = candidate;
-    return answer;
-  }
+  answer.path = foundFile(request, answer.path, answer.filterIndex);
+  if (!answer.path.empty()) return answer;
   fail(L"Fichier introuvable : « " + full + L" ».");
 }
 

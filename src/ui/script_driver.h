@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/driver.h"
+#include "ui/hand.h"
 
 namespace veltora::ui {
 
@@ -25,6 +26,14 @@ public:
   /// What was copied last; nothing when nothing was.
   [[nodiscard]] const std::optional<std::wstring>& clipboard() const { return m_clipboard; }
 
+protected:
+  /// What does what the lines say.
+  virtual Hand& hand() { return m_hand; }
+  /// The answer that a line gives to a choice of files; nothing when the user does not want to replace one.
+  /// @throws base::ScriptError when it fits nothing
+  virtual std::optional<base::FileAnswer> acceptFile(const base::FileRequest& request,
+                                                     const std::wstring& line);
+
 private:
   class OpenDialog;
   /// @param request what is asked for  @param prompt shown in front of the answer
@@ -32,10 +41,10 @@ private:
   void print(const std::wstring& text);
   void refuse(const base::ScriptError& error);
   void answer(Dialog& dialog, const std::wstring& line);
-  std::optional<base::FileAnswer> acceptFile(const base::FileRequest& request, const std::wstring& line);
 
   base::LineSource& m_source;
   base::OutputSink& m_sink;
+  Hand m_hand;
   int m_open = 0;  ///< modal dialogs, one upon the other
   std::optional<std::wstring> m_clipboard;
   bool m_failed = false;  ///< a callback threw: all of them end

@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "ui/kinds.h"
 
 #include <algorithm>
 #include <numeric>
@@ -33,21 +34,37 @@ using Accepts = bool (*)(const Target&);
 /// A frame itself goes before the radio buttons that it names.
 bool isAnything(const Target& target) { return !target.byFrame; }
 
-bool isSettable(const Target& target) {
-  const Control* c = target.control;
-  return dynamic_cast<const TextField*>(c) || dynamic_cast<const ComboBox*>(c) ||
-         dynamic_cast<const CheckBox*>(c) || dynamic_cast<const RadioGroup*>(c) ||
-         dynamic_cast<const Pages*>(c);
+/// "Légende = valeur" and "[Légende]".
+struct Forms {
+  bool settable;
+  bool pressable;
+};
+
+Forms formsOf(const Target& target) {
+  const Forms set{true, false};
+  const Forms pressed{false, true};
+  const Forms neither{false, false};
+  return visit(
+      *target.control, [&](const TextField*) { return set; }, [&](const ComboBox*) { return set; },
+      [&](const Pages*) { return set; },
+      [&](const RadioGroup*) {
+        return Forms{true, target.item >= 0};
+      },
+      [&](const CheckBox* check) {
+        return Forms{true, target.item < 0 || (target.item == 1) == check->checked()};
+      },
+      [&](const Menu*) {
+        return Forms{false, target.entry != nullptr};
+      },
+      [&](const Button*) { return pressed; }, [&](const Page*) { return pressed; },
+      [&](const Preview*) { return pressed; }, [&](const Group*) { return neither; },
+      [&](const Label*) { return neither; }, [&](const List*) { return neither; },
+      [&](const ProgressBar*) { return neither; }, [&](const WebView*) { return neither; });
 }
 
-bool isPressable(const Target& target) {
-  const Control* c = target.control;
-  if (const auto* check = dynamic_cast<const CheckBox*>(c))
-    return target.item < 0 || (target.item == 1) == check->checked();
-  if (dynamic_cast<const RadioGroup*>(c)) return target.item >= 0;
-  return target.entry || dynamic_cast<const Button*>(c) || dynamic_cast<const Page*>(c) ||
-         dynamic_cast<const Preview*>(c);
-}
+bool isSettable(const Target& target) { return formsOf(target).settable; }
+
+bool isPressable(const Target& target) { return formsOf(target).pressable; }
 
 bool isList(const Target& target) { return dynamic_cast<const List*>(target.control); }
 
@@ -101,20 +118,20 @@ private:
 };
 
 /// Brings the pages in front that the control lies on. @return false when the focus was held back
-bool bringToFront(const Control& control) {
+bool bringToFront(Hand& hand, const Control& control) {
   Control* outer = control.parent() ? control.parent()->asControl() : nullptr;
   if (!outer) return true;
-  if (!bringToFront(*outer)) return false;
+  if (!bringToFront(hand, *outer)) return false;
   const auto* page = dynamic_cast<const Page*>(outer);
-  return !page || page->inFront() || page->pages().userChoose(page->pages().indexOf(*page));
+  return !page || page->inFront() || hand.choose(page->pages(), page->pages().indexOf(*page));
 }
 
 /// Refuses what the user could not reach. @return false when the focus was held back on the way
-bool reach(const Target& target) {
+bool reach(Hand& hand, const Target& target) {
   if (!target.control->shown()) fail(guillemets(target.path()) + L" est masqué.");
   if (!target.control->usable()) fail(guillemets(target.path()) + L" est désactivé.");
-  if (target.entry && !target.entry->enabled) fail(guillemets(target.path()) + L" est désactivé.");
-  return bringToFront(*target.control);
+  if (target.entry && !target.entry->enabled()) fail(guillemets(target.path()) + L" est désactivé.");
+  return bringToFront(hand, *target.control);
 }
 
 /// Index of a choice by its text, by "#" and its number from 1, or by the beginning of one text only.
@@ -169,20 +186,20 @@ std::wstring typedText(const TextField& field, std::wstring value) {
   return text;
 }
 
-bool setField(const Target& target, TextField& field, const std::wstring& value) {
+bool setField(Hand& hand, const Target& target, TextField& field, const std::wstring& value) {
   if (field.readOnly()) fail(guillemets(target.path()) + L" est en lecture seule.");
-  return field.userType(typedText(field, value));
+  return hand.type(field, typedText(field, value));
 }
 
-bool setCombo(const Target& target, ComboBox& combo, const std::wstring& value) {
+bool setCombo(Hand& hand, const Target& target, ComboBox& combo, const std::wstring& value) {
   std::vector<std::wstring> items;
   for (int i = 0; i < combo.count(); ++i) items.push_back(combo.item(i));
-  if (!combo.editable()) return combo.userChoose(choiceOrFail(target, items, value));
+  if (!combo.editable()) return hand.choose(combo, choiceOrFail(target, items, value));
   const std::optional<int> found = choice(items, value, false);
-  return found ? combo.userChoose(*found) : combo.userType(value);
+  return found ? hand.choose(combo, *found) : hand.type(combo, value);
 }
 
-bool setRadio(const Target& target, RadioGroup& radio, const std::wstring& value) {
+bool setRadio(Hand& hand, const Target& target, RadioGroup& radio, const std::wstring& value) {
   int index = target.item;
   if (index < 0)
     index = choiceOrFail(target, radio.items(), value);
@@ -190,37 +207,37 @@ bool setRadio(const Target& target, RadioGroup& radio, const std::wstring& value
     fail(guillemets(target.path()) + L" ne se décoche pas : choisissez un autre bouton.");
   if (!radio.itemEnabled(index))
     fail(guillemets(radio.items()[static_cast<std::size_t>(index)]) + L" est désactivé.");
-  return radio.userChoose(index);
+  return hand.choose(radio, index);
 }
 
-bool setPages(const Target& target, Pages& pages, const std::wstring& value) {
+bool setPages(Hand& hand, const Target& target, Pages& pages, const std::wstring& value) {
   std::vector<std::wstring> captions;
   for (int i = 0; i < pages.count(); ++i) captions.push_back(pages.page(i)->caption());
-  return pages.userChoose(choiceOrFail(target, captions, value));
+  return hand.choose(pages, choiceOrFail(target, captions, value));
 }
 
 /// "Légende = valeur".
-bool assign(const Target& target, const std::wstring& value) {
-  if (!reach(target)) return false;
-  if (auto* field = dynamic_cast<TextField*>(target.control)) return setField(target, *field, value);
-  if (auto* combo = dynamic_cast<ComboBox*>(target.control)) return setCombo(target, *combo, value);
-  if (auto* radio = dynamic_cast<RadioGroup*>(target.control)) return setRadio(target, *radio, value);
-  if (auto* pages = dynamic_cast<Pages*>(target.control)) return setPages(target, *pages, value);
+bool assign(Hand& hand, const Target& target, const std::wstring& value) {
+  if (!reach(hand, target)) return false;
+  if (auto* field = dynamic_cast<TextField*>(target.control)) return setField(hand, target, *field, value);
+  if (auto* combo = dynamic_cast<ComboBox*>(target.control)) return setCombo(hand, target, *combo, value);
+  if (auto* radio = dynamic_cast<RadioGroup*>(target.control)) return setRadio(hand, target, *radio, value);
+  if (auto* pages = dynamic_cast<Pages*>(target.control)) return setPages(hand, target, *pages, value);
   auto& check = dynamic_cast<CheckBox&>(*target.control);
   // Of a push-like box, the caption of the released state says the contrary.
-  return check.userSet(yesOrNo(target, value) == (target.item != 0));
+  return hand.set(check, yesOrNo(target, value) == (target.item != 0));
 }
 
 /// "[Légende]".
-bool press(const Target& target) {
-  if (!reach(target)) return false;
-  if (target.entry) return dynamic_cast<Menu&>(*target.control).userPress(*target.entry);
-  if (auto* button = dynamic_cast<Button*>(target.control)) return button->userPress();
-  if (auto* check = dynamic_cast<CheckBox*>(target.control)) return check->userToggle();
-  if (auto* radio = dynamic_cast<RadioGroup*>(target.control)) return setRadio(target, *radio, L"oui");
+bool press(Hand& hand, const Target& target) {
+  if (!reach(hand, target)) return false;
+  if (target.entry) return hand.press(dynamic_cast<Menu&>(*target.control), *target.entry);
+  if (auto* button = dynamic_cast<Button*>(target.control)) return hand.press(*button);
+  if (auto* check = dynamic_cast<CheckBox*>(target.control)) return hand.toggle(*check);
+  if (auto* radio = dynamic_cast<RadioGroup*>(target.control)) return setRadio(hand, target, *radio, L"oui");
   if (auto* page = dynamic_cast<Page*>(target.control))
-    return page->pages().userChoose(page->pages().indexOf(*page));
-  return dynamic_cast<Preview&>(*target.control).userPress();
+    return hand.choose(page->pages(), page->pages().indexOf(*page));
+  return hand.press(dynamic_cast<Preview&>(*target.control));
 }
 
 /// A row number of a script, from 1.
@@ -261,29 +278,29 @@ std::vector<int> rowNumbers(const Target& target, const List& list, std::wstring
 }
 
 /// "Liste: 1 3".
-bool selectRows(const Target& target, std::wstring_view text) {
+bool selectRows(Hand& hand, const Target& target, std::wstring_view text) {
   auto& list = dynamic_cast<List&>(*target.control);
   const std::vector<int> rows = rowNumbers(target, list, text);
   const bool single = list.selectionMode() == List::Selection::Single;
   if (single && rows.size() > 1) fail(guillemets(target.path()) + L" n'accepte qu'une ligne à la fois.");
-  if (!reach(target)) return false;
-  return base::trim(text) == L"*" && !single ? list.userSelectAll() : list.userSelect(rows);
+  if (!reach(hand, target)) return false;
+  return base::trim(text) == L"*" && !single ? hand.selectAll(list) : hand.select(list, rows);
 }
 
 /// "Liste [1 3] = oui".
-bool checkRows(const Target& target, std::wstring_view text, const std::wstring& value) {
+bool checkRows(Hand& hand, const Target& target, std::wstring_view text, const std::wstring& value) {
   auto& list = dynamic_cast<List&>(*target.control);
   if (!list.checkBoxes()) fail(guillemets(target.path()) + L" n'a pas de cases à cocher.");
   const std::vector<int> rows = rowNumbers(target, list, text);
   const bool checked = yesOrNo(target, value);
-  if (!reach(target)) return false;
+  if (!reach(hand, target)) return false;
   bool done = true;
-  for (const int row : rows) done = list.userCheck(row, checked) && done;
+  for (const int row : rows) done = hand.check(list, row, checked) && done;
   return done;
 }
 
 /// "Liste ^ Colonne", the column by its title or its number from 1.
-bool clickColumn(const Target& target, std::wstring_view text) {
+bool clickColumn(Hand& hand, const Target& target, std::wstring_view text) {
   auto& list = dynamic_cast<List&>(*target.control);
   std::vector<std::wstring> captions;
   for (const List::Column& column : list.columns()) captions.push_back(column.caption);
@@ -294,7 +311,7 @@ bool clickColumn(const Target& target, std::wstring_view text) {
     fail(guillemets(target.path()) + L" n'a pas de colonne " + guillemets(text) + L". Attendu : " +
          join(captions) + L".");
   }
-  return reach(target) && list.userColumn(*found);
+  return reach(hand, target) && hand.clickColumn(list, *found);
 }
 
 /// Places of a sign in a line, in order or from the end, that leave something in front.
@@ -307,17 +324,18 @@ std::vector<std::size_t> places(std::wstring_view line, wchar_t sign) {
 
 /// "Légende = valeur" and "Liste [1 3] = oui". Captions may hold "=" too: the first sign that has a name in
 /// front.
-std::optional<bool> tryAssign(const Finder& find, std::wstring_view line) {
+std::optional<bool> tryAssign(Hand& hand, const Finder& find, std::wstring_view line) {
   const std::vector<std::size_t> signs = places(line, L'=');
   for (const std::size_t at : signs) {
     const std::wstring left = base::trim(line.substr(0, at));
     const std::wstring value = base::trim(line.substr(at + 1));
     if (find.knows(left, isSettable))
-      return assign(find.only(left, isSettable, L"« Légende = valeur »"), value);
+      return assign(hand, find.only(left, isSettable, L"« Légende = valeur »"), value);
     const std::size_t bracket = left.rfind(L'[');
     if (bracket == npos || left.back() != L']' || !find.knows(left.substr(0, bracket), isList)) continue;
     const Target& list = find.only(left.substr(0, bracket), isList, {});
-    return checkRows(list, std::wstring_view(left).substr(bracket + 1, left.size() - bracket - 2), value);
+    return checkRows(hand, list, std::wstring_view(left).substr(bracket + 1, left.size() - bracket - 2),
+                     value);
   }
   if (signs.empty()) return std::nullopt;
   const std::wstring left = base::trim(line.substr(0, signs.front()));
@@ -326,7 +344,7 @@ std::optional<bool> tryAssign(const Finder& find, std::wstring_view line) {
 }
 
 /// "Liste 2 !", "Liste ^ Colonne", "Liste: 1 3".
-std::optional<bool> tryList(const Finder& find, std::wstring_view line) {
+std::optional<bool> tryList(Hand& hand, const Finder& find, std::wstring_view line) {
   if (line.back() == L'!') {
     const std::wstring text = base::trim(line.substr(0, line.size() - 1));
     const std::size_t blank = text.find_last_of(L" \t");
@@ -334,17 +352,17 @@ std::optional<bool> tryList(const Finder& find, std::wstring_view line) {
       const Target& target = find.only(text.substr(0, blank), isList, {});
       auto& list = dynamic_cast<List&>(*target.control);
       const int row = rowNumber(target, list, text.substr(blank + 1));
-      return reach(target) && list.userDoubleClick(row);
+      return reach(hand, target) && hand.doubleClick(list, row);
     }
   }
   for (const std::size_t at : places(line, L'^')) {
     if (find.knows(line.substr(0, at), isList)) {
-      return clickColumn(find.only(line.substr(0, at), isList, {}), line.substr(at + 1));
+      return clickColumn(hand, find.only(line.substr(0, at), isList, {}), line.substr(at + 1));
     }
   }
   for (const std::size_t at : places(line, L':')) {
     if (find.knows(line.substr(0, at), isList)) {
-      return selectRows(find.only(line.substr(0, at), isList, {}), line.substr(at + 1));
+      return selectRows(hand, find.only(line.substr(0, at), isList, {}), line.substr(at + 1));
     }
   }
   return std::nullopt;
@@ -375,7 +393,7 @@ std::vector<std::wstring> possibleLines(const Dialog& dialog) {
   const Finder find(dialog);
   std::vector<std::wstring> lines;
   for (const Target& target : find.targets()) {
-    if (!target.inView() || !target.control->usable() || (target.entry && !target.entry->enabled)) continue;
+    if (!target.inView() || !target.control->usable() || (target.entry && !target.entry->enabled())) continue;
     const std::wstring name = find.distinctName(target);
     if (isPressable(target)) lines.push_back(L"[" + name + L"]");
     if (isList(target)) lines.push_back(name + L": ");
@@ -386,18 +404,18 @@ std::vector<std::wstring> possibleLines(const Dialog& dialog) {
   return lines;
 }
 
-LineResult applyLine(Dialog& dialog, std::wstring_view line) {
+LineResult applyLine(Dialog& dialog, std::wstring_view line, Hand& hand) {
   const Finder find(dialog);
   if (line.front() == L'[' && line.back() == L']') {
     const std::wstring_view name = line.substr(1, line.size() - 2);
-    return {press(find.only(name, isPressable, L"« [Légende] »")), nullptr};
+    return {press(hand, find.only(name, isPressable, L"« [Légende] »")), nullptr};
   }
   if (line.back() == L'?') {
     const std::wstring_view name = line.substr(0, line.size() - 1);
     if (find.knows(name, isAnything)) return {true, find.only(name, isAnything, {}).control};
   }
-  std::optional<bool> done = tryList(find, line);
-  if (!done) done = tryAssign(find, line);
+  std::optional<bool> done = tryList(hand, find, line);
+  if (!done) done = tryAssign(hand, find, line);
   if (done) return {*done, nullptr};
   fail(L"Ligne incomprise dans " + guillemets(dialog.title()) + L" : " + guillemets(line) +
        L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » "

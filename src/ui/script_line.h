@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/hand.h"
 #include "ui/script_names.h"
 
 /// Works a dialog by one line of a script.
@@ -11,9 +12,9 @@ struct LineResult {
   Control* asked = nullptr;  ///< "Légende ?": the control to print in full
 };
 
-/// @param line without outer blanks, not empty, no comment and not "?"
+/// @param line without outer blanks, not empty, no comment and not "?"  @param hand  does what the line says
 /// @throws base::ScriptError when the line fits nothing; no value is changed then
-LineResult applyLine(Dialog& dialog, std::wstring_view line);
+LineResult applyLine(Dialog& dialog, std::wstring_view line, Hand& hand);
 
 /// The lines that work a dialog as it is: "[Légende]", "Liste: ", "Légende = " and, with each choice behind
 /// it, "Légende = choix"; only what is in view and can be used.

@@ -12,15 +12,15 @@ void addEntries(std::vector<Target>& targets, Menu& menu,
                 const std::vector<std::unique_ptr<Menu::Entry>>& entries,
                 const std::vector<std::wstring>& scopes) {
   for (const auto& entry : entries) {
-    if (entry->separator) continue;
-    const std::wstring name = readableText(entry->caption);
-    if (entry->entries.empty()) {
+    if (entry->separator()) continue;
+    const std::wstring name = readableText(entry->caption());
+    if (entry->entries().empty()) {
       targets.push_back({&menu, -1, entry.get(), name, scopes});
       continue;
     }
     std::vector<std::wstring> inner = scopes;
     inner.push_back(name);
-    addEntries(targets, menu, entry->entries, inner);
+    addEntries(targets, menu, entry->entries(), inner);
   }
 }
 

@@ -21,6 +21,7 @@ public:
   /// 0 to 100, rounded down; 100 for an empty range.
   [[nodiscard]] int percent() const;
   [[nodiscard]] std::wstring kindName() const override { return L"Progression"; }
+  [[nodiscard]] Kind kind() override { return this; }
   [[nodiscard]] bool focusable() const override { return false; }
 
 private:
@@ -37,6 +38,7 @@ public:
   [[nodiscard]] const std::wstring& path() const { return m_path; }
   void setPath(const std::wstring& path);
   [[nodiscard]] std::wstring kindName() const override { return L"Page web"; }
+  [[nodiscard]] Kind kind() override { return this; }
   [[nodiscard]] bool focusable() const override { return false; }
 
 private:
@@ -50,6 +52,7 @@ public:
   [[nodiscard]] const std::wstring& path() const { return m_path; }
   void setPath(const std::wstring& path);
   [[nodiscard]] std::wstring kindName() const override { return L"Aperçu"; }
+  [[nodiscard]] Kind kind() override { return this; }
   [[nodiscard]] bool focusable() const override { return false; }
 
   bool userPress();

@@ -28,8 +28,10 @@ with tempfile.TemporaryDirectory() as folder:
     commands = re.findall(r"^ {7}(\S.*)$", proposed, re.M)
     numbers = re.findall(r"^  (\d)\. ", proposed, re.M)
     report = re.search(r"\S+/rapport\.html$", proposed, re.M)
-    if numbers != ["1", "2", "3", "4"] or len(commands) != 3 or not report or not pathlib.Path(report[0]).is_file():
-        sys.exit("the demo does not end with four things to try:\n" + output)
+    window = pathlib.Path(sys.argv[1] + "-fenetre").exists()
+    if (numbers != list("12345" if window else "1234") or len(commands) != (4 if window else 3) or not report
+            or not pathlib.Path(report[0]).is_file()):
+        sys.exit("the demo does not end with what to try:\n" + output)
     if "Station" not in head:
         sys.exit("no coordinates:\n" + output)
     if "CORRPOLFERMEE" not in run(commands[0].split(), environment, b"AIDE\nQUIT\n"):
@@ -38,5 +40,10 @@ with tempfile.TemporaryDirectory() as folder:
         sys.exit("no points in the drawing")
     if "mm, au 1/" not in run(commands[2].split(), environment):
         sys.exit("no paper and scale told")
+    if window:
+        drawing = ["--commande", "LIST", "--commande", "TOUT", "--commande", ""]
+        listed = run(commands[3].split() + drawing, dict(environment, QT_QPA_PLATFORM="offscreen"))
+        if "au total" not in listed :
+            sys.exit("the window program does not list the drawing:\n" + listed)
     if not (ROOT / commands[2].split()[-1]).read_bytes().startswith(b"%PDF"):
         sys.exit("the plan is no PDF")

@@ -1,7 +1,10 @@
 #!/usr/bin/env python3
 """Runs one scenario: the real program on scripts, in a folder of its own.
 
-  run.py PROGRAM SCENARIO
+  run.py PROGRAM SCENARIO [OTHER]
+
+With OTHER the scenario is run by both programs, each in the same folder with the same files to begin with; what they
+print, their exit statuses and the files that they leave must be equal byte by byte. Nothing else is checked.
 
 A scenario is a text file. Lines that begin with ";" are its directives, the others are the script of the run above them:
 
@@ -30,8 +33,9 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 
-program, scenario = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
+scenario = pathlib.Path(sys.argv[2]).resolve()
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PYTHON = "/usr/bin/python3" if os.path.exists("/usr/bin/python3") else sys.executable
 AUDIT = """
@@ -95,7 +99,8 @@ def near(words, wanted, tolerance):
     return len(words) >= len(wanted) and all(map(same, words, wanted))
 
 
-def execute(run, folder, environment):
+def start(program, run, folder, environment):
+    """Output and exit status of one run."""
     arguments = [str(program)] + run.arguments
     while run.script and not run.script[-1].strip():
         run.script.pop()
@@ -104,7 +109,11 @@ def execute(run, folder, environment):
         arguments += ["--script", "scenario.scr"]
     done = subprocess.run(arguments, cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, timeout=300)
-    output = done.stdout.decode("utf-8", "replace")
+    return done.stdout.decode("utf-8", "replace"), done.returncode
+
+
+def execute(run, folder, environment):
+    output, status = start(pathlib.Path(sys.argv[1]).resolve(), run, folder, environment)
     at = 0
     for number, kind, text in run.checks:
         if kind == ";!":
@@ -120,8 +129,8 @@ def execute(run, folder, environment):
         if found < 0:
             fail(number, f"the output does not hold: {text}", output)
         at = found + len(text)
-    if done.returncode != run.status:
-        fail(run.line, f"exit status {done.returncode}, expected {run.status}", output)
+    if status != run.status:
+        fail(run.line, f"exit status {status}, expected {run.status}", output)
 
 
 def alike(path):
@@ -169,11 +178,70 @@ def step(number, kind, rest, folder):
             fail(number, f"{a} and {b} differ")
 
 
+def timeless(content):
+    """The bytes of a file without the seconds of the clock in it, from which some identifiers are made."""
+    now = time.time()
+    return re.sub(rb"(?<![\d.])\d{10}(?![\d.])", lambda n: b"CLOCK" if abs(int(n[0]) - now) < 3600 else n[0], content)
+
+
+def left(folder):
+    """The files of a folder and what they hold; what the toolkit keeps for itself is none of the program's."""
+    files = {}
+    for path in sorted(folder.rglob("*")):
+        name = path.relative_to(folder).as_posix()
+        if path.is_file() and not name.startswith((".cache/", ".config/")):
+            files.setdefault(re.sub(r"_TP\w{6}\.", "_TP.", name), []).append(timeless(path.read_bytes()))
+    return {name: sorted(contents) for name, contents in files.items()}
+
+
+def replay(program, folder, environment, steps, made):
+    """All runs by one program; the files that are made for them are those of the first time."""
+    told = []
+    for number, kind, rest in steps:
+        if kind == "run":
+            output, status = start(program, rest, folder, environment)
+            # Temporary names; the toolkit gives whole paths where a line gave the name alone.
+            output = re.sub(r"_TP\w{6}\.", "_TP.", output).replace(f"{folder}/", "")
+            told.append((rest.line, output, status))
+        elif kind in ("copy", "write"):
+            step(number, kind, rest, folder)
+        elif kind == "make":
+            target = folder / rest.split()[1]
+            if number not in made:
+                step(number, kind, rest, folder)
+                made[number] = target.read_bytes()
+            target.write_bytes(made[number])
+    files = left(folder)
+    shutil.rmtree(folder)
+    folder.mkdir()
+    return told, files
+
+
+def compare(folder, environment):
+    steps, made = parse(), {}
+    told, files = replay(pathlib.Path(sys.argv[1]).resolve(), folder, environment, steps, made)
+    other, otherFiles = replay(pathlib.Path(sys.argv[3]).resolve(), folder, environment, steps, made)
+    for (line, output, status), (_, otherOutput, otherStatus) in zip(told, other):
+        if (output, status) != (otherOutput, otherStatus):
+            lines = [text.splitlines() for text in (f"{output}\nstatus {status}", f"{otherOutput}\nstatus {otherStatus}")]
+            fail(line, "the outputs differ", "\n".join(list(difflib.unified_diff(*lines, lineterm=""))[:80]))
+    names = [name for name in sorted(set(files) | set(otherFiles)) if files.get(name) != otherFiles.get(name)]
+    if names:
+        texts = [(side.get(names[0]) or [b""])[0].decode("cp1252", "replace").splitlines() for side in (files, otherFiles)]
+        fail(1, "these files differ: " + ", ".join(names), "\n".join(list(difflib.unified_diff(*texts, lineterm=""))[:80]))
+
+
 def main():
     with tempfile.TemporaryDirectory(prefix="veltora-scenario-") as name:
         folder = pathlib.Path(name)
         environment = dict(os.environ, HOME=name, TMPDIR=name, XDG_DATA_HOME=name + "/data", XDG_STATE_HOME=name + "/state",
                            VELTORA_INSTALLATION=name + "/installation")
+        if len(sys.argv) > 3:
+            work = folder / "work"
+            work.mkdir()
+            for key in ("HOME", "TMPDIR", "XDG_DATA_HOME", "XDG_STATE_HOME", "VELTORA_INSTALLATION"):
+                environment[key] = environment[key].replace(name, str(work))
+            return compare(work, environment)
         steps = parse()
         if not any(kind == "run" for _, kind, _ in steps):
             fail(1, "no ;run")

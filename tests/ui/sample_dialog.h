@@ -27,7 +27,7 @@ public:
     table.addSeparator();
     ui::Menu::Entry& tri = table.addSubmenu(L"&Trier");
     tri.add(L"&Par nom", [this] { note(L"tri nom"); });
-    tri.add(L"Par code", [this] { note(L"tri code"); }).enabled = false;
+    tri.add(L"Par code", [this] { note(L"tri code"); }).enable(false);
     wire();
   }
 

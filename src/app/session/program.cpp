@@ -70,13 +70,26 @@ void onInterrupt(int) {
   driver->requestStop();
 }
 
+Program::DriverMaker& driverMaker() {
+  static Program::DriverMaker maker = [](base::LineSource& source,
+                                         base::OutputSink& sink) -> std::unique_ptr<ui::Driver> {
+    return std::make_unique<ui::ScriptDriver>(source, sink);
+  };
+  return maker;
+}
+
 }  // namespace
 
-Program::Program(base::LineSource& source) : m_source(source), m_driver(source, m_output) {
+void Program::useDriver(DriverMaker maker) { driverMaker() = maker; }
+
+Program::Program(base::LineSource& source)
+    : m_source(source), m_output(m_standard), m_driver(driverMaker()(source, m_standard)) {
   connect();
-  ui::setDriver(&m_driver);
-  std::signal(SIGINT, onInterrupt);
-  m_projects = std::make_unique<DocumentProjects>();
+}
+
+Program::Program(base::LineSource& source, base::OutputSink& sink, std::unique_ptr<ui::Driver> driver)
+    : m_source(source), m_output(sink), m_driver(std::move(driver)) {
+  connect();
 }
 
 Program::~Program() {
@@ -91,11 +104,14 @@ void Program::connect() {
   AcEdPorts& ports = acedPorts();
   ports.source = &m_source;
   ports.sink = &m_output;
-  ports.fileChooser = &m_driver;
+  ports.fileChooser = m_driver.get();
   ports.messageBox = [this](const std::wstring& text, const std::wstring& title, AcEdButtons buttons) {
-    return hostAnswer(m_driver.messageBox(text, title, buttonsOf(buttons)));
+    return hostAnswer(m_driver->messageBox(text, title, buttonsOf(buttons)));
   };
   aclispInstall();
+  ui::setDriver(m_driver.get());
+  std::signal(SIGINT, onInterrupt);
+  m_projects = std::make_unique<DocumentProjects>();
 }
 
 bool Program::load() {
@@ -161,7 +177,9 @@ void Program::tellUnsaved() const {
 
 bool Program::saveClipboard(const std::string& file) const {
   std::string reason = "rien n'a été copié, « " + file + " » n'est pas écrit";
-  if (m_driver.clipboard() && base::remplacerFichier(file, base::toUtf8(*m_driver.clipboard()), &reason))
+  const auto* const driver = dynamic_cast<const ui::ScriptDriver*>(m_driver.get());
+  if (driver && driver->clipboard() &&
+      base::remplacerFichier(file, base::toUtf8(*driver->clipboard()), &reason))
     return true;
   printError(reason);
   return false;

@@ -12,10 +12,17 @@
 
 namespace veltora::app {
 
-/// The host with its module, wired to one source of lines and to standard output. One at a time.
+/// The host with its module, wired to one source of lines, one place for what is printed and one driver of
+/// dialogs. One at a time.
 class Program : private Uncopyable {
 public:
+  using DriverMaker = std::unique_ptr<ui::Driver> (*)(base::LineSource& source, base::OutputSink& sink);
+  /// What works the dialogs of programs that name no driver, from now on: lines of the source at the start.
+  static void useDriver(DriverMaker maker);
+  /// Prints to standard output.
   explicit Program(base::LineSource& source);
+  /// @param source, sink  outlive it
+  Program(base::LineSource& source, base::OutputSink& sink, std::unique_ptr<ui::Driver> driver);
   ~Program();
 
   /// Loads the module. @return false with the reason printed on standard error
@@ -44,8 +51,9 @@ private:
 
   base::LineSource& m_source;
   bool m_quit = false;  ///< QUIT was answered
-  StandardOutput m_output;
-  ui::ScriptDriver m_driver;
+  StandardOutput m_standard;
+  base::OutputSink& m_output;
+  std::unique_ptr<ui::Driver> m_driver;
   ReadingLog m_reading;
   std::unique_ptr<DocumentProjects> m_projects;
 };

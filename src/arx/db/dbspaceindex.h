@@ -19,11 +19,16 @@ class AcGiDrawable;
 ///
 /// An entity goes by its place in the list of the space (`AcDbBlockTableRecord::entities`), which only grows:
 /// an ascending list of places is in order of drawing. Costs about 100 bytes an entity.
-class AcDbSpaceIndex : private veltora::Uncopyable {
+class ARX_API AcDbSpaceIndex : private veltora::Uncopyable {
 public:
   explicit AcDbSpaceIndex(AcDbDatabase& database) : m_database(database) {}
   /// Notes that an object changed, or is about to: its state, or whether it is erased.
-  void touch(AcDbStub& stub) { m_touched.add(stub); }
+  void touch(AcDbStub& stub) {
+    ++m_touches;
+    m_touched.add(stub);
+  }
+  /// Grows with every change of an object of the drawing: what was drawn of it holds while it stays.
+  [[nodiscard]] Adesk::UInt64 touches() const { return m_touches; }
 
   /// How many entities are not erased.
   [[nodiscard]] std::size_t living();
@@ -64,6 +69,7 @@ private:
   std::optional<veltora::base::BoxIndex> m_tree;
   std::unordered_set<const AcGiDrawable*> m_shown;  ///< blocks within what was measured
   AcDbTouched m_touched{1};
+  Adesk::UInt64 m_touches = 0;
   Adesk::UInt64 m_revivals = 0;
   std::size_t m_living = 0;
 };

@@ -12,6 +12,11 @@ std::vector<AcEdTransientVector>& vectors() {
   return *drawn;
 }
 
+double& windowAspect() {
+  static double aspect = 0.0;
+  return aspect;
+}
+
 AcDbObjectId activeViewport() {
   AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
   if (!database) return {};
@@ -75,6 +80,7 @@ AcEdView acedView() {
   view.center = record->centerPoint();
   if (std::isfinite(record->height()) && record->height() > 0) view.height = record->height();
   if (std::isfinite(record->aspectRatio()) && record->aspectRatio() > 0) view.aspect = record->aspectRatio();
+  if (windowAspect() > 0) view.aspect = windowAspect();
   return view;
 }
 
@@ -86,6 +92,8 @@ Acad::ErrorStatus acedSetView(const AcGePoint2d& center, double height) {
   record->setCenterPoint(center);
   return record->setHeight(height);
 }
+
+void acedSetViewAspect(double aspect) { windowAspect() = std::isfinite(aspect) && aspect > 0 ? aspect : 0; }
 
 Acad::ErrorStatus acedZoomWindow(const AcGePoint2d& a, const AcGePoint2d& b) {
   const AcEdView view = acedView();

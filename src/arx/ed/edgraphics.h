@@ -32,6 +32,8 @@ struct AcEdView {
 };
 ARX_API AcEdView acedView();
 ARX_API Acad::ErrorStatus acedSetView(const AcGePoint2d& center, double height);
+/// Width over height of the window that shows the view, in place of what the record tells; 0 for no window.
+ARX_API void acedSetViewAspect(double aspect);
 /// Shows a rectangle as a whole, in the middle; a degenerate one only moves the view.
 ARX_API Acad::ErrorStatus acedZoomWindow(const AcGePoint2d& a, const AcGePoint2d& b);
 /// Shows all of model space with a small margin. `eInvalidExtents` when nothing there has a size.

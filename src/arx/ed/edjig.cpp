@@ -2,6 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/ed/edinput.h"
+#include "arx/ed/edprompt.h"
 
 #include <memory>
 #include <sstream>
@@ -17,7 +18,14 @@ int numberOf(const AcString& keyword, const AcString& list) {
   return 0;
 }
 
+const AcDbEntity*& dragged() {
+  static const AcDbEntity* entity = nullptr;
+  return entity;
+}
+
 }  // namespace
+
+const AcDbEntity* acedDragged() { return dragged(); }
 
 AcEdJig::DragStatus AcEdJig::drag() {
   DragStatus status = sampler();
@@ -44,7 +52,28 @@ AcEdJig::DragStatus AcEdJig::acquirePoint(AcGePoint3d& value, const AcGePoint3d&
   return acquire(from, value);
 }
 
+/// Samples and shapes anew for a place that is no answer yet.
+void AcEdJig::follow(const AcGePoint3d& cursor) {
+  m_followed = cursor;
+  const DragStatus status = sampler();
+  if (status == kNormal) update();
+  if (status == kNormal || status == kNoChange) dragged() = entity();
+  m_followed.reset();
+}
+
 AcEdJig::DragStatus AcEdJig::acquire(const ads_real* base, AcGePoint3d& value) {
+  if (m_followed) {
+    value = *m_followed;
+    return kNormal;
+  }
+  acedPromptState().drag = [this](const std::array<double, 3>& p) { follow({p[0], p[1], p[2]}); };
+  const DragStatus status = ask(base, value);
+  acedPromptState().drag = nullptr;
+  dragged() = nullptr;
+  return status;
+}
+
+AcEdJig::DragStatus AcEdJig::ask(const ads_real* base, AcGePoint3d& value) {
   ads_point point = {0.0, 0.0, 0.0};
   acedInitGet(0, m_keywords.c_str());
   switch (acedGetPoint(base, m_prompt.c_str(), point)) {

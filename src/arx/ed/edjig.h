@@ -3,11 +3,13 @@
 #include "arx/db/dbents.h"
 #include "arx/ge/gepoint.h"
 
+#include <optional>
 #include <string>
 
 /// An entity that follows the cursor until the user places it. A class of a command derives from it, takes
-/// what the user points at in `sampler` and shapes the entity after it in `update`. At a terminal and in
-/// scripts a line is the sample and the answer at once; nothing is drawn before.
+/// what the user points at in `sampler` and shapes the entity after it in `update`. In a window each move of
+/// the cursor is a sample, for which both are called while the `sampler` that asks still waits. At a terminal
+/// and in scripts a line is the sample and the answer at once; nothing is drawn before.
 class ARX_API AcEdJig {
 public:
   /// How a sample, and a drag, ended.
@@ -52,6 +54,12 @@ protected:
 
 private:
   DragStatus acquire(const ads_real* base, AcGePoint3d& value);
+  DragStatus ask(const ads_real* base, AcGePoint3d& value);
+  void follow(const AcGePoint3d& cursor);
+  std::optional<AcGePoint3d> m_followed;  ///< where the cursor moved to
   AcString m_prompt;
   AcString m_keywords;
 };
+
+/// What is dragged now, for a window to draw; null for nothing.
+ARX_API const AcDbEntity* acedDragged();

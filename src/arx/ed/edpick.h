@@ -55,4 +55,4 @@ private:
 };
 
 /// Radius in which a pick finds: a hundredth of the view's height.
-double acedPickAperture();
+ARX_API double acedPickAperture();

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace base = veltora::base;
 
@@ -93,6 +94,7 @@ AcEdPrompt::AcEdPrompt(Kind kind, const ACHAR* prompt, const ads_point from)
     : m_text(prompt ? prompt : L""), m_bits(acedPromptState().bits), m_keywords(acedPromptState().keywords) {
   acedForgetInitGet();
   m_request.kind = kind;
+  m_request.drag = std::exchange(acedPromptState().drag, nullptr);
   for (const std::wstring& word : m_keywords.words()) m_request.keywords.push_back(base::toUtf8(word));
   if (from) m_request.from = {from[0], from[1], from[2]};
 }

@@ -5,6 +5,7 @@
 #include "arx/ge/gepoint.h"
 #include "base/console.h"
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -58,6 +59,8 @@ struct AcEdPromptState {
   int bits = 0;
   std::wstring keywords;
   std::optional<std::wstring> input;
+  /// What the next prompt lets be dragged (`Request::drag`).
+  std::function<void(const std::array<double, 3>&)> drag;
   AcGePoint3d lastPoint;
 };
 AcEdPromptState& acedPromptState();
@@ -69,6 +72,6 @@ std::optional<double> acedReadNumber(const std::wstring& text);
 /// Reads an angle: degrees, or grades with "g", radians with "r" behind the number. In radians, unreduced.
 std::optional<double> acedReadAngle(const std::wstring& text);
 /// What `@` refers to without a base point.
-AcGePoint3d acedLastPoint();
+ARX_API AcGePoint3d acedLastPoint();
 /// Forgets bits and keywords that no prompt took.
 void acedForgetInitGet();

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 namespace base = veltora::base;
 
@@ -87,6 +88,19 @@ std::optional<Ids> readSelection(const std::wstring& line, AcDbDatabase& databas
   return hit ? Ids{hit->entity} : Ids();
 }
 
+/// Lets a window show what is selected so far.
+class Growing {
+public:
+  explicit Growing(const AcEdSelectionSet& set)
+      : m_former(std::exchange(acedSelectionSets().growing, &set)) {}
+  ~Growing() { acedSelectionSets().growing = m_former; }
+  Growing(const Growing&) = delete;
+  Growing& operator=(const Growing&) = delete;
+
+private:
+  const AcEdSelectionSet* m_former;
+};
+
 /// The questions of an interactive selection.
 class Asking {
 public:
@@ -109,6 +123,7 @@ public:
       return AcEdPrompt::Verdict{};
     };
     int status = RTNORM;
+    const Growing shown(set);
     do {
       status = prompt.ask(reader);
     } while (status == RTNORM && !m_single);

@@ -39,12 +39,14 @@ struct AcEdSelectionSets {
   Adesk::Int64 lastNumber = 0;
   std::vector<AcDbObjectId> previous;
   std::vector<AcDbObjectId> pickFirst;
+  /// What the user has selected so far while he is being asked; null while he is not.
+  const AcEdSelectionSet* growing = nullptr;
 
   /// The set of a name, null for none.
   AcEdSelectionSet* find(const ads_name name);
   AcEdSelectionSet& make(ads_name name);
 };
-AcEdSelectionSets& acedSelectionSets();
+ARX_API AcEdSelectionSets& acedSelectionSets();
 
 /// Id of an entity name; null for a name of nothing.
 AcDbObjectId acedIdOf(const ads_name name);

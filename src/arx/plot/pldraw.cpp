@@ -13,7 +13,6 @@ namespace base = veltora::base;
 
 namespace {
 
-constexpr double kChordError = 0.005;      // mm
 constexpr double kUsualWeight = 0.25;      // mm
 constexpr double kThinnest = 0.05;         // mm, of lines of weight 0
 constexpr double kDot = 0.35;              // mm
@@ -45,6 +44,12 @@ AcPlDraw::AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale)
 void AcPlDraw::entity(const AcDbEntity& entity) {
   m_known = nullptr;
   draw(entity);
+}
+
+std::optional<AcPlColor> AcPlDraw::inkOf(const AcDbEntity& entity) {
+  if (entity.isHidden()) return std::nullopt;
+  const AcPlLook look = m_looks.of(entity, nullptr);
+  return look.hidden ? std::nullopt : std::optional(inkOf(look));
 }
 
 AcGePoint2d AcPlDraw::onPaper(const AcGePoint3d& place) const {
@@ -142,7 +147,8 @@ void AcPlDraw::addPiece(const AcGeCurvePiece& piece, Points& points) const {
   const double x = flat(toWorld() * piece.xAxis).length();
   const double y = flat(toWorld() * piece.yAxis).length();
   const double radius = piece.radius * std::max(x, y * std::max(1.0, piece.ratio)) * m_view.mmPerUnit;
-  const double chord = radius > kChordError ? 2 * std::acos(1 - kChordError / radius) : kTurn;
+  const double error = m_view.chordError;
+  const double chord = radius > error ? 2 * std::acos(1 - error / radius) : kTurn;
   const double sweep = std::min(std::fabs(piece.sweep), kTurn);
   const int count =
       std::isfinite(radius) ? static_cast<int>(std::clamp(std::ceil(sweep / chord), 8.0, 20000.0)) : 8;

@@ -14,6 +14,7 @@ struct AcPlView {
   std::optional<AcPlBox> window;     ///< what is drawn of the paper, mm; all for none
   AcGePoint2d corner;                ///< of the drawing, at the lower left corner of the paper
   double mmPerUnit = 1.0;            ///< above 0
+  double chordError = 0.005;         ///< mm that chords of arcs may lie off them, above 0
   bool monochrome = false;           ///< everything in the colour that stands out from the background
   std::vector<std::wstring> layers;  ///< the only ones to be drawn; all for none
 };
@@ -27,13 +28,15 @@ struct AcPlOmissions {
 };
 
 /// Draws what it is shown in the plan view with a pen. Lines are cut off beyond the paper; arcs are chords
-/// that stay within 0.005 mm of them, splines within 0.0001 of the size of a stretch.
+/// that stay within the error told, splines within 0.0001 of the size of a stretch.
 class ARX_API AcPlDraw : public AcGiRenderer {
 public:
   /// Draws nothing by itself; the pen outlives it. @param linetypeScale of the drawing
   AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale);
   /// Draws an entity of a space.
   void entity(const AcDbEntity& entity);
+  /// What an entity of a space is drawn with; nothing when it is not drawn.
+  [[nodiscard]] std::optional<AcPlColor> inkOf(const AcDbEntity& entity);
   [[nodiscard]] const AcPlOmissions& omissions() const { return m_omissions; }
 
   void curve(std::span<const AcGeCurvePiece> pieces) override;

@@ -1,0 +1,118 @@
+#include "app/window/picture.h"
+
+#include "app/window/view_pen.h"
+#include "arx/db/dbblockref.h"
+#include "arx/db/dbmain.h"
+#include "arx/db/dbspaceindex.h"
+#include "arx/db/dbtext.h"
+#include "arx/plot/pldraw.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace veltora::app {
+namespace {
+
+constexpr int kDarkGrey = 30;
+constexpr double kSpeck = 1.0;        // pixels: what is smaller is a dot
+constexpr double kSymbol = 4.0;       // likewise of symbols and texts, of which nothing can be told apart
+constexpr double kChordError = 0.04;  // mm, a seventh of a pixel
+constexpr double kLineWidths = 8.0;   // pixels that lines may reach beyond the places of what they draw
+
+AcPlView viewOf(const ViewPlace& place, bool dark) {
+  AcPlView view;
+  view.paper.width = place.size.width() * ViewPen::kMmPerPixel;
+  view.paper.height = place.size.height() * ViewPen::kMmPerPixel;
+  if (dark) view.paper.background = {kDarkGrey, kDarkGrey, kDarkGrey};
+  view.corner = place.toWorld(QPointF(0, place.size.height()));
+  view.chordError = kChordError;
+  view.mmPerUnit = ViewPen::kMmPerPixel / place.unitsPerPixel;
+  return view;
+}
+
+double sizeOf(const AcDbExtents& box) {
+  return std::max(box.maxPoint().x - box.minPoint().x, box.maxPoint().y - box.minPoint().y);
+}
+
+/// Below this size, in pixels, a thing is a dot. Lines are not, as many short ones may be one long one.
+double speckOf(const AcDbEntity& entity) {
+  const bool symbol = AcDbBlockReference::cast(&entity) || AcDbText::cast(&entity);
+  return symbol ? kSymbol : kSpeck;
+}
+
+/// Which pixels hold a dot: a second one there changes nothing that anybody sees.
+class Specks {
+public:
+  explicit Specks(const QSize& size)
+      : m_width(size.width()),
+        m_height(size.height()),
+        m_taken(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height)) {}
+  [[nodiscard]] bool isFree(const QPointF& pixel) const {
+    return pixel.x() >= 0 && pixel.y() >= 0 && pixel.x() < m_width && pixel.y() < m_height &&
+           !m_taken[placeOf(pixel)];
+  }
+  void take(const QPointF& pixel) { m_taken[placeOf(pixel)] = true; }
+
+private:
+  [[nodiscard]] std::size_t placeOf(const QPointF& pixel) const {
+    return static_cast<std::size_t>(pixel.y()) * static_cast<std::size_t>(m_width) +
+           static_cast<std::size_t>(pixel.x());
+  }
+  int m_width;
+  int m_height;
+  std::vector<bool> m_taken;
+};
+
+}  // namespace
+
+QColor backgroundOf(bool dark) { return dark ? QColor(kDarkGrey, kDarkGrey, kDarkGrey) : QColor(Qt::white); }
+
+QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark) {
+  QImage image(place.size, QImage::Format_RGB32);
+  image.fill(backgroundOf(dark));
+  QPainter painter(&image);
+  ViewPen pen(painter, place.size.height());
+  AcPlDraw draw(viewOf(place, dark), pen, database.headerReal("LTSCALE", 1.0));
+  AcDbSpaceIndex& index = database.spaceIndex();
+  const AcGePoint2d low = place.toWorld(QPointF(-kLineWidths, place.size.height() + kLineWidths));
+  const AcGePoint2d high = place.toWorld(QPointF(place.size.width() + kLineWidths, -kLineWidths));
+  Specks specks(place.size);
+  for (const std::size_t at : index.touching({low.x, low.y, high.x, high.y})) {
+    const AcDbObjectId id = index.entityAt(at);
+    const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+    if (!entity) continue;
+    const AcDbExtents& box = index.boxAt(at);
+    if (box.isEmpty() || !(sizeOf(box) < speckOf(*entity) * place.unitsPerPixel)) {
+      draw.entity(*entity);
+      continue;
+    }
+    const QPointF pixel =
+        place.toPixel({(box.minPoint().x + box.maxPoint().x) / 2, (box.minPoint().y + box.maxPoint().y) / 2});
+    if (!specks.isFree(pixel)) continue;
+    const auto ink = draw.inkOf(*entity);
+    if (!ink) continue;
+    pen.speck(pixel, *ink);
+    specks.take(pixel);
+  }
+  return image;
+}
+
+void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vector<AcDbObjectId>& entities,
+                      const ViewPlace& place, const QColor& color) {
+  ViewPen pen(painter, place.size.height(), color);
+  AcPlDraw draw(viewOf(place, false), pen, database.headerReal("LTSCALE", 1.0));
+  for (const AcDbObjectId& id : entities) {
+    const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+    if (entity) draw.entity(*entity);
+  }
+}
+
+void paintDragged(QPainter& painter, AcDbDatabase& database, const AcDbEntity& entity, const ViewPlace& place,
+                  bool dark) {
+  ViewPen pen(painter, place.size.height());
+  AcPlDraw draw(viewOf(place, dark), pen, database.headerReal("LTSCALE", 1.0));
+  draw.entity(entity);
+}
+
+}  // namespace veltora::app

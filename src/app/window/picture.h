@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/window/view_place.h"
+#include "arx/db/dbid.h"
+
+#include <QImage>
+#include <vector>
+
+class AcDbDatabase;
+class AcDbEntity;
+
+namespace veltora::app {
+
+/// A picture of the model space of a drawing as it looks at a place: what cannot be seen there is passed by,
+/// what is smaller than a pixel is a dot. @param dark  on a dark background
+QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark);
+
+/// Paints entities over what is there, in one colour, wider than they are.
+void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vector<AcDbObjectId>& entities,
+                      const ViewPlace& place, const QColor& color);
+
+/// Paints something that stands in no drawing yet, as it is dragged.
+void paintDragged(QPainter& painter, AcDbDatabase& database, const AcDbEntity& entity, const ViewPlace& place,
+                  bool dark);
+
+/// The colour of an empty view.
+QColor backgroundOf(bool dark);
+
+}  // namespace veltora::app

@@ -1,0 +1,93 @@
+// What the view shows of a drawing, by its pixels.
+
+#include "app/window/picture.h"
+#include "app/window/window_trial.h"
+#include "arx/db/dballents.h"
+#include "arx/db/dbmain.h"
+#include "arx/db/dbspaceindex.h"
+
+namespace veltora::app {
+namespace {
+
+constexpr double kX = 650000.0;
+constexpr double kY = 6860000.0;
+
+class Picture : public ::testing::Test {
+protected:
+  Picture() { startToolkit(); }
+  void add(AcDbEntity* made, const wchar_t* layer = L"0", int color = 256) {
+    made->setLayer(drawing.recordOf("LAYER", layer));
+    made->setColorIndex(color);
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
+    ASSERT_EQ(space->appendAcDbEntity(made), Acad::eOk);
+    made->close();
+  }
+  void hide(const wchar_t* layer) {
+    const AcDbObjectPointer<AcDbLayerTableRecord> record(drawing.recordOf("LAYER", layer), AcDb::kForWrite);
+    record->setIsOff(true);
+  }
+  QImage show(double unitsPerPixel, bool dark = true) {
+    place = {{kX, kY}, unitsPerPixel, QSize(200, 160)};
+    return pictureOf(drawing, place, dark);
+  }
+  /// The box of the pixels that differ from the background.
+  static QRect inked(const QImage& image, bool dark = true) {
+    QRect box;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x)
+        if (image.pixelColor(x, y) != backgroundOf(dark)) box |= QRect(x, y, 1, 1);
+    return box;
+  }
+  AcDbDatabase drawing;
+  ViewPlace place;
+};
+
+TEST_F(Picture, aCapitalIsAsTallAsItsTextSaysWhicheverWayItRuns) {
+  for (const double turn : {0.0, 1.5707963267948966}) {
+    auto* const text = new AcDbText({kX, kY, 0}, L"H", AcDbObjectId::kNull, 30, turn);
+    add(text);
+    const QRect box = inked(show(0.5));
+    EXPECT_NEAR(turn == 0.0 ? box.height() : box.width(), 60, 2);
+    // An H begins 201 / 1493 of its height behind its base point (the font's table hmtx).
+    EXPECT_NEAR(box.left(), turn == 0.0 ? 108 : 40, 2);
+    EXPECT_NEAR(box.bottom(), turn == 0.0 ? 79 : 71, 2);
+    AcDbObjectPointer<AcDbText>(text->objectId(), AcDb::kForWrite)->erase();
+  }
+}
+
+TEST_F(Picture, coloursAreThoseOfEntityOrLayerOnEitherBackground) {
+  add(new AcDbLine({kX - 50, kY + 20, 0}, {kX + 50, kY + 20, 0}), L"0", 1);
+  add(new AcDbLine({kX - 50, kY - 20, 0}, {kX + 50, kY - 20, 0}));
+  for (const bool dark : {true, false}) {
+    const QImage image = show(1.0, dark);
+    EXPECT_EQ(image.pixelColor(100, 60), QColor(255, 0, 0));
+    EXPECT_EQ(image.pixelColor(100, 100), QColor(dark ? Qt::white : Qt::black));
+    EXPECT_EQ(inked(image, dark).width(), 101);
+  }
+}
+
+TEST_F(Picture, whatIsTooSmallIsADotAndWhatIsHiddenLeavesItsPlace) {
+  add(new AcDbCircle({kX + 10, kY, 0}, AcGeVector3d::kZAxis, 0.1), L"CACHE");
+  add(new AcDbCircle({kX + 10, kY, 0}, AcGeVector3d::kZAxis, 0.1), L"VU", 3);
+  hide(L"CACHE");
+  const QImage image = show(1.0);
+  EXPECT_EQ(inked(image), QRect(110, 80, 1, 1));
+  EXPECT_EQ(image.pixelColor(110, 80), QColor(0, 255, 0));
+}
+
+TEST_F(Picture, aChangeIsSeenByTheIndexThatTheViewAsks) {
+  auto* const line = new AcDbLine({kX - 50, kY, 0}, {kX + 50, kY, 0});
+  add(line);
+  EXPECT_EQ(inked(show(1.0)).center().y(), 80);
+  const Adesk::UInt64 before = drawing.spaceIndex().touches();
+  {
+    const AcDbObjectPointer<AcDbLine> moved(line->objectId(), AcDb::kForWrite);
+    moved->setStartPoint({kX - 50, kY + 30, 0});
+    moved->setEndPoint({kX + 50, kY + 30, 0});
+  }
+  EXPECT_NE(drawing.spaceIndex().touches(), before);
+  EXPECT_EQ(inked(show(1.0)).center().y(), 50);
+}
+
+}  // namespace
+}  // namespace veltora::app
