@@ -188,6 +188,20 @@ TEST_F(WindowTrial, aTransparentCommandRunsWithinTheOneThatWaitsAnotherEndsIt) {
         }});
 }
 
+TEST_F(WindowTrial, anApostropheInATextIsALetter) {
+  open({});
+  work({[&] { type("TEXTE"); }, [&] { type("0,0"); }, [&] { type("2"); }, [&] { type("0"); },
+        [&] { type("'ZOOM"); },
+        [&] {
+          EXPECT_TRUE(lines().isIdle()) << prompt();
+          const AcDbObjectPointer<AcDbBlockTableRecord> space(database().modelSpaceId());
+          ASSERT_EQ(space->entities().size(), 1U);
+          const AcDbObjectPointer<AcDbText> text(space->entities()[0]);
+          ASSERT_TRUE(text);
+          EXPECT_EQ(std::wstring(text->textString()), L"'ZOOM");
+        }});
+}
+
 TEST_F(WindowTrial, whatACommandShapesFollowsTheCursor) {
   open({drawing()});
   const auto dragged = [&] {
