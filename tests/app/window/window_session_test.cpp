@@ -118,15 +118,16 @@ TEST_F(WindowTrial, draggingSelectsAsTheLinesOfAScriptDo) {
       EXPECT_EQ(lettersOf(acedSelectionSets().growing->entities()), row.chosen) << row.line << row.corners[0];
       QTest::keyClick(&view(), Qt::Key_Escape);
     };
-    char line[100];
-    std::snprintf(line, sizeof(line), "%s %.3f,%.3f %.3f,%.3f", row.line, kX + x1, kY + y1, kX + x2, kY + y2);
-    steps.insert(
-        steps.end(),
-        {[&] { type("list"); },
-         [&, row] {
-           drag(Qt::LeftButton, at(row.corners[0], row.corners[1]), at(row.corners[2], row.corners[3]));
-         },
-         selected, [&] { type("list"); }, [&, text = std::string(line)] { type(text.c_str()); }, selected});
+    const auto number = [](double value) { return QString::number(value, 'f', 3); };
+    const std::string line =
+        utf8(QString("%1 %2,%3 %4,%5")
+                 .arg(row.line, number(kX + x1), number(kY + y1), number(kX + x2), number(kY + y2)));
+    steps.insert(steps.end(), {[&] { type("list"); },
+                               [&, row] {
+                                 drag(Qt::LeftButton, at(row.corners[0], row.corners[1]),
+                                      at(row.corners[2], row.corners[3]));
+                               },
+                               selected, [&] { type("list"); }, [&, line] { type(line.c_str()); }, selected});
   }
   work(steps);
 }
