@@ -67,7 +67,10 @@ void WindowLines::end(std::optional<std::string> line) {
 void WindowLines::answer(const std::string& line) {
   const base::Request* const asked = request();
   if (!asked) return;
-  if (line.starts_with('\'') && asked->kind != Kind::kCommand) return start(line.substr(1));
+  // An apostrophe in front asks for a transparent command, in a text it is a letter.
+  const bool may = asked->kind != Kind::kCommand && asked->kind != Kind::kText && !isOfDialog(asked->kind);
+  if (may && line.starts_with('\'') && isTransparent(base::fromUtf8(line.substr(1))))
+    return start(line.substr(1));
   end(line);
 }
 

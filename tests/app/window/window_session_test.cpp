@@ -118,15 +118,16 @@ TEST_F(WindowTrial, draggingSelectsAsTheLinesOfAScriptDo) {
       EXPECT_EQ(lettersOf(acedSelectionSets().growing->entities()), row.chosen) << row.line << row.corners[0];
       QTest::keyClick(&view(), Qt::Key_Escape);
     };
-    char line[100];
-    std::snprintf(line, sizeof(line), "%s %.3f,%.3f %.3f,%.3f", row.line, kX + x1, kY + y1, kX + x2, kY + y2);
-    steps.insert(
-        steps.end(),
-        {[&] { type("list"); },
-         [&, row] {
-           drag(Qt::LeftButton, at(row.corners[0], row.corners[1]), at(row.corners[2], row.corners[3]));
-         },
-         selected, [&] { type("list"); }, [&, text = std::string(line)] { type(text.c_str()); }, selected});
+    const auto number = [](double value) { return QString::number(value, 'f', 3); };
+    const std::string line =
+        utf8(QString("%1 %2,%3 %4,%5")
+                 .arg(row.line, number(kX + x1), number(kY + y1), number(kX + x2), number(kY + y2)));
+    steps.insert(steps.end(), {[&] { type("list"); },
+                               [&, row] {
+                                 drag(Qt::LeftButton, at(row.corners[0], row.corners[1]),
+                                      at(row.corners[2], row.corners[3]));
+                               },
+                               selected, [&] { type("list"); }, [&, line] { type(line.c_str()); }, selected});
   }
   work(steps);
 }
@@ -185,6 +186,20 @@ TEST_F(WindowTrial, aTransparentCommandRunsWithinTheOneThatWaitsAnotherEndsIt) {
         [&] {
           EXPECT_NE(prompt().find("entre"), std::string::npos) << prompt();
           EXPECT_EQ(linesOf(database()).size(), 4U) << "what LIGNE drew stays";
+        }});
+}
+
+TEST_F(WindowTrial, anApostropheInATextIsALetter) {
+  open({});
+  work({[&] { type("TEXTE"); }, [&] { type("0,0"); }, [&] { type("2"); }, [&] { type("0"); },
+        [&] { type("'ZOOM"); },
+        [&] {
+          EXPECT_TRUE(lines().isIdle()) << prompt();
+          const AcDbObjectPointer<AcDbBlockTableRecord> space(database().modelSpaceId());
+          ASSERT_EQ(space->entities().size(), 1U);
+          const AcDbObjectPointer<AcDbText> text(space->entities()[0]);
+          ASSERT_TRUE(text);
+          EXPECT_EQ(std::wstring(text->textString()), L"'ZOOM");
         }});
 }
 
