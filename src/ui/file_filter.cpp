@@ -57,7 +57,7 @@ std::wstring completedPath(const base::FileRequest& request, const std::wstring&
   std::wstring extension = request.extension.substr(request.extension.rfind(L'.') + 1);  // also of "*.TXT"
   if (extension.empty() || base::cheminDuTexte(path).has_extension()) return path;
   const std::vector<FileFilter> filters = filtersOf(request.filter);
-  if (filterIndex >= 1 && static_cast<std::size_t>(filterIndex) <= filters.size()) {
+  if (filterIndex > 1 && static_cast<std::size_t>(filterIndex) <= filters.size()) {
     const std::vector<std::wstring> asked = filters[static_cast<std::size_t>(filterIndex) - 1].extensions();
     const auto same = [&](const std::wstring& one) { return base::toLower(one) == base::toLower(extension); };
     if (!asked.empty() && std::none_of(asked.begin(), asked.end(), same)) extension = asked.front();

@@ -16,8 +16,8 @@ struct FileFilter {
 /// A text without a pattern ends the filters.
 VELTORA_API std::vector<FileFilter> filtersOf(const std::wstring& filter);
 
-/// The path with an extension when it has none: the request's, or the first of the chosen filter where that
-/// filter asks for others. A request without an extension leaves the path alone.
+/// The path with an extension when it has none: the request's, or the first of a filter chosen in place of
+/// the first one where that filter asks for others. A request without an extension leaves the path alone.
 /// @param filterIndex from 1
 VELTORA_API std::wstring completedPath(const base::FileRequest& request, const std::wstring& path,
                                        int filterIndex);

@@ -18,6 +18,7 @@ TEST(FileFilter, CompletesANameByTheChosenFilter) {
   const Row rows[] = {
       {L"xyz", L"leve", 1, "leve.xyz"},
       {L"txt", L"leve", 1, "leve.txt"},  // one of several, in any case
+      {L"mc", L"leve", 1, "leve.mc"},    // nobody chose that filter
       {L"xyz", L"leve", 2, "leve.csv"},
       {L"xyz", L"leve", 3, "leve.xyz"},
       {L"xyz", L"leve", 9, "leve.xyz"},
