@@ -45,8 +45,8 @@ endfunction()
 
 # Unit tests of one room: every source of tests/<name> and its folders, one program, run alone with `ctest -R unit.<name>`.
 # The suite runs a second time in a French locale and another time zone.
-# OWN: the sources know a path of this build. With VELTORA_TEST_OBJECTS, the folder of another build, all others are taken from
-# there, compiled: tests are the same with and without sanitizers, and compiling them takes a quarter of the time.
+# OWN: the sources know a path or a flag of this build. With VELTORA_PLAIN_BUILD, the folder of a build without sanitizers, all others are
+# taken from there, compiled: the sanitizers watch what the tests call, and compiling the tests takes a quarter of the time.
 #   veltora_unit_tests(<name> [OWN] [LINK <libraries>...])
 function(veltora_unit_tests name)
   cmake_parse_arguments(ARG "OWN" "" "LINK" ${ARGN})
@@ -55,8 +55,8 @@ function(veltora_unit_tests name)
     return()
   endif()
   list(APPEND sources ${CMAKE_SOURCE_DIR}/tests/support/main.cpp)
-  if(VELTORA_TEST_OBJECTS AND NOT ARG_OWN)
-    list(TRANSFORM sources REPLACE "^${CMAKE_SOURCE_DIR}/(.*)$" "${VELTORA_TEST_OBJECTS}/tests/CMakeFiles/test_${name}.dir/\\1.o")
+  if(VELTORA_PLAIN_BUILD AND NOT ARG_OWN)
+    list(TRANSFORM sources REPLACE "^${CMAKE_SOURCE_DIR}/(.*)$" "${VELTORA_PLAIN_BUILD}/tests/CMakeFiles/test_${name}.dir/\\1.o")
     list(TRANSFORM sources REPLACE "test_${name}.dir/tests/" "test_${name}.dir/")
     set_source_files_properties(${sources} PROPERTIES EXTERNAL_OBJECT ON GENERATED ON)
     list(APPEND sources ${VELTORA_EMPTY_SOURCE})
@@ -67,7 +67,7 @@ function(veltora_unit_tests name)
   target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_compile_definitions(test_${name} PRIVATE VELTORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_link_libraries(test_${name} PRIVATE ${ARG_LINK} GTest::gtest)
-  if(NOT VELTORA_TEST_OBJECTS OR ARG_OWN)
+  if(NOT VELTORA_PLAIN_BUILD OR ARG_OWN)
     veltora_precompile(test_${name} <gtest/gtest.h>)
   endif()
   add_test(NAME unit.${name} COMMAND test_${name} --gtest_brief=1)

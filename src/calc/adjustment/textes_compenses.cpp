@@ -58,7 +58,8 @@ std::vector<std::wstring> lignesBilan(const reseauCompense& r) {
     if (comptes.at(g) > 0)
       mesures +=
           (mesures.empty() ? L"" : L", ") +
-          base::formater(L"%d %s", comptes.at(g), std::wstring(nomDuGenre(static_cast<genreMesure>(g))));
+          base::formater(L"%d %s%s", comptes.at(g), std::wstring(nomDuGenre(static_cast<genreMesure>(g))),
+                         comptes.at(g) > 1 ? L"s" : L"");
   std::vector<std::wstring> lignes{L"Mesures      : " + mesures, lignesEcarts(r.reseau.ecarts)};
   lignes.push_back(base::formater(
       L"Inconnues    : %d, redondance %d%s", r.inconnues, r.test.redondance,

@@ -2,6 +2,8 @@
 
 #include <Eigen/SparseCholesky>
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace veltora {
 
@@ -20,18 +22,24 @@ public:
     const Eigen::VectorXd D = facteurs.vectorD();
     Eigen::VectorXd l = Eigen::VectorXd::Zero(m_Z.cols());
     Eigen::VectorXd somme = l;
+    std::vector<char> dans(static_cast<std::size_t>(m_Z.cols()), 0);  // rows of the column of L
+    const auto marque = [&dans](Eigen::Index ligne) -> char& {
+      return dans[static_cast<std::size_t>(ligne)];
+    };
     for (Eigen::Index j = m_Z.cols() - 1; j >= 0; --j) {
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) l[e.row()] = e.value();
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) ajouterColonne(e.row(), l, somme);
+      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) {
+        l[e.row()] = e.value();
+        marque(e.row()) = 1;
+      }
+      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) ajouterColonne(e.row(), l, dans, somme);
       m_diagonale[j] = 1.0 / D[j];
       for (MatriceCreuse::InnerIterator e(m_Z, j); e; ++e) {
         m_diagonale[j] += l[e.row()] * somme[e.row()];
         e.valueRef() = -somme[e.row()];
       }
       for (MatriceCreuse::InnerIterator e(L, j); e; ++e) {
-        l[e.row()] = 0.0;
-        for (MatriceCreuse::InnerIterator z(m_Z, e.row()); z; ++z) somme[z.row()] = 0.0;
-        somme[e.row()] = 0.0;
+        l[e.row()] = somme[e.row()] = 0.0;
+        marque(e.row()) = 0;
       }
     }
   }
@@ -41,10 +49,12 @@ public:
   }
 
 private:
-  /// somme += Z l, as far as column k of Z (both halves of the matrix) has part in it.
-  void ajouterColonne(Eigen::Index k, const Eigen::VectorXd& l, Eigen::VectorXd& somme) const {
+  /// somme += Z l in the marked rows, as far as column k of Z (both halves of the matrix) has part in it.
+  void ajouterColonne(Eigen::Index k, const Eigen::VectorXd& l, const std::vector<char>& dans,
+                      Eigen::VectorXd& somme) const {
     somme[k] += m_diagonale[k] * l[k];
     for (MatriceCreuse::InnerIterator e(m_Z, k); e; ++e) {
+      if (dans[static_cast<std::size_t>(e.row())] == 0) continue;
       somme[e.row()] += e.value() * l[k];
       somme[k] += e.value() * l[e.row()];
     }
