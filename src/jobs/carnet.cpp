@@ -10,6 +10,7 @@
 #include "core/point_name.h"
 #include "field/carnet_gsi.h"
 #include "field/controle_gsi.h"
+#include "jobs/ecrire_rapport.h"
 #include "jobs/genre_fichier.h"
 #include "jobs/placer_stations.h"
 #include "points/exchange/table_obs_xyz.h"
@@ -239,15 +240,10 @@ std::string texteLectures() {
 }
 
 bool ecrire(const demandeCarnet& demande, const std::string& detail, resultatCarnet& resultat) {
-  const auto remplacer = [&resultat](const std::filesystem::path& fichier, const std::string& contenu) {
-    std::string raison;
-    if (base::remplacerFichier(fichier, contenu, &raison)) return true;
-    resultat.erreur = base::fromUtf8(raison);
-    return false;
-  };
-  return (demande.canevas.empty() || remplacer(demande.canevas, texteCanevas(resultat))) &&
-         (demande.lectures.empty() || remplacer(demande.lectures, texteLectures())) &&
-         (demande.detail.empty() || remplacer(demande.detail, detail));
+  std::wstring& erreur = resultat.erreur;
+  return (demande.canevas.empty() || ecrireOctets(texteCanevas(resultat), demande.canevas, erreur)) &&
+         (demande.lectures.empty() || ecrireOctets(texteLectures(), demande.lectures, erreur)) &&
+         ecrireOctets(detail, demande.detail, erreur);
 }
 
 bool placer(const demandeCarnet& demande, resultatCarnet& resultat) {

@@ -76,13 +76,11 @@ std::wstring rendre(const demandeCompenser& demande, resultatCompenser& resultat
 }
 
 std::wstring ecrire(const demandeCompenser& demande, const reseauCompense& r) {
-  std::string raison;
-  if (!demande.json.empty() && !base::remplacerFichier(demande.json, jsonCompense(r), &raison))
-    return base::fromUtf8(raison);
+  std::wstring erreur;
+  if (!demande.json.empty() && !ecrireOctets(jsonCompense(r), demande.json, erreur)) return erreur;
   if (demande.rapport.empty()) return {};
   htmlDocument rapport;
   rapportCompense(r, rapport);
-  std::wstring erreur;
   ecrireRapport(rapport, demande.rapport, erreur);
   return erreur;
 }
@@ -97,9 +95,7 @@ std::wstring ajuster(const demandeCompenser& demande, const std::filesystem::pat
     choix.formules = &formules;
   }
   std::wstring erreur = compenserReseau(choix, r);
-  base::Remarques situees = r.remarques;
-  situees.situer(base::texteDuChemin(chemin.filename()));
-  r.remarques = situees;
+  r.remarques.situer(base::texteDuChemin(chemin.filename()));
   return erreur;
 }
 

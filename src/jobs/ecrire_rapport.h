@@ -11,5 +11,7 @@ class htmlDocument;
 /// ".doc", nothing for an empty path.
 /// @return false with the reason, in French, in `erreur`
 bool ecrireRapport(htmlDocument& rapport, const std::filesystem::path& chemin, std::wstring& erreur);
+/// Writes bytes, whole or not at all; nothing for an empty path. @return as `ecrireRapport`
+bool ecrireOctets(const std::string& octets, const std::filesystem::path& chemin, std::wstring& erreur);
 
 }  // namespace veltora

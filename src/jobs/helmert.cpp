@@ -107,11 +107,7 @@ bool ecrireListe(const demandeHelmert& demande, tableObsXYZ& liste, const AcGePo
     ligne.x = p.x;
     ligne.y = p.y;
   }
-  std::string raison;
-  if (!base::remplacerFichier(demande.vers, liste.contenu(), &raison)) {
-    resultat.erreur = base::fromUtf8(raison);
-    return false;
-  }
+  if (!ecrireOctets(liste.contenu(), demande.vers, resultat.erreur)) return false;
   resultat.portes = static_cast<int>(liste.lignes.size());
   return true;
 }

@@ -6,6 +6,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/drawing_records.h"
+#include "jobs/ecrire_rapport.h"
 #include "jobs/lire_liste.h"
 #include "points/projets_topo.h"
 #include "stakeout/ajouter_points.h"
@@ -225,18 +226,14 @@ private:
     m_resultat.retenu = m_resultat.remarques.douteuses() && !m_demande.malgreDoutes;
   }
 
-  bool ecrireTexte(const std::filesystem::path& chemin, const std::wstring& texte) {
-    std::string raison;
-    return chemin.empty() || base::remplacerFichier(chemin, base::toUtf8(texte), &raison) ||
-           echec(base::fromUtf8(raison));
-  }
   bool ecrire() {
     const std::wstring rapport = base::texteDuChemin(m_demande.rapport);
     const std::wstring extension = base::texteDuChemin(m_demande.rapport.extension());
     if (!rapport.empty() && !exporterImplantation(m_projet, rapport, extension, m_resultat.erreur))
       return false;
-    return ecrireTexte(m_demande.texte, m_resultat.listing) &&
-           (m_resultat.retenu || ecrireTexte(m_demande.csv, csvImplantation(m_projet)));
+    return ecrireOctets(base::toUtf8(m_resultat.listing), m_demande.texte, m_resultat.erreur) &&
+           (m_resultat.retenu ||
+            ecrireOctets(base::toUtf8(csvImplantation(m_projet)), m_demande.csv, m_resultat.erreur));
   }
   bool dessiner() {
     if (!m_demande.dessiner || m_resultat.retenu) return true;

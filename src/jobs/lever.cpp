@@ -142,12 +142,6 @@ private:
   std::map<std::wstring, int> m_libelles;
 };
 
-bool ecrireTexte(const std::filesystem::path& chemin, const std::string& contenu, resultatLever& resultat) {
-  std::string raison;
-  if (chemin.empty() || base::remplacerFichier(chemin, contenu, &raison)) return true;
-  return echec(resultat, base::fromUtf8(raison));
-}
-
 bool ecrirePolygonales(const demandeLever& demande, resultatLever& resultat) {
   if (demande.polygonale.empty()) return true;
   if (resultat.polygonales.empty())
@@ -158,7 +152,7 @@ bool ecrirePolygonales(const demandeLever& demande, resultatLever& resultat) {
       chemin.replace_filename(chemin.stem().string() + "_" + std::to_string(i + 1) +
                               chemin.extension().string());
     }
-    if (!ecrireTexte(chemin, resultat.polygonales[i].contenu, resultat)) return false;
+    if (!ecrireOctets(resultat.polygonales[i].contenu, chemin, resultat.erreur)) return false;
     resultat.ecrites.push_back(chemin);
   }
   return true;
@@ -236,15 +230,14 @@ bool lever(const demandeLever& demande, resultatLever& resultat) {
   htmlDocument rapport;
   rapportLeve(resultat.calcul, resultat.corrections, rapport);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur) ||
-      !ecrireTexte(demande.reseau, reseauDuLeve(resultat.calcul, canevas), resultat) ||
+      !ecrireOctets(reseauDuLeve(resultat.calcul, canevas), demande.reseau, resultat.erreur) ||
       !ecrirePolygonales(demande, resultat))
     return false;
   Points points(resultat.calcul);
   if (demande.placer) remarquerNoms(points.liste, resultat.remarques);
   resultat.retenu = resultat.remarques.douteuses() && !demande.malgreDoutes;
   if (resultat.retenu) return true;
-  if (!demande.points.empty() && !ecrireTexte(demande.points, texteListe(points.liste), resultat))
-    return false;
+  if (!ecrireOctets(texteListe(points.liste), demande.points, resultat.erreur)) return false;
   return !demande.placer || placerPoints(points.liste, resultat);
 }
 

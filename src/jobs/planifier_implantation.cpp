@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "calc/angles.h"
 #include "core/drawing_records.h"
+#include "jobs/ecrire_rapport.h"
 #include "jobs/lire_liste.h"
 #include "points/projets_topo.h"
 #include "stakeout/ajouter_points.h"
@@ -150,17 +151,13 @@ private:
     m_resultat.points = m_plan.nbPoints();
   }
 
-  bool ecrireTexte(const std::filesystem::path& chemin, const std::wstring& texte) {
-    std::string raison;
-    return chemin.empty() || base::remplacerFichier(chemin, base::toUtf8(texte), &raison) ||
-           echec(base::fromUtf8(raison));
-  }
   bool ecrire() {
     if (!m_demande.rapport.empty() &&
         !ecrireRapportPlan(m_plan, base::texteDuChemin(m_demande.rapport), m_resultat.erreur))
       return false;
-    return ecrireTexte(m_demande.texte, textePlan(m_plan)) &&
-           (m_resultat.retenu || ecrireTexte(m_demande.csv, csvPlan(m_plan)));
+    return ecrireOctets(base::toUtf8(textePlan(m_plan)), m_demande.texte, m_resultat.erreur) &&
+           (m_resultat.retenu ||
+            ecrireOctets(base::toUtf8(csvPlan(m_plan)), m_demande.csv, m_resultat.erreur));
   }
   bool dessiner() {
     if (!m_demande.dessiner || m_resultat.retenu) return true;

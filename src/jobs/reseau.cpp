@@ -7,6 +7,7 @@
 #include "calc/network/remarques_reseau.h"
 #include "calc/network/residus_reseau.h"
 #include "core/code_range.h"
+#include "jobs/ecrire_rapport.h"
 #include "jobs/genre_fichier.h"
 #include "jobs/noms_coupes.h"
 #include "jobs/placer_reseau.h"
@@ -120,11 +121,7 @@ bool executer(const demandeReseau& demande, resultatReseau& resultat) {
   if (!lire(demande, reseau, resultat)) return false;
   const std::wstring journal = calculer(reseau, resultat);
   rassembler(reseau, resultat);
-  std::string raison;
-  if (!demande.journal.empty() && !base::remplacerFichier(demande.journal, base::narrow(journal), &raison)) {
-    resultat.erreur = base::fromUtf8(raison);
-    return false;
-  }
+  if (!ecrireOctets(base::narrow(journal), demande.journal, resultat.erreur)) return false;
   if (resultat.calcules.empty()) {
     resultat.erreur = resultat.aCalculer.empty()
                           ? L"aucun point à calculer : tous ceux du fichier sont connus"

@@ -140,7 +140,7 @@ def choices():
         (["--echelle", 100], "Papier, 1020 x 1020 mm, au 1/100"),
         ([], "A4-portrait, 210 x 297 mm, au 1/1000"),
         (["--format", "A0-paysage"], "A0-paysage, 1188 x 840 mm, au 1/200"),
-        (["--fenetre", f"{X + 60},{Y + 10}", f"{X + 90},{Y + 30}"], "A4-paysage, 297 x 210 mm, au 1/200"),
+        (["--fenetre", f"{X + 60},{Y + 10},{X + 90},{Y + 30}"], "A4-paysage, 297 x 210 mm, au 1/200"),
     ]
     for arguments, wanted in rows:
         said = call(0, "rendre", "dessin.dxf", "choix.png", "--ppp", 20, *arguments)
@@ -150,7 +150,7 @@ def choices():
     refused = [
         (["plan.dwf"], "les plans s'écrivent en .pdf, .svg ou .png"),
         (["plan.pdf", "--calque", "ROUGES"], "n'a pas de calque « ROUGES »"),
-        (["plan.pdf", "--fenetre", "1,1", "1,5"], "la fenêtre n'a pas d'étendue"),
+        (["plan.pdf", "--fenetre", "1,1,1,5"], "la fenêtre n'a pas d'étendue"),
         (["plan.pdf", "--calque", "GELE"], "le dessin ne montre rien"),
         (["plan.pdf", "--echelle", "0.01"], "le dessin demande un papier de"),
         (["plan.png", "--ppp", "2400"], "plus de 100 millions de points"),
@@ -162,8 +162,8 @@ def choices():
     before = pathlib.Path("dessin.dxf").read_bytes()
     call(2, "rendre", "dessin.dxf", "dessin.dxf")
     check(pathlib.Path("dessin.dxf").read_bytes() == before, "the drawing was written over")
-    call(0, "rendre", "dessin.dxf", "un.pdf", "--calque", "bleu", "--fond", "noir", "--monochrome", "--echelle", 1000,
-         "--format", "A4-paysage", "--fenetre", f"{X},{Y}", f"{X + 50},{Y + 50}")
+    call(0, "rendre", "dessin.dxf", "un.pdf", "--calques", "bleu,0", "--fond", "noir", "--monochrome", "--echelle", 1000,
+         "--format", "A4-paysage", "--fenetre", f"{X},{Y},{X + 50},{Y + 50}")
     width, height, pixel = pixels("un.pdf")
     middle = (round(148.5 * DPMM), height - 1 - round(80 * DPMM))  # the window's lower side, in the middle of the paper
     check(pixel(*middle) == (255, 255, 255), f"white on black: {pixel(*middle)}")

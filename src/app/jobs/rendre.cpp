@@ -11,7 +11,9 @@
 #include "jobs/rendre.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <memory>
+#include <optional>
 
 namespace veltora::app {
 namespace {
@@ -20,11 +22,30 @@ struct Options {
   std::string drawing;
   std::string file;
   std::string format;
-  std::vector<std::string> window;
+  std::string window;
   std::vector<std::string> layers;
   std::string background = "blanc";
   demandeRendu demand;
 };
+
+/// "X1,Y1,X2,Y2". Nothing for any other text.
+std::optional<std::array<double, 4>> readWindow(const std::string& text) {
+  const std::size_t comma = text.find(',', text.find(',') + 1);
+  if (comma == std::string::npos) return std::nullopt;
+  const auto first = readPlanPoint(text.substr(0, comma));
+  const auto second = readPlanPoint(text.substr(comma + 1));
+  if (!first || !second) return std::nullopt;
+  return std::array{first->first, first->second, second->first, second->second};
+}
+
+CLI::Validator planWindow() {
+  const auto check = [](const std::string& text) {
+    return readWindow(text)
+               ? std::string()
+               : base::formater("« %s » n'est pas une fenêtre : X1,Y1,X2,Y2 avec des points décimaux", text);
+  };
+  return {check, ""};
+}
 
 int run(Options& options) {
   demandeRendu& demand = options.demand;
@@ -32,11 +53,7 @@ int run(Options& options) {
   demand.format = base::fromUtf8(options.format);
   demand.fondNoir = options.background == "noir";
   for (const std::string& layer : options.layers) demand.calques.push_back(base::fromUtf8(layer));
-  if (options.window.size() == 2) {
-    const auto [x1, y1] = *readPlanPoint(options.window[0]);
-    const auto [x2, y2] = *readPlanPoint(options.window[1]);
-    demand.fenetre = {x1, y1, x2, y2};
-  }
+  if (const auto corners = readWindow(options.window)) demand.fenetre = *corners;
   LinesSource none("", {});
   Program program(none);
   if (!program.load() || !program.open(options.drawing)) return kFailure;
@@ -71,11 +88,11 @@ Run declareRendre(CLI::App& sub) {
       ->type_name("FORMAT")
       ->check(CLI::Validator([](std::string& text) { return oneOf(motsFormats())(text); }, ""));
   sub.add_option("--fenetre", options->window, "Deux coins opposés de ce qui est tracé, et rien d'autre")
-      ->type_name("X1,Y1 X2,Y2")
-      ->expected(2)
-      ->check(planPoint());
-  sub.add_option("--calque", options->layers, "Ne trace que ce calque ; plusieurs fois s'il le faut")
-      ->type_name("NOM")
+      ->type_name("X1,Y1,X2,Y2")
+      ->check(planWindow());
+  sub.add_option("--calques,--calque", options->layers, "Ne trace que ces calques")
+      ->type_name("A,B")
+      ->delimiter(',')
       ->expected(1)
       ->take_all();
   sub.add_option("--fond", options->background, "blanc ou noir (blanc)")

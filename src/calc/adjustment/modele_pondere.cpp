@@ -47,6 +47,17 @@ double reseauPondere::gisement(int a, int b) const {
   return std::atan2(point(b).c[0] - point(a).c[0], point(b).c[1] - point(a).c[1]);
 }
 
+double reseauPondere::coteMoyen() const {
+  double somme = 0.0;
+  int nombre = 0;
+  for (const mesurePonderee& m : mesures) {
+    if (m.ecarte || m.genre > genreMesure::distance) continue;
+    somme += distance(m.station, m.vise);
+    ++nombre;
+  }
+  return nombre > 0 ? somme / nombre : 0.0;
+}
+
 double reseauPondere::valeurCalculee(const mesurePonderee& m) const {
   switch (m.genre) {
     case genreMesure::angle:

@@ -100,6 +100,7 @@ struct VELTORA_API reseauPondere {
   void completerEcarts();
   [[nodiscard]] double distance(int a, int b) const;  ///< in plan
   [[nodiscard]] double gisement(int a, int b) const;  ///< radians, -pi to pi
+  [[nodiscard]] double coteMoyen() const;             ///< of the sights in plan; 0 without any
   [[nodiscard]] bool enPlan(int i) const { return i >= 0 && points[static_cast<std::size_t>(i)].enPlan(); }
   [[nodiscard]] bool enAltitude(int i) const {
     return i >= 0 && points[static_cast<std::size_t>(i)].enAltitude();

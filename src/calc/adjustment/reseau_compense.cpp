@@ -66,18 +66,11 @@ void chercherPaires(const choixPonderes& choix, reseauCompense& r) {
 }
 
 void douterPrecision(reseauCompense& r) {
-  double somme = 0.0;
-  int nombre = 0;
-  for (const mesurePonderee& m : r.reseau.mesures) {
-    if (m.ecarte || m.genre > genreMesure::distance) continue;
-    somme += r.reseau.distance(m.station, m.vise);
-    ++nombre;
-  }
-  if (nombre == 0) return;
+  const double cote = r.reseau.coteMoyen();
+  if (!(cote > 0.0)) return;
   std::vector<std::wstring> noms;
   for (std::size_t i = 0; i < r.points.size(); ++i)
-    if (r.points[i].plan.a * r.facteur() > kFlottement * somme / nombre)
-      noms.push_back(r.reseau.points[i].nom);
+    if (r.points[i].plan.a * r.facteur() > kFlottement * cote) noms.push_back(r.reseau.points[i].nom);
   if (!noms.empty())
     r.remarques.douter(L"presque indéterminés, leur ellipse dépasse le dixième des côtés du réseau : " +
                        base::enumerer(noms));

@@ -1,6 +1,7 @@
 #include "calc/dialogs/leve_dlg.h"
 
 #include "base/format.h"
+#include "base/numbers.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "calc/dialogs/resultats_dlg.h"
@@ -9,19 +10,19 @@
 #include "ui/driver.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace veltora {
 namespace {
 
-std::wstring texteDe(const std::optional<double>& valeur, const wchar_t* format, double facteur = 1.0) {
-  return valeur ? base::formater(format, *valeur * facteur) : std::wstring(L"-");
-}
+constexpr double kHauteurMax = 100.0;  // metres
 
 }  // namespace
 
 LeveDLG::LeveDLG() : Dialog(L"Levé : du carnet aux coordonnées") {
   choisirCarnet.beside(carnet);
   choisirCanevas.beside(canevas);
+  choisirRegles.beside(regles);
   coefficient.setRange(-1.0, 1.0);
   coefficient.disable();
   facteur.setRange(0.9, 1.1);
@@ -62,6 +63,8 @@ std::optional<demandeLever> LeveDLG::demande() {
   quoi.canevas = base::cheminDuTexte(canevas.text());
   quoi.options.facteur = facteur.value();
   if (refraction.checked()) quoi.options.refraction = coefficient.value();
+  quoi.regles = base::cheminDuTexte(regles.text());
+  if (!lireHauteur(hMire, quoi.options.hMire) || !lireHauteur(hAppareil, quoi.options.hAppareil)) return {};
   quoi.projection = base::toUtf8(base::trim(projection.text()));
   std::wstring reste = nommees.text();
   while (!base::trim(reste).empty()) {
@@ -78,6 +81,18 @@ std::optional<demandeLever> LeveDLG::demande() {
     quoi.stations.push_back(*station);
   }
   return quoi;
+}
+
+bool LeveDLG::lireHauteur(const ui::TextField& champ, std::optional<double>& hauteur) {
+  const std::wstring texte = base::trim(champ.text());
+  if (texte.empty()) return true;
+  double lue = 0.0;
+  if (base::lireReelExact(base::toUtf8(texte), lue) && std::fabs(lue) <= kHauteurMax) {
+    hauteur = lue;
+    return true;
+  }
+  ui::messageBox(L"« " + texte + L" » n'est pas une hauteur en mètres.", L"Erreur de données");
+  return false;
 }
 
 bool LeveDLG::montrer(const std::optional<demandeLever>& quoi) {
@@ -99,12 +114,12 @@ bool LeveDLG::montrer(const std::optional<demandeLever>& quoi) {
       continue;
     }
     stations.addRow({s.nom, nomOrigine(s.origine), base::formater(L"%.3f", s.place.x),
-                     base::formater(L"%.3f", s.place.y), texteDe(s.place.z, L"%.3f"),
-                     base::formater(L"%.5f", s.place.g0), texteDe(s.place.emq, L"%.2f", 1000.0)});
+                     base::formater(L"%.3f", s.place.y), texteMesure(s.place.z, L"%.3f"),
+                     base::formater(L"%.5f", s.place.g0), texteMesure(s.place.emq, L"%.2f", 1000.0)});
   }
   for (const pointDuLeve& p : m_resultat.calcul.points)
-    points.addRow({p.nom, base::formater(L"%.3f", p.x), base::formater(L"%.3f", p.y), texteDe(p.z, L"%.3f"),
-                   base::formater(L"%d", static_cast<int>(p.stations.size())),
+    points.addRow({p.nom, base::formater(L"%.3f", p.x), base::formater(L"%.3f", p.y),
+                   texteMesure(p.z, L"%.3f"), base::formater(L"%d", static_cast<int>(p.stations.size())),
                    p.ecart > 0.0 ? base::formater(L"%.1f", p.ecart * 1000.0) : std::wstring(L"-"), p.code});
   return true;
 }
@@ -115,9 +130,9 @@ void LeveDLG::montrerReferences() {
   if (rang < 0) return;
   for (const referenceLeve& r : m_resultat.calcul.stations[static_cast<std::size_t>(rang)].place.references)
     references.addRow({r.mesure.nom + (r.fausse ? L" (à vérifier)" : L""),
-                       base::formater(L"%.3f", r.distance), texteDe(r.ecartH, L"%.2f", 1000.0),
-                       texteDe(r.lateral, L"%.1f", 1000.0), texteDe(r.ecartD, L"%.1f", 1000.0),
-                       texteDe(r.ecartZ, L"%.1f", 1000.0)});
+                       base::formater(L"%.3f", r.distance), texteMesure(r.ecartH, L"%.2f", 1000.0),
+                       texteMesure(r.lateral, L"%.1f", 1000.0), texteMesure(r.ecartD, L"%.1f", 1000.0),
+                       texteMesure(r.ecartZ, L"%.1f", 1000.0)});
 }
 
 void LeveDLG::montrerLeRapport() {

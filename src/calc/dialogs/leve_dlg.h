@@ -18,6 +18,10 @@ public:
   ui::Button choisirCanevas{&donnees, L"...",
                             [this] { choisir(canevas, L"Coordonnées|*.xyz|Listes|*.csv|Tous|*.*"); }};
   ui::TextField nommees{&donnees, L"Stations nommées (LIGNE=NOM,H)"};
+  ui::TextField regles{&donnees, L"Règles des blocs de code"};
+  ui::Button choisirRegles{&donnees, L"...", [this] { choisir(regles, L"Règles|*.txt|Tous|*.*"); }};
+  ui::TextField hMire{&donnees, L"Hauteur de mire où le carnet n'en dit aucune"};
+  ui::TextField hAppareil{&donnees, L"Hauteur d'appareil où le carnet n'en dit aucune"};
   ui::Group corrections{this, L"Corrections"};
   ui::CheckBox refraction{&corrections, L"Courbure et réfraction"};
   ui::NumberField coefficient{&corrections, L"Coefficient", 0.13};
@@ -37,6 +41,8 @@ private:
   void choisir(ui::TextField& champ, const wchar_t* filtre);
   /// What the fields say. Nothing, with a message, when one of them says nothing that can be meant.
   std::optional<demandeLever> demande();
+  /// A height that may be blank. @return false, with a message, when the field holds something else
+  static bool lireHauteur(const ui::TextField& champ, std::optional<double>& hauteur);
   /// Computes and shows. @return false when there is no result, which is told
   bool montrer(const std::optional<demandeLever>& quoi);
   void montrerReferences();

@@ -1,7 +1,7 @@
 #include "calc/leve/calcul_leve.h"
 
 #include "base/format.h"
-#include "calc/angles.h"
+#include "calc/leve/angles_leve.h"
 #include "calc/leve/controle_references.h"
 #include "calc/leve/orientation.h"
 #include "calc/leve/station_libre.h"
@@ -192,7 +192,7 @@ private:
     for (const mesureReduite& mesure : station.mesures.mesures) {
       const std::wstring vise = mesure.cle;
       if (vise == cle || m_connus.contains(vise) || !mesure.h || !mesure.d) continue;
-      const double g = reduireAngle(station.place.g0 + *mesure.h, 400.0) * kPi / 200.0;
+      const double g = radiansDe(station.place.g0 + *mesure.h);
       Determination d{
           station.place.x + *mesure.d * std::sin(g), station.place.y + *mesure.d * std::cos(g), {}, i};
       if (mesure.dz && station.place.z) d.z = *station.place.z + *mesure.dz;

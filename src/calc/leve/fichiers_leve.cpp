@@ -2,7 +2,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
-#include "calc/angles.h"
+#include "calc/leve/angles_leve.h"
 #include "calc/traverse/obs_ouverte.h"
 
 #include <algorithm>
@@ -125,7 +125,7 @@ private:
     for (std::size_t i = 0; i + 1 < chemin.size(); ++i) {
       const mesureReduite& aller = *vue(chemin[i], chemin[i + 1]);
       const mesureReduite& retour = *vue(chemin[i + 1], chemin[i]);
-      const double angle = reduireAngle(*aller.h - cercle, 400.0);
+      const double angle = reduireAngle(*aller.h - cercle, kTourGrades);
       altitudes = altitudes && aller.dz && retour.dz;
       donnees.lignes.push_back(formaterLigne(jeton(m_resultat.stations[chemin[i + 1]].nom), angle,
                                              (*aller.d + *retour.d) / 2.0,
@@ -133,10 +133,10 @@ private:
       gisement += angle - 200.0;
       cercle = *retour.h;
     }
-    donnees.fermeture = reduireAngle(*avant.h - cercle, 400.0);
+    donnees.fermeture = reduireAngle(*avant.h - cercle, kTourGrades);
     // The closing bearing stands in the turn in which the angles sum up.
     gisement += donnees.fermeture - 200.0;
-    donnees.arrivee.gisement += 400.0 * std::round((gisement - donnees.arrivee.gisement) / 400.0);
+    donnees.arrivee.gisement += kTourGrades * std::round((gisement - donnees.arrivee.gisement) / kTourGrades);
     donnees.modeNivellement = altitudes ? 2 : 0;
     for (const std::size_t i : chemin) faite.stations.push_back(m_resultat.stations[i].nom);
     faite.contenu = ecrireObsOuverte(donnees);
@@ -171,7 +171,8 @@ std::string reseauDuLeve(const resultatCalculLeve& resultat, const std::vector<p
       const bool angle = origine && mesure.h;
       const std::wstring reference = angle ? jeton(origine->cle) : std::wstring(L"NORD");
       const std::wstring lu =
-          angle ? base::formater(L"%.5f", reduireAngle(*mesure.h - *origine->h, 400.0)) : std::wstring(L".");
+          angle ? base::formater(L"%.5f", reduireAngle(*mesure.h - *origine->h, kTourGrades))
+                : std::wstring(L".");
       if (angle || mesure.d || mesure.dz)
         texte += base::formater(L"%s %s %s %s %s %s\r\n", jeton(station.cle), reference, jeton(mesure.cle),
                                 lu, valeur(mesure.d, L"%.4f"), valeur(mesure.dz, L"%.4f"));

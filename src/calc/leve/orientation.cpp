@@ -1,7 +1,7 @@
 #include "calc/leve/orientation.h"
 
 #include "base/format.h"
-#include "calc/angles.h"
+#include "calc/leve/angles_leve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,11 +9,7 @@
 namespace veltora {
 namespace {
 
-constexpr double kTour = 400.0;
 constexpr double kConfondus = 0.01;  // metres: nearer than this nothing is a reference
-
-double radians(double grades) { return grades * kPi / (kTour / 2.0); }
-double ecartAngle(double a, double b) { return std::remainder(a - b, kTour); }
 
 double gisementVers(const stationLeve& station, const pointConnuLeve& point) {
   return calculGisement(station.x, station.y, point.x, point.y, 0);
@@ -27,17 +23,17 @@ std::optional<double> zeroDuCercle(const std::vector<std::pair<double, double>>&
   double somme = 0.0;
   double poids = 0.0;
   for (const auto& [v, p] : valeurs) {
-    somme += ecartAngle(v, valeurs.front().first) * p;
+    somme += ecartGrades(v, valeurs.front().first) * p;
     poids += p;
   }
-  return reduireAngle(valeurs.front().first + somme / poids, kTour);
+  return reduireAngle(valeurs.front().first + somme / poids, kTourGrades);
 }
 
 void mesurerEcarts(stationLeve& station) {
   for (referenceLeve& r : station.references) {
     if (oriente(r)) {
-      r.ecartH = ecartAngle(*r.mesure.h + station.g0, gisementVers(station, r.point));
-      r.lateral = radians(*r.ecartH) * r.distance;
+      r.ecartH = ecartGrades(*r.mesure.h + station.g0, gisementVers(station, r.point));
+      r.lateral = radiansDe(*r.ecartH) * r.distance;
     }
     if (r.mesure.d) r.ecartD = *r.mesure.d - r.distance;
     if (r.mesure.dz && station.z && r.point.z) r.ecartZ = *r.mesure.dz - (*r.point.z - *station.z);
@@ -62,7 +58,8 @@ bool orienter(stationLeve& station) {
   std::vector<std::pair<double, double>> valeurs;
   for (referenceLeve& r : station.references) {
     r.distance = std::hypot(r.point.x - station.x, r.point.y - station.y);
-    if (oriente(r)) valeurs.emplace_back(ecartAngle(gisementVers(station, r.point), *r.mesure.h), r.distance);
+    if (oriente(r))
+      valeurs.emplace_back(ecartGrades(gisementVers(station, r.point), *r.mesure.h), r.distance);
   }
   const std::optional<double> zero = zeroDuCercle(valeurs);
   if (!zero) return false;

@@ -8,10 +8,6 @@
 namespace veltora {
 namespace {
 
-std::wstring texteDe(const std::optional<double>& valeur, const wchar_t* format, double facteur = 1.0) {
-  return valeur ? base::formater(format, *valeur * facteur) : std::wstring(L"-");
-}
-
 void ligne(plumeRapport& p, std::initializer_list<std::wstring> cellules) {
   p.ouvrirLigne();
   bool premiere = true;
@@ -31,9 +27,9 @@ void ecrireStation(plumeRapport& p, const stationDuLeve& station) {
   const stationLeve& place = station.place;
   p.entetes({L"X", L"Y", L"Z", L"V0 (gr)", L"emq (mgr)", L"sX (mm)", L"sY (mm)", L"Contrôles"},
             attributs::kGrisMaj);
-  ligne(p, {base::formater(L"%.4f", place.x), base::formater(L"%.4f", place.y), texteDe(place.z, L"%.4f"),
-            base::formater(L"%.5f", place.g0), texteDe(place.emq, L"%.2f", 1000.0),
-            texteDe(place.sx, L"%.1f", 1000.0), texteDe(place.sy, L"%.1f", 1000.0),
+  ligne(p, {base::formater(L"%.4f", place.x), base::formater(L"%.4f", place.y), texteMesure(place.z, L"%.4f"),
+            base::formater(L"%.5f", place.g0), texteMesure(place.emq, L"%.2f", 1000.0),
+            texteMesure(place.sx, L"%.1f", 1000.0), texteMesure(place.sy, L"%.1f", 1000.0),
             base::formater(L"%d", place.surabondantes)});
   p.fermerTable();
   if (station.mesures.faces.paires > 0) {
@@ -46,8 +42,8 @@ void ecrireStation(plumeRapport& p, const stationDuLeve& station) {
             attributs::kGrisMaj);
   for (const referenceLeve& r : place.references)
     ligne(p, {r.mesure.nom + (r.fausse ? L" (à vérifier)" : L""), base::formater(L"%.3f", r.distance),
-              texteDe(r.ecartH, L"%.2f", 1000.0), texteDe(r.lateral, L"%.1f", 1000.0),
-              texteDe(r.ecartD, L"%.1f", 1000.0), texteDe(r.ecartZ, L"%.1f", 1000.0)});
+              texteMesure(r.ecartH, L"%.2f", 1000.0), texteMesure(r.lateral, L"%.1f", 1000.0),
+              texteMesure(r.ecartD, L"%.1f", 1000.0), texteMesure(r.ecartZ, L"%.1f", 1000.0)});
   p.fermerTable();
 }
 
@@ -64,7 +60,7 @@ void ecrirePoints(plumeRapport& p, const std::vector<pointDuLeve>& points) {
   for (const pointDuLeve& point : points) {
     const bool plusieurs = point.ecart > 0.0 || point.ecartZ > 0.0;
     ligne(p, {point.nom, base::formater(L"%.4f", point.x), base::formater(L"%.4f", point.y),
-              texteDe(point.z, L"%.4f"), point.code, stationsDe(point),
+              texteMesure(point.z, L"%.4f"), point.code, stationsDe(point),
               plusieurs ? base::formater(L"%.1f", point.ecart * 1000.0) : std::wstring(L"-"),
               plusieurs ? base::formater(L"%.1f", point.ecartZ * 1000.0) : std::wstring(L"-")});
   }
@@ -72,6 +68,10 @@ void ecrirePoints(plumeRapport& p, const std::vector<pointDuLeve>& points) {
 }
 
 }  // namespace
+
+std::wstring texteMesure(const std::optional<double>& valeur, const wchar_t* format, double facteur) {
+  return valeur ? base::formater(format, *valeur * facteur) : std::wstring(L"-");
+}
 
 std::wstring texteCorrections(const optionsLeve& options) {
   std::wstring texte = options.refraction

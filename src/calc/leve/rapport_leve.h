@@ -9,6 +9,10 @@ namespace veltora {
 
 class htmlDocument;
 
+/// A value times a factor in a printf format; "-" for none.
+VELTORA_API std::wstring texteMesure(const std::optional<double>& valeur, const wchar_t* format,
+                                     double facteur = 1.0);
+
 /// The corrections in force, one sentence.
 VELTORA_API std::wstring texteCorrections(const optionsLeve& options);
 

@@ -1,7 +1,7 @@
 #include "calc/leve/reduction.h"
 
 #include "base/format.h"
-#include "calc/angles.h"
+#include "calc/leve/angles_leve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,18 +10,12 @@
 namespace veltora {
 namespace {
 
-constexpr double kTour = 400.0;
 constexpr double kDemi = 200.0;
 constexpr double kAccord = 0.05;       // metres: pointings of one point lie no further apart
 constexpr double kAccordAngle = 0.01;  // grades: nor do they turn by more where they are near
 constexpr double kPaire = 0.05;        // grades: what collimation and index may amount to
 constexpr double kDistances =
     0.02;  // metres: between a slope distance and a horizontal one of the same pointing
-
-double radians(double grades) { return grades * kPi / kDemi; }
-
-/// The difference of two directions, from -200 to 200.
-double ecartAngle(double a, double b) { return std::remainder(a - b, kTour); }
 
 /// One pointing on the first face.
 struct Pointage {
@@ -74,10 +68,10 @@ private:
   Pointage pointer(const viseeTerrain& visee) {
     Pointage p;
     p.visee = &visee;
-    if (visee.v) p.v = reduireAngle(*visee.v, kTour);
+    if (visee.v) p.v = reduireAngle(*visee.v, kTourGrades);
     p.seconde = p.v && *p.v > kDemi;
-    if (p.seconde) p.v = kTour - *p.v;
-    if (visee.h) p.h = reduireAngle(*visee.h - (p.seconde ? kDemi : 0.0), kTour);
+    if (p.seconde) p.v = kTourGrades - *p.v;
+    if (visee.h) p.h = reduireAngle(*visee.h - (p.seconde ? kDemi : 0.0), kTourGrades);
     mesurer(p);
     return p;
   }
@@ -90,7 +84,7 @@ private:
       m_remarques.douter(visee.ligne,
                          L"« " + visee.nom + L" » : distance inclinée sans angle vertical, laissée de côté");
     std::optional<double> horizontale = visee.dh;
-    if (incline) horizontale = *visee.di * std::sin(radians(*p.v));
+    if (incline) horizontale = *visee.di * std::sin(radiansDe(*p.v));
     if (incline && visee.dh && std::fabs(*horizontale - *visee.dh) > kDistances)
       m_remarques.douter(visee.ligne,
                          base::formater(L"« %s » : la distance horizontale %.3f ne s'accorde pas avec la "
@@ -105,7 +99,7 @@ private:
     p.d = *horizontale * m_options.facteur;
     std::optional<double> axe = visee.dn;
     if (p.v && *p.v > 0.0 && *p.v < kDemi)
-      axe = incline ? *visee.di * std::cos(radians(*p.v)) : *horizontale / std::tan(radians(*p.v));
+      axe = incline ? *visee.di * std::cos(radiansDe(*p.v)) : *horizontale / std::tan(radiansDe(*p.v));
     if (axe) p.dz = *axe + hauteurs(visee) + courbure(*horizontale);
   }
 
@@ -127,11 +121,11 @@ private:
     const double entreFaces = un.seconde == autre.seconde ? 0.0 : 2.0 * kPaire;
     const double longueur = un.d ? *un.d : autre.d.value_or(100.0);
     if (un.h && autre.h) {
-      const double ecart = std::fabs(ecartAngle(*un.h, *autre.h)) - entreFaces;
-      if (ecart > kAccordAngle && radians(ecart) * longueur > kAccord) return true;
+      const double ecart = std::fabs(ecartGrades(*un.h, *autre.h)) - entreFaces;
+      if (ecart > kAccordAngle && radiansDe(ecart) * longueur > kAccord) return true;
     }
     return (un.d && autre.d && std::fabs(*un.d - *autre.d) > kAccord) ||
-           (un.dz && autre.dz && std::fabs(*un.dz - *autre.dz) > kAccord + radians(entreFaces) * longueur);
+           (un.dz && autre.dz && std::fabs(*un.dz - *autre.dz) > kAccord + radiansDe(entreFaces) * longueur);
   }
 
   mesureReduite joindre(std::vector<Pointage>& pointages) {
@@ -153,7 +147,7 @@ private:
       if (mesure.observation.empty()) mesure.observation = p.visee->observation;
     }
     mesure.h = moyenneDesFaces(pointages, &Pointage::h);
-    if (mesure.h) mesure.h = reduireAngle(*mesure.h, kTour);
+    if (mesure.h) mesure.h = reduireAngle(*mesure.h, kTourGrades);
     mesure.d = moyenneDesFaces(pointages, &Pointage::d);
     mesure.dz = moyenneDesFaces(pointages, &Pointage::dz);
     noterFaces(pointages, mesure);
@@ -184,7 +178,7 @@ private:
       if (!origine) origine = p.*quoi;
       const double ecart = *(p.*quoi) - *origine;
       const std::size_t face = p.seconde ? 1 : 0;
-      sommes[face] += quoi == &Pointage::h ? std::remainder(ecart, kTour) : ecart;
+      sommes[face] += quoi == &Pointage::h ? std::remainder(ecart, kTourGrades) : ecart;
       ++nombres[face];
     }
     Moyennes m;

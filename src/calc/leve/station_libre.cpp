@@ -1,8 +1,8 @@
 #include "calc/leve/station_libre.h"
 
-#include "calc/angles.h"
 #include "calc/helmert/controle_helmert.h"
 #include "calc/helmert/helmert.h"
+#include "calc/leve/angles_leve.h"
 #include "calc/leve/orientation.h"
 
 #include <Eigen/Dense>
@@ -12,9 +12,8 @@
 namespace veltora {
 namespace {
 
-constexpr double kGrades = 200.0 / kPi;
-constexpr double kDirection = 0.001 / kGrades;  // radians
-constexpr double kCentrage = 0.002;             // metres
+constexpr double kDirection = 0.001 * kPi / 200.0;  // radians, a milligrade
+constexpr double kCentrage = 0.002;                 // metres
 constexpr double kDistance = 0.003;
 constexpr double kParMetre = 2e-6;
 constexpr int kPasses = 30;
@@ -23,30 +22,33 @@ constexpr std::size_t kTripletsMax = 12;  // references among which three direct
 
 using Mesures = std::vector<referenceLeve>;
 
-double radians(double grades) { return grades / kGrades; }
-
 struct Depart {
   double x = 0.0;
   double y = 0.0;
 };
 
-/// Weighed misfit of a place: the orientation is the mean. Directions alone, and distances where they are.
-double ecartDe(const Mesures& references, const Depart& lieu) {
+/// The bearing of the circle's zero as the directions from a place have it, radians.
+double zeroMoyen(const Mesures& references, const Depart& lieu) {
   double sinus = 0.0;
   double cosinus = 0.0;
   for (const referenceLeve& r : references) {
     if (!r.mesure.h) continue;
-    const double zero = std::atan2(r.point.x - lieu.x, r.point.y - lieu.y) - radians(*r.mesure.h);
+    const double zero = std::atan2(r.point.x - lieu.x, r.point.y - lieu.y) - radiansDe(*r.mesure.h);
     sinus += std::sin(zero);
     cosinus += std::cos(zero);
   }
-  const double zero = std::atan2(sinus, cosinus);
+  return std::atan2(sinus, cosinus);
+}
+
+/// Misfit of a place in squares of metres. Directions alone, and distances where they are.
+double ecartDe(const Mesures& references, const Depart& lieu) {
+  const double zero = zeroMoyen(references, lieu);
   double somme = 0.0;
   for (const referenceLeve& r : references) {
     const double d = std::hypot(r.point.x - lieu.x, r.point.y - lieu.y);
     if (r.mesure.h) {
       const double e = std::remainder(
-          std::atan2(r.point.x - lieu.x, r.point.y - lieu.y) - radians(*r.mesure.h) - zero, 2.0 * kPi);
+          std::atan2(r.point.x - lieu.x, r.point.y - lieu.y) - radiansDe(*r.mesure.h) - zero, 2.0 * kPi);
       somme += e * e * d * d;
     }
     if (r.mesure.d) somme += (d - *r.mesure.d) * (d - *r.mesure.d);
@@ -58,7 +60,7 @@ std::optional<Depart> parSimilitude(const Mesures& references) {
   couplesHelmert couples;
   for (const referenceLeve& r : references) {
     if (!r.mesure.h || !r.mesure.d) continue;
-    const double h = radians(*r.mesure.h);
+    const double h = radiansDe(*r.mesure.h);
     couples.depart.emplace_back(*r.mesure.d * std::sin(h), *r.mesure.d * std::cos(h));
     couples.arrivee.emplace_back(r.point.x - references.front().point.x,
                                  r.point.y - references.front().point.y);
@@ -74,7 +76,7 @@ std::optional<Depart> parSimilitude(const Mesures& references) {
 /// Three directions: the radical centre of the three circles over which each pair is seen.
 std::optional<Depart> relever(const referenceLeve& a, const referenceLeve& b, const referenceLeve& c) {
   const auto cotangente = [](const referenceLeve& de, const referenceLeve& vers) {
-    return 1.0 / std::tan(radians(*de.mesure.h - *vers.mesure.h));  // counter-clockwise from de to vers
+    return 1.0 / std::tan(radiansDe(*de.mesure.h - *vers.mesure.h));  // counter-clockwise from de to vers
   };
   const double x1 = a.point.x - b.point.x;
   const double y1 = a.point.y - b.point.y;
@@ -115,17 +117,7 @@ std::optional<Depart> parRelevement(const Mesures& references) {
 class Ajustement {
 public:
   Ajustement(const Mesures& references, const Depart& depart)
-      : m_references(references), m_x(depart.x), m_y(depart.y) {
-    double sinus = 0.0;
-    double cosinus = 0.0;
-    for (const referenceLeve& r : references) {
-      if (!r.mesure.h) continue;
-      const double zero = gisement(r) - radians(*r.mesure.h);
-      sinus += std::sin(zero);
-      cosinus += std::cos(zero);
-    }
-    m_zero = std::atan2(sinus, cosinus);
-  }
+      : m_references(references), m_x(depart.x), m_y(depart.y), m_zero(zeroMoyen(references, depart)) {}
 
   /// @return false when it does not settle, or the measures leave the place open
   bool resoudre() {
@@ -177,7 +169,7 @@ private:
       const double d = std::max(std::hypot(dx, dy), 1e-3);
       if (r.mesure.h) {
         const double sigma = std::hypot(kDirection, kCentrage / d);
-        const double e = std::remainder(radians(*r.mesure.h) + m_zero - gisement(r), 2.0 * kPi);
+        const double e = std::remainder(radiansDe(*r.mesure.h) + m_zero - gisement(r), 2.0 * kPi);
         ajouter({-dy / (d * d), dx / (d * d), -1.0 / kLevier}, e, sigma);
       }
       if (r.mesure.d) ajouter({dx / d, dy / d, 0.0}, d - *r.mesure.d, kDistance + kParMetre * d);
@@ -195,7 +187,7 @@ private:
   const Mesures& m_references;
   double m_x;
   double m_y;
-  double m_zero = 0.0;
+  double m_zero;
   Eigen::Matrix3d m_normale;
   Eigen::Matrix3d m_inverse = Eigen::Matrix3d::Zero();
   Eigen::Vector3d m_second;

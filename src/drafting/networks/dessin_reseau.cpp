@@ -35,17 +35,6 @@ constexpr calque kCalques[kLayers] = {{calquesReseau::kEllipses, 5},  {calquesRe
                                       {calquesReseau::kBonnes, 3},    {calquesReseau::kLimites, 30},
                                       {calquesReseau::kSuspectes, 1}, {calquesReseau::kSansControle, 8}};
 
-double coteMoyen(const reseauCompense& r) {
-  double somme = 0.0;
-  int nombre = 0;
-  for (const mesurePonderee& m : r.reseau.mesures) {
-    if (m.ecarte || m.genre > genreMesure::distance) continue;
-    somme += r.reseau.distance(m.station, m.vise);
-    ++nombre;
-  }
-  return nombre > 0 ? somme / nombre : 0.0;
-}
-
 /// The layers, made where they are missing. @return the name of a locked one; else empty
 std::wstring preparerLayers(std::array<AcDbObjectId, kLayers>& ids) {
   AcDbDatabase* const dessin = acdbHostApplicationServices()->workingDatabase();
@@ -101,7 +90,7 @@ double echelleDesEllipses(const reseauCompense& r) {
   double plusGrande = 0.0;
   for (const statistiquePoint& s : r.points) plusGrande = std::max(plusGrande, s.plan.a);
   plusGrande *= r.facteur() * r.facteur95();
-  const double cote = coteMoyen(r);
+  const double cote = r.reseau.coteMoyen();
   if (!(plusGrande > 0.0) || !(cote > 0.0)) return 1.0;
   const double voulue = kPartDuCote * cote / plusGrande;
   const double dix = std::pow(10.0, std::floor(std::log10(voulue)));
