@@ -167,9 +167,12 @@ void RemplacementFichier::ouvrir() {
   // made.
   for (int attempt = 0; attempt < 100; ++attempt) {
     std::string name = (m_target.parent_path() / (beginningBeside(m_target) + kUnique)).string();
-    m_descriptor = ::mkostemp(name.data(), O_CLOEXEC);
-    if (m_descriptor < 0) return abandonner(errno);
-    m_temporary = FichierPassager(std::move(name));
+    {
+      const SignauxRetenus held;
+      m_descriptor = ::mkostemp(name.data(), O_CLOEXEC);
+      if (m_descriptor < 0) return abandonner(errno);
+      m_temporary = FichierPassager(std::move(name));
+    }
     struct stat info {};
     ::flock(m_descriptor, LOCK_EX);
     if (::fstat(m_descriptor, &info) == 0 && info.st_nlink > 0) return;

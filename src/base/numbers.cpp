@@ -1,6 +1,7 @@
 #include "base/numbers.h"
 
 #include "base/format.h"
+#include "base/text.h"
 
 #include <charconv>
 #include <clocale>
@@ -13,7 +14,6 @@ namespace veltora::base {
 namespace {
 
 bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view skipSpaces(std::string_view text) {
   std::size_t i = 0;

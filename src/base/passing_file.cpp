@@ -34,6 +34,8 @@ void strike(const std::string& path) {
   }
 }
 
+constexpr std::array kEnding = {SIGTERM, SIGHUP, SIGPIPE};
+
 void onEnd(int signal) {
   effacerPassagers();
   std::signal(signal, SIG_DFL);
@@ -70,8 +72,17 @@ void effacerPassagers() noexcept {
     if (const char* const name = slot.load()) ::unlink(name);
 }
 
+SignauxRetenus::SignauxRetenus() {
+  sigset_t held;
+  ::sigemptyset(&held);
+  for (const int signal : kEnding) ::sigaddset(&held, signal);
+  ::pthread_sigmask(SIG_BLOCK, &held, &m_former);
+}
+
+SignauxRetenus::~SignauxRetenus() { ::pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
+
 void surveillerSignaux() {
-  for (const int signal : {SIGTERM, SIGHUP, SIGPIPE})
+  for (const int signal : kEnding)
     if (std::signal(signal, onEnd) == SIG_IGN) std::signal(signal, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
 }

@@ -2,6 +2,9 @@
 
 #include "base/export.h"
 
+#include "base/uncopyable.h"
+
+#include <csignal>
 #include <string>
 
 /// Files that must not outlive the process that made them: half-written ones and marks of drawings in use.
@@ -11,7 +14,7 @@ namespace veltora::base {
 class VELTORA_API FichierPassager {
 public:
   FichierPassager() = default;
-  /// Takes over a file that was just made.
+  /// Takes over a file that was just made, under `SignauxRetenus`.
   explicit FichierPassager(std::string path);
   FichierPassager(FichierPassager&& other) noexcept;
   FichierPassager& operator=(FichierPassager&& other) noexcept;
@@ -30,6 +33,17 @@ private:
 
 /// Removes all of them. For a signal handler that is about to end the process.
 VELTORA_API void effacerPassagers() noexcept;
+
+/// While it lives the signals that remove such files wait: none comes between the making of a file and its
+/// entry. For this thread.
+class VELTORA_API SignauxRetenus : private Uncopyable {
+public:
+  SignauxRetenus();
+  ~SignauxRetenus();
+
+private:
+  sigset_t m_former;
+};
 
 /// From now on the signals that ask the process to end (SIGTERM, SIGHUP, SIGPIPE) remove them first, and a
 /// limit on the size of files (SIGXFSZ) makes writing fail instead of ending the process. A signal that

@@ -37,6 +37,15 @@ VELTORA_API int compareNoCase(std::wstring_view a, std::wstring_view b);
 /// The same on Windows-1252 bytes.
 VELTORA_API int compareNoCaseAnsi(std::string_view a, std::string_view b);
 
+/// Equal but for case.
+inline bool equalNoCase(std::wstring_view a, std::wstring_view b) { return compareNoCase(a, b) == 0; }
+
+/// A digit of ASCII.
+template <class Char>
+constexpr bool isDigit(Char c) {
+  return c >= Char('0') && c <= Char('9');
+}
+
 /// Removes the characters of `set` from both ends, the left or the right.
 VELTORA_API std::wstring trim(std::wstring_view text, std::wstring_view set = L" \t");
 VELTORA_API std::wstring trimLeft(std::wstring_view text, std::wstring_view set = L" \t");

@@ -106,9 +106,12 @@ std::string NoteUsage::poser(const std::filesystem::path& file) {
   const std::string name = file.string() + ".ouvert";
   std::string message;
   for (int attempt = 0; attempt < 3; ++attempt) {
-    m_descriptor = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644);
+    {
+      const SignauxRetenus held;
+      m_descriptor = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644);
+      if (m_descriptor >= 0) m_note = FichierPassager(name);
+    }
     if (m_descriptor >= 0) {
-      m_note = FichierPassager(name);
       ::flock(m_descriptor, LOCK_EX | LOCK_NB);
       const std::string text = noteText();
       if (::write(m_descriptor, text.data(), text.size()) != static_cast<ssize_t>(text.size())) retirer();

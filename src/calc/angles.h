@@ -20,6 +20,8 @@ struct uniteAngle {
 };
 
 inline constexpr double kPi = 3.141592653589793;
+inline constexpr double kTour = 2.0 * kPi;  ///< in radians
+inline constexpr int kRadians = 2;          ///< the `modeAngle` of radians
 
 /// Indexed by `modeAngle`.
 inline constexpr std::array<uniteAngle, 3> kUnitesAngle = {{

@@ -20,7 +20,6 @@ constexpr std::array<const char*, nbLayers> kElementsCouleurs{
 
 // The line-oriented text form.
 
-constexpr std::wstring_view kBords = L" \t,;.";
 constexpr std::wstring_view kDebut = L"Code {";
 
 /// What a line says; in the order in which the keywords are searched.
@@ -137,14 +136,14 @@ int codifPoint::lireTexte(fluxTexte& flux) {
   std::wstring ligne;
   do {
     if (!flux.ReadString(ligne)) return 0;
-  } while (base::compareNoCase(base::trim(ligne, kBords), kDebut) != 0);
+  } while (base::compareNoCase(base::trim(ligne, kBordsCode), kDebut) != 0);
   while (flux.ReadString(ligne)) {
-    ligne = base::trim(ligne, kBords);
+    ligne = base::trim(ligne, kBordsCode);
     const MotCle* cle = chercherMot(ligne);
     if (!cle) continue;
     if (cle->mot == Mot::Fin) return 1;
     if (cle->mot == Mot::Debut) return 0;
-    prendre(*this, *cle, base::trimLeft(ligne.substr(cle->texte.size()), kBords));
+    prendre(*this, *cle, base::trimLeft(ligne.substr(cle->texte.size()), kBordsCode));
   }
   return 0;
 }

@@ -6,12 +6,16 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 class TiXmlElement;
 
 namespace veltora {
 
 class fluxTexte;
+
+/// What falls off both ends of names and values of codes.
+inline constexpr std::wstring_view kBordsCode = L" \t,;.";
 
 /// The five layers of a drawn point, in the order of all arrays of `codifPoint`.
 enum IndexLayer { layerBlock = 0, layerAltitudes, layerNumero, layerObs, layerCode, nbLayers };

@@ -17,8 +17,6 @@
 namespace veltora {
 namespace {
 
-constexpr std::wstring_view kBords = L" \t,;.";
-
 codifPoint ligneDefaut(int code, const std::wstring& libelle, std::wstring_view bloc) {
   codifPoint ligne;
   ligne.code = code;
@@ -94,7 +92,7 @@ bool tableCodification::garderIllisible() const {
 
 int tableCodification::chargerXML() {
   try {
-    const std::wstring nom = base::trim(nomFichier, kBords);
+    const std::wstring nom = base::trim(nomFichier, kBordsCode);
     TiXmlDocument document;
     if (nom.empty() || !chargerFichierXML(document, cheminPlateforme(nom))) return 0;
     return lireXML(document);
@@ -235,7 +233,7 @@ void tableCodification::creerLayers(codifPoint& ligne, AcDbLayerTable* calques) 
   }
   for (std::size_t i = 0; i < nbLayers; ++i) {
     std::wstring& nom = ligne.layers[i];
-    nom = base::trim(nom, kBords);
+    nom = base::trim(nom, kBordsCode);
     if (nom.empty()) nom = L"0";
     // Deliberate (creerlayers-couleur): a layer that exists keeps its colour, whatever the code says.
     ligne.idLayers[i] = layerOrNew(*calques, nom, ligne.coulLayers[i]);

@@ -11,9 +11,6 @@
 namespace veltora {
 namespace {
 
-constexpr int kNom = 11;
-constexpr int kBlocCode = 41;
-
 /// A measure and its place in `donneesLecture::present`; no word of the index measures where there is none.
 struct Champ {
   double donneesLecture::*valeur = nullptr;
@@ -43,7 +40,7 @@ constexpr Champs champsParIndice() {
 void entrer(const motGSI& mot, donneesLecture& donnees) {
   static constexpr Champs kChamps = champsParIndice();
   const Champ& champ = kChamps.at(mot.indexMot);
-  if (mot.indexMot == kNom) donnees.nom = mot.texte;
+  if (mot.indexMot == motGSI::kNom) donnees.nom = mot.texte;
   if (!champ.valeur) return;
   donnees.*champ.valeur = mot.valeur;
   donnees.present[champ.mesure] = true;
@@ -97,8 +94,8 @@ carnetGSI lireCarnet(std::string_view octets) {
 void interpreterLigneGSI(etatLectureGSI& etat, std::uint32_t numeroLigne, const ligneGSI& mots) {
   if (mots.empty()) return;
   const int premier = mots.GetAt(0).indexMot;
-  if (premier == kBlocCode) entrerBlocCode(etat, numeroLigne, mots);
-  if (premier != kNom) return;
+  if (premier == motGSI::kBlocCode) entrerBlocCode(etat, numeroLigne, mots);
+  if (premier != motGSI::kNom) return;
   lectureGSI lecture;
   for (const motGSI& mot : mots) entrer(mot, lecture.donnees);
   getTableObsRayonnees().ajouterLecture(etat.stationCourante, std::move(lecture));

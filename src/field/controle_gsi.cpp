@@ -10,8 +10,6 @@
 namespace veltora {
 namespace {
 
-constexpr int kNom = 11;
-constexpr int kBlocCode = 41;
 /// Horizontal directions that no result shows.
 constexpr int kDirectionSansEmploi = 25;
 
@@ -52,7 +50,7 @@ void controleGSI::voir(int numero, std::string_view ligne, const ligneGSI& mots,
   std::bitset<256> vus;
   for (std::size_t i = 0; i < mots.size(); ++i) {
     const motGSI& mot = mots[i];
-    if (vus[mot.indexMot] && (mot.genre == motGSI::kNumerique || mot.indexMot == kNom))
+    if (vus[mot.indexMot] && (mot.genre == motGSI::kNumerique || mot.indexMot == motGSI::kNom))
       m_cas[kRepete].noter(numero);
     vus.set(mot.indexMot);
     voirMot(numero, mot, ligne[forme.debut + i * forme.mot + formeGSI::kSigne]);
@@ -86,16 +84,17 @@ void controleGSI::voirNumerique(int numero, const motGSI& mot) {
 void controleGSI::voirLigne(int numero, const ligneGSI& mots) {
   const int premier = mots[0].indexMot;
   const auto sansEmploi = [](const motGSI& mot) {
-    return mot.indexMot != kNom && (mot.genre != motGSI::kNumerique || mot.indexMot == kDirectionSansEmploi);
+    return mot.indexMot != motGSI::kNom &&
+           (mot.genre != motGSI::kNumerique || mot.indexMot == kDirectionSansEmploi);
   };
-  if (premier == kNom) {
+  if (premier == motGSI::kNom) {
     ++m_visees;
     for (const motGSI& mot : mots) {
       if (!sansEmploi(mot)) continue;
       ++m_sansEmploi;
       m_indicesSansEmploi.insert(mot.indexMot);
     }
-  } else if (premier == kBlocCode) {
+  } else if (premier == motGSI::kBlocCode) {
     ++m_blocsCode;
   } else {
     m_autres.noter(numero);

@@ -1,6 +1,7 @@
 #include "field/mots_gsi.h"
 
 #include "base/numbers.h"
+#include "base/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,8 +24,6 @@ constexpr Unite kUnites[] = {
     {1e5, Conversion::degres}, {1e5, Conversion::sexagesimale}, {1e4, Conversion::aucune},
     {1e4, Conversion::aucune}, {1e4, Conversion::aucune},       {1e5, Conversion::aucune}};
 constexpr char kUniteHeritee = '7';
-
-bool estChiffre(char c) { return c >= '0' && c <= '9'; }
 
 /// Deliberate (gsi-sexagesimal): of x read as D.MMSSs the whole minutes are taken off the fraction as they
 /// stand, so every angle with minutes comes out wrong.
@@ -52,7 +51,7 @@ double convertir(double x, Conversion conversion) {
 double lireDonnees(const char* texte) {
   std::uint64_t entier = 0;
   const char* c = texte;
-  for (; estChiffre(*c); ++c) entier = entier * 10 + static_cast<std::uint64_t>(*c - '0');
+  for (; base::isDigit(*c); ++c) entier = entier * 10 + static_cast<std::uint64_t>(*c - '0');
   return *c == '\0' ? static_cast<double>(entier) : base::lireReelC(texte);
 }
 
@@ -99,7 +98,7 @@ int decoderLigneGSI(etatLectureGSI&, std::string_view ligne, ligneGSI& mots) {
   Conversion conversion = Conversion::aucune;
   for (std::string_view reste = ligne.substr(forme.debut);; reste.remove_prefix(forme.mot)) {
     if (reste.size() < 2 || reste.front() == '\n') return 1;
-    if (!estChiffre(reste[0]) || !estChiffre(reste[1])) return 0;
+    if (!base::isDigit(reste[0]) || !base::isDigit(reste[1])) return 0;
     if (reste.size() < forme.mot) return 0;
     mots.Add(lireMot(reste, forme, conversion));
   }

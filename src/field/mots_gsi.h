@@ -16,6 +16,9 @@ struct motGSI {
   static constexpr std::uint8_t kNumerique = 2;
   static constexpr std::uint8_t kTexte = 3;
 
+  static constexpr int kNom = 11;       ///< index of the point's name
+  static constexpr int kBlocCode = 41;  ///< index that opens a code block
+
   std::uint8_t indexMot = 0;  ///< what the word tells: 11 name, 21 horizontal angle, 81 X ...
   std::uint8_t genre = kTexte;
   char infos[7] = {};   ///< the four information characters; the last one is the unit

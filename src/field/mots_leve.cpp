@@ -79,8 +79,6 @@ motLeve lireMot(std::string_view lettres, const formeGSI& forme) {
   return mot;
 }
 
-bool estChiffre(char c) { return c >= '0' && c <= '9'; }
-
 }  // namespace
 
 std::vector<motLeve> motsLeve(std::string_view ligne, bool& entiere) {
@@ -89,7 +87,7 @@ std::vector<motLeve> motsLeve(std::string_view ligne, bool& entiere) {
   entiere = true;
   std::string_view reste = ligne.substr(std::min(forme.debut, ligne.size()));
   while (!base::trim(reste).empty()) {
-    entiere = reste.size() + 1 >= forme.mot && estChiffre(reste[0]) && estChiffre(reste[1]);
+    entiere = reste.size() + 1 >= forme.mot && base::isDigit(reste[0]) && base::isDigit(reste[1]);
     if (!entiere) break;
     mots.push_back(lireMot(reste, forme));  // the last word may lack its separator
     reste.remove_prefix(std::min(forme.mot, reste.size()));

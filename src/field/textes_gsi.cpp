@@ -12,8 +12,6 @@ namespace {
 
 constexpr std::size_t kIndices = 100;
 constexpr int kDecimales = 5;
-constexpr int kNom = 11;
-constexpr int kBlocCode = 41;
 
 using Etiquettes = std::array<std::string_view, kIndices>;
 
@@ -45,7 +43,7 @@ constexpr Etiquettes etiquettes() {
 void ajouterTexteMot(const motGSI& mot, std::string& sortie) {
   static constexpr Etiquettes kEtiquettes = etiquettes();
   const std::string_view etiquette = kEtiquettes.at(mot.indexMot);
-  if (mot.indexMot != kNom && etiquette.empty()) {
+  if (mot.indexMot != motGSI::kNom && etiquette.empty()) {
     sortie += base::formater("\tINCONNU = %d, %s", static_cast<int>(mot.indexMot), mot.texte);
     return;
   }
@@ -65,9 +63,9 @@ template <class Ajouter>
 bool parcourir(etatLectureGSI& etat, const ligneGSI& mots, Ajouter ajouter) {
   if (mots.empty()) return true;
   const int premier = mots.GetAt(0).indexMot;
-  if (premier == kNom) etat.debutBlocCode = etatLectureGSI::kAucun;
-  if (premier != kNom && premier != kBlocCode) return false;
-  for (const motGSI& mot : mots) ajouter(mot, premier == kBlocCode);
+  if (premier == motGSI::kNom) etat.debutBlocCode = etatLectureGSI::kAucun;
+  if (premier != motGSI::kNom && premier != motGSI::kBlocCode) return false;
+  for (const motGSI& mot : mots) ajouter(mot, premier == motGSI::kBlocCode);
   return true;
 }
 

@@ -21,7 +21,6 @@ constexpr std::size_t kLignesVues = 500;
 /// Lines among which a drawing begins its first section.
 constexpr std::size_t kLignesEntete = 12;
 /// Words of the line of a known station in a traverse, of a point with its code, and of a named pair.
-constexpr std::size_t kJetonsStation = 10;
 constexpr std::size_t kJetonsPoint = 5;
 
 struct DescriptionGenre {

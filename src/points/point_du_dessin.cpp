@@ -137,6 +137,10 @@ int pointDuDessin::updateFromDrawing(const AcDbObjectId& idBloc) {
   return 1;
 }
 
+std::wstring texteCoordonnee(double valeur, int decimales) {
+  return valeur == Z_ABSENT ? std::wstring() : base::formater(L"%.*f", decimales, valeur);
+}
+
 AcString observationDuBloc(const AcDbObjectId& bloc) {
   AcString texte;
   if (bloc.isNull()) return texte;

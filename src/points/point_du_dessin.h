@@ -71,6 +71,9 @@ struct VELTORA_API pointDuDessin {
   int readFromXRecord(VeltoraSerializer* flux);
 };
 
+/// A coordinate with that many decimals; empty when absent.
+VELTORA_API std::wstring texteCoordonnee(double valeur, int decimales);
+
 /// The observation that the block of a point shows; empty when it has none, or there is no block.
 VELTORA_API AcString observationDuBloc(const AcDbObjectId& bloc);
 

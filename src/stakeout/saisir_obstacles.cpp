@@ -14,8 +14,6 @@
 namespace veltora {
 namespace {
 
-bool estLe(const std::wstring& texte, const wchar_t* mot) { return base::compareNoCase(texte, mot) == 0; }
-
 struct mesuresObstacles {
   double hauteurLigne = 2.0;
   double hauteurPoint = 2.0;
@@ -60,12 +58,12 @@ public:
 private:
   bool suivre(const std::wstring& mot) {
     constexpr int kDerniereCouleur = 7;
-    if (estLe(mot, L"Quitter")) return false;
-    if (estLe(mot, L"POnctuel")) m_enLigne = false;
-    if (estLe(mot, L"Lignes")) m_enLigne = true;
-    if (estLe(mot, L"Couleur")) m_couleur = m_couleur % kDerniereCouleur + 1;
-    if (estLe(mot, L"Couleur") || estLe(mot, L"Redessiner")) redessiner();
-    if (estLe(mot, L"Annuler")) retirer();
+    if (base::equalNoCase(mot, L"Quitter")) return false;
+    if (base::equalNoCase(mot, L"POnctuel")) m_enLigne = false;
+    if (base::equalNoCase(mot, L"Lignes")) m_enLigne = true;
+    if (base::equalNoCase(mot, L"Couleur")) m_couleur = m_couleur % kDerniereCouleur + 1;
+    if (base::equalNoCase(mot, L"Couleur") || base::equalNoCase(mot, L"Redessiner")) redessiner();
+    if (base::equalNoCase(mot, L"Annuler")) retirer();
     return true;
   }
 
@@ -77,7 +75,7 @@ private:
           pickEntity(L"\nTous/ Selection / element a ne plus considerer comme obstacle:", id);
       std::vector<AcDbObjectId> entites{id};
       if (resultat == RTERROR) continue;
-      if (resultat == RTKWORD) entites = estLe(typedText(), L"Tous") ? tous() : choix();
+      if (resultat == RTKWORD) entites = base::equalNoCase(typedText(), L"Tous") ? tous() : choix();
       if (resultat != RTKWORD && resultat != RTNORM) break;
       retirer(entites);
     }
@@ -160,7 +158,7 @@ private:
     std::wstring mot;
     acedInitGet(0, L"Oui Non");
     if (acedGetKword(L"\nAppliquer les parametres aux blocs indentiques (Oui / Non) [Non]", mot) != RTNORM ||
-        !estLe(mot, L"Oui"))
+        !base::equalNoCase(mot, L"Oui"))
       return;
     std::vector<AcDbObjectId> entites;
     selectEntities(nullptr, acutBuildList(0, L"INSERT", RTNONE), entites);

@@ -21,8 +21,6 @@
 namespace veltora {
 namespace {
 
-bool estLe(const std::wstring& texte, const wchar_t* mot) { return base::compareNoCase(texte, mot) == 0; }
-
 /// Name and place of a point block; says so when it is none.
 bool lireBlocPoint(const AcDbObjectId& id, AcString& nom, AcGePoint3d& position) {
   const AcDbObjectPointer<AcDbBlockReference> bloc(id);
@@ -149,17 +147,17 @@ suiteStation choisirStation(projetImplantation& projet, selectionPoints& selecti
   }
   const std::wstring texte = resultat == RTKWORD ? typedText() : std::wstring();
   if (texte.empty()) return suiteStation::kQuitter;
-  if (estLe(texte, L"Restreindre")) {
+  if (base::equalNoCase(texte, L"Restreindre")) {
     restreindre(projet, selection);
     return suiteStation::kStation;
   }
-  if (estLe(texte, L"Annuler")) {
+  if (base::equalNoCase(texte, L"Annuler")) {
     annuler(projet, selection);
     return suiteStation::kStation;
   }
-  const bool trouve = estLe(texte, L"Proche")     ? chercherProche(nom, position)
-                      : estLe(texte, L"Designer") ? designer(L"\nBlock Point:", 0, nom, position)
-                                                  : chercherNom(texte, nom, position);
+  const bool trouve = base::equalNoCase(texte, L"Proche")     ? chercherProche(nom, position)
+                      : base::equalNoCase(texte, L"Designer") ? designer(L"\nBlock Point:", 0, nom, position)
+                                                              : chercherNom(texte, nom, position);
   return trouve ? suiteStation::kReference : suiteStation::kStation;
 }
 
@@ -179,9 +177,9 @@ suiteStation choisirReference(projetImplantation& projet, const selectionPoints&
   if (resultat == RTNORM) {
     mode = modeOrientation::kPosition;
     position.set(point[0], point[1], Z_ABSENT);
-  } else if (!texte.empty() && !estLe(texte, L"Nord")) {
+  } else if (!texte.empty() && !base::equalNoCase(texte, L"Nord")) {
     mode = modeOrientation::kReference;
-    const bool trouve = estLe(texte, L"Designer")
+    const bool trouve = base::equalNoCase(texte, L"Designer")
                             ? designer(L"Selectionnez la station de référence ou alors saisir son Nom ",
                                        RSG_OTHER, nom, position)
                             : chercherNom(texte, nom, position);

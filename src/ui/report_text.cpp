@@ -9,7 +9,7 @@
 namespace veltora::ui {
 namespace {
 
-constexpr auto npos = std::wstring_view::npos;
+constexpr std::size_t npos = std::wstring_view::npos;
 constexpr std::size_t kMostColumns = 1000;  // a span beyond counts as so many
 
 struct Cell {

@@ -14,9 +14,8 @@ namespace veltora::ui {
 namespace {
 
 constexpr std::size_t kNamesInMessage = 30;
-constexpr auto npos = std::wstring_view::npos;
 
-[[noreturn]] void fail(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
+[[noreturn]] void refuse(const std::wstring& message) { throw base::ScriptError{base::toUtf8(message)}; }
 
 std::wstring guillemets(std::wstring_view text) { return L"« " + base::trim(text) + L" »"; }
 
@@ -90,8 +89,8 @@ public:
     if (found.size() == 1) return *found.front();
     std::vector<std::wstring> paths;
     for (const Target* t : found) paths.push_back(t->path());
-    fail(guillemets(name) + L" désigne plusieurs éléments de " + guillemets(m_dialog.title()) + L" : " +
-         join(paths) + L".");
+    refuse(guillemets(name) + L" désigne plusieurs éléments de " + guillemets(m_dialog.title()) + L" : " +
+           join(paths) + L".");
   }
 
   /// The name, with its scope when another target bears it too.
@@ -108,8 +107,8 @@ public:
     }
     const std::wstring expected =
         names.empty() ? L"rien de tel dans cette boîte" : form + L" avec " + join(names);
-    fail(guillemets(name) + L" ne désigne rien dans " + guillemets(m_dialog.title()) + L". Attendu : " +
-         expected + L".");
+    refuse(guillemets(name) + L" ne désigne rien dans " + guillemets(m_dialog.title()) + L". Attendu : " +
+           expected + L".");
   }
 
 private:
@@ -128,9 +127,9 @@ bool bringToFront(Hand& hand, const Control& control) {
 
 /// Refuses what the user could not reach. @return false when the focus was held back on the way
 bool reach(Hand& hand, const Target& target) {
-  if (!target.control->shown()) fail(guillemets(target.path()) + L" est masqué.");
-  if (!target.control->usable()) fail(guillemets(target.path()) + L" est désactivé.");
-  if (target.entry && !target.entry->enabled()) fail(guillemets(target.path()) + L" est désactivé.");
+  if (!target.control->shown()) refuse(guillemets(target.path()) + L" est masqué.");
+  if (!target.control->usable()) refuse(guillemets(target.path()) + L" est désactivé.");
+  if (target.entry && !target.entry->enabled()) refuse(guillemets(target.path()) + L" est désactivé.");
   return bringToFront(hand, *target.control);
 }
 
@@ -159,15 +158,15 @@ int choiceOrFail(const Target& target, const std::vector<std::wstring>& items, c
   if (found) return *found;
   std::vector<std::wstring> names;
   for (const std::wstring& item : items) names.push_back(plainText(item));
-  fail(guillemets(value) + L" n'est pas un choix de " + guillemets(target.path()) + L". Attendu : " +
-       join(names) + L".");
+  refuse(guillemets(value) + L" n'est pas un choix de " + guillemets(target.path()) + L". Attendu : " +
+         join(names) + L".");
 }
 
 bool yesOrNo(const Target& target, const std::wstring& value) {
   const std::wstring text = comparable(value);
   if (text == L"oui" || text == L"o" || text == L"1") return true;
   if (text == L"non" || text == L"n" || text == L"0") return false;
-  fail(guillemets(value) + L" ne convient pas à " + guillemets(target.path()) + L". Attendu : oui ou non.");
+  refuse(guillemets(value) + L" ne convient pas à " + guillemets(target.path()) + L". Attendu : oui ou non.");
 }
 
 /// The text of a value: quotation marks around it keep outer blanks, "\n" in a text area is a line end.
@@ -187,7 +186,7 @@ std::wstring typedText(const TextField& field, std::wstring value) {
 }
 
 bool setField(Hand& hand, const Target& target, TextField& field, const std::wstring& value) {
-  if (field.readOnly()) fail(guillemets(target.path()) + L" est en lecture seule.");
+  if (field.readOnly()) refuse(guillemets(target.path()) + L" est en lecture seule.");
   return hand.type(field, typedText(field, value));
 }
 
@@ -204,9 +203,9 @@ bool setRadio(Hand& hand, const Target& target, RadioGroup& radio, const std::ws
   if (index < 0)
     index = choiceOrFail(target, radio.items(), value);
   else if (!yesOrNo(target, value))
-    fail(guillemets(target.path()) + L" ne se décoche pas : choisissez un autre bouton.");
+    refuse(guillemets(target.path()) + L" ne se décoche pas : choisissez un autre bouton.");
   if (!radio.itemEnabled(index))
-    fail(guillemets(radio.items()[static_cast<std::size_t>(index)]) + L" est désactivé.");
+    refuse(guillemets(radio.items()[static_cast<std::size_t>(index)]) + L" est désactivé.");
   return hand.choose(radio, index);
 }
 
@@ -244,11 +243,11 @@ bool press(Hand& hand, const Target& target) {
 int rowNumber(const Target& target, const List& list, const std::wstring& text) {
   const bool digits = !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring::npos;
   if (!digits)
-    fail(guillemets(text) + L" n'est pas un numéro de ligne de " + guillemets(target.path()) + L".");
+    refuse(guillemets(text) + L" n'est pas un numéro de ligne de " + guillemets(target.path()) + L".");
   const int number = base::lireEntier(text);
   if (number >= 1 && number <= list.rowCount()) return number - 1;
-  fail(base::formater(std::wstring(L"%s n'a pas de ligne %s (lignes : %d)."), guillemets(target.path()), text,
-                      list.rowCount()));
+  refuse(base::formater(std::wstring(L"%s n'a pas de ligne %s (lignes : %d)."), guillemets(target.path()),
+                        text, list.rowCount()));
 }
 
 /// Rows as a script gives them: "*", or numbers and ranges ("2-5") between blanks or commas; in order, each
@@ -263,7 +262,7 @@ std::vector<int> rowNumbers(const Target& target, const List& list, std::wstring
   std::vector<bool> taken(static_cast<std::size_t>(list.rowCount()), false);
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t first = text.find_first_not_of(L" \t,", at);
-    if (first == npos) break;
+    if (first == std::wstring_view::npos) break;
     at = std::min(text.find_first_of(L" \t,", first), text.size());
     const std::wstring token(text.substr(first, at - first));
     const std::size_t dash = token.find(L'-');
@@ -282,7 +281,7 @@ bool selectRows(Hand& hand, const Target& target, std::wstring_view text) {
   auto& list = dynamic_cast<List&>(*target.control);
   const std::vector<int> rows = rowNumbers(target, list, text);
   const bool single = list.selectionMode() == List::Selection::Single;
-  if (single && rows.size() > 1) fail(guillemets(target.path()) + L" n'accepte qu'une ligne à la fois.");
+  if (single && rows.size() > 1) refuse(guillemets(target.path()) + L" n'accepte qu'une ligne à la fois.");
   if (!reach(hand, target)) return false;
   return base::trim(text) == L"*" && !single ? hand.selectAll(list) : hand.select(list, rows);
 }
@@ -290,7 +289,7 @@ bool selectRows(Hand& hand, const Target& target, std::wstring_view text) {
 /// "Liste [1 3] = oui".
 bool checkRows(Hand& hand, const Target& target, std::wstring_view text, const std::wstring& value) {
   auto& list = dynamic_cast<List&>(*target.control);
-  if (!list.checkBoxes()) fail(guillemets(target.path()) + L" n'a pas de cases à cocher.");
+  if (!list.checkBoxes()) refuse(guillemets(target.path()) + L" n'a pas de cases à cocher.");
   const std::vector<int> rows = rowNumbers(target, list, text);
   const bool checked = yesOrNo(target, value);
   if (!reach(hand, target)) return false;
@@ -308,8 +307,8 @@ bool clickColumn(Hand& hand, const Target& target, std::wstring_view text) {
   std::optional<int> found = choice(captions, wanted, false);
   if (!found) found = choice(captions, L"#" + wanted, false);
   if (!found) {
-    fail(guillemets(target.path()) + L" n'a pas de colonne " + guillemets(text) + L". Attendu : " +
-         join(captions) + L".");
+    refuse(guillemets(target.path()) + L" n'a pas de colonne " + guillemets(text) + L". Attendu : " +
+           join(captions) + L".");
   }
   return reach(hand, target) && hand.clickColumn(list, *found);
 }
@@ -317,7 +316,8 @@ bool clickColumn(Hand& hand, const Target& target, std::wstring_view text) {
 /// Places of a sign in a line, in order or from the end, that leave something in front.
 std::vector<std::size_t> places(std::wstring_view line, wchar_t sign) {
   std::vector<std::size_t> found;
-  for (std::size_t at = line.find(sign, 1); at != npos && at < 300; at = line.find(sign, at + 1))
+  for (std::size_t at = line.find(sign, 1); at != std::wstring_view::npos && at < 300;
+       at = line.find(sign, at + 1))
     found.push_back(at);
   return found;
 }
@@ -332,14 +332,16 @@ std::optional<bool> tryAssign(Hand& hand, const Finder& find, std::wstring_view 
     if (find.knows(left, isSettable))
       return assign(hand, find.only(left, isSettable, L"« Légende = valeur »"), value);
     const std::size_t bracket = left.rfind(L'[');
-    if (bracket == npos || left.back() != L']' || !find.knows(left.substr(0, bracket), isList)) continue;
+    if (bracket == std::wstring_view::npos || left.back() != L']' ||
+        !find.knows(left.substr(0, bracket), isList))
+      continue;
     const Target& list = find.only(left.substr(0, bracket), isList, {});
     return checkRows(hand, list, std::wstring_view(left).substr(bracket + 1, left.size() - bracket - 2),
                      value);
   }
   if (signs.empty()) return std::nullopt;
   const std::wstring left = base::trim(line.substr(0, signs.front()));
-  if (find.knows(left, isAnything)) fail(guillemets(left) + L" ne reçoit pas de valeur.");
+  if (find.knows(left, isAnything)) refuse(guillemets(left) + L" ne reçoit pas de valeur.");
   find.failUnknown(left, isSettable, L"« Légende = valeur »");
 }
 
@@ -348,7 +350,7 @@ std::optional<bool> tryList(Hand& hand, const Finder& find, std::wstring_view li
   if (line.back() == L'!') {
     const std::wstring text = base::trim(line.substr(0, line.size() - 1));
     const std::size_t blank = text.find_last_of(L" \t");
-    if (blank != npos && find.knows(text.substr(0, blank), isList)) {
+    if (blank != std::wstring_view::npos && find.knows(text.substr(0, blank), isList)) {
       const Target& target = find.only(text.substr(0, blank), isList, {});
       auto& list = dynamic_cast<List&>(*target.control);
       const int row = rowNumber(target, list, text.substr(blank + 1));
@@ -417,9 +419,10 @@ LineResult applyLine(Dialog& dialog, std::wstring_view line, Hand& hand) {
   std::optional<bool> done = tryList(hand, find, line);
   if (!done) done = tryAssign(hand, find, line);
   if (done) return {*done, nullptr};
-  fail(L"Ligne incomprise dans " + guillemets(dialog.title()) + L" : " + guillemets(line) +
-       L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » "
-       L"ou « ? ».");
+  refuse(
+      L"Ligne incomprise dans " + guillemets(dialog.title()) + L" : " + guillemets(line) +
+      L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » "
+      L"ou « ? ».");
 }
 
 }  // namespace veltora::ui

@@ -14,10 +14,6 @@ constexpr double kRightAngle = 1e-9;  // relative: axes of a block that are fart
 
 bool isFactor(double value) { return value != 0 && std::isfinite(value); }
 
-const AcDbBlockTableRecord* recordOf(AcDbObjectId block) {
-  return block.isLive() ? AcDbBlockTableRecord::cast(block.stub()->object) : nullptr;
-}
-
 }  // namespace
 
 Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
@@ -48,7 +44,7 @@ Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
 }
 
 AcGeMatrix3d AcDbBlockReference::blockTransform() const {
-  const AcDbBlockTableRecord* block = recordOf(m_block);
+  const AcDbBlockTableRecord* block = acdbBlockRecord(m_block);
   const AcGePoint3d origin = block ? block->origin() : AcGePoint3d::kOrigin;
   const AcGeMatrix3d turned =
       AcGeMatrix3d::rotation(acdbRadians(m_rotation), AcGeVector3d::kZAxis) * AcGeMatrix3d::scaling(m_scale);
@@ -70,7 +66,7 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& matr
   if (!square) return Acad::eCannotScaleNonUniformly;
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
-  const AcDbBlockTableRecord* block = recordOf(m_block);
+  const AcDbBlockTableRecord* block = acdbBlockRecord(m_block);
   const AcGeVector3d normal = acdbUnitNormal(z);
   m_look.set(&Look::normal, normal);
   const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(normal);
@@ -123,7 +119,7 @@ void AcDbBlockReference::subWorldDraw(AcGiWorldDraw& draw) const {
     const AcDbAttribute* attribute = id.isLive() ? AcDbAttribute::cast(id.stub()->object) : nullptr;
     if (attribute) draw.geometry().draw(*attribute);
   }
-  const AcDbBlockTableRecord* block = recordOf(m_block);
+  const AcDbBlockTableRecord* block = acdbBlockRecord(m_block);
   if (!block) return;
   AcGiBlockPlace place{*block, block->entities().size(), blockTransform()};
   const Grid& grid = m_look->grid;

@@ -167,6 +167,10 @@ void AcDbBlockTableRecord::exchangeFields(AcDbBlockTableRecord& other) {
   std::swap(m_layout, other.m_layout);
 }
 
+const AcDbBlockTableRecord* acdbBlockRecord(AcDbObjectId id) {
+  return id.isLive() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
+}
+
 AcDbObjectId acdbAddNumberedBlock(AcDbDatabase& database, const std::wstring& beginning) {
   const AcDbObjectPointer<AcDbBlockTable> blocks(database.blockTableId(), AcDb::kForWrite);
   if (!blocks) return {};

@@ -98,6 +98,9 @@ private:
   mutable Tail m_tail;
 };
 
+/// The block of an id, open or not; null when it is erased or no block.
+ARX_API const AcDbBlockTableRecord* acdbBlockRecord(AcDbObjectId id);
+
 /// Makes an empty block whose name is a beginning ("*T") and a number that no block bears behind it. Null
 /// when the drawing does not take it. Costs a few look-ups however many such blocks there are.
 ARX_API AcDbObjectId acdbAddNumberedBlock(AcDbDatabase& database, const std::wstring& beginning);

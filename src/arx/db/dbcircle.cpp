@@ -1,6 +1,7 @@
 #include "arx/db/dbcircle.h"
 
 #include "arx/db/dbplanemap.h"
+#include "arx/ge/geangle.h"
 
 #include <cmath>
 
@@ -8,8 +9,6 @@ ACDB_DEFINE_MEMBERS(AcDbCircle, AcDbCurve, "CIRCLE")
 ACDB_DEFINE_MEMBERS(AcDbArc, AcDbCurve, "ARC")
 
 namespace {
-
-constexpr double kTurn = 6.283185307179586;
 
 bool isLength(double value) { return value >= 0 && std::isfinite(value); }
 

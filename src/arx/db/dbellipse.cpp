@@ -3,6 +3,7 @@
 #include "arx/db/dbplanemap.h"
 #include "arx/db/dbsections.h"
 #include "arx/db/dbsplineoffset.h"
+#include "arx/ge/geangle.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +15,6 @@ ACDB_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, "ELLIPSE")
 
 namespace {
 
-constexpr double kTurn = 6.283185307179586;
 constexpr double kWhole = 1e-9;   // radians by which a whole turn may be missed
 constexpr double kSquare = 1e-6;  // cosine of the angle between major axis and normal
 constexpr double kFlattest = 1e-6;

@@ -3,6 +3,7 @@
 #include "arx/db/dballents.h"
 #include "arx/db/dbclone.h"
 #include "arx/db/dbmain.h"
+#include "arx/ge/geangle.h"
 
 #include <cmath>
 #include <memory>
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr double kTurn = 2 * std::numbers::pi;
 constexpr int kOfAnotherFile = 4;  // flag of a block
 
 using Parts = std::vector<std::unique_ptr<AcDbEntity>>;

@@ -97,7 +97,7 @@ constexpr std::array kRows = {
     Row{"AcDbTable", 140, 142, Role::kLength},
 };
 
-constexpr std::array<std::string_view, 16> kTypes = {
+constexpr std::array<std::string_view, 16> kMappedTypes = {
     "HATCH", "ELLIPSE", "SPLINE", "SOLID",   "DIMENSION", "LEADER", "IMAGE", "ACAD_TABLE",
     "TRACE", "HELIX",   "XLINE",  "WIPEOUT", "TOLERANCE", "SHAPE",  "MLINE", "MESH"};
 
@@ -445,7 +445,7 @@ DxfTagText AcDbSectionMap::text() const {
 // ---- Whole entities
 
 bool AcDbGroupMap::knows(std::string_view type) {
-  return std::find(kTypes.begin(), kTypes.end(), type) != kTypes.end();
+  return std::find(kMappedTypes.begin(), kMappedTypes.end(), type) != kMappedTypes.end();
 }
 
 bool AcDbGroupMap::section(std::string_view marker, DxfTagText& tags) {

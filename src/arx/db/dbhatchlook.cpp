@@ -1,5 +1,6 @@
 #include "arx/db/dbhatchlook.h"
 
+#include "arx/ge/geangle.h"
 #include "arx/ge/gearc2d.h"
 #include "arx/ge/genurbs.h"
 #include "arx/gi/girenderer.h"
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr double kTurn = 6.283185307179586;
 constexpr double kMostLines = 20000;
 constexpr double kMostDashes = 20000;  // on one line
 constexpr int kMostParts = 1000000;    // that a count of the file may promise

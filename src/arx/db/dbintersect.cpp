@@ -1,5 +1,6 @@
 #include "arx/db/dbintersect.h"
 
+#include "arx/ge/geangle.h"
 #include "arx/ge/gearc2d.h"
 #include "arx/ge/gebeziermeet.h"
 #include "base/box_index.h"
@@ -20,7 +21,6 @@ namespace {
 constexpr double kMeet = 1e-9;       // units: farther apart is no meeting
 constexpr double kRounding = 8e-15;  // share of the coordinates' size that rounding may cost
 constexpr double kParallel = 1e-12;  // sine of the angle between directions that do not meet
-constexpr double kTurn = 6.283185307179586;
 
 double sizeOf(const AcGePoint3d& p) { return std::max({std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)}); }
 double sizeOf(const AcGeCurvePiece& piece) { return std::max(sizeOf(piece.start), sizeOf(piece.end)); }

@@ -25,6 +25,8 @@ private:
   std::vector<std::filesystem::path> m_support;
 };
 ARX_API AcDbHostApplicationServices* acdbHostApplicationServices();
+/// The working drawing; null for none.
+inline AcDbDatabase* acdbCurDwg() { return acdbHostApplicationServices()->workingDatabase(); }
 
 /// Registers an application name for xdata in the working database; success also when it is registered
 /// already.

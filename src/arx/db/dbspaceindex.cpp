@@ -32,10 +32,6 @@ base::PlaneBox around(const base::PlaneBox& box, const AcGePoint3d& p) {
   return {std::min(box.x0, p.x), std::min(box.y0, p.y), std::max(box.x1, p.x), std::max(box.y1, p.y)};
 }
 
-const AcDbBlockTableRecord* recordOf(AcDbObjectId id) {
-  return id.isLive() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
-}
-
 }  // namespace
 
 /// The box of an entity, and what else its look tells.
@@ -84,7 +80,7 @@ AcDbExtents AcDbSpaceIndex::wholeBox() {
 }
 
 void AcDbSpaceIndex::update() {
-  const AcDbBlockTableRecord* const space = recordOf(m_database.modelSpaceId());
+  const AcDbBlockTableRecord* const space = acdbBlockRecord(m_database.modelSpaceId());
   std::vector<std::size_t> places;
   bool anew = space != m_space || !m_tree ||
               m_touched.stubs().size() > std::max(kManyTouched, m_slots.size() / kShareTouched);

@@ -25,10 +25,6 @@ constexpr double kLevel = 1e-9;   // sine of the angle by which a map may tilt t
 
 bool isSize(double value) { return value > 0 && std::isfinite(value); }
 
-const AcDbBlockTableRecord* recordOf(AcDbObjectId id) {
-  return id.isLive() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
-}
-
 AcString nameOf(AcDbObjectId id, const ACHAR* none) {
   const auto* record = id.isLive() ? AcDbSymbolTableRecord::cast(id.stub()->object) : nullptr;
   return record ? record->name() : AcString(none);
@@ -158,7 +154,7 @@ AcDb::RowType AcDbTable::rowType(int row) const {
 // ---- what it looks like
 
 Acad::ErrorStatus AcDbTable::ownBlock(AcDbDatabase& database) {
-  const AcDbBlockTableRecord* former = recordOf(m_block);
+  const AcDbBlockTableRecord* former = acdbBlockRecord(m_block);
   if (former && isPictureName(former->name()) && !isShared(*this, database)) {
     clear(*former);
     return Acad::eOk;
@@ -247,11 +243,11 @@ Acad::ErrorStatus AcDbTable::transformBy(const AcGeMatrix3d& matrix) {
   for (double& height : m_shape.heights) height *= factor;
   for (double& width : m_shape.widths) width *= factor;
   for (Cell& cell : m_shape.cells) cell.height *= factor;
-  return recordOf(m_block) ? recomputeTableBlock() : status;
+  return acdbBlockRecord(m_block) ? recomputeTableBlock() : status;
 }
 
 void AcDbTable::subWorldDraw(AcGiWorldDraw& draw) const {
-  const AcDbBlockTableRecord* const block = recordOf(m_block);
+  const AcDbBlockTableRecord* const block = acdbBlockRecord(m_block);
   if (!block) return;
   const double angle = std::atan2(m_shape.direction.y, m_shape.direction.x);
   const AcGeMatrix3d place = AcGeMatrix3d::translation(m_shape.position.asVector()) *

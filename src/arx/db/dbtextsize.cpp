@@ -1,6 +1,7 @@
 #include "arx/db/dbtextsize.h"
 
 #include "arx/db/dbsymrecords.h"
+#include "base/text.h"
 
 #include <cmath>
 #include <cstdint>
@@ -42,8 +43,6 @@ std::uint16_t advance(wchar_t c) {
   return kOther;
 }
 
-bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
-
 // Length of a control sequence "%%x" that may begin with the % at `at`, and the character that it shows, 0
 // for none; length 0 when there is no sequence.
 struct Control {
@@ -78,7 +77,8 @@ Control controlAt(std::wstring_view text, std::size_t at) {
   }
   std::size_t digits = 0;
   unsigned int code = 0;
-  for (; digits < 3 && at + 2 + digits < text.size() && isDigit(text[at + 2 + digits]); ++digits)
+  for (; digits < 3 && at + 2 + digits < text.size() && veltora::base::isDigit(text[at + 2 + digits]);
+       ++digits)
     code = code * 10 + static_cast<unsigned int>(text[at + 2 + digits] - L'0');
   return digits > 0 ? Control{2 + digits, code ? static_cast<wchar_t>(code) : L' '} : Control{};
 }

@@ -165,10 +165,6 @@ AcDbViewportTableRecord* untouchedView(const AcDbDatabase& database) {
   return untouched ? view : nullptr;
 }
 
-const AcDbBlockTableRecord* spaceOf(AcDbObjectId id) {
-  return id.isLive() ? AcDbBlockTableRecord::cast(id.stub()->object) : nullptr;
-}
-
 }  // namespace
 
 DxfStoredExtents::DxfStoredExtents(AcDbDatabase& database) : m_db(database) {
@@ -176,7 +172,7 @@ DxfStoredExtents::DxfStoredExtents(AcDbDatabase& database) : m_db(database) {
   const bool modified = database.isModified();
   database.undoLog().setRecording(false);
   std::optional<AcDbExtents> model;
-  if (const AcDbBlockTableRecord* space = spaceOf(database.modelSpaceId()))
+  if (const AcDbBlockTableRecord* space = acdbBlockRecord(database.modelSpaceId()))
     model = measured(*space, storedIn(database, "EXTMIN", "EXTMAX"));
   if (model) {
     database.setHeaderPoint("EXTMIN", model->minPoint());
@@ -185,7 +181,7 @@ DxfStoredExtents::DxfStoredExtents(AcDbDatabase& database) : m_db(database) {
   const AcDbObjectId table = database.blockTableId();
   if (table.isLive()) {
     for (const AcDbObjectId id : AcDbSymbolTable::cast(table.stub()->object)->records()) {
-      const AcDbBlockTableRecord* const space = spaceOf(id);
+      const AcDbBlockTableRecord* const space = acdbBlockRecord(id);
       const bool own = id == database.modelSpaceId();
       if (space && space->isLayout() && (!own || model))
         storeInLayout(space->getLayoutId(), *space, own ? model : std::nullopt);

@@ -24,8 +24,6 @@ int failed(int cause) {
   return RTERROR;
 }
 
-AcDbDatabase* workingDatabase() { return acdbHostApplicationServices()->workingDatabase(); }
-
 resbuf** endOf(resbuf** link) {
   while (*link) link = &(*link)->rbnext;
   return link;
@@ -239,7 +237,7 @@ int acdbEntMakeIn(const resbuf* chain, AcDbObjectId owner, AcDbObjectId& made) {
 }
 
 int acdbEntMake(const resbuf* chain) {
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   if (!database) return failed(kErrnoBadChain);
   const resbuf* const paper = find(chain, 67);
   const bool inPaper = paper && paper->resval.rint != 0;
@@ -282,7 +280,7 @@ AcDbObjectId nextPart(AcDbObjectId owner, AcDbObjectId part) {
 /// Entity of model space behind another.
 AcDbObjectId nextEntity(AcDbObjectId after) {
   static std::size_t hint = 0;
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
   if (!space) return {};
   return nextLive(space->entities(), after, hint);
@@ -298,7 +296,7 @@ int nameFound(AcDbObjectId id, ads_name entity) {
 
 int acdbEntLast(ads_name entity) {
   if (!entity) return RTERROR;
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
   if (!space) return RTERROR;
   return nameFound(space->lastEntity(), entity);
@@ -319,7 +317,7 @@ int acdbEntNext(const ads_name after, ads_name entity) {
 }
 
 int acdbHandEnt(const ACHAR* handle, ads_name entity) {
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   Adesk::UInt64 value = 0;
   AcDbObjectId id;
   if (!database || !handle || !entity || !dxfParseHandle(base::toUtf8(handle), value)) return RTERROR;
@@ -328,7 +326,7 @@ int acdbHandEnt(const ACHAR* handle, ads_name entity) {
 }
 
 int acedTextBox(const resbuf* text, ads_point low, ads_point high) {
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   if (!database || !low || !high || typeOf(text).empty()) return RTERROR;
   const std::unique_ptr<AcDbObject> made = objectFrom(text, nullptr, *database);
   const AcDbText* const line = AcDbText::cast(made.get());

@@ -24,7 +24,6 @@ namespace {
 
 using View = std::wstring_view;
 
-bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 bool isLetter(wchar_t c) { return veltora::base::toLower(c) != c || veltora::base::toUpper(c) != c; }
 
 /// One element of a pattern: a run, or a test of one character.
@@ -39,11 +38,11 @@ struct Element {
       case kAny:
         return true;
       case kDigit:
-        return isDigit(c);
+        return veltora::base::isDigit(c);
       case kLetter:
         return isLetter(c);
       case kOther:
-        return !isDigit(c) && !isLetter(c);
+        return !veltora::base::isDigit(c) && !isLetter(c);
       case kSet:
         return inSet(c);
       case kNotSet:

@@ -5,6 +5,7 @@
 #include "arx/ed/edports.h"
 #include "arx/ed/edprompt.h"
 #include "arx/ed/edsnap.h"
+#include "arx/ge/geangle.h"
 #include "base/suivi.h"
 #include "base/text.h"
 
@@ -18,8 +19,6 @@ namespace base = veltora::base;
 using Kind = AcEdPrompt::Kind;
 
 namespace {
-
-constexpr double kTurn = 2.0 * std::numbers::pi;
 
 void storePoint(const AcGePoint3d& point, ads_point result) {
   result[0] = point.x, result[1] = point.y, result[2] = point.z;

@@ -20,8 +20,6 @@ namespace {
 
 using Ids = std::vector<AcDbObjectId>;
 
-AcDbDatabase* workingDatabase() { return acdbHostApplicationServices()->workingDatabase(); }
-
 AcGePoint3d pointOf(const ads_real* point) { return {point[0], point[1], point[2]}; }
 
 bool isWord(const std::wstring& line, const wchar_t* word) {
@@ -196,7 +194,7 @@ std::optional<Ids> entitiesOfMode(const std::wstring& mode, const ads_real* pt1,
 int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf* filter, ads_name set) {
   if (!set) return RTERROR;
   ads_name_clear(set);
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   const AcEdFilter test(filter);
   if (!database || !test.valid()) return RTERROR;
   const Mode wanted = readMode(mode);
@@ -276,7 +274,7 @@ AcEdPrompt::Verdict pickLine(const std::wstring& line, AcDbDatabase& database, P
 }
 
 int askEntity(const ACHAR* text, Picked& picked) {
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   AcEdPrompt prompt(AcEdPrompt::Kind::kEntity, text ? text : L"\nSélectionnez un objet : ");
   if (!database) return RTERROR;
   prompt.setValueReader([&](const resbuf* value) { return pickValue(value, picked); });
@@ -307,7 +305,7 @@ int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, int pick
   Picked picked;
   if (pickPoint) {
     picked.point = pointOf(point);
-    AcDbDatabase* const database = workingDatabase();
+    AcDbDatabase* const database = acdbCurDwg();
     const auto hit = database ? AcEdPicker(*database).pick(picked.point, acedPickAperture()) : std::nullopt;
     if (!hit) return missed(kErrnoPickFailed).code;
     picked.hit = *hit;

@@ -18,8 +18,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-AcDbDatabase* workingDatabase() { return acdbHostApplicationServices()->workingDatabase(); }
-
 int g_errno = 0;
 
 struct DocumentName {
@@ -146,7 +144,7 @@ AcDbObjectId recordNamed(AcDbObjectId table, const std::wstring& name) {
 
 AcDbExtents drawingExtents() {
   AcDbExtents extents;
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   const AcDbObjectPointer<AcDbBlockTableRecord> space(database ? database->modelSpaceId() : AcDbObjectId());
   if (space) space->getGeomExtents(extents);
   return extents;
@@ -162,13 +160,13 @@ struct Special {
 Special recordVariable(AcDbObjectId (AcDbDatabase::*current)(), AcDbObjectId (AcDbDatabase::*table)() const,
                        Acad::ErrorStatus (AcDbDatabase::*change)(AcDbObjectId)) {
   return {[=](resbuf& result) {
-            AcDbDatabase* const database = workingDatabase();
+            AcDbDatabase* const database = acdbCurDwg();
             if (!database) return false;
             putText(result, recordName((database->*current)()));
             return true;
           },
           [=](const resbuf& value) {
-            AcDbDatabase* const database = workingDatabase();
+            AcDbDatabase* const database = acdbCurDwg();
             const std::optional<std::wstring> name = textOf(value);
             const AcDbObjectId id =
                 database && name ? recordNamed((database->*table)(), *name) : AcDbObjectId();
@@ -191,8 +189,8 @@ void addDocumentVariables(std::map<std::wstring, Special>& all) {
     return true;
   }};
   all[L"DBMOD"] = {[](resbuf& r) {
-    if (!workingDatabase()) return false;
-    putShort(r, workingDatabase()->isModified() ? 1 : 0);
+    if (!acdbCurDwg()) return false;
+    putShort(r, acdbCurDwg()->isModified() ? 1 : 0);
     return true;
   }};
 }
@@ -318,7 +316,7 @@ int acedGetVar(const ACHAR* name, resbuf* result) {
   if (const auto setting = settings().find(key); setting != settings().end())
     return putShort(*result, setting->second.value), RTNORM;
   DxfTagText tags;
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   if (!database || !headerOf(*database, base::toUtf8(key), tags)) return RTERROR;
   return readHeader(tags, *result) ? RTNORM : RTERROR;
 }
@@ -336,7 +334,7 @@ int acedSetVar(const ACHAR* name, const resbuf* value) {
   }
   DxfTagText tags;
   DxfTagText made;
-  AcDbDatabase* const database = workingDatabase();
+  AcDbDatabase* const database = acdbCurDwg();
   const std::string plain = base::toUtf8(key);
   // The handle seed and the file's version are the database's own.
   if (!database || plain == "HANDSEED" || plain == "ACADVER" || !headerOf(*database, plain, tags))

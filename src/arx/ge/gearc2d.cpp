@@ -1,10 +1,10 @@
 #include "arx/ge/gearc2d.h"
 
+#include "arx/ge/geangle.h"
+
 #include <algorithm>
 
 namespace {
-
-constexpr double kTurn = 6.283185307179586;
 
 // Keeps of `found` what both operands hold.
 template <class First, class Second>

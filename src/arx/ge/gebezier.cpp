@@ -14,7 +14,7 @@ using Node = AcGeBezierCurve3d::Node;
 constexpr int kDeepestNearest = 8;   // halvings in the search for the nearest point
 constexpr int kDeepestExtreme = 48;  // and for an extreme coordinate
 constexpr double kEqual = 1e-13;     // of the curve's size: an extreme this near is that extreme
-constexpr int kSteps = 30;           // of Newton's rule
+constexpr int kNewtonSteps = 30;     // of Newton's rule
 
 Node between(const Node& a, const Node& b, double t) {
   return {a.p * (1.0 - t) + b.p * t, a.w * (1.0 - t) + b.w * t};
@@ -132,7 +132,7 @@ double AcGeBezierCurve3d::closest(const AcGePoint3d& point) const {
   offer(1.0);
   // Where the way to the point stands square on the curve: (P - p) . P' = 0.
   const auto refine = [&](double t) {
-    for (int i = 0; i < kSteps; ++i) {
+    for (int i = 0; i < kNewtonSteps; ++i) {
       const Jet jet = jetAt(t);
       const AcGeVector3d out = jet.point - point;
       const double square = jet.first.lengthSqrd();

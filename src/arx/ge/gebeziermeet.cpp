@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kBudget = 2500;       // pairs of parts looked at for one pair of curves
 constexpr int kDeepest = 26;        // halvings of each
-constexpr int kSteps = 40;          // of Newton's rule
+constexpr int kMeetSteps = 40;      // of Newton's rule
 constexpr double kStraight = 0.02;  // sag of a part to its chord that is straight enough for Newton's rule
 constexpr double kAskew = 0.15;     // sine of the angle between straight parts that cross but once
 
@@ -142,7 +142,7 @@ private:
   }
 
   void cross(double t, double u) {
-    for (int i = 0; i < kSteps; ++i) {
+    for (int i = 0; i < kMeetSteps; ++i) {
       const auto p = m_a.jetAt(t);
       const auto q = m_b.jetAt(u);
       const AcGeVector3d gap = p.point - q.point;
@@ -166,7 +166,7 @@ private:
 
   // @return whether the curves run side by side near these places and touch there
   bool touch(double t, double u) {
-    for (int i = 0; i < kSteps; ++i) {
+    for (int i = 0; i < kMeetSteps; ++i) {
       const auto p = m_a.jetAt(t);
       const auto q = m_b.jetAt(u);
       const AcGeVector3d bendA = p.first.crossProduct(p.second);

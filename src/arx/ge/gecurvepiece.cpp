@@ -1,5 +1,7 @@
 #include "arx/ge/gecurvepiece.h"
 
+#include "arx/ge/geangle.h"
+
 #include <algorithm>
 #include <boost/math/quadrature/gauss.hpp>
 #include <cmath>
@@ -9,12 +11,11 @@
 
 namespace {
 
-constexpr double kTurn = 6.283185307179586;
 constexpr double kChord = kTurn / 256.0;  // of an arc
 constexpr double kSag = 1e-4;             // of a spline's stretch: share of its size that a chord may be off
 constexpr int kDeepestChord = 8;          // halvings into chords
 constexpr int kDeepestLength = 20;        // halvings when a length is summed
-constexpr int kSteps = 60;                // of Newton's rule, halving where it leaves the range
+constexpr int kNearSteps = 60;            // of Newton's rule, halving where it leaves the range
 constexpr double kLengthError = 1e-13;    // share of the length
 
 void cutIntoChords(const AcGeBezierCurve3d& curve, double from, double range, double slack, int depth,
@@ -79,7 +80,7 @@ double AcGeCurvePiece::shareAt(double wanted) const {
   double low = 0, high = 1;
   double t = wanted / whole;
   double reached = lengthTo(t);
-  for (int i = 0; i < kSteps; ++i) {
+  for (int i = 0; i < kNearSteps; ++i) {
     const double off = reached - wanted;
     (off > 0 ? high : low) = t;
     const double speed = derivativeAt(t).length();

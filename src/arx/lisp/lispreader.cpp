@@ -17,10 +17,9 @@ bool isBlank(wchar_t c) { return c <= L' ' || c == 0xA0 || c == 0xFEFF; }
 bool isDelimiter(wchar_t c) {
   return isBlank(c) || c == L'(' || c == L')' || c == L'"' || c == L'\'' || c == L';';
 }
-bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
 int hexDigit(wchar_t c) {
-  if (isDigit(c)) return c - L'0';
+  if (veltora::base::isDigit(c)) return c - L'0';
   c = base::toUpper(c);
   return c >= L'A' && c <= L'F' ? c - L'A' + 10 : -1;
 }
@@ -30,8 +29,8 @@ int hexDigit(wchar_t c) {
 std::optional<Value> readNumber(const std::wstring& text) {
   std::size_t at = !text.empty() && (text[0] == L'+' || text[0] == L'-') ? 1 : 0;
   const std::size_t sign = at;
-  if (at >= text.size() || (!isDigit(text[at]) && text[at] != L'.')) return std::nullopt;
-  while (at < text.size() && isDigit(text[at])) ++at;
+  if (at >= text.size() || (!veltora::base::isDigit(text[at]) && text[at] != L'.')) return std::nullopt;
+  while (at < text.size() && veltora::base::isDigit(text[at])) ++at;
   if (at == text.size()) {
     double value = 0.0;
     base::lireReelExact(base::toUtf8(text.substr(sign)), value);

@@ -1,6 +1,7 @@
 #include "arx/lisp/lispunits.h"
 
 #include "arx/ed/edvars.h"
+#include "arx/ge/geangle.h"
 #include "arx/lisp/lispinterp.h"
 #include "base/format.h"
 #include "base/numbers.h"
@@ -35,7 +36,6 @@ double systemNumber(const wchar_t* name, double fallback) {
 
 namespace {
 
-constexpr double kTurn = 2.0 * std::numbers::pi;
 constexpr int kMostDecimals = 15;
 
 /// Of a variable that a file may give any value.

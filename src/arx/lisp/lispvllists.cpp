@@ -44,7 +44,7 @@ Value memberIf(Args& a, bool wanted) {
 Value memberIfTrue(Args& a) { return memberIf(a, true); }
 Value memberIfNot(Args& a) { return memberIf(a, false); }
 
-Value positionFunction(Args& a) {
+Value listPosition(Args& a) {
   std::int32_t at = 0;
   for (const Value& v : Elements(a.list(1))) {
     if (equalValues(a[0], v)) return Value::integer(at);
@@ -150,7 +150,7 @@ Value codesToText(Args& a) {
 constexpr Subr kFunctions[] = {
     function(L"VL-REMOVE", removeFunction, 2, 2),     function(L"VL-REMOVE-IF", removeIf, 2, 2),
     function(L"VL-REMOVE-IF-NOT", removeIfNot, 2, 2), function(L"VL-MEMBER-IF", memberIfTrue, 2, 2),
-    function(L"VL-MEMBER-IF-NOT", memberIfNot, 2, 2), function(L"VL-POSITION", positionFunction, 2, 2),
+    function(L"VL-MEMBER-IF-NOT", memberIfNot, 2, 2), function(L"VL-POSITION", listPosition, 2, 2),
     function(L"VL-SORT", sortFunction, 2, 2),         function(L"VL-SORT-I", sortPlaces, 2, 2),
     function(L"ACAD_STRLSORT", sortTexts, 1, 1),      function(L"VL-LIST-LENGTH", listLengthFunction, 1, 1),
     function(L"VL-STRING->LIST", textToCodes, 1, 1),  function(L"VL-LIST->STRING", codesToText, 1, 1),

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbsymrecords.h"
 #include "arx/db/dbtextsize.h"
+#include "arx/ge/geangle.h"
 #include "arx/plot/plclip.h"
 #include "arx/plot/plcolor.h"
 #include "base/text.h"
@@ -20,7 +21,6 @@ constexpr double kShortestPattern = 0.5;   // mm: a finer one looks like a whole
 constexpr double kTallestLetter = 2000.0;  // mm: no paper shows more of it than a stroke
 constexpr double kLowestLetter = 0.02;     // mm
 constexpr double kMostRepeats = 100000;
-constexpr double kTurn = 6.283185307179586;
 
 AcGeVector2d flat(const AcGeVector3d& v) { return {v.x, v.y}; }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr double kDirection = 0.001 * kPi / 200.0;  // radians, a milligrade
 constexpr double kCentrage = 0.002;                 // metres
 constexpr double kDistance = 0.003;
-constexpr double kParMetre = 2e-6;
+constexpr double kBruitParMetre = 2e-6;
 constexpr int kPasses = 30;
 constexpr double kArrete = 1e-6;          // metres
 constexpr std::size_t kTripletsMax = 12;  // references among which three directions are chosen
@@ -172,7 +172,7 @@ private:
         const double e = std::remainder(radiansDe(*r.mesure.h) + m_zero - gisement(r), 2.0 * kPi);
         ajouter({-dy / (d * d), dx / (d * d), -1.0 / kLevier}, e, sigma);
       }
-      if (r.mesure.d) ajouter({dx / d, dy / d, 0.0}, d - *r.mesure.d, kDistance + kParMetre * d);
+      if (r.mesure.d) ajouter({dx / d, dy / d, 0.0}, d - *r.mesure.d, kDistance + kBruitParMetre * d);
     }
   }
   /// A row a . (dx, dy, dzero) = e.

@@ -10,7 +10,6 @@
 namespace veltora {
 namespace {
 
-constexpr double kTour = 2.0 * kPi;
 constexpr double kDroitesParalleles = 1e-12;  // determinant of the plain direction vectors, strict
 constexpr double kRacinesEgales = 1e-8;       // roots of the line's parameter, strict
 constexpr double kPointsEgaux = 1e-8;         // drawing units, strict

@@ -11,7 +11,6 @@
 namespace veltora {
 namespace {
 
-constexpr double kTour = 2.0 * kPi;
 constexpr double kLarge = 3.0;          // times the largest residual of its kind
 constexpr double kLongueurSure = 0.01;  // metres, at least, to which the value is taken as known
 constexpr double kAngleSur = 4.7e-5;    // radians, 3 mgr, likewise

@@ -19,9 +19,6 @@ namespace {
 
 using vecteur = cheminement::vecteur;
 
-constexpr double kTour = 2.0 * kPi;
-constexpr int kRadians = 2;
-
 /// How much has to be assumed, the likelier the less.
 enum class Rang { nomme, arrondi, libre, manquant };
 

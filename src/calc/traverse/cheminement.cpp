@@ -13,9 +13,6 @@
 namespace veltora {
 namespace {
 
-constexpr double kTour = 2.0 * kPi;
-constexpr int kRadians = 2;
-
 void lireMesures(const donneesObs& obs, const std::wstring& depart, cheminement& chemin) {
   const double versRadians = uniteDeMode(obs.modeAngle).versRadians;
   chemin.stations.push_back(depart);

@@ -18,7 +18,6 @@ namespace {
 
 /// Words of a row, and of the line of a known station.
 constexpr std::size_t kJetonsLigne = 4;
-constexpr std::size_t kJetonsStation = 10;
 
 wchar_t initiale(const std::wstring& mot) { return mot.empty() ? L'\0' : base::toUpper(mot.front()); }
 

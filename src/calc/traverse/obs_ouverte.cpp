@@ -11,7 +11,6 @@ namespace veltora {
 namespace {
 
 /// Tokens of the line of a known station.
-constexpr std::size_t kJetonsStation = 10;
 
 class lecteurOuverte : public lecteurObs {
 public:

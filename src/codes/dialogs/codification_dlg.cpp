@@ -10,8 +10,6 @@
 namespace veltora {
 namespace {
 
-constexpr std::wstring_view kBords = L" \t,;.";
-
 bool finitPar(std::wstring_view chemin, std::wstring_view extension) {
   return chemin.size() >= extension.size() &&
          base::toLower(chemin.substr(chemin.size() - extension.size())) == extension;
@@ -90,7 +88,7 @@ void DlgCodification::onOk() {
 }
 
 void DlgCodification::quitterCode() {
-  code.setText(base::trim(code.text(), kBords));
+  code.setText(base::trim(code.text(), kBordsCode));
   if (code.text() == L"?") {
     if (const auto libre = m_table.codeLibre())
       code.setText(base::formater(std::wstring(L"%d"), *libre));

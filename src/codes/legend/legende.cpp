@@ -1,6 +1,7 @@
 #include "codes/legend/legende.h"
 
 #include "arx/db/dbblockref.h"
+#include "arx/db/dbcolor.h"
 #include "arx/db/dblines.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbtext.h"
@@ -19,7 +20,6 @@ constexpr double kInterligne = 1.2;      // of the larger of the sizes
 constexpr double kEcartTexte = 2.5;      // from a block's corner to its text, in sizes of blocks
 constexpr double kTraitMinimum = 5.0;    // in heights of texts, likewise the next
 constexpr double kEcartTrait = 3.0;
-constexpr int kCouleurDuLayer = 256;
 
 /// References in model space by what they show.
 std::unordered_map<AcDbObjectId, int> occurrencesDe(AcDbDatabase& dessin) {
@@ -93,7 +93,7 @@ private:
   void ajouter(std::unique_ptr<AcDbEntity> entite, const AcDbObjectId& layer) {
     AcDbEntity* const ouverte = m_espace.addOpen(std::move(entite));
     if (!ouverte) return;
-    ouverte->setColorIndex(kCouleurDuLayer);
+    ouverte->setColorIndex(kColorByLayer);
     ouverte->setLinetype(L"BYLAYER");
     if (!layer.isNull()) ouverte->setLayer(layer);
     m_entites.push_back(ouverte->objectId());

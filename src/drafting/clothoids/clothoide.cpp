@@ -2,6 +2,7 @@
 
 #include "arx/ed/acutads.h"
 #include "arx/ge/gelin2d.h"
+#include "calc/angles.h"
 #include "drafting/clothoids/fresnel.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@
 namespace veltora {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kSansLongueur = 1e-12;    // of s, and of radii, drawing units: at most that is none
 constexpr double kPointsConfondus = 1e-8;  // drawing units: no direction leads from one point to the other
 constexpr double kSansDeflexion = 1e-9;    // radians: tangents that differ by less lie in one line

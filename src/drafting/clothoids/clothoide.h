@@ -6,6 +6,9 @@
 
 namespace veltora {
 
+/// Up to this s, in drawing units, a place on a clothoid counts as its origin.
+inline constexpr double kInflexion = 1e-12;
+
 /// A clothoid: a curve whose curvature grows linearly with its length, A^2 = R s. A value.
 ///
 /// Lengths in drawing units, angles in radians. s is the length from the origin of the curve, where the

@@ -15,7 +15,6 @@ constexpr double kEcartTolere = 0.01;  // drawing units
 constexpr double kPointsMax = 1e6;
 constexpr double kRatioMilieu = 0.5;  // where a chord lies farthest from the curve
 constexpr double kAuBout = 1e-4;      // drawing units: a last point so near to the end is the end
-constexpr double kInflexion = 1e-12;  // of s, drawing units
 
 double parametreEn(const clothoide& courbe, double rayon) {
   return rayon > kInflexion ? courbe.paramA * courbe.paramA / rayon : 0.0;

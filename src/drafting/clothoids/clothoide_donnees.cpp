@@ -21,8 +21,6 @@ constexpr int kRepere = 123411412;
 constexpr double kSurLaCourbe = 0.01;  // drawing units: a vertex so near to the curve was drawn on it
 constexpr double kMemeEcart = 1e-5;    // drawing units: vertices that lie so much alike tell no side
 
-AcGePoint3d enPlan(const AcGePoint2d& point) { return {point.x, point.y, 0.0}; }
-
 /// Takes a point of extended data and goes on. @return false at anything else
 bool prendrePoint(const resbuf*& element, AcGePoint2d& point) {
   if (!element || element->restype != 1011) return false;

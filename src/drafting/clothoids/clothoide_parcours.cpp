@@ -1,6 +1,7 @@
 #include "drafting/clothoids/clothoide_parcours.h"
 
 #include "arx/ge/gelin2d.h"
+#include "calc/angles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +9,6 @@
 
 namespace veltora {
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 // Of the sampling.
 constexpr double kToleranceUsuelle = 0.001;  // drawing units

@@ -16,6 +16,9 @@ namespace veltora {
 /// @return empty when the parameters are not finite or the curve has too many turns for 10000 vertices
 VELTORA_API std::vector<double> echantillonner(clothoide& courbe, double tolerance, double ratio);
 
+/// A place of the plan in space.
+inline AcGePoint3d enPlan(const AcGePoint2d& point) { return {point.x, point.y, 0.0}; }
+
 /// A point of a curve and its s.
 struct lieuClothoide {
   AcGePoint2d point;

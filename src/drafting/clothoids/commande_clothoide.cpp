@@ -1,5 +1,6 @@
 #include "drafting/clothoids/commande_clothoide.h"
 
+#include "arx/db/dbcolor.h"
 #include "arx/ed/acedads.h"
 #include "core/imprimer_doutes.h"
 #include "core/picking.h"
@@ -12,7 +13,6 @@
 namespace veltora {
 namespace {
 
-constexpr int kCouleurDuLayer = 256;
 constexpr int kTousLesBits = 15;
 
 infosClothoide& infosDuProcessus() {
@@ -93,7 +93,7 @@ void commandeClothoide() {
   }
   acutPrintf(L"\n%s", decrireClothoide(construite));
   if (!accepterDoutes(construite)) return;
-  const clothoideDessinee dessinee = dessiner(construite.courbe, kCouleurDuLayer, infosDuProcessus());
+  const clothoideDessinee dessinee = dessiner(construite.courbe, kColorByLayer, infosDuProcessus());
   if (dessinee.polyligne.isNull())
     acutPrintf(L"La clothoïde ne se dessine pas.");
   else

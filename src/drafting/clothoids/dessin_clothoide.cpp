@@ -5,6 +5,7 @@
 #include "arx/db/dbpl.h"
 #include "arx/db/dbtext.h"
 #include "base/format.h"
+#include "calc/angles.h"
 #include "core/drawing_groups.h"
 #include "core/drawing_layers.h"
 #include "core/drawing_space.h"
@@ -21,13 +22,9 @@ namespace {
 
 constexpr double kTolerance = 0.001;  // drawing units
 constexpr double kRatio = 0.9;
-constexpr double kTour = 2.0 * std::numbers::pi;
-constexpr double kInflexion = 1e-12;   // of s, drawing units: at most that is the origin
 constexpr double kSoulignement = 1.1;  // of the width of a mark's text
 constexpr const wchar_t* kLayerInfos = L"Infos_Alignements";
 constexpr int kCouleurLayer = 7;
-
-AcGePoint3d enPlan(const AcGePoint2d& point) { return {point.x, point.y, 0.0}; }
 
 std::unique_ptr<AcDbPolyline> polyligneDe(const std::vector<AcGePoint2d>& sommets) {
   auto polyligne = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(sommets.size()));

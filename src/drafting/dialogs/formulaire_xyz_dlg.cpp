@@ -18,10 +18,6 @@
 namespace veltora {
 namespace {
 
-std::wstring coordonnee(double valeur) {
-  return valeur == Z_ABSENT ? std::wstring() : base::formater(L"%.3f", valeur);
-}
-
 std::optional<base::FileAnswer> choisir(const wchar_t* filtre, bool enregistrer) {
   base::FileRequest demande;
   demande.extension = L"XYZ";
@@ -62,8 +58,8 @@ void CformulaireXYZ::remplir() {
   liste.reserve(static_cast<int>(m_table.lignes.size()) + 10);
   for (const pointXYZ& ligne : m_table.lignes) {
     // Deliberate (obs-vide): the column of the observation stays empty.
-    liste.addRow({ligne.nom, coordonnee(ligne.x), coordonnee(ligne.y), coordonnee(ligne.z),
-                  m_codes.getLibelleCode(ligne.code), L""},
+    liste.addRow({ligne.nom, texteCoordonnee(ligne.x, 3), texteCoordonnee(ligne.y, 3),
+                  texteCoordonnee(ligne.z, 3), m_codes.getLibelleCode(ligne.code), L""},
                  ligne.numeroInterne);
   }
 }

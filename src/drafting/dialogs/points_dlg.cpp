@@ -23,17 +23,9 @@ constexpr const wchar_t* kFiltreExport =
     L"Fichier N° X Y Z (.xyz)|*.xyz|Fichier Texte N° X Y Z (.TXT)|*.txt|Document word (.doc)|*.doc|"
     L"Fichier HTML(.htm)|*.htm; *.htm";
 
-std::wstring coordonnee(double valeur) {
-  return valeur == Z_ABSENT ? std::wstring() : base::formater(L"%.4f", valeur);
-}
-
 std::vector<std::wstring> cellules(const pointDuDessin& point, int rang) {
-  return {base::formater(L"%d", rang + 1),
-          base::widen(point.nomPoint),
-          coordonnee(point.x),
-          coordonnee(point.y),
-          coordonnee(point.z),
-          base::formater(L"%d", point.code)};
+  return {base::formater(L"%d", rang + 1), base::widen(point.nomPoint), texteCoordonnee(point.x, 4),
+          texteCoordonnee(point.y, 4),     texteCoordonnee(point.z, 4), base::formater(L"%d", point.code)};
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "drafting/grid/carroyage.h"
 
+#include "arx/db/dbcolor.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbtext.h"
 #include "base/format.h"
@@ -21,7 +22,6 @@ constexpr double kTropCroix = 1e6;
 constexpr double kTropLignes = 1e6;
 constexpr double kRangeesComptees = 20000;  // of more rows the crosses are told by the area
 constexpr double kSurLeBord = 1e-7;         // drawing units: a node so near to the border lies on it
-constexpr int kCouleurDuLayer = 256;
 
 /// The extents of a region, and the first and the last grid line of each direction.
 struct bornesCarroyage {
@@ -102,7 +102,7 @@ public:
 
 private:
   void ajouter(std::unique_ptr<AcDbEntity> entite) {
-    entite->setColorIndex(kCouleurDuLayer);
+    entite->setColorIndex(kColorByLayer);
     const AcDbObjectId id = m_espace.add(std::move(entite));
     if (!id.isNull()) m_entites.push_back(id);
   }

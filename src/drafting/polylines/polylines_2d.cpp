@@ -1,5 +1,6 @@
 #include "drafting/polylines/polylines_2d.h"
 
+#include "arx/db/dbcolor.h"
 #include "arx/db/dbheavypoly.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbpl.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr std::wstring_view kLayer = L"{LAYER}";
 constexpr std::size_t kSommetsMinimum = 3;
-constexpr int kCouleurDuLayer = 256;
 
 std::vector<AcGePoint3d> sommetsDe(const AcDb3dPolyline& polyligne) {
   std::vector<AcGePoint3d> sommets;
@@ -113,7 +113,7 @@ bool creer(const sourcePolyline& source, const AcDbObjectId& layer, const demand
       polyligneDe(source.sommets, source.fermee, altitudeDe(source.sommets, demande.modeAltitude));
   polyligne->setDatabaseDefaults(acdbHostApplicationServices()->workingDatabase());
   polyligne->setLayer(layer);
-  if (!demande.modeleLayer.empty()) polyligne->setColorIndex(kCouleurDuLayer);
+  if (!demande.modeleLayer.empty()) polyligne->setColorIndex(kColorByLayer);
   return !espace.add(std::move(polyligne)).isNull();
 }
 

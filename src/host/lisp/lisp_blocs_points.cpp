@@ -9,6 +9,7 @@
 #include "core/block_attributes.h"
 #include "core/picking.h"
 #include "drafting/dialogs/rattach_z_dlg.h"
+#include "host/lisp/lisp_decalage.h"
 #include "points/attribs_points.h"
 #include "points/projets_topo.h"
 
@@ -19,7 +20,6 @@
 namespace veltora {
 namespace {
 
-constexpr double kPlusPetiteDistance = 0.0001;
 constexpr int kMasqueXY = 3;
 constexpr int kMasqueZ = 4;
 

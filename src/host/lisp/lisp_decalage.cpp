@@ -18,8 +18,6 @@
 namespace veltora {
 namespace {
 
-/// Smallest distance of a parallel, drawing units.
-constexpr double kPlusPetiteDistance = 0.0001;
 /// Vertices farther than this from the one before, strictly, count; drawing units.
 constexpr double kSommetNouveau = 1e-6;
 

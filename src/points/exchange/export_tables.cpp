@@ -14,13 +14,12 @@ namespace {
 
 constexpr std::size_t kColonnes = 5;
 using ligneTable = std::array<std::wstring, kColonnes>;
-const ligneTable kTitres{L"Nom", L"X", L"Y", L"Z", L"Code"};
+const ligneTable kEnTetes{L"Nom", L"X", L"Y", L"Z", L"Code"};
 
 /// A coordinate: to the millimetre for reading, in full for another program; empty when absent.
 std::wstring coordonnee(double valeur, formatTables format) {
-  if (valeur == Z_ABSENT) return {};
-  return format == formatTables::kCsv ? base::widen(base::ecrireReel(valeur))
-                                      : base::formater(L"%.3f", valeur);
+  if (format != formatTables::kCsv) return texteCoordonnee(valeur, 3);
+  return valeur == Z_ABSENT ? std::wstring() : base::widen(base::ecrireReel(valeur));
 }
 
 ligneTable ligneDe(const pointDuDessin& point, formatTables format) {
@@ -72,7 +71,7 @@ void ecrireTexte(const listePointsDuDessin& table, bool courante, std::wstring& 
   sortie += base::formater(L"Table \"%s\"%s : %d %s\n", table.getNomTable(),
                            std::wstring(courante ? L" (courante)" : L""), nombre, mot);
   if (nombre == 0) return;
-  std::vector<ligneTable> lignes{kTitres};
+  std::vector<ligneTable> lignes{kEnTetes};
   for (const pointDuDessin& point : *table.getData()) lignes.push_back(ligneDe(point, formatTables::kTexte));
   std::array<std::size_t, kColonnes> largeurs{};
   for (const ligneTable& ligne : lignes)

@@ -19,7 +19,6 @@ constexpr std::size_t kRoles = static_cast<std::size_t>(roleColonne::kCourante) 
 /// Characters of a field that a remark quotes.
 constexpr std::size_t kCites = 40;
 /// Lines from one step of the progress to the next.
-constexpr int kLignesParSuivi = 1000;
 
 bool estCoordonnee(roleColonne role) {
   return role == roleColonne::kX || role == roleColonne::kY || role == roleColonne::kZ;

@@ -12,6 +12,9 @@
 /// The points of a list whose form is known.
 namespace veltora {
 
+/// Lines between two signs of progress.
+inline constexpr int kLignesParSuivi = 1000;
+
 /// A row of a list: a point, and what a point does not hold by itself.
 struct ligneListe {
   pointXYZ point;    ///< an empty name where the list gives none; z `Z_ABSENT` where it is blank

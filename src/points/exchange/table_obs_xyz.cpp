@@ -9,6 +9,7 @@
 #include "core/nombre_suspect.h"
 #include "core/valider_nombre.h"
 #include "points/comparer_numeros.h"
+#include "points/exchange/lecture_liste.h"
 #include "points/numeroteur.h"
 #include "points/point_du_dessin.h"
 
@@ -24,7 +25,6 @@ namespace veltora {
 namespace {
 
 /// Lines from one step of the progress to the next.
-constexpr int kLignesParSuivi = 1000;
 
 /// @return true when the user stops
 bool avancer(base::Suivi& suivi, std::size_t fait, std::size_t total) {

@@ -41,11 +41,9 @@ AcGePoint3d pointOf(const resbuf* chain, int code) {
   return {item->resval.rpoint[0], item->resval.rpoint[1], item->resval.rpoint[2]};
 }
 
-AcDbDatabase* working() { return acdbHostApplicationServices()->workingDatabase(); }
-
 /// A layer that routines make before they draw: colour, flags, line type.
 bool makeLayer(const resbuf* chain) {
-  AcDbDatabase* const database = working();
+  AcDbDatabase* const database = acdbCurDwg();
   const std::wstring name = textOf(chain, 2);
   if (!database || name.empty()) return false;
   AcDbObjectPointer<AcDbSymbolTable> table(database->layerTableId(), AcDb::kForWrite);
@@ -72,14 +70,14 @@ bool makeLayer(const resbuf* chain) {
 
 void setCommon(AcDbEntity& entity, const resbuf* chain) {
   const std::wstring layer = textOf(chain, 8);
-  if (!layer.empty()) entity.setLayer(working()->recordOf("LAYER", layer));
+  if (!layer.empty()) entity.setLayer(acdbCurDwg()->recordOf("LAYER", layer));
   if (const resbuf* color = find(chain, 62); color && color->resval.rint >= 0)
     entity.setColorIndex(static_cast<Adesk::UInt16>(color->resval.rint));
 }
 
 template <class Polyline, class Vertex, class Place>
 bool buildPolyline(const std::vector<std::shared_ptr<resbuf>>& parts, Place place, ads_name made) {
-  AcDbObjectPointer<AcDbBlockTableRecord> space(working()->modelSpaceId(), AcDb::kForWrite);
+  AcDbObjectPointer<AcDbBlockTableRecord> space(acdbCurDwg()->modelSpaceId(), AcDb::kForWrite);
   auto polyline = std::make_unique<Polyline>();
   AcDbObjectId id;
   if (!space || space->appendAcDbEntity(id, polyline.get()) != Acad::eOk) return false;
@@ -106,7 +104,7 @@ bool buildPolyline(const std::vector<std::shared_ptr<resbuf>>& parts, Place plac
 
 bool finishPolyline(const std::vector<std::shared_ptr<resbuf>>& parts, ads_name made) {
   constexpr int kInSpace = 8;
-  if (!working()) return false;
+  if (!acdbCurDwg()) return false;
   if (shortOf(parts.front().get(), 70, 0) & kInSpace) {
     const auto place = [](AcDb3dPolylineVertex& vertex, const resbuf* chain) {
       vertex.setPosition(pointOf(chain, 10));
@@ -130,7 +128,7 @@ std::wstring anonymousName(const AcDbSymbolTable& blocks) {
 
 /// An empty block of this name; the null id when it cannot be.
 AcDbObjectId makeBlock(const resbuf* head, std::wstring& name) {
-  const AcDbObjectPointer<AcDbBlockTable> blocks(working()->blockTableId(), AcDb::kForWrite);
+  const AcDbObjectPointer<AcDbBlockTable> blocks(acdbCurDwg()->blockTableId(), AcDb::kForWrite);
   name = textOf(head, 2);
   if (!blocks || name.empty()) return {};
   if (name[0] == L'*') name = anonymousName(*blocks);
@@ -168,7 +166,7 @@ bool makeParts(const std::vector<std::shared_ptr<resbuf>>& parts, AcDbObjectId o
 
 bool finishBlock(const std::vector<std::shared_ptr<resbuf>>& parts, std::wstring& block) {
   std::wstring name;
-  if (!working()) return false;
+  if (!acdbCurDwg()) return false;
   const AcDbObjectId id = makeBlock(parts.front().get(), name);
   if (id.isNull() || !makeParts(parts, id)) return false;
   block = name;
@@ -177,7 +175,8 @@ bool finishBlock(const std::vector<std::shared_ptr<resbuf>>& parts, std::wstring
 
 bool finishReference(const std::vector<std::shared_ptr<resbuf>>& parts, ads_name made) {
   AcDbObjectId id;
-  if (!working() || acdbEntMakeIn(parts.front().get(), working()->modelSpaceId(), id) != RTNORM) return false;
+  if (!acdbCurDwg() || acdbEntMakeIn(parts.front().get(), acdbCurDwg()->modelSpaceId(), id) != RTNORM)
+    return false;
   if (!makeParts(parts, id)) return false;
   acdbGetAdsName(*reinterpret_cast<ads_name*>(made), id);
   return true;

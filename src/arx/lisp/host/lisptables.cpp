@@ -13,12 +13,10 @@ namespace aclisp {
 
 namespace {
 
-AcDbDatabase* working() { return acdbHostApplicationServices()->workingDatabase(); }
-
 /// Id of the table that a routine names ("LAYER", "BLOCK"...); null when the drawing has none of that kind.
 AcDbObjectId tableOf(Args& a, std::size_t argument) {
   const std::wstring name = base::toUpper(a.text(argument));
-  AcDbDatabase* const database = working();
+  AcDbDatabase* const database = acdbCurDwg();
   if (!database) return {};
   const AcDbObjectId id = database->tableId(name == L"BLOCK" ? "BLOCK_RECORD" : base::toUtf8(name));
   if (AcDbObjectPointer<AcDbSymbolTable>(id)) return id;
@@ -113,7 +111,7 @@ Value tblNext(Args& a) {
 Value tblObjName(Args& a) { return objectName(recordOf(a)); }
 
 Value namedObjects(Args&) {
-  AcDbDatabase* const database = working();
+  AcDbDatabase* const database = acdbCurDwg();
   return database ? objectName(database->namedObjectsDictionaryId()) : Value();
 }
 

@@ -1,0 +1,4 @@
+#pragma once
+
+/// A full turn in radians.
+inline constexpr double kTurn = 6.283185307179586;
