@@ -6,6 +6,7 @@
 #include "app/window/layer_panel.h"
 #include "app/window/menus.h"
 #include "app/window/point_panel.h"
+#include "app/window/recovery.h"
 #include "app/window/text.h"
 #include "arx/ap/acdocman.h"
 #include "arx/ap/apsession.h"
@@ -15,6 +16,7 @@
 #include "base/text.h"
 #include "ui/driver.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
@@ -44,6 +46,10 @@ constexpr int kShortMessage = 8000;  // ms
 
 bool isDrawing(const QString& path) {
   return path.endsWith(".dxf", Qt::CaseInsensitive) || path.endsWith(".dwg", Qt::CaseInsensitive);
+}
+
+QString titleOf(const AcApDocument& document) {
+  return shown(document.docTitle()) + (document.isReadOnly() ? " (lecture seule)" : "");
 }
 
 /// The unit of the drawing by its variable INSUNITS.
@@ -131,7 +137,10 @@ void MainWindow::makePanels() {
     if (visible && m_events) m_points->refresh();
   });
   m_layers->mayChange = [this] { return m_lines.request() != nullptr; };
-  m_layers->changed = [this] { refresh(); };
+  m_layers->changed = [this] {
+    if (m_recovery) m_recovery->touched();
+    refresh();
+  };
   m_points->shownAt = [this](const AcGePoint2d& at) {
     constexpr double kAround = 40.0;  // drawing units: what lies about a point
     m_view->zoomTo(at, std::min(kAround, m_view->place().height()));
@@ -179,6 +188,7 @@ void MainWindow::connectHost() {
 
 void MainWindow::disconnectHost() {
   keep();
+  m_recovery.reset();
   m_events.reset();
 }
 
@@ -190,8 +200,44 @@ void MainWindow::makeMenus() {
   m_recent = drawings.addMenu("Dessins récents");
   m_recent->setObjectName("recents");
   connect(m_recent, &QMenu::aboutToShow, this, [this] { fillRecent(); });
+  makeRecoveryMenu();
   makeViewMenu();
   makeSnapMenu();
+}
+
+/// How often copies are kept aside, in minutes.
+void MainWindow::makeRecoveryMenu() {
+  QMenu& menu = *menuOf(*menuBar(), "Dessins").addMenu("Copie de secours");
+  auto* const group = new QActionGroup(&menu);
+  for (const int minutes : {2, 5, 10, 20, 0}) {
+    QAction* const action =
+        menu.addAction(minutes ? QString("Toutes les %1 minutes").arg(minutes) : QString("Jamais"));
+    action->setCheckable(true);
+    action->setChecked(minutes == m_preferences.recoveryMinutes());
+    group->addAction(action);
+    connect(action, &QAction::triggered, this, [this, minutes] {
+      m_preferences.setRecoveryMinutes(minutes);
+      if (m_recovery) m_recovery->setMinutes(minutes);
+    });
+  }
+}
+
+void MainWindow::startRecovery() {
+  Recovery::Surroundings around;
+  around.atRest = [this] { return m_lines.request() || (dialogRests && dialogRests()); };
+  around.idle = [this] { return m_lines.isIdle(); };
+  around.print = [this](const std::string& text) { print(text); };
+  around.leaveHost = [this] { m_events.reset(); };
+  m_recovery = std::make_unique<Recovery>(recoveryFolder(), std::move(around));
+  m_recovery->setMinutes(m_preferences.recoveryMinutes());
+  m_lines.before([this] {
+    if (m_recovery) m_recovery->offer();
+  });
+}
+
+void MainWindow::endRecovery() {
+  if (m_recovery) m_recovery->clear();
+  m_recovery.reset();
 }
 
 void MainWindow::makeViewMenu() {
@@ -306,7 +352,7 @@ void MainWindow::followDocuments() {
   for (std::size_t i = 0; i < m_documents.size(); ++i) {
     const int tab = static_cast<int>(i);
     const QString mark = acDocManager->isModified(m_documents[i]) ? " *" : "";
-    m_tabs->setTabText(tab, shown(m_documents[i]->docTitle()) + mark);
+    m_tabs->setTabText(tab, titleOf(*m_documents[i]) + mark);
     m_tabs->setTabToolTip(tab, shown(m_documents[i]->fileName()));
     if (m_documents[i] == curDoc()) m_tabs->setCurrentIndex(tab);
   }
@@ -318,7 +364,7 @@ void MainWindow::refresh() {
   m_layers->refresh();
   if (m_points->isVisible()) m_points->refresh();
   AcApDocument* const document = curDoc();
-  setWindowTitle(document ? shown(document->docTitle()) + " — Veltora" : QString("Veltora"));
+  setWindowTitle(document ? titleOf(*document) + " — Veltora" : QString("Veltora"));
   if (!document) return;
   const AcDbObjectPointer<AcDbLayerTableRecord> layer(document->database()->clayer());
   m_layer->setText("Calque : " + (layer ? shown(layer->name()) : QString()));
@@ -362,6 +408,7 @@ void MainWindow::asked(const base::Request& request) {
 
 void MainWindow::answered(const base::Request& request, const std::string* line) {
   print(request.prompt + (line ? *line : std::string()) + "\n");
+  if (m_recovery) m_recovery->touched();
   if (request.kind == base::Request::Kind::kCommand) {
     m_ran = line != nullptr;
     m_chosen = acedSelectionSets().pickFirst;

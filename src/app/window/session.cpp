@@ -32,6 +32,10 @@ WindowSession::WindowSession(base::LineSource* script)
     const auto* const driver = dynamic_cast<const WindowDriver*>(ui::driver());
     return driver && driver->front();
   };
+  m_window.dialogRests = [] {
+    const auto* const driver = dynamic_cast<const WindowDriver*>(ui::driver());
+    return driver && driver->rests();
+  };
 }
 
 WindowSession::~WindowSession() {
@@ -56,7 +60,10 @@ int runWindow(const WindowCall& call) {
   WindowSession session(script.get());
   if (!session.open(call.drawings) && (scripted || !curDoc())) return kFailure;
   Program& program = session.program();
-  bool good = program.run() && (call.output.empty() || program.save(call.output));
+  if (!scripted) session.window().startRecovery();
+  const bool ran = program.run();
+  if (program.hasQuit()) session.window().endRecovery();
+  bool good = ran && (call.output.empty() || program.save(call.output));
   if (!call.image.empty()) good = session.window().grabTo(call.image) && good;
   if (scripted) program.tellUnsaved();
   return good ? kSuccess : kFailure;

@@ -25,6 +25,11 @@ bool isOfDialog(Kind kind) { return kind == Kind::kDialog || kind == Kind::kButt
 
 std::optional<std::string> WindowLines::readLine(const base::Request& request) {
   const bool outermost = request.kind == Kind::kCommand && m_waiting.empty();
+  while (outermost && !m_before.empty()) {
+    const auto work = std::move(m_before.front());
+    m_before.pop_front();
+    work();
+  }
   // What is to run once no command waits: whoever else asks is cancelled.
   if (!m_pending.empty()) return outermost ? std::optional(nextCommand()) : std::nullopt;
   if (ui::Driver* const driver = ui::driver()) driver->oublierArret();
@@ -110,6 +115,8 @@ void WindowLines::whenIdle(std::function<void()> work, const std::string& comman
   });
   end(std::nullopt);
 }
+
+void WindowLines::before(std::function<void()> work) { m_before.push_back(std::move(work)); }
 
 void WindowLines::close() {
   m_pending.emplace_back([] { return std::optional<std::string>("QUIT"); });

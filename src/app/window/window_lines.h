@@ -44,6 +44,8 @@ public:
   void start(const std::string& command);
   /// Does something once no command waits, then runs a command, if any; what waits is cancelled.
   void whenIdle(std::function<void()> work, const std::string& command = {});
+  /// Does something in front of the next question for a command; nothing is cancelled for it.
+  void before(std::function<void()> work);
   /// Cancels what waits, question after question, then quits as QUIT does.
   void close();
   /// What waits is being cancelled for something else to run.
@@ -66,6 +68,7 @@ private:
   Listener& m_listener;
   std::vector<Waiting*> m_waiting;  ///< innermost last
   std::deque<std::function<std::optional<std::string>()>> m_pending;
+  std::deque<std::function<void()>> m_before;
 };
 
 }  // namespace veltora::app

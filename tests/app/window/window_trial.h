@@ -68,7 +68,7 @@ protected:
     // A step may run a loop of its own, in which the steps go on.
     std::function<void()> tick = [&] {
       QTimer::singleShot(0, &alive, tick);
-      if (!lines().request() && !question()) return;
+      if (paused || (!lines().request() && !question())) return;
       if (next < steps.size())
         steps[next++]();
       else if (question())
@@ -143,6 +143,7 @@ protected:
 
   DossierTemporaire folder;
   std::unique_ptr<WindowSession> session;
+  bool paused = false;  ///< a step lets events through that must not begin the next one
 };
 
 }  // namespace veltora::app

@@ -69,6 +69,8 @@ QWidget* WindowDriver::parent() const {
 
 DialogWindow* WindowDriver::front() const { return m_open.empty() ? nullptr : m_open.back()->window.get(); }
 
+bool WindowDriver::rests() const { return front() && !front()->isActing() && m_modeless.empty(); }
+
 bool WindowDriver::isFront(const DialogWindow& window) const {
   if (!m_modeless.empty()) return m_modeless.back().get() == &window;
   return front() == &window;

@@ -36,6 +36,8 @@ public:
 
   /// The dialog on top, which the user works in; null for none.
   [[nodiscard]] DialogWindow* front() const;
+  /// A dialog is open, and nothing is done but to wait for the user.
+  [[nodiscard]] bool rests() const;
   [[nodiscard]] bool isFront(const DialogWindow& window) const;
   /// What a deed of the user in this window threw.
   virtual void failed(DialogWindow& window, std::exception_ptr thrown);
