@@ -36,7 +36,9 @@ bool readCall(int argc, char** argv, WindowCall& call, int& status) {
       "veltora-fenetre");
   toFrench(app);
   app.set_version_flag("--version", std::string("veltora-fenetre ") + VELTORA_VERSION, "Affiche la version");
-  app.add_option("fichiers", call.drawings, "Dessins à ouvrir, un par onglet")->type_name("DESSIN");
+  app.add_option("fichiers", call.drawings,
+                 "Dessins à ouvrir, un par onglet ; observations à reprendre (.obs, .mc, .xyz, .gsi)")
+      ->type_name("FICHIER");
   app.add_option("--script", call.script,
                  "Lit les lignes de ce fichier au lieu de la fenêtre, puis se termine")
       ->type_name("FICHIER");

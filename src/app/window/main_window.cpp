@@ -2,7 +2,9 @@
 
 #include "app/session/output.h"
 #include "app/window/command_line.h"
+#include "app/window/dialogs/window_driver.h"
 #include "app/window/drawing_view.h"
+#include "app/window/field_files.h"
 #include "app/window/layer_panel.h"
 #include "app/window/menus.h"
 #include "app/window/point_panel.h"
@@ -43,10 +45,6 @@ constexpr int kHeight = 860;
 constexpr int kPanelWidth = 360;
 constexpr int kCommandsHeight = 150;
 constexpr int kShortMessage = 8000;  // ms
-
-bool isDrawing(const QString& path) {
-  return path.endsWith(".dxf", Qt::CaseInsensitive) || path.endsWith(".dwg", Qt::CaseInsensitive);
-}
 
 QString titleOf(const AcApDocument& document) {
   return shown(document.docTitle()) + (document.isReadOnly() ? " (lecture seule)" : "");
@@ -232,6 +230,7 @@ void MainWindow::startRecovery() {
   m_recovery->setMinutes(m_preferences.recoveryMinutes());
   m_lines.before([this] {
     if (m_recovery) m_recovery->offer();
+    return std::optional<std::string>();
   });
 }
 
@@ -323,12 +322,25 @@ void MainWindow::fillRecent() {
 }
 
 void MainWindow::openDrawing(const QString& path) {
-  m_lines.whenIdle([this, path] {
+  const bool taken = m_lines.whenIdle([this, path] {
     std::wstring message;
-    if (acDocManager->appContextOpenDocument(wide(path).c_str(), &message) == Acad::eOk) return;
-    print("\nOuverture impossible : " + base::toUtf8(message) + "\n");
-    statusBar()->showMessage("Ouverture impossible : " + shown(message), kShortMessage);
+    if (acDocManager->appContextOpenDocument(wide(path).c_str(), &message) != Acad::eOk)
+      tell("Ouverture impossible : " + shown(message));
   });
+  if (!taken) tell(QFileInfo(path).fileName() + " : fermez d'abord la boîte de dialogue.");
+}
+
+/// A drawing, or a field file, which starts its dialog.
+void MainWindow::openFile(const QString& path) {
+  if (isDrawing(path)) return openDrawing(path);
+  const QString refusal = openFieldFile(m_lines, path);
+  if (!refusal.isEmpty()) tell(QFileInfo(path).fileName() + " : " + refusal);
+}
+
+void MainWindow::tell(const QString& message) {
+  print("\n" + utf8(message) + "\n");
+  m_commandLine->flush();
+  statusBar()->showMessage(message, kShortMessage);
 }
 
 /// Gives up what was begun with the mouse, else the question, else what is chosen.
@@ -400,6 +412,8 @@ void MainWindow::asked(const base::Request& request) {
     std::vector<AcDbObjectId>& first = acedSelectionSets().pickFirst;
     if (m_ran && first == m_chosen) first.clear();
     m_ran = false;
+    // A command that showed no dialog leaves none to be filled in.
+    if (auto* const driver = dynamic_cast<WindowDriver*>(ui::driver())) driver->prepare(std::nullopt);
   }
   refresh();
   m_commandLine->ask(&request);
@@ -434,13 +448,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
-  if (std::ranges::any_of(urls, [](const QUrl& url) { return isDrawing(url.toLocalFile()); }))
+  if (std::ranges::any_of(urls, [](const QUrl& url) { return url.isLocalFile(); }))
     event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
   for (const QUrl& url : event->mimeData()->urls())
-    if (isDrawing(url.toLocalFile())) openDrawing(url.toLocalFile());
+    if (url.isLocalFile()) openFile(url.toLocalFile());
   event->acceptProposedAction();
 }
 

@@ -47,6 +47,9 @@ public:
   [[nodiscard]] Recovery* recovery() { return m_recovery.get(); }
   /// Whether the dialog that is open does nothing but wait for the user.
   std::function<bool()> dialogRests;
+  /// Opens a drawing, or starts the dialog that works with a field file, once no command waits; what cannot
+  /// be is told.
+  void openFile(const QString& path);
   /// Shows what the host changed.
   void refresh();
   /// Writes a picture of the window. @return false with the reason on standard error
@@ -73,6 +76,7 @@ private:
   void connectView();
   void fillRecent();
   void openDrawing(const QString& path);
+  void tell(const QString& message);
   void escape();
   void followDocuments();
   void showCursor();

@@ -4,8 +4,11 @@
 #include "app/session/program.h"
 #include "app/window/dialogs/window_driver.h"
 #include "app/window/driver_choice.h"
+#include "app/window/field_files.h"
+#include "app/window/text.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace veltora::app {
 
@@ -49,8 +52,16 @@ bool WindowSession::open(const std::vector<std::string>& drawings) {
   m_window.show();
   QCoreApplication::processEvents();
   bool good = true;
-  for (const std::string& drawing : drawings) good = m_program->open(drawing) && good;
-  return good && (!drawings.empty() || m_program->open({}));
+  std::vector<QString> others;
+  for (const std::string& file : drawings) {
+    if (isDrawing(shown(file)))
+      good = m_program->open(file) && good;
+    else
+      others.push_back(QFileInfo(shown(file)).absoluteFilePath());
+  }
+  if (good && !curDoc()) good = m_program->open({});
+  for (const QString& file : others) m_window.openFile(file);
+  return good;
 }
 
 int runWindow(const WindowCall& call) {

@@ -10,15 +10,18 @@
 #include "arx/ed/edhelp.h"
 #include "arx/ed/edjig.h"
 #include "arx/ed/edpick.h"
+#include "base/files.h"
 #include "points/projets_topo.h"
 
 #include <QAction>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QTabBar>
 #include <QTableView>
+#include <QTreeView>
 #include <QWheelEvent>
 
 namespace veltora::app {
@@ -324,15 +327,81 @@ TEST_F(WindowTrial, eachDrawingHasATabAndItsView) {
         }});
 }
 
+void drop(QWidget& window, const std::vector<std::string>& files) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const std::string& file : files) urls << QUrl::fromLocalFile(shown(file));
+  data.setUrls(urls);
+  QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+  static_cast<QObject&>(window).event(&event);
+}
+
+/// What the fields and lists of a dialog show.
+QString contentOf(const QWidget& dialog) {
+  QStringList texts;
+  for (const QLineEdit* const edit : dialog.findChildren<QLineEdit*>()) texts << edit->text();
+  for (const QPlainTextEdit* const edit : dialog.findChildren<QPlainTextEdit*>())
+    texts << edit->toPlainText();
+  for (const QTreeView* const list : dialog.findChildren<QTreeView*>())
+    for (int row = 0; row < list->model()->rowCount(); ++row)
+      for (int column = 0; column < list->model()->columnCount(); ++column)
+        texts << list->model()->index(row, column).data().toString();
+  return texts.join(' ');
+}
+
+struct FieldFile {
+  const char* file;  ///< of the examples; several are dropped at once, and wait for each other
+  const char* title;
+  const char* shown;  ///< of its content
+};
+
+TEST_F(WindowTrial, fieldFilesStartTheirDialogsFilledIn) {
+  const FieldFile rows[] = {{"polygonale_fermee.obs", "Correction de polygonale fermée", "652318.42"},
+                            {"polygonale_ouverte.obs", "Correction Polygonale ouverte", "651204.18"},
+                            {"reseau_mixte.mc", "Moindres carrés", "651200.000"},
+                            {"leve.xyz", "Points en XYZ", "652352.460"},
+                            {"carnet.gsi", "Import GSI", "carnet.gsi"}};
+  open({drawing()});
+  std::vector<std::string> files;
+  for (const FieldFile& row : rows) files.push_back(VELTORA_SOURCE_DIR "/examples/" + std::string(row.file));
+  const std::string foreign = (folder.chemin / "lettre.obs").string();
+  base::remplacerFichier(foreign, "<html><body>Bonjour</body></html>");
+  std::vector<Step> steps = {[&] { type("LIGNE"); },
+                             [&] {
+                               drop(session->window(), {foreign});
+                               EXPECT_EQ(prompt().substr(0, 8), "Du point")
+                                   << "nothing is given up for nothing";
+                               drop(session->window(), files);
+                             }};
+  for (const FieldFile& row : rows)
+    steps.push_back([&, row] {
+      ASSERT_NE(dialog(), nullptr) << row.file;
+      EXPECT_EQ(utf8(dialog()->windowTitle()), row.title);
+      EXPECT_TRUE(contentOf(*dialog()).contains(row.shown)) << row.file << utf8(contentOf(*dialog()));
+      drop(session->window(), {drawing("autre.dxf"), files[0]});
+      dialog()->reject();
+    });
+  steps.push_back([&] {
+    EXPECT_TRUE(lines().isIdle());
+    EXPECT_EQ(acDocManager->documentCount(), 1) << "an open dialog stays";
+    const QString told = session->window().commandLine().printed();
+    EXPECT_TRUE(told.contains("un rapport HTML")) << utf8(told);
+    EXPECT_TRUE(told.contains("fermez d'abord la boîte")) << utf8(told);
+    session->window().findChild<QAction*>("CORRPOLFERMEE")->trigger();
+  });
+  steps.push_back([&] {
+    ASSERT_NE(dialog(), nullptr);
+    EXPECT_FALSE(contentOf(*dialog()).contains("652318.42")) << "the next one is as ever";
+  });
+  work(steps);
+}
+
 TEST_F(WindowTrial, drawingsAreDroppedAndOpenedAgainFromTheRecentOnes) {
   const std::string path = drawing("un.dxf");
   open({});
   const auto titleOfCurrent = [] { return std::wstring(curDoc()->docTitle()); };
   work({[&] {
-          QMimeData data;
-          data.setUrls({QUrl::fromLocalFile(shown(path)), QUrl::fromLocalFile("/nulle/part.png")});
-          QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-          static_cast<QObject&>(session->window()).event(&event);
+          drop(session->window(), {path, "/nulle/part.png"});
         },
         [&] {
           EXPECT_EQ(titleOfCurrent(), L"un.dxf");

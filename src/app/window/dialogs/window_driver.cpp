@@ -92,9 +92,18 @@ void WindowDriver::catchUpAll() {
 
 void WindowDriver::runModal(ui::Dialog& dialog) {
   Running running(*this, dialog);
+  workPrepared(*running.open().window);
   attend(*running.open().window);
   if (dialog.isOpen()) dialog.endDialog(ui::kCancel);  // the program ends
   if (running.open().thrown) std::rethrow_exception(running.open().thrown);
+}
+
+void WindowDriver::workPrepared(DialogWindow& window) {
+  if (!m_prepared) return;
+  const Prepared prepared = *std::exchange(m_prepared, std::nullopt);
+  m_nextFile = prepared.file;
+  window.work(prepared.line);
+  m_nextFile.reset();
 }
 
 void WindowDriver::attend(DialogWindow& window) {
@@ -179,6 +188,7 @@ int WindowDriver::attend(QMessageBox& box) {
 
 std::optional<base::FileAnswer> WindowDriver::chooseFile(const base::FileRequest& request) {
   catchUpAll();
+  if (m_nextFile && !request.save) return base::FileAnswer{*std::exchange(m_nextFile, std::nullopt)};
   FileChoice choice(request, parent());
   while (attend(choice.dialog())) {
     if (std::optional<base::FileAnswer> answer = choice.answer()) {
