@@ -293,8 +293,13 @@ void MainWindow::makeToolBar() {
   command("Ouvrir", "OUVRIR", icon(QStyle::SP_DialogOpenButton));
   command("Enregistrer", "SAUVERAP", icon(QStyle::SP_DialogSaveButton));
   bar->addSeparator();
-  command("Annuler", "U", icon(QStyle::SP_ArrowBack));
-  command("Rétablir", "RETABLIR", icon(QStyle::SP_ArrowForward));
+  for (const auto& [name, text, image] :
+       {std::tuple("U", "Annuler", QStyle::SP_ArrowBack), {"RETABLIR", "Rétablir", QStyle::SP_ArrowForward}})
+    if (auto* const action = findChild<QAction*>(name)) {
+      action->setIcon(icon(image));
+      action->setIconText(text);
+      bar->addAction(action);
+    }
   bar->addSeparator();
   bar->addAction("Tout", m_view, [this] { m_view->zoomExtents(); })->setToolTip("Tout le dessin (Ctrl+0)");
   bar->addAction("Fenêtre", m_view, [this] { m_view->pointing().beginZoomWindow(); })
@@ -377,10 +382,26 @@ void MainWindow::refresh() {
   if (m_points->isVisible()) m_points->refresh();
   AcApDocument* const document = curDoc();
   setWindowTitle(document ? titleOf(*document) + " — Veltora" : QString("Veltora"));
+  showHistory(document ? &document->database()->undoLog() : nullptr);
   if (!document) return;
   const AcDbObjectPointer<AcDbLayerTableRecord> layer(document->database()->clayer());
   m_layer->setText("Calque : " + (layer ? shown(layer->name()) : QString()));
   m_units->setText("Unités : " + unitOf(*document->database()));
+}
+
+/// What U and REDO would take, greyed when there is nothing.
+void MainWindow::showHistory(const AcDbUndoLog* log) {
+  const auto show = [this](const char* action, const QString& text, bool can, const AcString& step) {
+    auto* const shownAs = findChild<QAction*>(action);
+    if (!shownAs) return;
+    const AcEdCommand* const command = acedRegCmds->lookupCmd(step.c_str());
+    const QString name = shown(command ? std::wstring(command->localName()) : std::wstring(step));
+    shownAs->setEnabled(can);
+    shownAs->setText(can && !name.isEmpty() ? text + " : " + name : text);
+    shownAs->setToolTip(QString("%1 (%2)").arg(shownAs->text(), action));
+  };
+  show("U", "Annuler", log && log->canUndo(), log ? log->undoName() : AcString());
+  show("RETABLIR", "Rétablir", log && log->canRedo(), log ? log->redoName() : AcString());
 }
 
 void MainWindow::showCursor() {

@@ -10,6 +10,7 @@
 #include <vector>
 
 class AcApDocument;
+class AcDbUndoLog;
 class QLabel;
 class QMenu;
 class QTabBar;
@@ -80,6 +81,7 @@ private:
   void escape();
   void followDocuments();
   void showCursor();
+  void showHistory(const AcDbUndoLog* log);
   void restore();
   void keep();
 

@@ -6,12 +6,16 @@
 #include "app/window/text.h"
 #include "app/window/window_trial.h"
 #include "arx/ap/acdocman.h"
+#include "arx/ed/accmd.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edhelp.h"
 #include "arx/ed/edjig.h"
 #include "arx/ed/edpick.h"
 #include "base/files.h"
+#include "base/suivi.h"
 #include "points/projets_topo.h"
+
+#include <sys/resource.h>
 
 #include <QAction>
 #include <QHeaderView>
@@ -23,6 +27,7 @@
 #include <QTableView>
 #include <QTreeView>
 #include <QWheelEvent>
+#include <csignal>
 
 namespace veltora::app {
 namespace {
@@ -247,6 +252,91 @@ TEST_F(WindowTrial, closingEndsTheQuestionsAndAsksForWhatIsNotSaved) {
   AcDbDatabase read(false);
   ASSERT_EQ(read.readDwgFile(base::fromUtf8(path).c_str()), Acad::eOk);
   EXPECT_EQ(linesOf(read).size(), 3U) << "answered with no";
+}
+
+TEST_F(WindowTrial, undoAndRedoTellWhatTheyWouldTakeAndAreGreyWithoutAny) {
+  open({drawing()});
+  const auto shows = [&](const char* name) {
+    const auto* const action = session->window().findChild<QAction*>(name);
+    return (action->isEnabled() ? "" : "gris ") + utf8(action->text());
+  };
+  work({[&] {
+          EXPECT_EQ(shows("U"), "gris Annuler");
+          EXPECT_EQ(shows("RETABLIR"), "gris Rétablir");
+          type("EFFACER");
+        },
+        [&] { click(20, 0); }, [&] { type(""); },
+        [&] {
+          EXPECT_EQ(shows("U"), "Annuler : EFFACER");
+          session->window().findChild<QAction*>("U")->trigger();
+        },
+        [&] {
+          EXPECT_EQ(shows("U"), "gris Annuler");
+          EXPECT_EQ(shows("RETABLIR"), "Rétablir : EFFACER");
+          type("NOUVEAU");
+        },
+        [&] { EXPECT_EQ(shows("RETABLIR"), "gris Rétablir") << "each drawing has its own"; }});
+}
+
+TEST_F(WindowTrial, closingEndsADialogAndAJobThatIsAtWork) {
+  open({drawing()});
+  static long long s_reached = 0;
+  static MainWindow* s_window = nullptr;
+  s_window = &session->window();
+  acedRegCmds->addCommand(L"ESSAI", L"LONGTRAVAIL", L"LONGTRAVAIL", 0, [] {
+    base::Suivi progress(1000);
+    for (s_reached = 0; s_reached < 1000 && !progress.arrete(); ++s_reached) {
+      if (s_reached == 300) s_window->close();
+      progress.avancer();
+    }
+  });
+  work({[&] { session->window().findChild<QAction*>("LEVER")->trigger(); },
+        [&] {
+          ASSERT_NE(dialog(), nullptr);
+          session->window().findChild<QAction*>("NOUVEAU")->trigger();
+          EXPECT_EQ(acDocManager->documentCount(), 1);
+          dialog()->reject();
+        },
+        [&] { type("LONGTRAVAIL"); }});
+  EXPECT_LT(s_reached, 400);
+  EXPECT_GE(s_reached, 300);
+  acedRegCmds->removeGroup(L"ESSAI");
+}
+
+TEST_F(WindowTrial, closingCancelsTheDialogThatIsOpen) {
+  open({drawing()});
+  work({[&] { session->window().findChild<QAction*>("CORRPOLFERMEE")->trigger(); },
+        [&] {
+          ASSERT_NE(dialog(), nullptr);
+          session->window().close();
+        }});
+  EXPECT_TRUE(session->program().hasQuit());
+}
+
+TEST_F(WindowTrial, aDiskWithoutRoomLeavesTheFileAndTheChanges) {
+  const std::string path = drawing();
+  const auto before = base::lireFichier(path);
+  open({path});
+  rlimit usual{};
+  ::getrlimit(RLIMIT_FSIZE, &usual);
+  const auto former = std::signal(SIGXFSZ, SIG_IGN);
+  work({[&] { type("LIGNE"); }, [&] { type("650010,6860010"); }, [&] { type("650030,6860010"); },
+        [&] { type(""); },
+        [&] {
+          const rlimit small{1000, usual.rlim_max};
+          ::setrlimit(RLIMIT_FSIZE, &small);
+          type("QSAVE");
+        },
+        [&] {
+          ::setrlimit(RLIMIT_FSIZE, &usual);
+          EXPECT_TRUE(session->window().commandLine().printed().contains("Enregistrement impossible"));
+          EXPECT_TRUE(curDoc()->isModified());
+          EXPECT_EQ(base::lireFichier(path), before);
+          EXPECT_EQ(session->window().tabs().tabText(0), "dessin.dxf *");
+          type("QSAVE");
+        },
+        [&] { EXPECT_EQ(session->window().tabs().tabText(0), "dessin.dxf"); }});
+  std::signal(SIGXFSZ, former);
 }
 
 TEST_F(WindowTrial, layersAreSwitchedInTheirPanelAsStepsOfU) {
