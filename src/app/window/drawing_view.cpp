@@ -3,6 +3,7 @@
 #include "arx/ap/acdocman.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
+#include "arx/ed/eddrag.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edjig.h"
 #include "arx/ed/edsets.h"
@@ -231,6 +232,24 @@ void DrawingView::paintChosen(QPainter& painter) {
   painter.drawImage(0, 0, m_chosen);
 }
 
+/// What a command is about to map, where it would come to lie; drawn once for a prompt.
+void DrawingView::paintDraggedSet(QPainter& painter) {
+  const AcEdDraggedSet* const dragged = acedDraggedSet();
+  if (!dragged) {
+    m_draggedEntities.clear();
+    return;
+  }
+  if (m_draggedEntities != dragged->entities || m_draggedPlace != m_place) {
+    m_draggedRecord = recordOf(*m_database, dragged->entities, m_place, QColor(255, 140, 0));
+    m_draggedEntities = dragged->entities;
+    m_draggedPlace = m_place;
+  }
+  painter.save();
+  painter.setTransform(pixelMapOf(dragged->map, m_place), true);
+  painter.drawPicture(0, 0, m_draggedRecord);
+  painter.restore();
+}
+
 void DrawingView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (!m_database || m_place.size.isEmpty()) return painter.fillRect(rect(), backgroundOf(m_dark));
@@ -239,6 +258,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
   paintVectors(painter);
   if (const AcDbEntity* const dragged = acedDragged())
     paintDragged(painter, *m_database, *dragged, m_place, m_dark);
+  paintDraggedSet(painter);
   m_pointing.paint(painter);
 }
 

@@ -60,6 +60,7 @@ private:
   void paintPicture(QPainter& painter);
   void paintVectors(QPainter& painter) const;
   void paintChosen(QPainter& painter);
+  void paintDraggedSet(QPainter& painter);
 
   Pointing m_pointing;
   AcDbDatabase* m_database = nullptr;
@@ -82,6 +83,9 @@ private:
   QImage m_chosen;  ///< what is chosen, as it lies over the picture
   ViewPlace m_chosenPlace;
   std::vector<AcDbObjectId> m_chosenEntities;
+  QPicture m_draggedRecord;  ///< what a command is about to map, as it lies
+  ViewPlace m_draggedPlace;
+  std::vector<AcDbObjectId> m_draggedEntities;
   std::optional<QPointF> m_grabbed;  ///< where the middle button took hold
 };
 

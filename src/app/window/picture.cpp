@@ -108,6 +108,35 @@ void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vect
   }
 }
 
+QPicture recordOf(AcDbDatabase& database, const std::vector<AcDbObjectId>& entities, const ViewPlace& place,
+                  const QColor& color) {
+  constexpr std::size_t kMost = 5000;
+  ViewPlace around = place;
+  around.size *= 3;
+  QPicture record;
+  QPainter painter(&record);
+  painter.translate(-place.size.width(), -place.size.height());
+  paintHighlighted(
+      painter, database,
+      {entities.begin(), entities.begin() + static_cast<std::ptrdiff_t>(std::min(kMost, entities.size()))},
+      around, color);
+  return record;
+}
+
+QTransform pixelMapOf(const AcGeMatrix3d& map, const ViewPlace& place) {
+  const auto moved = [&](double x, double y) {
+    const AcGePoint2d world = place.toWorld({x, y});
+    const AcGePoint3d there = map * AcGePoint3d(world.x, world.y, 0.0);
+    return place.toPixel({there.x, there.y});
+  };
+  // From points far apart, so that rounding of large coordinates does not show.
+  constexpr double kApart = 1024.0;
+  const QPointF origin = moved(0, 0);
+  const QPointF right = (moved(kApart, 0) - origin) / kApart;
+  const QPointF down = (moved(0, kApart) - origin) / kApart;
+  return {right.x(), right.y(), down.x(), down.y(), origin.x(), origin.y()};
+}
+
 void paintDragged(QPainter& painter, AcDbDatabase& database, const AcDbEntity& entity, const ViewPlace& place,
                   bool dark) {
   ViewPen pen(painter, place.size.height());

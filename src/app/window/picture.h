@@ -2,8 +2,10 @@
 
 #include "app/window/view_place.h"
 #include "arx/db/dbid.h"
+#include "arx/ge/gematrix.h"
 
 #include <QImage>
+#include <QPicture>
 #include <vector>
 
 class AcDbDatabase;
@@ -22,6 +24,14 @@ void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vect
 /// Paints something that stands in no drawing yet, as it is dragged.
 void paintDragged(QPainter& painter, AcDbDatabase& database, const AcDbEntity& entity, const ViewPlace& place,
                   bool dark);
+
+/// Entities in one colour, to be painted under any map: those about the view as far as its size beyond its
+/// borders, in its pixels. Of very many the first ones stand for all.
+QPicture recordOf(AcDbDatabase& database, const std::vector<AcDbObjectId>& entities, const ViewPlace& place,
+                  const QColor& color);
+
+/// What a map of the drawing means for the pixels of a view.
+QTransform pixelMapOf(const AcGeMatrix3d& map, const ViewPlace& place);
 
 /// The colour of an empty view.
 QColor backgroundOf(bool dark);

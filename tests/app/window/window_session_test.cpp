@@ -7,6 +7,7 @@
 #include "app/window/window_trial.h"
 #include "arx/ap/acdocman.h"
 #include "arx/ed/accmd.h"
+#include "arx/ed/eddrag.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edhelp.h"
 #include "arx/ed/edjig.h"
@@ -231,6 +232,53 @@ TEST_F(WindowTrial, whatACommandShapesFollowsTheCursor) {
           lines().cancel();
         },
         [&] { EXPECT_EQ(acedDragged(), nullptr); }});
+}
+
+struct DraggedSet {
+  const char* command;
+  std::vector<const char*> answers;  ///< in front of the prompt that drags
+  double x, y;                       ///< where the cursor goes, from the corner
+  std::array<double, 2> middle;      ///< where the middle of line A, at 20, 0, is seen then
+};
+
+TEST_F(WindowTrial, whatACommandMovesIsSeenWhereItWouldCome) {
+  const DraggedSet rows[] = {{"DEPLACER", {"650000,6860000"}, 10, 20, {30, 20}},
+                             {"COPIER", {"650040,6860000"}, 50, 10, {30, 10}},
+                             {"COPIER", {"650040,6860000", "650041,6860000"}, 50, 10, {30, 10}},
+                             {"ROTATION", {"650000,6860000"}, 0, 15, {0, 20}},
+                             {"ROTATION", {"650000,6860000", "Copier"}, 0, 15, {0, 20}},
+                             {"MIROIR", {"650050,6860000"}, 50, 30, {80, 0}}};
+  open({drawing()});
+  std::vector<Step> steps = {[&] { view().zoomTo({kX + 40, kY + 25}, 80); }};
+  for (const DraggedSet& row : rows) {
+    steps.push_back([&, row] { type(row.command); });
+    steps.push_back([&] { click(20, 0); });
+    steps.push_back([&] { type(""); });
+    for (const char* answer : row.answers) steps.push_back([&, answer] { type(answer); });
+    steps.push_back([&, row] {
+      const auto lit = [&] {
+        const QImage seen = view().grab().toImage();
+        const QPoint middle = at(row.middle[0], row.middle[1]);
+        for (int dx = -2; dx <= 2; ++dx)
+          for (int dy = -2; dy <= 2; ++dy) {
+            const QColor color = seen.pixelColor(middle + QPoint(dx, dy));
+            if (color.red() > 150 && color.green() < 160 && color.blue() < 60) return true;
+          }
+        return false;
+      };
+      EXPECT_FALSE(lit()) << row.command;
+      const auto before = linesOf(database());
+      move(at(row.x, row.y));
+      EXPECT_TRUE(lit()) << row.command << row.answers.size();
+      EXPECT_EQ(linesOf(database()), before) << "nothing is moved yet";
+      lines().cancel();
+    });
+    steps.push_back([&] {
+      EXPECT_EQ(acedDraggedSet(), nullptr);
+      type("U");
+    });
+  }
+  work(steps);
 }
 
 TEST_F(WindowTrial, closingEndsTheQuestionsAndAsksForWhatIsNotSaved) {
