@@ -3,6 +3,7 @@
 #include "app/session/call_files.h"
 #include "app/session/french_arguments.h"
 #include "app/session/output.h"
+#include "app/window/french.h"
 #include "app/window/screen.h"
 #include "base/passing_file.h"
 
@@ -68,6 +69,7 @@ int run(int argc, char** argv) {
   // Options of the toolkit are none of the program's.
   int count = 1;
   Application application(count, argv);
+  speakFrench();
   status = runWindow(call);
   return outputWritten() ? status : kFailure;
 }

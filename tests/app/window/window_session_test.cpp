@@ -1,6 +1,7 @@
 // A session in the window, by clicks, drags and keys, on a drawing that is read, changed, saved and read
 // back.
 
+#include "app/window/french.h"
 #include "app/window/layer_panel.h"
 #include "app/window/point_panel.h"
 #include "app/window/text.h"
@@ -583,6 +584,13 @@ TEST_F(WindowTrial, theArrowsBringBackWhatWasTyped) {
           EXPECT_EQ(edit.text(), "CORRMCARRES");
           edit.clear();
         }});
+}
+
+TEST(French, theToolkitsOwnTextsAreTranslated) {
+  startToolkit();
+  if (!speakFrench()) GTEST_SKIP() << "no translations are installed";
+  EXPECT_EQ(QCoreApplication::translate("QFileDialog", "Show &hidden files"),
+            "Afficher les fic&hiers cachés");
 }
 
 /// The toolkit would end the process by a signal.

@@ -10,9 +10,13 @@
 #include <QClipboard>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <algorithm>
 #include <utility>
 
@@ -32,6 +36,23 @@ QMessageBox::ButtonRole roleOf(int answer) {
     default:
       return QMessageBox::AcceptRole;
   }
+}
+
+/// A text that the screen has no room for is scrolled.
+void scrollTall(QMessageBox& box) {
+  constexpr double kMost = 0.6;  // of the screen
+  auto* const text = box.findChild<QLabel*>("qt_msgbox_label");
+  if (!text || !box.layout() || !box.screen()) return;
+  const QSize room = box.screen()->availableSize() * kMost;
+  const QSize whole = text->sizeHint();
+  if (whole.height() <= room.height()) return;
+  auto* const frame = new QScrollArea(&box);
+  delete box.layout()->replaceWidget(text, frame);
+  frame->setFrameShape(QFrame::NoFrame);
+  frame->setWidgetResizable(true);
+  frame->setWidget(text);
+  const int bar = frame->verticalScrollBar()->sizeHint().width();
+  frame->setMinimumSize(std::min(whole.width() + bar, room.width()), room.height());
 }
 
 }  // namespace
@@ -176,6 +197,7 @@ int WindowDriver::messageBox(const std::wstring& text, const std::wstring& title
     if (&choice == &choices.front()) box.setDefaultButton(button);
     if (&choice == &choices.back()) box.setEscapeButton(button);
   }
+  scrollTall(box);
   return choices[static_cast<std::size_t>(attend(box))].answer;
 }
 
