@@ -104,10 +104,12 @@ void DrawingView::storeView() {
   AcDbUndoLog& log = m_database->undoLog();
   const bool recorded = log.recording();
   const bool current = m_picturedRevision == revision();
+  const bool sameNames = m_picturedNames == m_database->namesVersion();
   log.setRecording(false);
   acedSetView(m_place.center, m_place.height());
   acedSetViewAspect(static_cast<double>(std::max(1, width())) / std::max(1, height()));
   log.setRecording(recorded);
+  if (sameNames) m_picturedNames = m_database->namesVersion();
   if (current) m_picturedRevision = revision();  // the host's view is no part of the picture
   const AcEdView view = acedView();
   m_hostCenter = view.center;
@@ -184,7 +186,16 @@ bool DrawingView::isDrawn() const {
 void DrawingView::drawAnew() {
   QElapsedTimer clock;
   clock.start();
+  const std::optional<AcDbExtents> change = m_database->spaceIndex().takeChange();
+  const bool samePlace = !m_picture.isNull() && m_pictured == m_place && m_picturedDark == m_dark;
+  if (samePlace && change && m_picturedNames == m_database->namesVersion() &&
+      drawChanged(m_picture, *m_database, m_place, m_dark, *change)) {
+    m_picturedRevision = revision();
+    m_chosenEntities.clear();
+    return;
+  }
   m_picture = pictureOf(*m_database, m_place, m_dark);
+  m_picturedNames = m_database->namesVersion();
   m_cost = clock.elapsed();
   m_pictured = m_place;
   m_picturedRevision = revision();

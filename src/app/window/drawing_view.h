@@ -76,6 +76,7 @@ private:
   QImage m_picture;
   ViewPlace m_pictured;
   Adesk::UInt64 m_picturedRevision = 0;
+  Adesk::UInt64 m_picturedNames = 0;
   bool m_picturedDark = true;
   qint64 m_cost = 0;  ///< of the picture, ms
   bool m_rests = true;
