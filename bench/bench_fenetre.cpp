@@ -89,6 +89,9 @@ void measure(Mesure& table, int points) {
       painter.drawImage(QPointF(10.0 * i, 5.0 * i), picture);
     }
   });
+  ViewPlace middle = whole;
+  middle.unitsPerPixel /= 5;
+  middle.center = {650000.0 + side / 2, 6860000.0 + side / 2};
   const AcEdPicker picker(drawing);
   table("1000 picks", entities, [&] {
     std::size_t found = 0;
@@ -99,12 +102,23 @@ void measure(Mesure& table, int points) {
     }
     expect(found > 0, "pick");
   });
-  table("one point moved, zoom 20", entities, [&] {
+  const auto moveOne = [&] {
     const AcDbObjectId first = drawing.spaceIndex().entityAt(0);
     const AcDbObjectPointer<AcDbBlockReference> reference(first, AcDb::kForWrite);
     reference->setPosition(reference->position() + AcGeVector3d(1, 1, 0));
     reference->close();
-    picture = pictureOf(drawing, near, true);
+  };
+  table("one point moved, all drawn anew, zoom 5", entities, [&] {
+    moveOne();
+    picture = pictureOf(drawing, middle, true);
+  });
+  expect(!drawing.spaceIndex().takeChange(), "the first change");
+  table("100 points moved, each drawn alone, zoom 5", entities, [&] {
+    for (int i = 0; i < 100; ++i) {
+      moveOne();
+      const auto change = drawing.spaceIndex().takeChange();
+      expect(change && drawChanged(picture, drawing, middle, true, *change), "a change drawn alone");
+    }
   });
 }
 

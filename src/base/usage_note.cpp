@@ -22,11 +22,6 @@ constexpr std::string_view kUser = "utilisateur : ";
 constexpr std::string_view kProcess = "processus : ";
 constexpr std::string_view kSince = "depuis : ";
 
-std::string hostName() {
-  std::array<char, 256> name{};
-  return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
-}
-
 std::string userName() {
   const passwd* const entry = ::getpwuid(::geteuid());
   return entry ? entry->pw_name : std::to_string(::geteuid());
@@ -44,7 +39,7 @@ std::string noteText() {
   const auto line = [](std::string_view key, const std::string& value) {
     return std::string(key) + value + "\n";
   };
-  return "Ce dessin est ouvert ; cette note s'efface à sa fermeture.\n" + line(kHost, hostName()) +
+  return "Ce dessin est ouvert ; cette note s'efface à sa fermeture.\n" + line(kHost, nomDuPoste()) +
          line(kUser, userName()) + line(kProcess, std::to_string(::getpid())) + line(kSince, now());
 }
 
@@ -72,6 +67,11 @@ std::string holder(const std::string& note) {
 }
 
 }  // namespace
+
+std::string nomDuPoste() {
+  std::array<char, 256> name{};
+  return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+}
 
 EtatFichier etatFichier(const std::filesystem::path& path) {
   struct stat info {};
@@ -123,7 +123,7 @@ std::string NoteUsage::poser(const std::filesystem::path& file) {
     const std::string note = readNote(other);
     // Its process holds a lock while it lives; a lock held elsewhere need not be seen on this machine.
     const bool abandoned =
-        (note.empty() || valueOf(note, kHost) == hostName()) && ::flock(other, LOCK_EX | LOCK_NB) == 0;
+        (note.empty() || valueOf(note, kHost) == nomDuPoste()) && ::flock(other, LOCK_EX | LOCK_NB) == 0;
     if (abandoned) ::unlink(name.c_str());
     ::close(other);
     if (!abandoned) return "ce dessin est déjà ouvert " + holder(note);

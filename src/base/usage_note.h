@@ -21,6 +21,9 @@ struct EtatFichier {
 };
 VELTORA_API EtatFichier etatFichier(const std::filesystem::path& path);
 
+/// The name of this machine in its network, as notes tell it; empty when it has none.
+VELTORA_API std::string nomDuPoste();
+
 /// The note "<name>.ouvert" beside a file in use: who has it open, on which machine, since when, in French.
 /// It is removed when this object goes and by the signals that end the process; it never keeps anybody from
 /// reading.
@@ -37,6 +40,8 @@ public:
   /// @return a sentence for the user (UTF-8): who else has the file open, whose note stays then; or whose
   /// abandoned note was taken over. Empty when there is nothing to tell
   std::string poser(const std::filesystem::path& file);
+  /// Whether this object's note stands beside its file.
+  [[nodiscard]] bool enVigueur() const { return m_descriptor >= 0; }
   void retirer();
 
 private:

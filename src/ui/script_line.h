@@ -14,7 +14,7 @@ struct LineResult {
 
 /// @param line without outer blanks, not empty, no comment and not "?"  @param hand  does what the line says
 /// @throws base::ScriptError when the line fits nothing; no value is changed then
-LineResult applyLine(Dialog& dialog, std::wstring_view line, Hand& hand);
+VELTORA_API LineResult applyLine(Dialog& dialog, std::wstring_view line, Hand& hand);
 
 /// The lines that work a dialog as it is: "[Légende]", "Liste: ", "Légende = " and, with each choice behind
 /// it, "Légende = choix"; only what is in view and can be used.

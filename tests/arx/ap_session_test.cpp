@@ -102,6 +102,36 @@ TEST_F(SessionTest, WhatAnotherSessionWroteIsNotReplacedUnasked) {
   EXPECT_FALSE(std::filesystem::exists(folder / "a.dxf.ouvert"));
 }
 
+TEST_F(SessionTest, ADrawingThatAnotherSessionHasOpenIsSavedUnderAnotherName) {
+  const std::filesystem::path file = folder / "a.dxf";
+  ASSERT_EQ(acDocManager->saveDocument(curDoc(), path("a.dxf").c_str()), Acad::eOk);
+  acDocManager->closeDocument(curDoc());
+  veltora::base::NoteUsage other;
+  ASSERT_EQ(other.poser(file), "");
+  const auto before = veltora::base::lireFichier(file);
+  ASSERT_EQ(acDocManager->appContextOpenDocument(path("a.dxf").c_str()), Acad::eOk);
+  EXPECT_TRUE(curDoc()->isReadOnly());
+  Chooser chooser;
+  acedPorts().fileChooser = &chooser;
+  chooser.paths = {path("a.dxf"), path("b.dxf")};
+  run({"AJOUTER", "1,1", "QSAVE"}, true);
+  EXPECT_TRUE(curDoc()->isReadOnly()) << "its own name is no other one";
+  EXPECT_EQ(veltora::base::lireFichier(file), before);
+  run({"QSAVE"}, true);
+  EXPECT_FALSE(curDoc()->isReadOnly());
+  EXPECT_EQ(std::wstring(curDoc()->docTitle()), L"b.dxf");
+  EXPECT_TRUE(std::filesystem::exists(folder / "b.dxf.ouvert"));
+  EXPECT_NE(acDocManager->saveDocument(curDoc(), path("a.dxf").c_str()), Acad::eOk)
+      << "nor may it be taken over";
+  EXPECT_EQ(veltora::base::lireFichier(file), before);
+  ASSERT_EQ(acDocManager->appContextOpenDocument(path("a.dxf").c_str()), Acad::eOk);
+  other.retirer();
+  run({"AJOUTER", "2,2", "QSAVE"}, true);
+  EXPECT_EQ(std::wstring(curDoc()->docTitle()), L"a.dxf") << "the other session has closed it";
+  EXPECT_NE(veltora::base::lireFichier(file), before);
+  EXPECT_TRUE(chooser.paths.empty());
+}
+
 class Memory : public AcApDocManagerReactor {
 public:
   bool full = true;

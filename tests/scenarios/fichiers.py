@@ -59,9 +59,17 @@ def failing_output():
 def two_sessions():
     first = session("plan.dxf")
     check(wait_for(folder / "plan.dxf.ouvert"), "no note beside an open drawing")
-    status, output = run("plan.dxf", script='LINE\n0,0\n1,1\n\nQSAVE\n')
+    before = (folder / "plan.dxf").read_bytes()
+    for script, arguments in ('LINE\n0,0\n1,1\n\nQSAVE\n', ()), ("(princ 1)\n", ("--sortie", "plan.dxf")):
+        status, output = run("plan.dxf", *arguments, script=script)
+        check(status == 1 and "un autre nom".encode() in output.lower(), "the second saves over the first", output)
+    status, output = run(script="SAVEAS\nplan.dxf\n[Oui]\n")
+    check(status == 1 and (folder / "plan.dxf").read_bytes() == before, "another drawing takes the name of an open one", output)
+    check((folder / "plan.dxf.ouvert").exists(), "the first session's note is gone")
+    status, output = run("plan.dxf", script='LINE\n0,0\n1,1\n\nSAVEAS\nplan2.dxf\n')
     check("déjà ouvert par".encode() in output and b"processus %d" % first.pid in output, "the second is not told", output)
-    check(status == 0, "the second may save", output)
+    check(status == 0 and (folder / "plan2.dxf").exists(), "the second may not save beside it", output)
+    (folder / "plan.dxf").write_bytes(before + b"\n")  # a program that knows no notes
     output = first.communicate("LINE\n0,0\n9,9\n\nQSAVE\n".encode())[0]
     check(first.returncode == 1 and "par une autre session".encode() in output, "the first replaces it unasked", output)
     check(not (folder / "plan.dxf.ouvert").exists(), "a note is left behind")

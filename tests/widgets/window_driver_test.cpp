@@ -21,6 +21,8 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPdfWriter>
+#include <QProcess>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -286,6 +288,57 @@ TEST_F(WindowDriver, EscapeAnswersAMessageByItsLastButton) {
     QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
     EXPECT_EQ(ui::messageBox(L"Enregistrer ?", L"", buttons), ui::buttonsOf(buttons).front().answer);
   }
+}
+
+TEST_F(WindowDriver, AMessageLongerThanTheScreenScrolls) {
+  std::wstring text;
+  for (int i = 0; i < 400; ++i) text += L"ligne " + std::to_wstring(i) + L"\n";
+  const auto heightOf = [&](const std::wstring& message) {
+    int height = 0;
+    QTimer::singleShot(0, [&] {
+      QCoreApplication::processEvents();
+      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      height = box->height();
+      told = box->text();
+      QTest::keyClick(box, Qt::Key_Escape);
+    });
+    ui::messageBox(message);
+    return height;
+  };
+  EXPECT_LT(heightOf(L"court"), 200);
+  const int tall = heightOf(text);
+  EXPECT_LT(tall, QApplication::primaryScreen()->availableSize().height());
+  EXPECT_GT(tall, 200);
+  EXPECT_TRUE(told.endsWith("ligne 399"));
+}
+
+TEST_F(WindowDriver, AReportIsPutOntoPaper) {
+  const DossierTemporaire folder;
+  const std::filesystem::path html = folder.chemin / "r.html";
+  const std::string paper = (folder.chemin / "r.pdf").string();
+  base::remplacerFichier(html, "<html><body><p>Fermeture angulaire</p></body></html>");
+  ui::Dialog dialog(L"D");
+  ui::WebView report(&dialog);
+  ui::Button close(&dialog, L"Fermer", ui::Button::Role::Cancel);
+  run(dialog, [&](DialogWindow& w) {
+    const auto offers = [&] {
+      int offered = 0;
+      for (const QPushButton* button : w.findChildren<QPushButton*>())
+        if (button->text() != QStringLiteral("Fermer") && button->isEnabled()) ++offered;
+      return offered;
+    };
+    EXPECT_EQ(offers(), 0) << "there is nothing to print";
+    report.setPath(base::texteDuChemin(html));
+    w.catchUp();
+    EXPECT_EQ(offers(), 2);
+    QPdfWriter writer(QString::fromStdString(paper));
+    view<app::ReportView>(w, report).print(writer);
+    w.reject();
+  });
+  QProcess reader;
+  reader.start("pdftotext", {QString::fromStdString(paper), "-"});
+  ASSERT_TRUE(reader.waitForFinished());
+  EXPECT_TRUE(reader.readAllStandardOutput().contains("Fermeture angulaire"));
 }
 
 TEST_F(WindowDriver, AChosenFilterCompletesTheName) {

@@ -19,7 +19,7 @@ void DocumentProjects::documentCreated(AcApDocument* document) {
   Project& project = m_projects[document];
   project.tables = std::make_unique<projetsTopo>();
   setSrcInfosTopo(document->database(), project.tables.get(), kSauvegarder,
-                  document->isNamedDrawing() ? kCharger : kSansCharger);
+                  document->isNamedDrawing() || document->isRecovered() ? kCharger : kSansCharger);
   project.stored = empreinteTables(*project.tables);
 }
 

@@ -32,6 +32,8 @@ public:
   bool open(const std::string& drawing);
   /// Runs the lines of the source to their end. @return false when a script failed
   bool run();
+  /// The latest run ended by QUIT: the user was asked about what is not saved.
+  [[nodiscard]] bool hasQuit() const { return m_quit; }
   /// Runs one line; the source answers what it asks. @return false when it failed
   bool run(const std::string& line);
   /// Says on standard error which open drawings have changes that no save took, unless QUIT asked about them.

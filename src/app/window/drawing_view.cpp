@@ -3,6 +3,7 @@
 #include "arx/ap/acdocman.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
+#include "arx/ed/eddrag.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edjig.h"
 #include "arx/ed/edsets.h"
@@ -103,10 +104,12 @@ void DrawingView::storeView() {
   AcDbUndoLog& log = m_database->undoLog();
   const bool recorded = log.recording();
   const bool current = m_picturedRevision == revision();
+  const bool sameNames = m_picturedNames == m_database->namesVersion();
   log.setRecording(false);
   acedSetView(m_place.center, m_place.height());
   acedSetViewAspect(static_cast<double>(std::max(1, width())) / std::max(1, height()));
   log.setRecording(recorded);
+  if (sameNames) m_picturedNames = m_database->namesVersion();
   if (current) m_picturedRevision = revision();  // the host's view is no part of the picture
   const AcEdView view = acedView();
   m_hostCenter = view.center;
@@ -183,7 +186,16 @@ bool DrawingView::isDrawn() const {
 void DrawingView::drawAnew() {
   QElapsedTimer clock;
   clock.start();
+  const std::optional<AcDbExtents> change = m_database->spaceIndex().takeChange();
+  const bool samePlace = !m_picture.isNull() && m_pictured == m_place && m_picturedDark == m_dark;
+  if (samePlace && change && m_picturedNames == m_database->namesVersion() &&
+      drawChanged(m_picture, *m_database, m_place, m_dark, *change)) {
+    m_picturedRevision = revision();
+    m_chosenEntities.clear();
+    return;
+  }
   m_picture = pictureOf(*m_database, m_place, m_dark);
+  m_picturedNames = m_database->namesVersion();
   m_cost = clock.elapsed();
   m_pictured = m_place;
   m_picturedRevision = revision();
@@ -231,6 +243,24 @@ void DrawingView::paintChosen(QPainter& painter) {
   painter.drawImage(0, 0, m_chosen);
 }
 
+/// What a command is about to map, where it would come to lie; drawn once for a prompt.
+void DrawingView::paintDraggedSet(QPainter& painter) {
+  const AcEdDraggedSet* const dragged = acedDraggedSet();
+  if (!dragged) {
+    m_draggedEntities.clear();
+    return;
+  }
+  if (m_draggedEntities != dragged->entities || m_draggedPlace != m_place) {
+    m_draggedRecord = recordOf(*m_database, dragged->entities, m_place, QColor(255, 140, 0));
+    m_draggedEntities = dragged->entities;
+    m_draggedPlace = m_place;
+  }
+  painter.save();
+  painter.setTransform(pixelMapOf(dragged->map, m_place), true);
+  painter.drawPicture(0, 0, m_draggedRecord);
+  painter.restore();
+}
+
 void DrawingView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (!m_database || m_place.size.isEmpty()) return painter.fillRect(rect(), backgroundOf(m_dark));
@@ -239,6 +269,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
   paintVectors(painter);
   if (const AcDbEntity* const dragged = acedDragged())
     paintDragged(painter, *m_database, *dragged, m_place, m_dark);
+  paintDraggedSet(painter);
   m_pointing.paint(painter);
 }
 

@@ -60,6 +60,7 @@ private:
   void paintPicture(QPainter& painter);
   void paintVectors(QPainter& painter) const;
   void paintChosen(QPainter& painter);
+  void paintDraggedSet(QPainter& painter);
 
   Pointing m_pointing;
   AcDbDatabase* m_database = nullptr;
@@ -75,6 +76,7 @@ private:
   QImage m_picture;
   ViewPlace m_pictured;
   Adesk::UInt64 m_picturedRevision = 0;
+  Adesk::UInt64 m_picturedNames = 0;
   bool m_picturedDark = true;
   qint64 m_cost = 0;  ///< of the picture, ms
   bool m_rests = true;
@@ -82,6 +84,9 @@ private:
   QImage m_chosen;  ///< what is chosen, as it lies over the picture
   ViewPlace m_chosenPlace;
   std::vector<AcDbObjectId> m_chosenEntities;
+  QPicture m_draggedRecord;  ///< what a command is about to map, as it lies
+  ViewPlace m_draggedPlace;
+  std::vector<AcDbObjectId> m_draggedEntities;
   std::optional<QPointF> m_grabbed;  ///< where the middle button took hold
 };
 

@@ -3,6 +3,7 @@
 #include "app/session/call_files.h"
 #include "app/session/french_arguments.h"
 #include "app/session/output.h"
+#include "app/window/french.h"
 #include "app/window/screen.h"
 #include "base/passing_file.h"
 
@@ -36,7 +37,9 @@ bool readCall(int argc, char** argv, WindowCall& call, int& status) {
       "veltora-fenetre");
   toFrench(app);
   app.set_version_flag("--version", std::string("veltora-fenetre ") + VELTORA_VERSION, "Affiche la version");
-  app.add_option("fichiers", call.drawings, "Dessins à ouvrir, un par onglet")->type_name("DESSIN");
+  app.add_option("fichiers", call.drawings,
+                 "Dessins à ouvrir, un par onglet ; observations à reprendre (.obs, .mc, .xyz, .gsi)")
+      ->type_name("FICHIER");
   app.add_option("--script", call.script,
                  "Lit les lignes de ce fichier au lieu de la fenêtre, puis se termine")
       ->type_name("FICHIER");
@@ -66,6 +69,7 @@ int run(int argc, char** argv) {
   // Options of the toolkit are none of the program's.
   int count = 1;
   Application application(count, argv);
+  speakFrench();
   status = runWindow(call);
   return outputWritten() ? status : kFailure;
 }

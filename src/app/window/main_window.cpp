@@ -2,10 +2,13 @@
 
 #include "app/session/output.h"
 #include "app/window/command_line.h"
+#include "app/window/dialogs/window_driver.h"
 #include "app/window/drawing_view.h"
+#include "app/window/field_files.h"
 #include "app/window/layer_panel.h"
 #include "app/window/menus.h"
 #include "app/window/point_panel.h"
+#include "app/window/recovery.h"
 #include "app/window/text.h"
 #include "arx/ap/acdocman.h"
 #include "arx/ap/apsession.h"
@@ -15,6 +18,7 @@
 #include "base/text.h"
 #include "ui/driver.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
@@ -42,8 +46,8 @@ constexpr int kPanelWidth = 360;
 constexpr int kCommandsHeight = 150;
 constexpr int kShortMessage = 8000;  // ms
 
-bool isDrawing(const QString& path) {
-  return path.endsWith(".dxf", Qt::CaseInsensitive) || path.endsWith(".dwg", Qt::CaseInsensitive);
+QString titleOf(const AcApDocument& document) {
+  return shown(document.docTitle()) + (document.isReadOnly() ? " (lecture seule)" : "");
 }
 
 /// The unit of the drawing by its variable INSUNITS.
@@ -131,7 +135,10 @@ void MainWindow::makePanels() {
     if (visible && m_events) m_points->refresh();
   });
   m_layers->mayChange = [this] { return m_lines.request() != nullptr; };
-  m_layers->changed = [this] { refresh(); };
+  m_layers->changed = [this] {
+    if (m_recovery) m_recovery->touched();
+    refresh();
+  };
   m_points->shownAt = [this](const AcGePoint2d& at) {
     constexpr double kAround = 40.0;  // drawing units: what lies about a point
     m_view->zoomTo(at, std::min(kAround, m_view->place().height()));
@@ -179,6 +186,7 @@ void MainWindow::connectHost() {
 
 void MainWindow::disconnectHost() {
   keep();
+  m_recovery.reset();
   m_events.reset();
 }
 
@@ -190,8 +198,45 @@ void MainWindow::makeMenus() {
   m_recent = drawings.addMenu("Dessins récents");
   m_recent->setObjectName("recents");
   connect(m_recent, &QMenu::aboutToShow, this, [this] { fillRecent(); });
+  makeRecoveryMenu();
   makeViewMenu();
   makeSnapMenu();
+}
+
+/// How often copies are kept aside, in minutes.
+void MainWindow::makeRecoveryMenu() {
+  QMenu& menu = *menuOf(*menuBar(), "Dessins").addMenu("Copie de secours");
+  auto* const group = new QActionGroup(&menu);
+  for (const int minutes : {2, 5, 10, 20, 0}) {
+    QAction* const action =
+        menu.addAction(minutes ? QString("Toutes les %1 minutes").arg(minutes) : QString("Jamais"));
+    action->setCheckable(true);
+    action->setChecked(minutes == m_preferences.recoveryMinutes());
+    group->addAction(action);
+    connect(action, &QAction::triggered, this, [this, minutes] {
+      m_preferences.setRecoveryMinutes(minutes);
+      if (m_recovery) m_recovery->setMinutes(minutes);
+    });
+  }
+}
+
+void MainWindow::startRecovery() {
+  Recovery::Surroundings around;
+  around.atRest = [this] { return m_lines.request() || (dialogRests && dialogRests()); };
+  around.idle = [this] { return m_lines.isIdle(); };
+  around.print = [this](const std::string& text) { print(text); };
+  around.leaveHost = [this] { m_events.reset(); };
+  m_recovery = std::make_unique<Recovery>(recoveryFolder(), std::move(around));
+  m_recovery->setMinutes(m_preferences.recoveryMinutes());
+  m_lines.before([this] {
+    if (m_recovery) m_recovery->offer();
+    return std::optional<std::string>();
+  });
+}
+
+void MainWindow::endRecovery() {
+  if (m_recovery) m_recovery->clear();
+  m_recovery.reset();
 }
 
 void MainWindow::makeViewMenu() {
@@ -248,8 +293,13 @@ void MainWindow::makeToolBar() {
   command("Ouvrir", "OUVRIR", icon(QStyle::SP_DialogOpenButton));
   command("Enregistrer", "SAUVERAP", icon(QStyle::SP_DialogSaveButton));
   bar->addSeparator();
-  command("Annuler", "U", icon(QStyle::SP_ArrowBack));
-  command("Rétablir", "RETABLIR", icon(QStyle::SP_ArrowForward));
+  for (const auto& [name, text, image] :
+       {std::tuple("U", "Annuler", QStyle::SP_ArrowBack), {"RETABLIR", "Rétablir", QStyle::SP_ArrowForward}})
+    if (auto* const action = findChild<QAction*>(name)) {
+      action->setIcon(icon(image));
+      action->setIconText(text);
+      bar->addAction(action);
+    }
   bar->addSeparator();
   bar->addAction("Tout", m_view, [this] { m_view->zoomExtents(); })->setToolTip("Tout le dessin (Ctrl+0)");
   bar->addAction("Fenêtre", m_view, [this] { m_view->pointing().beginZoomWindow(); })
@@ -277,12 +327,25 @@ void MainWindow::fillRecent() {
 }
 
 void MainWindow::openDrawing(const QString& path) {
-  m_lines.whenIdle([this, path] {
+  const bool taken = m_lines.whenIdle([this, path] {
     std::wstring message;
-    if (acDocManager->appContextOpenDocument(wide(path).c_str(), &message) == Acad::eOk) return;
-    print("\nOuverture impossible : " + base::toUtf8(message) + "\n");
-    statusBar()->showMessage("Ouverture impossible : " + shown(message), kShortMessage);
+    if (acDocManager->appContextOpenDocument(wide(path).c_str(), &message) != Acad::eOk)
+      tell("Ouverture impossible : " + shown(message));
   });
+  if (!taken) tell(QFileInfo(path).fileName() + " : fermez d'abord la boîte de dialogue.");
+}
+
+/// A drawing, or a field file, which starts its dialog.
+void MainWindow::openFile(const QString& path) {
+  if (isDrawing(path)) return openDrawing(path);
+  const QString refusal = openFieldFile(m_lines, path);
+  if (!refusal.isEmpty()) tell(QFileInfo(path).fileName() + " : " + refusal);
+}
+
+void MainWindow::tell(const QString& message) {
+  print("\n" + utf8(message) + "\n");
+  m_commandLine->flush();
+  statusBar()->showMessage(message, kShortMessage);
 }
 
 /// Gives up what was begun with the mouse, else the question, else what is chosen.
@@ -306,7 +369,7 @@ void MainWindow::followDocuments() {
   for (std::size_t i = 0; i < m_documents.size(); ++i) {
     const int tab = static_cast<int>(i);
     const QString mark = acDocManager->isModified(m_documents[i]) ? " *" : "";
-    m_tabs->setTabText(tab, shown(m_documents[i]->docTitle()) + mark);
+    m_tabs->setTabText(tab, titleOf(*m_documents[i]) + mark);
     m_tabs->setTabToolTip(tab, shown(m_documents[i]->fileName()));
     if (m_documents[i] == curDoc()) m_tabs->setCurrentIndex(tab);
   }
@@ -318,11 +381,27 @@ void MainWindow::refresh() {
   m_layers->refresh();
   if (m_points->isVisible()) m_points->refresh();
   AcApDocument* const document = curDoc();
-  setWindowTitle(document ? shown(document->docTitle()) + " — Veltora" : QString("Veltora"));
+  setWindowTitle(document ? titleOf(*document) + " — Veltora" : QString("Veltora"));
+  showHistory(document ? &document->database()->undoLog() : nullptr);
   if (!document) return;
   const AcDbObjectPointer<AcDbLayerTableRecord> layer(document->database()->clayer());
   m_layer->setText("Calque : " + (layer ? shown(layer->name()) : QString()));
   m_units->setText("Unités : " + unitOf(*document->database()));
+}
+
+/// What U and REDO would take, greyed when there is nothing.
+void MainWindow::showHistory(const AcDbUndoLog* log) {
+  const auto show = [this](const char* action, const QString& text, bool can, const AcString& step) {
+    auto* const shownAs = findChild<QAction*>(action);
+    if (!shownAs) return;
+    const AcEdCommand* const command = acedRegCmds->lookupCmd(step.c_str());
+    const QString name = shown(command ? std::wstring(command->localName()) : std::wstring(step));
+    shownAs->setEnabled(can);
+    shownAs->setText(can && !name.isEmpty() ? text + " : " + name : text);
+    shownAs->setToolTip(QString("%1 (%2)").arg(shownAs->text(), action));
+  };
+  show("U", "Annuler", log && log->canUndo(), log ? log->undoName() : AcString());
+  show("RETABLIR", "Rétablir", log && log->canRedo(), log ? log->redoName() : AcString());
 }
 
 void MainWindow::showCursor() {
@@ -354,6 +433,8 @@ void MainWindow::asked(const base::Request& request) {
     std::vector<AcDbObjectId>& first = acedSelectionSets().pickFirst;
     if (m_ran && first == m_chosen) first.clear();
     m_ran = false;
+    // A command that showed no dialog leaves none to be filled in.
+    if (auto* const driver = dynamic_cast<WindowDriver*>(ui::driver())) driver->prepare(std::nullopt);
   }
   refresh();
   m_commandLine->ask(&request);
@@ -362,6 +443,7 @@ void MainWindow::asked(const base::Request& request) {
 
 void MainWindow::answered(const base::Request& request, const std::string* line) {
   print(request.prompt + (line ? *line : std::string()) + "\n");
+  if (m_recovery) m_recovery->touched();
   if (request.kind == base::Request::Kind::kCommand) {
     m_ran = line != nullptr;
     m_chosen = acedSelectionSets().pickFirst;
@@ -387,13 +469,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
-  if (std::ranges::any_of(urls, [](const QUrl& url) { return isDrawing(url.toLocalFile()); }))
+  if (std::ranges::any_of(urls, [](const QUrl& url) { return url.isLocalFile(); }))
     event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
   for (const QUrl& url : event->mimeData()->urls())
-    if (isDrawing(url.toLocalFile())) openDrawing(url.toLocalFile());
+    if (url.isLocalFile()) openFile(url.toLocalFile());
   event->acceptProposedAction();
 }
 

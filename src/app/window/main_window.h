@@ -10,6 +10,7 @@
 #include <vector>
 
 class AcApDocument;
+class AcDbUndoLog;
 class QLabel;
 class QMenu;
 class QTabBar;
@@ -20,6 +21,7 @@ class CommandLine;
 class DrawingView;
 class LayerPanel;
 class PointPanel;
+class Recovery;
 
 /// The window: drawings in tabs, menus of all commands, panels, the command line below. What the user does
 /// becomes a line for the question that waits, or is done once no command waits.
@@ -39,6 +41,16 @@ public:
   /// To be called once the module is loaded, and before the host ends.
   void connectHost();
   void disconnectHost();
+  /// Keeps copies of unsaved drawings from now on, and offers those that a crash left once no command waits.
+  void startRecovery();
+  /// The session ended as the user wanted.
+  void endRecovery();
+  [[nodiscard]] Recovery* recovery() { return m_recovery.get(); }
+  /// Whether the dialog that is open does nothing but wait for the user.
+  std::function<bool()> dialogRests;
+  /// Opens a drawing, or starts the dialog that works with a field file, once no command waits; what cannot
+  /// be is told.
+  void openFile(const QString& path);
   /// Shows what the host changed.
   void refresh();
   /// Writes a picture of the window. @return false with the reason on standard error
@@ -61,12 +73,15 @@ private:
   void makeViewMenu();
   void makeToolBar();
   void makeSnapMenu();
+  void makeRecoveryMenu();
   void connectView();
   void fillRecent();
   void openDrawing(const QString& path);
+  void tell(const QString& message);
   void escape();
   void followDocuments();
   void showCursor();
+  void showHistory(const AcDbUndoLog* log);
   void restore();
   void keep();
 
@@ -89,6 +104,7 @@ private:
   std::vector<AcDbObjectId> m_chosen;      ///< for the command that runs
   bool m_ran = false;                      ///< a command was run since the last question for one
   std::unique_ptr<HostEvents> m_events;
+  std::unique_ptr<Recovery> m_recovery;
 };
 
 }  // namespace veltora::app

@@ -15,10 +15,12 @@ namespace veltora::app {
 namespace {
 
 constexpr int kDarkGrey = 30;
-constexpr double kSpeck = 1.0;        // pixels: what is smaller is a dot
-constexpr double kSymbol = 4.0;       // likewise of symbols and texts, of which nothing can be told apart
-constexpr double kChordError = 0.04;  // mm, a seventh of a pixel
-constexpr double kLineWidths = 8.0;   // pixels that lines may reach beyond the places of what they draw
+constexpr double kSpeck = 1.0;          // pixels: what is smaller is a dot
+constexpr double kSymbol = 4.0;         // likewise of symbols and texts, of which nothing can be told apart
+constexpr double kChordError = 0.04;    // mm, a seventh of a pixel
+constexpr double kLetters = 0.3;        // of a changed height: how far letters may stand out of it
+constexpr double kMostOfPicture = 0.5;  // beyond this share all is drawn anew
+constexpr double kLineWidths = 8.0;     // pixels that lines may reach beyond the places of what they draw
 
 AcPlView viewOf(const ViewPlace& place, bool dark) {
   AcPlView view;
@@ -68,15 +70,19 @@ private:
 
 QColor backgroundOf(bool dark) { return dark ? QColor(kDarkGrey, kDarkGrey, kDarkGrey) : QColor(Qt::white); }
 
-QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark) {
-  QImage image(place.size, QImage::Format_RGB32);
-  image.fill(backgroundOf(dark));
+namespace {
+
+/// Draws what lies in a part of a picture, over the background.
+void drawPart(QImage& image, AcDbDatabase& database, const ViewPlace& place, bool dark, const QRect& part) {
   QPainter painter(&image);
+  if (part != image.rect()) painter.setClipRect(part);
+  painter.fillRect(part, backgroundOf(dark));
   ViewPen pen(painter, place.size.height());
   AcPlDraw draw(viewOf(place, dark), pen, database.headerReal("LTSCALE", 1.0));
   AcDbSpaceIndex& index = database.spaceIndex();
-  const AcGePoint2d low = place.toWorld(QPointF(-kLineWidths, place.size.height() + kLineWidths));
-  const AcGePoint2d high = place.toWorld(QPointF(place.size.width() + kLineWidths, -kLineWidths));
+  const QRectF reach = QRectF(part).adjusted(-kLineWidths, -kLineWidths, kLineWidths, kLineWidths);
+  const AcGePoint2d low = place.toWorld(reach.bottomLeft());
+  const AcGePoint2d high = place.toWorld(reach.topRight());
   Specks specks(place.size);
   for (const std::size_t at : index.touching({low.x, low.y, high.x, high.y})) {
     const AcDbObjectId id = index.entityAt(at);
@@ -95,7 +101,28 @@ QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark) {
     pen.speck(pixel, *ink);
     specks.take(pixel);
   }
+}
+
+}  // namespace
+
+QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark) {
+  QImage image(place.size, QImage::Format_RGB32);
+  drawPart(image, database, place, dark, image.rect());
   return image;
+}
+
+bool drawChanged(QImage& picture, AcDbDatabase& database, const ViewPlace& place, bool dark,
+                 const AcDbExtents& changed) {
+  if (changed.isEmpty()) return true;
+  const QPointF a = place.toPixel({changed.minPoint().x, changed.maxPoint().y});
+  const QPointF b = place.toPixel({changed.maxPoint().x, changed.minPoint().y});
+  // Letters of the screen's fonts stand out of the boxes that the drawing tells of texts.
+  const double letters = kLetters * (b.y() - a.y());
+  const double border = kLineWidths + letters;
+  const QRectF part = QRectF(a, b).adjusted(-border, -border, border, border) & QRectF(picture.rect());
+  if (!(part.width() * part.height() < kMostOfPicture * picture.width() * picture.height())) return false;
+  drawPart(picture, database, place, dark, part.toAlignedRect() & picture.rect());
+  return true;
 }
 
 void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vector<AcDbObjectId>& entities,
@@ -106,6 +133,35 @@ void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vect
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (entity) draw.entity(*entity);
   }
+}
+
+QPicture recordOf(AcDbDatabase& database, const std::vector<AcDbObjectId>& entities, const ViewPlace& place,
+                  const QColor& color) {
+  constexpr std::size_t kMost = 5000;
+  ViewPlace around = place;
+  around.size *= 3;
+  QPicture record;
+  QPainter painter(&record);
+  painter.translate(-place.size.width(), -place.size.height());
+  paintHighlighted(
+      painter, database,
+      {entities.begin(), entities.begin() + static_cast<std::ptrdiff_t>(std::min(kMost, entities.size()))},
+      around, color);
+  return record;
+}
+
+QTransform pixelMapOf(const AcGeMatrix3d& map, const ViewPlace& place) {
+  const auto moved = [&](double x, double y) {
+    const AcGePoint2d world = place.toWorld({x, y});
+    const AcGePoint3d there = map * AcGePoint3d(world.x, world.y, 0.0);
+    return place.toPixel({there.x, there.y});
+  };
+  // From points far apart, so that rounding of large coordinates does not show.
+  constexpr double kApart = 1024.0;
+  const QPointF origin = moved(0, 0);
+  const QPointF right = (moved(kApart, 0) - origin) / kApart;
+  const QPointF down = (moved(0, kApart) - origin) / kApart;
+  return {right.x(), right.y(), down.x(), down.y(), origin.x(), origin.y()};
 }
 
 void paintDragged(QPainter& painter, AcDbDatabase& database, const AcDbEntity& entity, const ViewPlace& place,

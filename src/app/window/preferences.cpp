@@ -11,4 +11,12 @@ void Preferences::noteRecent(const QString& path) {
   m_settings.setValue("recents", files);
 }
 
+int Preferences::recoveryMinutes() const {
+  constexpr int kUsual = 5;
+  constexpr int kMost = 24 * 60;
+  bool good = false;
+  const int minutes = m_settings.value("copie_de_secours", kUsual).toInt(&good);
+  return good && minutes >= 0 && minutes <= kMost ? minutes : kUsual;
+}
+
 }  // namespace veltora::app

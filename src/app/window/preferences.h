@@ -12,6 +12,9 @@ public:
   [[nodiscard]] QStringList recent() const { return m_settings.value("recents").toStringList(); }
   /// Puts a drawing in front of the recent ones.
   void noteRecent(const QString& path);
+  /// Between two copies of unsaved drawings, 0 for none.
+  [[nodiscard]] int recoveryMinutes() const;
+  void setRecoveryMinutes(int minutes) { m_settings.setValue("copie_de_secours", minutes); }
   [[nodiscard]] QSettings& settings() { return m_settings; }
 
 private:

@@ -4,8 +4,11 @@
 #include "app/session/program.h"
 #include "app/window/dialogs/window_driver.h"
 #include "app/window/driver_choice.h"
+#include "app/window/field_files.h"
+#include "app/window/text.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace veltora::app {
 
@@ -32,6 +35,10 @@ WindowSession::WindowSession(base::LineSource* script)
     const auto* const driver = dynamic_cast<const WindowDriver*>(ui::driver());
     return driver && driver->front();
   };
+  m_window.dialogRests = [] {
+    const auto* const driver = dynamic_cast<const WindowDriver*>(ui::driver());
+    return driver && driver->rests();
+  };
 }
 
 WindowSession::~WindowSession() {
@@ -45,8 +52,16 @@ bool WindowSession::open(const std::vector<std::string>& drawings) {
   m_window.show();
   QCoreApplication::processEvents();
   bool good = true;
-  for (const std::string& drawing : drawings) good = m_program->open(drawing) && good;
-  return good && (!drawings.empty() || m_program->open({}));
+  std::vector<QString> others;
+  for (const std::string& file : drawings) {
+    if (isDrawing(shown(file)))
+      good = m_program->open(file) && good;
+    else
+      others.push_back(QFileInfo(shown(file)).absoluteFilePath());
+  }
+  if (good && !curDoc()) good = m_program->open({});
+  for (const QString& file : others) m_window.openFile(file);
+  return good;
 }
 
 int runWindow(const WindowCall& call) {
@@ -56,7 +71,10 @@ int runWindow(const WindowCall& call) {
   WindowSession session(script.get());
   if (!session.open(call.drawings) && (scripted || !curDoc())) return kFailure;
   Program& program = session.program();
-  bool good = program.run() && (call.output.empty() || program.save(call.output));
+  if (!scripted) session.window().startRecovery();
+  const bool ran = program.run();
+  if (program.hasQuit()) session.window().endRecovery();
+  bool good = ran && (call.output.empty() || program.save(call.output));
   if (!call.image.empty()) good = session.window().grabTo(call.image) && good;
   if (scripted) program.tellUnsaved();
   return good ? kSuccess : kFailure;

@@ -26,7 +26,7 @@ public:
   /// @param script  answers in place of the user; null for the user
   explicit WindowSession(base::LineSource* script = nullptr);
   ~WindowSession();
-  /// Loads the module and opens the drawings, an empty one for none.
+  /// Loads the module and opens the drawings, an empty one for none; other files start their dialogs later.
   /// @return false with the reasons told; those that could be opened are
   bool open(const std::vector<std::string>& drawings);
   [[nodiscard]] MainWindow& window() { return m_window; }

@@ -27,6 +27,12 @@ std::optional<std::string> WindowLines::readLine(const base::Request& request) {
   const bool outermost = request.kind == Kind::kCommand && m_waiting.empty();
   // What is to run once no command waits: whoever else asks is cancelled.
   if (!m_pending.empty()) return outermost ? std::optional(nextCommand()) : std::nullopt;
+  while (outermost && !m_before.empty()) {
+    const auto work = std::move(m_before.front());
+    m_before.pop_front();
+    if (auto line = work()) return line;
+    if (!m_pending.empty()) return nextCommand();
+  }
   if (ui::Driver* const driver = ui::driver()) driver->oublierArret();
   QEventLoop loop;
   Waiting waiting{request, loop, std::nullopt, false};
@@ -102,13 +108,25 @@ void WindowLines::start(const std::string& command) {
   end(std::nullopt);
 }
 
-void WindowLines::whenIdle(std::function<void()> work, const std::string& command) {
-  if (m_waiting.empty() || mustStay()) return;
+bool WindowLines::whenIdle(std::function<void()> work, const std::string& command) {
+  if (m_waiting.empty() || mustStay()) return false;
   m_pending.emplace_back([work = std::move(work), command] {
     work();
     return command.empty() ? std::nullopt : std::optional(command);
   });
   end(std::nullopt);
+  return true;
+}
+
+void WindowLines::before(std::function<std::optional<std::string>()> work) {
+  m_before.push_back(std::move(work));
+}
+
+bool WindowLines::queue(std::function<std::optional<std::string>()> work) {
+  if (mustStay()) return false;
+  before(std::move(work));
+  if (!m_waiting.empty()) whenIdle([] {});
+  return true;
 }
 
 void WindowLines::close() {

@@ -43,7 +43,13 @@ public:
   /// transparent, else once that one is cancelled.
   void start(const std::string& command);
   /// Does something once no command waits, then runs a command, if any; what waits is cancelled.
-  void whenIdle(std::function<void()> work, const std::string& command = {});
+  /// @return false, with nothing done, while a dialog is open
+  bool whenIdle(std::function<void()> work, const std::string& command = {});
+  /// Does something in front of the next question for a command, and runs the command that it gives; nothing
+  /// is cancelled for it.
+  void before(std::function<std::optional<std::string>()> work);
+  /// The same, once what waits is cancelled; several wait for each other's commands. @return as `whenIdle`
+  bool queue(std::function<std::optional<std::string>()> work);
   /// Cancels what waits, question after question, then quits as QUIT does.
   void close();
   /// What waits is being cancelled for something else to run.
@@ -66,6 +72,7 @@ private:
   Listener& m_listener;
   std::vector<Waiting*> m_waiting;  ///< innermost last
   std::deque<std::function<std::optional<std::string>()>> m_pending;
+  std::deque<std::function<std::optional<std::string>()>> m_before;
 };
 
 }  // namespace veltora::app

@@ -3,6 +3,8 @@
 #include "base/paths.h"
 #include "base/text.h"
 
+#include <utility>
+
 ACRX_DEFINE_MEMBERS(AcApDocument, AcRxObject, nullptr, nullptr)
 
 AcApDocument::AcApDocument(std::unique_ptr<AcDbDatabase> database, std::wstring title)
@@ -22,7 +24,14 @@ bool AcApDocument::fileChanged() const {
 }
 
 std::wstring AcApDocument::claimFile() {
-  return veltora::base::fromUtf8(m_usage.poser(veltora::base::cheminDuTexte(m_fileName)));
+  const std::string told = m_usage.poser(veltora::base::cheminDuTexte(m_fileName));
+  m_readOnly = !told.empty() && !m_usage.enVigueur();
+  return veltora::base::fromUtf8(told);
+}
+
+void AcApDocument::takeClaim(veltora::base::NoteUsage claim) {
+  m_usage = std::move(claim);
+  m_readOnly = false;
 }
 
 void AcApDocument::startUndoMark(const ACHAR* name) { m_database->undoLog().begin(name ? name : L""); }

@@ -22,6 +22,11 @@ public:
   /// File name without folder, or "Dessin1" and so on.
   [[nodiscard]] const ACHAR* docTitle() const { return m_title.c_str(); }
   [[nodiscard]] bool isNamedDrawing() const { return !m_fileName.empty(); }
+  /// Another session has the file open: it is saved under another name only.
+  [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
+  /// Read from a copy that was kept aside, in place of its file.
+  [[nodiscard]] bool isRecovered() const { return m_recovered; }
+  void setRecovered() { m_recovered = true; }
   [[nodiscard]] bool isModified() const { return m_database->isModified(); }
   /// The database outlives the document, until the process ends.
   void leaveDatabase() { AcDbDatabase::leaveToProcessEnd(std::move(m_database)); }
@@ -30,10 +35,14 @@ public:
 
   /// The file as this document knows it: to be noted before it is read and after it was written.
   void noteFile(const veltora::base::EtatFichier& state) { m_fileState = state; }
+  [[nodiscard]] const veltora::base::EtatFichier& fileState() const { return m_fileState; }
   /// True when somebody else wrote the file since; false when it is gone.
   [[nodiscard]] bool fileChanged() const;
-  /// Puts the note beside the file that tells other sessions. @return what the user is to know of them, or ""
+  /// Puts the note beside the file that tells other sessions; read-only when another one's stands there.
+  /// @return what the user is to know of them, or ""
   std::wstring claimFile();
+  /// Takes over a note that stands beside the file already, or none.
+  void takeClaim(veltora::base::NoteUsage claim);
 
   /// Join all changes up to the matching end in one step of U; nested marks join the outer one. An end
   /// without a start does nothing.
@@ -48,5 +57,7 @@ private:
   std::wstring m_title;
   veltora::base::EtatFichier m_fileState;
   veltora::base::NoteUsage m_usage;
+  bool m_readOnly = false;
+  bool m_recovered = false;
   AcEdLispFunctions m_functions;
 };

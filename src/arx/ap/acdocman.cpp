@@ -170,9 +170,38 @@ Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const ACHAR* fileName, 
   return Acad::eOk;
 }
 
+Acad::ErrorStatus AcApDocManager::appContextRecoverDocument(const ACHAR* copy, const ACHAR* fileName,
+                                                            const base::EtatFichier& state,
+                                                            std::wstring* message) {
+  const std::wstring path = fileName && *fileName ? servingPath(fileName, false) : std::wstring();
+  AcApDocument* former = nullptr;
+  for (const auto& document : m_documents)
+    if (!path.empty() && document->fileName() == path) former = document.get();
+  if (former && isModified(former)) {
+    if (message)
+      *message = L"« " + path + L" » est ouvert, avec des changements qui ne sont pas enregistrés.";
+    return Acad::eFileAccessErr;
+  }
+  Acad::ErrorStatus status = Acad::eOk;
+  std::unique_ptr<AcDbDatabase> database = readDrawing(copy, status, message);
+  if (!database) return status;
+  if (former) take(former);
+  auto document = std::make_unique<AcApDocument>(std::move(database), path.empty() ? freshTitle() : L"");
+  document->setRecovered();
+  document->noteFile(state);
+  if (!path.empty()) document->setFileName(path);
+  AcApDocument* const adopted = adopt(std::move(document));
+  if (!path.empty()) claim(adopted);
+  adopted->database()->setModified(true);
+  return Acad::eOk;
+}
+
 void AcApDocManager::claim(AcApDocument* document) {
   const std::wstring others = document->claimFile();
-  if (!others.empty()) acutPrintf(L"\nAttention, %s.\n", others);
+  if (others.empty()) return;
+  acutPrintf(L"\nAttention, %s.\n", others);
+  if (document->isReadOnly())
+    acutPrintf(L"Il est ouvert en lecture seule : ses changements s'enregistrent sous un autre nom.\n");
 }
 
 Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* wanted) {
@@ -211,6 +240,32 @@ Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* document) {
   return take(document) ? Acad::eOk : Acad::eInvalidInput;
 }
 
+/// Whether a file may be replaced as far as other sessions go. @param claimed  gets the note of another file
+bool AcApDocManager::mayWrite(AcApDocument& saved, const std::wstring& path, base::NoteUsage& claimed,
+                              std::wstring* message) const {
+  std::wstring others;
+  if (saved.fileName() != path) {
+    others = base::fromUtf8(claimed.poser(base::cheminDuTexte(path)));
+    if (claimed.enVigueur()) return true;
+  } else {
+    if (saved.isReadOnly()) others = saved.claimFile();  // whoever had it may be gone
+    if (!saved.isReadOnly()) others.clear();
+  }
+  if (!others.empty()) {
+    if (message)
+      *message =
+          L"« " + path + L" » : " + others + L" ; il reste tel quel. Un autre nom garde les deux dessins.";
+    return false;
+  }
+  if (saved.fileName() != path || !saved.fileChanged() || mayReplaceForeign(path)) return true;
+  if (message)
+    *message =
+        L"« " + path +
+        L" » a été enregistré par une autre session depuis sa lecture ; il reste tel quel. Un autre nom"
+        L" garde les deux dessins.";
+  return false;
+}
+
 Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR* fileName,
                                                std::wstring* message) {
   if (!saved || document(saved->database()) != saved) return Acad::eInvalidInput;
@@ -220,14 +275,8 @@ Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR*
   }
   const std::wstring path = servingPath(fileName, true);
   const bool sameFile = saved->fileName() == path;
-  if (sameFile && saved->fileChanged() && !mayReplaceForeign(path)) {
-    if (message)
-      *message =
-          L"« " + path +
-          L" » a été enregistré par une autre session depuis sa lecture ; il reste tel quel. Un autre nom"
-          L" garde les deux dessins.";
-    return Acad::eFileAccessErr;
-  }
+  base::NoteUsage claimed;
+  if (!mayWrite(*saved, path, claimed, message)) return Acad::eFileAccessErr;
   // What the modules put into the drawing is one step, or part of the command that saves.
   saved->startUndoMark(L"QSAVE");
   sendInDocument(saved, [] { acrxDynamicLinker->broadcast(AcRx::kSaveMsg); });
@@ -237,7 +286,7 @@ Acad::ErrorStatus AcApDocManager::saveDocument(AcApDocument* saved, const ACHAR*
   saved->setFileName(path);
   saved->noteFile(base::etatFichier(base::cheminDuTexte(path)));
   saved->database()->setModified(false);
-  if (!sameFile) claim(saved);
+  if (!sameFile) saved->takeClaim(std::move(claimed));
   if (saved == m_current) makeCurrent(saved);
   tell(&AcApDocManagerReactor::documentTitleUpdated, saved);
   return Acad::eOk;

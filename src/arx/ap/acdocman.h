@@ -71,14 +71,21 @@ public:
   /// Opens a drawing and activates it; one that is open already is only activated. On failure all stays as it
   /// was.
   Acad::ErrorStatus appContextOpenDocument(const ACHAR* fileName, std::wstring* message = nullptr);
+  /// Opens a copy that was kept aside in place of a drawing's file, as changes of it that are not saved.
+  /// @param fileName  the drawing, whose own document is closed when it has no changes, and the copy refused
+  ///                  when it has; "" for one that was never saved  @param state  of that file at the copy
+  Acad::ErrorStatus appContextRecoverDocument(const ACHAR* copy, const ACHAR* fileName,
+                                              const veltora::base::EtatFichier& state,
+                                              std::wstring* message = nullptr);
   /// `eInvalidInput` for a document that is not open.
   Acad::ErrorStatus activateDocument(AcApDocument* document);
   Acad::ErrorStatus setCurDocument(AcApDocument* document) { return activateDocument(document); }
   /// Closes without saving. The document opened before it becomes current; none when it was the last.
   Acad::ErrorStatus closeDocument(AcApDocument* document);
   /// Sends `kSaveMsg` to the modules with the document current, then writes it and takes the name over. The
-  /// former document is current again afterwards. A file that somebody else wrote since it was read is
-  /// replaced only when the user at an interactive source agrees; else the save fails.
+  /// former document is current again afterwards. A file that another session has open is left to it. One
+  /// that somebody else wrote since it was read is replaced only when the user at an interactive source
+  /// agrees; else the save fails.
   Acad::ErrorStatus saveDocument(AcApDocument* document, const ACHAR* fileName,
                                  std::wstring* message = nullptr);
   /// Sends `kPreQuitMsg` and `kQuitMsg`, closes all documents and unloads all modules. For the end of the
@@ -95,6 +102,8 @@ private:
   void makeCurrent(AcApDocument* document);
   void tell(void (AcApDocManagerReactor::*event)(AcApDocument*), AcApDocument* document);
   void claim(AcApDocument* document);
+  bool mayWrite(AcApDocument& document, const std::wstring& path, veltora::base::NoteUsage& claimed,
+                std::wstring* message) const;
   void moduleLoaded(const std::wstring& module);
   void moduleUnloading(const std::wstring& module);
   void sendInDocument(AcApDocument* document, const std::function<void()>& work);

@@ -62,8 +62,18 @@ bool saveAs(AcApDocument& document) {
   return path && saveUnder(document, *path);
 }
 
+/// A drawing that another session has open asks for another name, unless that session has gone by now.
 bool save(AcApDocument& document) {
-  return document.isNamedDrawing() ? saveUnder(document, document.fileName()) : saveAs(document);
+  if (!document.isNamedDrawing()) return saveAs(document);
+  const base::LineSource* const source = acedPorts().source;
+  if (document.isReadOnly() && source && source->interactive()) {
+    const std::wstring others = document.claimFile();
+    if (document.isReadOnly()) {
+      acutPrintf(L"\n%s est en lecture seule, %s. Donnez un autre nom.\n", document.docTitle(), others);
+      return saveAs(document);
+    }
+  }
+  return saveUnder(document, document.fileName());
 }
 
 /// Lets the user save what would be lost. @return false when the document is to stay open

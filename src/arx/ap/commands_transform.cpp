@@ -5,10 +5,12 @@
 #include "arx/db/dbclone.h"
 #include "arx/db/dbgroupmap.h"
 #include "arx/db/dbmirror.h"
+#include "arx/ed/eddrag.h"
 #include "arx/ed/edinput.h"
 #include "arx/ed/edports.h"
 #include "arx/ed/edvars.h"
 
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -57,12 +59,17 @@ int moveAll(const Entities& entities, const AcGeMatrix3d& matrix, bool copies = 
   return forEach(entities, move, copies);
 }
 
+AcEdDragSet::Map shiftFrom(const AcGePoint3d& from) {
+  return [from](const AcGePoint3d& to) { return AcGeMatrix3d::translation(to - from); };
+}
+
 /// Asks for the point to which a base point goes; without one the base point's coordinates are the
 /// displacement.
 /// @return RTNORM, RTNONE when the coordinates are it, RTCAN when the user leaves
-int askSecond(const AcGePoint3d& from, AcGeVector3d& shift) {
+int askSecond(const Entities& entities, const AcGePoint3d& from, AcGeVector3d& shift) {
   const ads_point base = {from.x, from.y, from.z};
   ads_point to;
+  const AcEdDragSet dragged(entities, shiftFrom(from));
   acedInitGet(0, nullptr);
   const int status =
       acedGetPoint(base, L"\nDeuxième point, ou Entrée pour prendre le premier comme déplacement : ", to);
@@ -99,11 +106,12 @@ int copyBy(const Entities& entities, const AcGeVector3d& shift, Entities& copies
 int copyToPlaces(const Entities& entities, const AcGePoint3d& from, bool several) {
   AcGeVector3d shift;
   std::vector<Entities> made(1);
-  const int first = askSecond(from, shift);
+  const int first = askSecond(entities, from, shift);
   if (first != RTNORM && first != RTNONE) return 0;
   int count = copyBy(entities, shift, made.back());
   while (several && first == RTNORM) {
     AcGePoint3d to;
+    const AcEdDragSet dragged(entities, shiftFrom(from));
     const int status = askPoint(L"\nPoint suivant ou [Quitter/annUler] <Quitter> : ", to, &from,
                                 L"Quitter annUler _Exit Undo");
     if (status == RTNORM) {
@@ -179,6 +187,15 @@ void finish(const Entities& entities, const AcGeMatrix3d& matrix, bool copy, con
   acutPrintf(L"\n%d objet(s) %s%s\n", count, done, std::wstring(copy ? L" en copie" : L""));
 }
 
+/// @return false when the user leaves
+bool askAxisEnd(const Entities& entities, const AcGePoint3d& from, AcGePoint3d& to) {
+  const AcEdDragSet dragged(entities, [from](const AcGePoint3d& end) -> std::optional<AcGeMatrix3d> {
+    if (from.x == end.x && from.y == end.y) return std::nullopt;
+    return acdbMirrorMatrix(from, end);
+  });
+  return askPoint(L"\nDeuxième point de l'axe : ", to, &from) == RTNORM;
+}
+
 /// Asks for a value, or for the two that its keyword "Référence" wants. @return false when the user leaves
 template <class Ask, class Reference>
 bool askOrRefer(Ask ask, int bits, Reference reference, bool& copy) {
@@ -198,7 +215,7 @@ void moveEntities() {
   const int status =
       askPoint(L"\nPoint de base ou [Déplacement] : ", from, nullptr, L"Déplacement _Displacement");
   if (status != RTNORM && status != RTKWORD) return;
-  const int second = status == RTNORM ? askSecond(from, shift) : RTNONE;
+  const int second = status == RTNORM ? askSecond(*entities, from, shift) : RTNONE;
   if (status == RTKWORD ? !askDisplacement(shift) : second != RTNORM && second != RTNONE) return;
   acutPrintf(L"\n%d objet(s) déplacé(s)\n", moveAll(*entities, AcGeMatrix3d::translation(shift)));
 }
@@ -237,6 +254,10 @@ void rotateEntities() {
   bool copy = false;
   double angle = 0.0;
   const auto ask = [&] {
+    const AcEdDragSet dragged(*entities, [&](const AcGePoint3d& cursor) {
+      const AcGeVector3d arm = cursor - center;
+      return AcGeMatrix3d::rotation(std::atan2(arm.y, arm.x), AcGeVector3d::kZAxis, center);
+    });
     return acedGetAngle(base, L"\nAngle de rotation, en degrés, ou [Copier/Référence] : ", &angle);
   };
   if (!askOrRefer(
@@ -255,6 +276,11 @@ void scaleEntities() {
   bool copy = false;
   double factor = 1.0;
   const auto ask = [&] {
+    const AcEdDragSet dragged(*entities, [&](const AcGePoint3d& cursor) -> std::optional<AcGeMatrix3d> {
+      const double length = std::hypot(cursor.x - center.x, cursor.y - center.y);
+      if (!(length > 0.0)) return std::nullopt;
+      return AcGeMatrix3d::scaling(length, center);
+    });
     return acedGetDist(base, L"\nFacteur d'échelle ou [Copier/Référence] : ", &factor);
   };
   if (!askOrRefer(
@@ -270,8 +296,7 @@ void mirrorEntities() {
   AcGePoint3d from;
   AcGePoint3d to;
   if (!entities || !mayBeMoved(*entities, L"Rien n'est fait en miroir", true) ||
-      askPoint(L"\nPremier point de l'axe : ", from) != RTNORM ||
-      askPoint(L"\nDeuxième point de l'axe : ", to, &from) != RTNORM)
+      askPoint(L"\nPremier point de l'axe : ", from) != RTNORM || !askAxisEnd(*entities, from, to))
     return;
   if (from.x == to.x && from.y == to.y) return acedRefuse(L"Les deux points de l'axe sont confondus.");
   std::wstring erase;

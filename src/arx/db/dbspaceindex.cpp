@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace base = veltora::base;
 
@@ -30,6 +31,13 @@ bool holds(const base::PlaneBox& box, const AcGePoint3d& p) {
 base::PlaneBox around(const base::PlaneBox& box, const AcGePoint3d& p) {
   if (!std::isfinite(p.x) || !std::isfinite(p.y)) return kEverywhere;
   return {std::min(box.x0, p.x), std::min(box.y0, p.y), std::max(box.x1, p.x), std::max(box.y1, p.y)};
+}
+
+/// Whether an object that changes no box may change how others look. Entities of other spaces do not, nor
+/// does the list of a space, the view, nor data that only routines read.
+bool maySetLook(const AcDbStub& stub) {
+  return stub.object && !AcDbEntity::cast(stub.object) && !AcDbBlockTableRecord::cast(stub.object) &&
+         !AcDbXrecord::cast(stub.object) && !AcDbViewportTableRecord::cast(stub.object);
 }
 
 }  // namespace
@@ -79,6 +87,20 @@ AcDbExtents AcDbSpaceIndex::wholeBox() {
   return whole;
 }
 
+std::optional<AcDbExtents> AcDbSpaceIndex::takeChange() {
+  update();
+  const bool known = std::exchange(m_changeKnown, true);
+  const AcDbExtents change = std::exchange(m_change, AcDbExtents());
+  return known ? std::optional(change) : std::nullopt;
+}
+
+/// What an entity shows, before it changes or afterwards.
+void AcDbSpaceIndex::noteChange(const Slot& slot) {
+  m_change.addExt(slot.box);
+  // Shown where nobody knows, or farther than its box says.
+  if (slot.indexed && slot.box.isEmpty()) m_changeKnown = false;
+}
+
 void AcDbSpaceIndex::update() {
   const AcDbBlockTableRecord* const space = acdbBlockRecord(m_database.modelSpaceId());
   std::vector<std::size_t> places;
@@ -88,6 +110,7 @@ void AcDbSpaceIndex::update() {
     std::size_t place = 0;
     const Effect effect = effectOf(*m_touched.stubs()[i], place);
     anew = effect == Effect::kAll;
+    if (effect == Effect::kNone && maySetLook(*m_touched.stubs()[i])) m_changeKnown = false;
     if (effect == Effect::kOne) places.push_back(place);
   }
   m_touched.clear();
@@ -103,6 +126,7 @@ void AcDbSpaceIndex::update() {
 }
 
 void AcDbSpaceIndex::begin(const AcDbBlockTableRecord* space) {
+  m_changeKnown = false;
   m_space = space;
   m_slots.clear();
   m_places = {};
@@ -192,5 +216,7 @@ void AcDbSpaceIndex::measureAgain(std::size_t place) {
   if (slot.indexed) m_tree->remove(place, indexedBox(place));
   if (slot.farther) m_farther.erase(place);
   if (slot.lives) --m_living;
+  noteChange(slot);
   if (const auto box = measure(slot, place)) m_tree->add(place, *box);
+  noteChange(slot);
 }

@@ -30,6 +30,10 @@ public:
   /// Grows with every change of an object of the drawing: what was drawn of it holds while it stays.
   [[nodiscard]] Adesk::UInt64 touches() const { return m_touches; }
 
+  /// Around all that shows otherwise than when this was asked last, before and after; empty for nothing.
+  /// @return nothing when it is not known: the first time, after a change of a layer, a block, a style
+  [[nodiscard]] std::optional<AcDbExtents> takeChange();
+
   /// How many entities are not erased.
   [[nodiscard]] std::size_t living();
   /// Places of all entities that show anything in a rectangle, sides included, or are block references whose
@@ -59,6 +63,7 @@ private:
   Effect effectOfBlock(const AcDbBlockTableRecord& block) const;
   std::optional<veltora::base::PlaneBox> measure(Slot& slot, std::size_t place);
   void measureAgain(std::size_t place);
+  void noteChange(const Slot& slot);
   [[nodiscard]] veltora::base::PlaneBox indexedBox(std::size_t place) const;
 
   AcDbDatabase& m_database;
@@ -72,4 +77,6 @@ private:
   Adesk::UInt64 m_touches = 0;
   Adesk::UInt64 m_revivals = 0;
   std::size_t m_living = 0;
+  AcDbExtents m_change;        ///< since `takeChange`
+  bool m_changeKnown = false;  ///< all of it
 };

@@ -56,6 +56,13 @@ bool AcDbUndoLog::canUndo() const { return !m_done.empty() || (m_depth == 0 && !
 
 bool AcDbUndoLog::canRedo() const { return !m_undone.empty() && m_current.notes.empty(); }
 
+AcString AcDbUndoLog::undoName() const {
+  if (m_depth == 0 && !m_current.notes.empty()) return m_current.name;
+  return m_done.empty() ? AcString() : m_done.back().name;
+}
+
+AcString AcDbUndoLog::redoName() const { return canRedo() ? m_undone.back().name : AcString(); }
+
 AcString AcDbUndoLog::undo() {
   if (m_depth == 0) shut();
   if (m_done.empty() || !m_current.notes.empty()) return {};

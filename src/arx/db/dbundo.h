@@ -35,6 +35,9 @@ public:
   AcString redo();
   [[nodiscard]] bool canUndo() const;
   [[nodiscard]] bool canRedo() const;
+  /// Of the step that `undo` or `redo` would take; empty when there is none, or when it has no name.
+  [[nodiscard]] AcString undoName() const;
+  [[nodiscard]] AcString redoName() const;
   void clear();
 
   // Notes of the database. Changes outside of any command join in one nameless step, which the next `begin`,

@@ -6,6 +6,8 @@
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
 
+#include <random>
+
 namespace veltora::app {
 namespace {
 
@@ -87,6 +89,50 @@ TEST_F(Picture, aChangeIsSeenByTheIndexThatTheViewAsks) {
   }
   EXPECT_NE(drawing.spaceIndex().touches(), before);
   EXPECT_EQ(inked(show(1.0)).center().y(), 50);
+}
+
+/// By pixels: what changes by hand in a drawing full of lines, circles, texts and symbols of many sizes.
+TEST_F(Picture, aPartDrawnAnewIsThatOfTheWholeDrawnAnew) {
+  std::mt19937 random(7);
+  const auto within = [&](double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random);
+  };
+  std::vector<AcDbObjectId> all;
+  const auto addOne = [&] {
+    const AcGePoint3d at(kX + within(-110, 110), kY + within(-90, 90), 0);
+    const int kind = static_cast<int>(within(0, 3));
+    AcDbEntity* made = nullptr;
+    if (kind == 0) made = new AcDbLine(at, at + AcGeVector3d(within(-40, 40), within(-40, 40), 0));
+    if (kind == 1) made = new AcDbCircle(at, AcGeVector3d::kZAxis, within(0.1, 20));
+    if (kind == 2) made = new AcDbText(at, L"Âgé 12j", AcDbObjectId::kNull, within(1, 12), within(0, 6));
+    made->setLineWeight(kind == 0 ? 50 : -1);
+    add(made, L"0", 1 + static_cast<int>(within(0, 6)));
+    all.push_back(made->objectId());
+  };
+  for (int i = 0; i < 60; ++i) addOne();
+  QImage kept = show(1.0);
+  EXPECT_FALSE(drawing.spaceIndex().takeChange()) << "nothing is known at first";
+  int drawn = 0;
+  for (int i = 0; i < 60; ++i) {
+    const auto which = static_cast<std::size_t>(within(0, static_cast<double>(all.size())));
+    if (i % 4 == 0) addOne();
+    if (const AcDbObjectPointer<AcDbEntity> entity(all[which], AcDb::kForWrite); entity && i % 4 == 1)
+      entity->erase();
+    else if (entity && i % 4 == 2)
+      entity->transformBy(AcGeMatrix3d::translation({within(-50, 50), within(-50, 50), 0}));
+    else if (entity && i % 4 == 3)
+      entity->setColorIndex(7);
+    const auto change = drawing.spaceIndex().takeChange();
+    ASSERT_TRUE(change) << i;
+    if (drawChanged(kept, drawing, place, true, *change))
+      ++drawn;
+    else
+      kept = pictureOf(drawing, place, true);
+    ASSERT_EQ(kept, show(1.0)) << i;
+  }
+  EXPECT_GT(drawn, 50);
+  hide(L"0");
+  EXPECT_FALSE(drawing.spaceIndex().takeChange()) << "a layer may be anywhere";
 }
 
 }  // namespace

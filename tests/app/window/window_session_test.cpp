@@ -1,25 +1,35 @@
 // A session in the window, by clicks, drags and keys, on a drawing that is read, changed, saved and read
 // back.
 
+#include "app/window/french.h"
 #include "app/window/layer_panel.h"
 #include "app/window/point_panel.h"
 #include "app/window/text.h"
 #include "app/window/window_trial.h"
 #include "arx/ap/acdocman.h"
+#include "arx/ed/accmd.h"
+#include "arx/ed/eddrag.h"
 #include "arx/ed/edgraphics.h"
 #include "arx/ed/edhelp.h"
 #include "arx/ed/edjig.h"
 #include "arx/ed/edpick.h"
+#include "base/files.h"
+#include "base/suivi.h"
 #include "points/projets_topo.h"
+
+#include <sys/resource.h>
 
 #include <QAction>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QTabBar>
 #include <QTableView>
+#include <QTreeView>
 #include <QWheelEvent>
+#include <csignal>
 
 namespace veltora::app {
 namespace {
@@ -225,6 +235,53 @@ TEST_F(WindowTrial, whatACommandShapesFollowsTheCursor) {
         [&] { EXPECT_EQ(acedDragged(), nullptr); }});
 }
 
+struct DraggedSet {
+  const char* command;
+  std::vector<const char*> answers;  ///< in front of the prompt that drags
+  double x, y;                       ///< where the cursor goes, from the corner
+  std::array<double, 2> middle;      ///< where the middle of line A, at 20, 0, is seen then
+};
+
+TEST_F(WindowTrial, whatACommandMovesIsSeenWhereItWouldCome) {
+  const DraggedSet rows[] = {{"DEPLACER", {"650000,6860000"}, 10, 20, {30, 20}},
+                             {"COPIER", {"650040,6860000"}, 50, 10, {30, 10}},
+                             {"COPIER", {"650040,6860000", "650041,6860000"}, 50, 10, {30, 10}},
+                             {"ROTATION", {"650000,6860000"}, 0, 15, {0, 20}},
+                             {"ROTATION", {"650000,6860000", "Copier"}, 0, 15, {0, 20}},
+                             {"MIROIR", {"650050,6860000"}, 50, 30, {80, 0}}};
+  open({drawing()});
+  std::vector<Step> steps = {[&] { view().zoomTo({kX + 40, kY + 25}, 80); }};
+  for (const DraggedSet& row : rows) {
+    steps.push_back([&, row] { type(row.command); });
+    steps.push_back([&] { click(20, 0); });
+    steps.push_back([&] { type(""); });
+    for (const char* answer : row.answers) steps.push_back([&, answer] { type(answer); });
+    steps.push_back([&, row] {
+      const auto lit = [&] {
+        const QImage seen = view().grab().toImage();
+        const QPoint middle = at(row.middle[0], row.middle[1]);
+        for (int dx = -2; dx <= 2; ++dx)
+          for (int dy = -2; dy <= 2; ++dy) {
+            const QColor color = seen.pixelColor(middle + QPoint(dx, dy));
+            if (color.red() > 150 && color.green() < 160 && color.blue() < 60) return true;
+          }
+        return false;
+      };
+      EXPECT_FALSE(lit()) << row.command;
+      const auto before = linesOf(database());
+      move(at(row.x, row.y));
+      EXPECT_TRUE(lit()) << row.command << row.answers.size();
+      EXPECT_EQ(linesOf(database()), before) << "nothing is moved yet";
+      lines().cancel();
+    });
+    steps.push_back([&] {
+      EXPECT_EQ(acedDraggedSet(), nullptr);
+      type("U");
+    });
+  }
+  work(steps);
+}
+
 TEST_F(WindowTrial, closingEndsTheQuestionsAndAsksForWhatIsNotSaved) {
   const std::string path = drawing();
   open({path});
@@ -244,6 +301,91 @@ TEST_F(WindowTrial, closingEndsTheQuestionsAndAsksForWhatIsNotSaved) {
   AcDbDatabase read(false);
   ASSERT_EQ(read.readDwgFile(base::fromUtf8(path).c_str()), Acad::eOk);
   EXPECT_EQ(linesOf(read).size(), 3U) << "answered with no";
+}
+
+TEST_F(WindowTrial, undoAndRedoTellWhatTheyWouldTakeAndAreGreyWithoutAny) {
+  open({drawing()});
+  const auto shows = [&](const char* name) {
+    const auto* const action = session->window().findChild<QAction*>(name);
+    return (action->isEnabled() ? "" : "gris ") + utf8(action->text());
+  };
+  work({[&] {
+          EXPECT_EQ(shows("U"), "gris Annuler");
+          EXPECT_EQ(shows("RETABLIR"), "gris Rétablir");
+          type("EFFACER");
+        },
+        [&] { click(20, 0); }, [&] { type(""); },
+        [&] {
+          EXPECT_EQ(shows("U"), "Annuler : EFFACER");
+          session->window().findChild<QAction*>("U")->trigger();
+        },
+        [&] {
+          EXPECT_EQ(shows("U"), "gris Annuler");
+          EXPECT_EQ(shows("RETABLIR"), "Rétablir : EFFACER");
+          type("NOUVEAU");
+        },
+        [&] { EXPECT_EQ(shows("RETABLIR"), "gris Rétablir") << "each drawing has its own"; }});
+}
+
+TEST_F(WindowTrial, closingEndsADialogAndAJobThatIsAtWork) {
+  open({drawing()});
+  static long long s_reached = 0;
+  static MainWindow* s_window = nullptr;
+  s_window = &session->window();
+  acedRegCmds->addCommand(L"ESSAI", L"LONGTRAVAIL", L"LONGTRAVAIL", 0, [] {
+    base::Suivi progress(1000);
+    for (s_reached = 0; s_reached < 1000 && !progress.arrete(); ++s_reached) {
+      if (s_reached == 300) s_window->close();
+      progress.avancer();
+    }
+  });
+  work({[&] { session->window().findChild<QAction*>("LEVER")->trigger(); },
+        [&] {
+          ASSERT_NE(dialog(), nullptr);
+          session->window().findChild<QAction*>("NOUVEAU")->trigger();
+          EXPECT_EQ(acDocManager->documentCount(), 1);
+          dialog()->reject();
+        },
+        [&] { type("LONGTRAVAIL"); }});
+  EXPECT_LT(s_reached, 400);
+  EXPECT_GE(s_reached, 300);
+  acedRegCmds->removeGroup(L"ESSAI");
+}
+
+TEST_F(WindowTrial, closingCancelsTheDialogThatIsOpen) {
+  open({drawing()});
+  work({[&] { session->window().findChild<QAction*>("CORRPOLFERMEE")->trigger(); },
+        [&] {
+          ASSERT_NE(dialog(), nullptr);
+          session->window().close();
+        }});
+  EXPECT_TRUE(session->program().hasQuit());
+}
+
+TEST_F(WindowTrial, aDiskWithoutRoomLeavesTheFileAndTheChanges) {
+  const std::string path = drawing();
+  const auto before = base::lireFichier(path);
+  open({path});
+  rlimit usual{};
+  ::getrlimit(RLIMIT_FSIZE, &usual);
+  const auto former = std::signal(SIGXFSZ, SIG_IGN);
+  work({[&] { type("LIGNE"); }, [&] { type("650010,6860010"); }, [&] { type("650030,6860010"); },
+        [&] { type(""); },
+        [&] {
+          const rlimit small{1000, usual.rlim_max};
+          ::setrlimit(RLIMIT_FSIZE, &small);
+          type("QSAVE");
+        },
+        [&] {
+          ::setrlimit(RLIMIT_FSIZE, &usual);
+          EXPECT_TRUE(session->window().commandLine().printed().contains("Enregistrement impossible"));
+          EXPECT_TRUE(curDoc()->isModified());
+          EXPECT_EQ(base::lireFichier(path), before);
+          EXPECT_EQ(session->window().tabs().tabText(0), "dessin.dxf *");
+          type("QSAVE");
+        },
+        [&] { EXPECT_EQ(session->window().tabs().tabText(0), "dessin.dxf"); }});
+  std::signal(SIGXFSZ, former);
 }
 
 TEST_F(WindowTrial, layersAreSwitchedInTheirPanelAsStepsOfU) {
@@ -324,15 +466,81 @@ TEST_F(WindowTrial, eachDrawingHasATabAndItsView) {
         }});
 }
 
+void drop(QWidget& window, const std::vector<std::string>& files) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const std::string& file : files) urls << QUrl::fromLocalFile(shown(file));
+  data.setUrls(urls);
+  QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+  static_cast<QObject&>(window).event(&event);
+}
+
+/// What the fields and lists of a dialog show.
+QString contentOf(const QWidget& dialog) {
+  QStringList texts;
+  for (const QLineEdit* const edit : dialog.findChildren<QLineEdit*>()) texts << edit->text();
+  for (const QPlainTextEdit* const edit : dialog.findChildren<QPlainTextEdit*>())
+    texts << edit->toPlainText();
+  for (const QTreeView* const list : dialog.findChildren<QTreeView*>())
+    for (int row = 0; row < list->model()->rowCount(); ++row)
+      for (int column = 0; column < list->model()->columnCount(); ++column)
+        texts << list->model()->index(row, column).data().toString();
+  return texts.join(' ');
+}
+
+struct FieldFile {
+  const char* file;  ///< of the examples; several are dropped at once, and wait for each other
+  const char* title;
+  const char* shown;  ///< of its content
+};
+
+TEST_F(WindowTrial, fieldFilesStartTheirDialogsFilledIn) {
+  const FieldFile rows[] = {{"polygonale_fermee.obs", "Correction de polygonale fermée", "652318.42"},
+                            {"polygonale_ouverte.obs", "Correction Polygonale ouverte", "651204.18"},
+                            {"reseau_mixte.mc", "Moindres carrés", "651200.000"},
+                            {"leve.xyz", "Points en XYZ", "652352.460"},
+                            {"carnet.gsi", "Import GSI", "carnet.gsi"}};
+  open({drawing()});
+  std::vector<std::string> files;
+  for (const FieldFile& row : rows) files.push_back(VELTORA_SOURCE_DIR "/examples/" + std::string(row.file));
+  const std::string foreign = (folder.chemin / "lettre.obs").string();
+  base::remplacerFichier(foreign, "<html><body>Bonjour</body></html>");
+  std::vector<Step> steps = {[&] { type("LIGNE"); },
+                             [&] {
+                               drop(session->window(), {foreign});
+                               EXPECT_EQ(prompt().substr(0, 8), "Du point")
+                                   << "nothing is given up for nothing";
+                               drop(session->window(), files);
+                             }};
+  for (const FieldFile& row : rows)
+    steps.push_back([&, row] {
+      ASSERT_NE(dialog(), nullptr) << row.file;
+      EXPECT_EQ(utf8(dialog()->windowTitle()), row.title);
+      EXPECT_TRUE(contentOf(*dialog()).contains(row.shown)) << row.file << utf8(contentOf(*dialog()));
+      drop(session->window(), {drawing("autre.dxf"), files[0]});
+      dialog()->reject();
+    });
+  steps.push_back([&] {
+    EXPECT_TRUE(lines().isIdle());
+    EXPECT_EQ(acDocManager->documentCount(), 1) << "an open dialog stays";
+    const QString told = session->window().commandLine().printed();
+    EXPECT_TRUE(told.contains("un rapport HTML")) << utf8(told);
+    EXPECT_TRUE(told.contains("fermez d'abord la boîte")) << utf8(told);
+    session->window().findChild<QAction*>("CORRPOLFERMEE")->trigger();
+  });
+  steps.push_back([&] {
+    ASSERT_NE(dialog(), nullptr);
+    EXPECT_FALSE(contentOf(*dialog()).contains("652318.42")) << "the next one is as ever";
+  });
+  work(steps);
+}
+
 TEST_F(WindowTrial, drawingsAreDroppedAndOpenedAgainFromTheRecentOnes) {
   const std::string path = drawing("un.dxf");
   open({});
   const auto titleOfCurrent = [] { return std::wstring(curDoc()->docTitle()); };
   work({[&] {
-          QMimeData data;
-          data.setUrls({QUrl::fromLocalFile(shown(path)), QUrl::fromLocalFile("/nulle/part.png")});
-          QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-          static_cast<QObject&>(session->window()).event(&event);
+          drop(session->window(), {path, "/nulle/part.png"});
         },
         [&] {
           EXPECT_EQ(titleOfCurrent(), L"un.dxf");
@@ -376,6 +584,13 @@ TEST_F(WindowTrial, theArrowsBringBackWhatWasTyped) {
           EXPECT_EQ(edit.text(), "CORRMCARRES");
           edit.clear();
         }});
+}
+
+TEST(French, theToolkitsOwnTextsAreTranslated) {
+  startToolkit();
+  if (!speakFrench()) GTEST_SKIP() << "no translations are installed";
+  EXPECT_EQ(QCoreApplication::translate("QFileDialog", "Show &hidden files"),
+            "Afficher les fic&hiers cachés");
 }
 
 /// The toolkit would end the process by a signal.

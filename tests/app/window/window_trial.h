@@ -2,6 +2,7 @@
 
 #include "app/session/program.h"
 #include "app/window/command_line.h"
+#include "app/window/dialogs/dialog_window.h"
 #include "app/window/drawing_view.h"
 #include "app/window/session.h"
 #include "arx/db/dballents.h"
@@ -68,11 +69,13 @@ protected:
     // A step may run a loop of its own, in which the steps go on.
     std::function<void()> tick = [&] {
       QTimer::singleShot(0, &alive, tick);
-      if (!lines().request() && !question()) return;
+      if (paused || (!lines().request() && !question() && !dialog())) return;
       if (next < steps.size())
         steps[next++]();
       else if (question())
         press("Non");
+      else if (dialog())
+        dialog()->reject();
       else
         session->window().close();
     };
@@ -108,6 +111,8 @@ protected:
 
   /// The message box that waits; null for none.
   static QMessageBox* question() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+  /// The dialog of the module that waits; null for none.
+  static DialogWindow* dialog() { return dynamic_cast<DialogWindow*>(QApplication::activeModalWidget()); }
   static void press(const char* caption) {
     for (QAbstractButton* const button : question()->buttons())
       if (button->text() == caption) return QTest::mouseClick(button, Qt::LeftButton);
@@ -143,6 +148,7 @@ protected:
 
   DossierTemporaire folder;
   std::unique_ptr<WindowSession> session;
+  bool paused = false;  ///< a step lets events through that must not begin the next one
 };
 
 }  // namespace veltora::app

@@ -3,6 +3,7 @@
 #include "app/window/dialogs/dialog_layout.h"
 #include "app/window/dialogs/text.h"
 #include "app/window/dialogs/window_driver.h"
+#include "ui/script_line.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -124,6 +125,13 @@ void DialogWindow::act(ui::Control& control, const std::function<bool()>& deed) 
     if (taken || !m_views.contains(&control)) return;
     m_changed.insert(&control);
     m_titleOrFocus = true;
+  });
+}
+
+void DialogWindow::work(const std::wstring& line) {
+  doGuarded([&] {
+    ui::Hand hand;
+    if (m_dialog) ui::applyLine(*m_dialog, line, hand);
   });
 }
 

@@ -34,6 +34,10 @@ public:
   /// What it throws ends here and goes to the driver. Without effect while the widgets are brought up to
   /// date.
   void act(ui::Control& control, const std::function<bool()>& deed);
+  /// Does what a line of a script says.
+  void work(const std::wstring& line);
+  /// What the user did is being done.
+  [[nodiscard]] bool isActing() const { return m_acting > 0; }
   /// The widgets change because the controls did.
   [[nodiscard]] bool refreshing() const { return m_refreshing; }
   /// Shows what changed since, and closes when the dialog has ended.

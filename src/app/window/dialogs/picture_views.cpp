@@ -7,11 +7,19 @@
 #include "base/paths.h"
 #include "base/text.h"
 
+#include <QDesktopServices>
 #include <QFileInfo>
+#include <QHBoxLayout>
+#include <QMessageBox>
 #include <QPixmap>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
 
 namespace veltora::app {
 namespace {
@@ -43,14 +51,50 @@ QString readableReport(const std::string& html) {
 }
 
 ReportView::ReportView(DialogWindow& window, ui::WebView& report)
-    : ControlView(window, report), m_report(report), m_browser(new Browser(&window)) {
+    : ControlView(window, report),
+      m_report(report),
+      m_browser(new Browser(&window)),
+      m_print(new QPushButton("Imprimer…", &window)),
+      m_open(new QPushButton("Ouvrir dans le navigateur", &window)) {
   m_browser->setOpenLinks(false);
-  place(m_browser, true);
+  auto* const whole = new QWidget(&window);
+  auto* const rows = new QVBoxLayout(whole);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(m_browser, 1);
+  auto* const line = new QHBoxLayout;
+  line->addStretch(1);
+  for (QPushButton* const button : {m_print, m_open}) {
+    button->setAutoDefault(false);
+    line->addWidget(button);
+  }
+  rows->addLayout(line);
+  place(whole, true);
+  QObject::connect(m_print, &QPushButton::clicked, m_browser, [this] { choosePrinter(); });
+  QObject::connect(m_open, &QPushButton::clicked, m_browser, [this] { openInBrowser(); });
+}
+
+QWidget* ReportView::keyboard() const { return m_browser; }
+
+void ReportView::print(QPagedPaintDevice& paper) const { m_browser->print(&paper); }
+
+void ReportView::choosePrinter() {
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintDialog choice(&printer, m_browser);
+  choice.setWindowTitle("Imprimer le rapport");
+  if (choice.exec() == QDialog::Accepted) print(printer);
+}
+
+void ReportView::openInBrowser() {
+  const QString path = shown(m_report.path());
+  if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return;
+  QMessageBox::warning(m_browser, "Rapport",
+                       "Aucun navigateur ne s'est ouvert. Le rapport est ici :\n" + path);
 }
 
 void ReportView::refreshContent() {
   const auto html = base::lireFichier(base::cheminDuTexte(m_report.path()));
   m_browser->setHtml(html ? readableReport(*html) : QString());
+  for (QPushButton* const button : {m_print, m_open}) button->setEnabled(html.has_value());
 }
 
 PreviewView::PreviewView(DialogWindow& window, ui::Preview& preview)

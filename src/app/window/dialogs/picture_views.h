@@ -2,6 +2,8 @@
 
 #include "app/window/dialogs/control_view.h"
 
+class QPagedPaintDevice;
+class QPushButton;
 class QTextBrowser;
 class QToolButton;
 
@@ -16,13 +18,21 @@ class ReportView : public ControlView {
 public:
   ReportView(DialogWindow& window, ui::WebView& report);
   [[nodiscard]] bool grows() const override { return true; }
+  [[nodiscard]] QWidget* keyboard() const override;
+  /// Puts the report as it is shown onto paper.
+  void print(QPagedPaintDevice& paper) const;
 
 protected:
   void refreshContent() override;
 
 private:
+  void choosePrinter();
+  void openInBrowser();
+
   ui::WebView& m_report;
   QTextBrowser* m_browser;
+  QPushButton* m_print;
+  QPushButton* m_open;
 };
 
 /// The picture of a drawing or of an image file, which can be pressed. What cannot be drawn is told in its

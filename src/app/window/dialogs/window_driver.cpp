@@ -10,9 +10,13 @@
 #include <QClipboard>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <algorithm>
 #include <utility>
 
@@ -32,6 +36,23 @@ QMessageBox::ButtonRole roleOf(int answer) {
     default:
       return QMessageBox::AcceptRole;
   }
+}
+
+/// A text that the screen has no room for is scrolled.
+void scrollTall(QMessageBox& box) {
+  constexpr double kMost = 0.6;  // of the screen
+  auto* const text = box.findChild<QLabel*>("qt_msgbox_label");
+  if (!text || !box.layout() || !box.screen()) return;
+  const QSize room = box.screen()->availableSize() * kMost;
+  const QSize whole = text->sizeHint();
+  if (whole.height() <= room.height()) return;
+  auto* const frame = new QScrollArea(&box);
+  delete box.layout()->replaceWidget(text, frame);
+  frame->setFrameShape(QFrame::NoFrame);
+  frame->setWidgetResizable(true);
+  frame->setWidget(text);
+  const int bar = frame->verticalScrollBar()->sizeHint().width();
+  frame->setMinimumSize(std::min(whole.width() + bar, room.width()), room.height());
 }
 
 }  // namespace
@@ -69,6 +90,8 @@ QWidget* WindowDriver::parent() const {
 
 DialogWindow* WindowDriver::front() const { return m_open.empty() ? nullptr : m_open.back()->window.get(); }
 
+bool WindowDriver::rests() const { return front() && !front()->isActing() && m_modeless.empty(); }
+
 bool WindowDriver::isFront(const DialogWindow& window) const {
   if (!m_modeless.empty()) return m_modeless.back().get() == &window;
   return front() == &window;
@@ -90,9 +113,18 @@ void WindowDriver::catchUpAll() {
 
 void WindowDriver::runModal(ui::Dialog& dialog) {
   Running running(*this, dialog);
+  workPrepared(*running.open().window);
   attend(*running.open().window);
   if (dialog.isOpen()) dialog.endDialog(ui::kCancel);  // the program ends
   if (running.open().thrown) std::rethrow_exception(running.open().thrown);
+}
+
+void WindowDriver::workPrepared(DialogWindow& window) {
+  if (!m_prepared) return;
+  const Prepared prepared = *std::exchange(m_prepared, std::nullopt);
+  m_nextFile = prepared.file;
+  window.work(prepared.line);
+  m_nextFile.reset();
 }
 
 void WindowDriver::attend(DialogWindow& window) {
@@ -165,6 +197,7 @@ int WindowDriver::messageBox(const std::wstring& text, const std::wstring& title
     if (&choice == &choices.front()) box.setDefaultButton(button);
     if (&choice == &choices.back()) box.setEscapeButton(button);
   }
+  scrollTall(box);
   return choices[static_cast<std::size_t>(attend(box))].answer;
 }
 
@@ -177,6 +210,7 @@ int WindowDriver::attend(QMessageBox& box) {
 
 std::optional<base::FileAnswer> WindowDriver::chooseFile(const base::FileRequest& request) {
   catchUpAll();
+  if (m_nextFile && !request.save) return base::FileAnswer{*std::exchange(m_nextFile, std::nullopt)};
   FileChoice choice(request, parent());
   while (attend(choice.dialog())) {
     if (std::optional<base::FileAnswer> answer = choice.answer()) {

@@ -34,8 +34,16 @@ public:
   std::optional<base::FileAnswer> chooseFile(const base::FileRequest& request) override;
   void copyText(const std::wstring& text) override;
 
+  /// What the user has decided before a dialog is there.
+  struct Prepared {
+    std::wstring line;  ///< of a script, worked in the next dialog once it is open
+    std::wstring file;  ///< the answer when that line asks for a file to read
+  };
+  void prepare(std::optional<Prepared> prepared) { m_prepared = std::move(prepared); }
   /// The dialog on top, which the user works in; null for none.
   [[nodiscard]] DialogWindow* front() const;
+  /// A dialog is open, and nothing is done but to wait for the user.
+  [[nodiscard]] bool rests() const;
   [[nodiscard]] bool isFront(const DialogWindow& window) const;
   /// What a deed of the user in this window threw.
   virtual void failed(DialogWindow& window, std::exception_ptr thrown);
@@ -59,10 +67,13 @@ private:
   [[nodiscard]] QWidget* parent() const;
   void arrange();
   void catchUpAll();
+  void workPrepared(DialogWindow& window);
 
   QWidget* m_window;
   std::vector<Open*> m_open;  ///< one upon the other
   std::vector<std::unique_ptr<DialogWindow>> m_modeless;
+  std::optional<Prepared> m_prepared;
+  std::optional<std::wstring> m_nextFile;  ///< answers the choice of the prepared line
 };
 
 }  // namespace veltora::app
