@@ -1,6 +1,7 @@
 #include "calc/adjustment/mouvements.h"
 
 #include "base/remarque.h"
+#include "calc/angles.h"
 
 #include <Eigen/Dense>
 #include <cmath>
@@ -48,10 +49,13 @@ public:
     for (Eigen::Index i = 0; i < V.rows(); ++i) {
       const auto place = colonnes.places()[static_cast<std::size_t>(i)];
       if (place.point < 0 || ampleur[i] < seuil) continue;
-      m_lignes.push_back(i);
       if (m_points.empty() || m_points.back() != place.point) m_points.push_back(place.point);
       m_altitude = place.axe == 2;
     }
+    // Whole points: one that slides along an axis holds the other coordinate against all other motions.
+    for (const int p : m_points)
+      for (std::size_t axe = m_altitude ? 2 : 0; axe < (m_altitude ? 3 : 2); ++axe)
+        if (const int c = colonnes.points[static_cast<std::size_t>(p)].at(axe); c >= 0) m_lignes.push_back(c);
     for (const int p : m_points)
       for (std::size_t axe = 0; axe < 2; ++axe) somme.at(axe) += reseau.point(p).c.at(axe);
     for (std::size_t axe = 0; axe < 2; ++axe)
@@ -91,7 +95,7 @@ private:
   [[nodiscard]] std::wstring unSeul(const Eigen::VectorXd& v) const {
     const double x = v.size() > 0 ? v[0] : 0.0;
     const double y = v.size() > 1 ? v[1] : 0.0;
-    double grades = std::atan2(x, y) * 200.0 / 3.141592653589793;
+    double grades = std::atan2(x, y) * 200.0 / kPi;
     if (grades < 0.0) grades += 200.0;
     return L"une mesure manque, il glisse vers le gisement " + std::to_wstring(std::lround(grades)) +
            L" grades";
