@@ -70,6 +70,27 @@ TEST(Depart, WhatCannotBePlacedIsNamedAndTheRestComputed) {
        "(îlot sans lien suffisant avec les points donnés, ou coordonnées approchées à fournir avec « "
        "approche ») : S, "
        "U, T"},
+      {"A 0 0\nB 300 20\nOBS\nA NORD Q 60 100\nA . P . 50\nB . P . 60\n",
+       "les mesures de « P » se contredisent, il est laissé de côté avec elles ; mesuré moins calculé là où "
+       "elles "
+       "s'accordent le mieux : les distances à « A » et « B » ne se coupent pas, il s'en faut de 190.666 m"},
+      // C 60 m too far: nobody can tell which of the three is wrong; the best place leaves 36 m at B.
+      {"A 0 0\nB 300 20\nC 180 250\nOBS\nA NORD Q 60 100\nA . P . 128.0625\nB . P . 208.8061\nC . P . "
+       "247.8829\n",
+       "les mesures de « P » se contredisent, il est laissé de côté avec elles ; mesuré moins calculé là où "
+       "elles "
+       "s'accordent le mieux : distance à « B » : +36.198 m, distance à « A » : "},
+      // S at 160 160 sees B on the other side than B sees S; a figure of S without lengths must not take Q's.
+      {"A 0 0\nB 300 20\nOBS\nA NORD Q 60 100\nS NORD A 100 . . . . . tour=1\nS NORD B 200 . . . . . tour=1\n"
+       "A NORD S 50\nB NORD S 150\n",
+       "les mesures de « S » se contredisent, il est laissé de côté avec elles ; mesuré moins calculé là où "
+       "elles "
+       "s'accordent le mieux : "},
+      {"A 0 0\nB 300 20\nOBS\nA NORD R 60 100\nP Q A 190.09453\nQ . P . 84.6537\nQ P A 393.91921\nP "
+       "Q B 51.60458\n"
+       "Q P B 274.79275\n",
+       "une figure mesurée ne se cale pas sur A, B : ses distances sont à multiplier par 0.95238 pour y "
+       "passer"},
       {"A 0 0 5\nOBS\nA . Q . . 1\nS . T . . 1\n",
        "sans altitude de départ, aucune dénivelée ne les joint à un point d'altitude donnée : S, T"},
   };
@@ -78,6 +99,19 @@ TEST(Depart, WhatCannotBePlacedIsNamedAndTheRestComputed) {
     ASSERT_EQ(compenser(c.texte, r), L"") << c.texte;
     EXPECT_NE(texteDe(r.remarques).find(c.doute), std::string::npos) << c.texte << texteDe(r.remarques);
   }
+}
+
+TEST(Depart, AMajorityPlacesAPointAndTheMistakeIsNamed) {
+  reseauCompense r;
+  // D lies at 400 300; its length is 100 m too short.
+  ASSERT_EQ(compenser("A 0 0\nB 300 20\nC 180 250\nD 400 300\nOBS\nA . P . 128.0625\nB . P . 208.8061\n"
+                      "C . P . 187.8829\nD . P . 272.0215\n",
+                      r),
+            L"");
+  ASSERT_FALSE(r.suspectes.empty());
+  EXPECT_EQ(r.reseau.nommer(r.reseau.mesures[static_cast<std::size_t>(r.suspectes[0].mesure)]),
+            L"distance de D à P");
+  EXPECT_NEAR(r.suspectes[0].erreur, -100.0, 30.0);  // the linearised size of so large an error
 }
 
 TEST(Depart, MistakenInputIsToldWithItsCause) {
@@ -152,6 +186,31 @@ TEST(Mouvements, FloatingPartsAreToldByPointsAndMotions) {
     const std::wstring dit = compenser(c.texte, r);
     EXPECT_NE(dit.find(L"ne tiennent pas :\n  " + std::wstring(c.dit) + L"Donner"), std::wstring::npos)
         << c.texte << base::toUtf8(dit);
+  }
+}
+
+TEST(Mouvements, WhatIsHardlyHeldIsToldByItsMotion) {
+  const struct {
+    const char* texte;
+    const char* dit;
+  } cas[] = {
+      {"A 0 0\nB 100 0 approche\nC 50 80 approche\nOBS\nA . B . 100\nA . C . 94.340\nB . C . 94.340\n"
+       "A NORD B 100 . . . . . s=8000\n",
+       "presque libres : B, C : rotation\n"},
+      {"A 0 0\nB 100 0 approche\nC 50 80 approche\nOBS\nA NORD B 100\nA NORD C 35.5994\nB NORD C 364.4006 "
+       "94.34 . . . . "
+       "s=1 s=20\n",
+       "presque libres : B, C : échelle\n"},
+      {"A 0 0 s=20\nB 100 0 approche\nC 50 80 approche\nOBS\nA NORD B 100 100\nA NORD C 35.5994 94.34\nB . C "
+       ". 94.34\n",
+       "presque libres : A, B, C : translation en X, translation en Y\n"},
+      {"A 0 0\nB 100 0\nOBS\nA NORD P 35.5994 . . . . . s=1\nA . P . 94.34 . . . . s=30\n",
+       "presque libres : P : une mesure manque, il glisse vers le gisement 36 grades\n"},
+  };
+  for (const auto& c : cas) {
+    reseauCompense r;
+    ASSERT_EQ(compenser(c.texte, r), L"") << c.texte;
+    EXPECT_NE(texteDe(r.remarques).find(c.dit), std::string::npos) << c.texte << texteDe(r.remarques);
   }
 }
 
