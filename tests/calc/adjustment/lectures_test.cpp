@@ -188,6 +188,37 @@ TEST(LectureGkf, RefusalsNameTheElement) {
   }
 }
 
+TEST(LectureGkf, DoubtsNameTheLikelyCause) {
+  const struct {
+    const char* contenu;
+    const char* dit;
+  } cas[] = {
+      {"<point id=\"A\" x=\"1\" y=\"2\" fix=\"xy\"/><point id=\"A\" x=\"1\" y=\"2.5\" fix=\"xy\"/>",
+       "à vérifier : le point « A » est donné deux fois, avec des coordonnées qui se contredisent (0.500 m "
+       "en X) ; les "
+       "dernières servent\n"},
+      {"<point id=\"A\" x=\"1\" y=\"2\" fix=\"xy\"/><point id=\"A\" x=\"1\" y=\"2\" z=\"3\"/>", ""},
+      {"<obs from=\"S\"><distance to=\"A\" val=\"9\" stdev=\"0.005\"/></obs>",
+       "à vérifier : <distance to=\"A\"> : écart-type infime, il se donne en millimètres, sans doute des "
+       "mètres\n"},
+      {"<obs from=\"S\"><distance to=\"A\" val=\"9\" stdev=\"2000\"/></obs>",
+       "à vérifier : <distance to=\"A\"> : écart-type démesuré, il se donne en millimètres\n"},
+      {"<obs from=\"S\"><azimuth to=\"A\" val=\"9\" stdev=\"0.001\"/></obs>",
+       "à vérifier : <azimuth to=\"A\"> : écart-type infime, il se donne en secondes (centésimales des "
+       "grades)\n"},
+  };
+  for (const auto& c : cas) {
+    reseauPondere r;
+    base::Remarques remarques;
+    lire("<obs from=\"S\"><dh to=\"T\" val=\"1\" stdev=\"2\"/></obs>" + std::string(c.contenu), r, remarques,
+         "axes-xy=\"ne\"");
+    std::string doutes;
+    for (const base::Remarque& remarque : remarques)
+      if (remarque.douteuse) doutes += base::toUtf8(remarque.phrase()) + "\n";
+    EXPECT_EQ(doutes, c.dit) << c.contenu;
+  }
+}
+
 TEST(LectureMcPonderee, WordsBehindALine) {
   const struct {
     const char* ligne;
