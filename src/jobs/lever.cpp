@@ -145,7 +145,8 @@ private:
 bool ecrirePolygonales(const demandeLever& demande, resultatLever& resultat) {
   if (demande.polygonale.empty()) return true;
   if (resultat.polygonales.empty())
-    resultat.remarques.ajouter(L"aucune polygonale entre deux stations connues : pas de fichier .obs");
+    resultat.remarques.ajouter(
+        L"aucune polygonale, ni entre deux stations connues ni fermée sur l'une : pas de fichier .obs");
   for (std::size_t i = 0; i < resultat.polygonales.size(); ++i) {
     std::filesystem::path chemin = demande.polygonale;
     if (i > 0) {

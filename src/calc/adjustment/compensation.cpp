@@ -34,20 +34,22 @@ void avancer(reseauPondere& reseau, const colonnesPonderees& colonnes, const Eig
     if (const int k = colonnes.orientations[t]; k >= 0) reseau.orientations[t] += part * x[k];
 }
 
-bool negligeable(const colonnesPonderees& colonnes, const Eigen::VectorXd& x) {
+bool negligeable(const colonnesPonderees& colonnes, const Eigen::VectorXd& x, double suffisant) {
+  const double pas = std::max(kPasNegligeable, suffisant);
+  const double rotation = std::max(kRotationNegligeable, suffisant);
   for (int i = 0; i < colonnes.nombre; ++i) {
     const bool point = colonnes.places()[static_cast<std::size_t>(i)].point >= 0;
-    if (!(std::abs(x[i]) < (point ? kPasNegligeable : kRotationNegligeable))) return false;
+    if (!(std::abs(x[i]) < (point ? pas : rotation))) return false;
   }
   return true;
 }
 
 /// One step, halved while the sum grows. @return false when the step is no number
-bool passer(reseauPondere& reseau, const systemePondere& systeme, bilanPondere& bilan) {
+bool passer(reseauPondere& reseau, const systemePondere& systeme, bilanPondere& bilan, double suffisant) {
   const Eigen::VectorXd x = systeme.resoudre(ecarts(reseau));
   if (!x.allFinite()) return false;
   const double avant = systeme.somme(ecarts(reseau));
-  bilan.convergence = negligeable(systeme.colonnes(), x);
+  bilan.convergence = negligeable(systeme.colonnes(), x, suffisant);
   double part = 1.0;
   avancer(reseau, systeme.colonnes(), x, part);
   for (int k = 0; k < kDemisMax && !bilan.convergence; ++k) {
@@ -67,12 +69,13 @@ double poidsRobuste(robustesse methode, double w) {
 
 }  // namespace
 
-bool compenser(reseauPondere& reseau, systemePondere& systeme, bilanPondere& bilan, int passesMax) {
+bool compenser(reseauPondere& reseau, systemePondere& systeme, bilanPondere& bilan, int passesMax,
+               double pasSuffisant) {
   if (bilan.poidsRobustes.empty()) bilan.poidsRobustes.assign(reseau.mesures.size(), 1.0);
   bilan.convergence = false;
   for (int passe = 0; passe < passesMax && !bilan.convergence; ++passe) {
     if (!systeme.factoriser() || !systeme.datumDefini()) return false;
-    if (!passer(reseau, systeme, bilan)) return false;
+    if (!passer(reseau, systeme, bilan, pasSuffisant)) return false;
     ++bilan.passes;
   }
   return true;

@@ -22,8 +22,10 @@ struct bilanPondere {
 /// points and orientations.
 /// @return false when a pass gives no numbers or the datum is not defined, nothing moved then;
 /// `systeme.mouvementsSansDatum()` tells how the network floats
+/// @param pasSuffisant  metres and radians: a step below it is the last one; 0 for nothing that rounding
+/// leaves
 VELTORA_API bool compenser(reseauPondere& reseau, systemePondere& systeme, bilanPondere& bilan,
-                           int passesMax = 60);
+                           int passesMax = 60, double pasSuffisant = 0.0);
 
 /// The same again with the weights of gross errors lowered until they stand: Huber's k/|w| above k = 2, or
 /// the Danish method's exp(-(|w|/3)^2 + 1) above 3 (Kubik 1982, Krarup and Juhl), w the residual standardised

@@ -1,5 +1,6 @@
 #include "calc/adjustment/depart_pondere.h"
 
+#include "base/format.h"
 #include "base/text.h"
 #include "calc/adjustment/compensation.h"
 #include "calc/adjustment/onde_depart.h"
@@ -17,7 +18,9 @@ namespace {
 using Complexe = std::complex<double>;
 constexpr std::size_t kPremierAjustement = 500;  // points
 constexpr int kPassesAjustement = 3;
+constexpr double kPasDepart = 0.02;   // metres and radians: what the next pass would change is far less
 constexpr int kReperesMax = 400;      // frames of their own that are tried
+constexpr int kDesaccordsDits = 10;   // points that are told one by one
 constexpr double kEchelleMax = 0.02;  // by which a frame's scale may differ from 1, where distances gave it
 
 Complexe complexe(const AcGePoint2d& p) { return {p.x, p.y}; }
@@ -53,6 +56,10 @@ public:
     }
   }
   [[nodiscard]] bool indecis(int point) const { return m_onde.indecis(point); }
+  /// Figures of their own whose lengths do not fit the points that they share with the known ones, and the
+  /// scale that would.
+  [[nodiscard]] const std::vector<std::pair<std::vector<int>, double>>& figures() const { return m_figures; }
+  [[nodiscard]] std::vector<desaccordDepart> desaccords(int point) const { return m_onde.desaccords(point); }
 
 private:
   void ajusterPoses();
@@ -76,7 +83,7 @@ private:
         }
     }
     if (vise < 0) return false;
-    ondeDepart repere(m_liaisons, m_reseau.points.size(), false);
+    ondeDepart repere(m_liaisons, m_reseau.points.size(), false, longueur > 0.0);
     repere.poser(f.station, {0.0, 0.0});
     repere.poser(vise, {0.0, longueur > 0.0 ? longueur : 1.0});
     repere.propager();
@@ -107,7 +114,11 @@ private:
     Complexe a;
     if (communs.size() >= 2 && norme > 0.0) {
       a = produit / norme;
-      if (echelle && std::abs(std::abs(a) - 1.0) > kEchelleMax) return false;
+      if (echelle && std::abs(std::abs(a) - 1.0) > kEchelleMax) {
+        std::sort(communs.begin(), communs.end());
+        m_figures.emplace_back(communs, std::abs(a));
+        return false;
+      }
     } else if (!echelle || !rotationDuNord(repere, a)) {
       return false;
     }
@@ -136,6 +147,7 @@ private:
   reseauPondere& m_reseau;
   liaisonsDepart m_liaisons;
   ondeDepart m_onde;
+  std::vector<std::pair<std::vector<int>, double>> m_figures;
 };
 
 void orienterTours(reseauPondere& reseau);
@@ -152,7 +164,8 @@ void departPlan::ajusterPoses() {
   copie.completerEcarts();
   systemePondere systeme(copie);
   bilanPondere bilan;
-  if (systeme.colonnes().nombre == 0 || !compenser(copie, systeme, bilan, kPassesAjustement)) return;
+  if (systeme.colonnes().nombre == 0 || !compenser(copie, systeme, bilan, kPassesAjustement, kPasDepart))
+    return;
   for (const int i : m_onde.poses()) m_onde.deplacer(i, {copie.point(i).c[0], copie.point(i).c[1]});
 }
 
@@ -211,17 +224,47 @@ bool calculable(const reseauPondere& reseau, const mesurePonderee& m) {
   return reference && reseau.enPlan(m.station) && reseau.enPlan(m.vise);
 }
 
+/// "distance à A : -3.214 m": what of a point's measures contradicts the others.
+std::wstring texteDesaccord(const reseauPondere& reseau, const desaccordDepart& d) {
+  const auto nom = [&](int i) { return L"« " + reseau.point(i).nom + L" »"; };
+  if (d.vide)
+    return base::formater(L"les distances à %s et %s ne se coupent pas, il s'en faut de %.3f m", nom(d.de),
+                          nom(d.vers), d.ecart);
+  if (d.genre == genreLieu::cercle) return base::formater(L"distance à %s : %+.3f m", nom(d.de), d.ecart);
+  const double grades = std::remainder(d.ecart, 2.0 * kPi) * 200.0 / kPi;
+  if (d.genre == genreLieu::segment)
+    return base::formater(L"angle de %s à %s : %+.4f gr", nom(d.de), nom(d.vers), grades);
+  return base::formater(L"direction entre %s et lui : %+.4f gr", nom(d.de), grades);
+}
+
+/// Points that lie nowhere since their measures contradict each other. @return whether it is one
+bool nommerDesaccord(const reseauPondere& reseau, const departPlan& plan, int point, int& dits,
+                     base::Remarques& remarques) {
+  const std::vector<desaccordDepart> desaccords = plan.desaccords(point);
+  if (desaccords.empty()) return false;
+  if (++dits > kDesaccordsDits) return true;
+  std::vector<std::wstring> textes;
+  for (const desaccordDepart& d : desaccords) textes.push_back(texteDesaccord(reseau, d));
+  remarques.douter(L"les mesures de « " + reseau.point(point).nom +
+                   L" » se contredisent, il est laissé de côté avec elles ; mesuré moins calculé là où elles "
+                   L"s'accordent le mieux : " +
+                   base::enumerer(textes));
+  return true;
+}
+
 void nommerAbsents(const reseauPondere& reseau, const departPlan& plan, base::Remarques& remarques) {
   std::vector<std::wstring> sansPlan;
   std::vector<std::wstring> doubles;
   std::vector<std::wstring> sansZ;
   std::vector<std::array<bool, 2>> vus(reseau.points.size());
+  int desaccords = 0;
   const auto noter = [&](int i, bool altitude) {
     bool& vu = vus[static_cast<std::size_t>(i)].at(altitude ? 1 : 0);
     if (vu) return;
     vu = true;
     if (altitude && !reseau.enAltitude(i)) sansZ.push_back(reseau.point(i).nom);
-    if (!altitude && !reseau.enPlan(i)) (plan.indecis(i) ? doubles : sansPlan).push_back(reseau.point(i).nom);
+    if (!altitude && !reseau.enPlan(i) && !nommerDesaccord(reseau, plan, i, desaccords, remarques))
+      (plan.indecis(i) ? doubles : sansPlan).push_back(reseau.point(i).nom);
   };
   for (const mesurePonderee& m : reseau.mesures) {
     if (!m.ecarte) continue;
@@ -230,11 +273,21 @@ void nommerAbsents(const reseauPondere& reseau, const departPlan& plan, base::Re
     if (m.vise >= 0) noter(m.vise, altitude);
     if (m.reference >= 0) noter(m.reference, altitude);
   }
+  if (desaccords > kDesaccordsDits)
+    remarques.douter(base::formater(L"et %d autres points dont les mesures se contredisent",
+                                    desaccords - kDesaccordsDits));
   if (!sansPlan.empty())
     remarques.douter(
         L"sans coordonnées de départ, laissés de côté avec leurs mesures (îlot sans lien suffisant avec "
         L"les points donnés, ou coordonnées approchées à fournir avec « approche ») : " +
         base::enumerer(sansPlan));
+  if (!sansPlan.empty() && !plan.figures().empty()) {
+    std::vector<std::wstring> noms;
+    for (const int i : plan.figures().front().first) noms.push_back(reseau.point(i).nom);
+    remarques.douter(base::formater(
+        L"une figure mesurée ne se cale pas sur %s : ses distances sont à multiplier par %.5f pour y passer",
+        base::enumerer(noms), plan.figures().front().second));
+  }
   if (!doubles.empty())
     remarques.douter(
         L"deux positions symétriques conviennent également, donner des coordonnées « approche » : " +

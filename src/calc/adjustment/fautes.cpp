@@ -20,11 +20,10 @@ using groupe = systemePondere::groupe;
 /// Residuals of all measures and, for each, (P v) and e^T P Qv P e, kept true while measures are left out.
 class residusSuivis {
 public:
-  residusSuivis(const reseauPondere& reseau, const systemePondere& systeme)
-      : m_systeme(systeme), m_place(reseau.mesures.size()) {
-    const std::vector<statistiqueMesure> s = statistiquesMesures(reseau, systeme);
-    v.assign(reseau.mesures.size(), 0.0);
-    d.assign(reseau.mesures.size(), 0.0);
+  residusSuivis(const std::vector<statistiqueMesure>& s, const systemePondere& systeme)
+      : m_systeme(systeme), m_place(s.size()) {
+    v.assign(s.size(), 0.0);
+    d.assign(s.size(), 0.0);
     for (std::size_t g = 0; g < systeme.groupes().size(); ++g) {
       const auto& mesures = systeme.groupes()[g].mesures;
       for (std::size_t k = 0; k < mesures.size(); ++k) {
@@ -94,12 +93,13 @@ double limiteW(std::size_t mesures) {
   return quantileNormal(1.0 - alpha / 2.0);
 }
 
-std::vector<mesureSuspecte> chercherMesuresFausses(const reseauPondere& reseau, const systemePondere& systeme,
-                                                   double somme, int redondance, std::size_t nombreMax) {
+std::vector<mesureSuspecte> chercherMesuresFausses(const std::vector<statistiqueMesure>& statistiques,
+                                                   const systemePondere& systeme, double somme,
+                                                   int redondance, std::size_t nombreMax) {
   std::vector<mesureSuspecte> suspectes;
-  residusSuivis suivi(reseau, systeme);
+  residusSuivis suivi(statistiques, systeme);
   const std::vector<double> initiales = suivi.d;
-  const double limite = limiteW(reseau.mesures.size());
+  const double limite = limiteW(statistiques.size());
   while (suspectes.size() < nombreMax && redondance > 0) {
     mesureSuspecte pire;
     for (std::size_t i = 0; i < suivi.v.size(); ++i) {

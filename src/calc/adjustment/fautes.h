@@ -22,9 +22,10 @@ VELTORA_API double limiteW(std::size_t mesures);
 /// Data snooping, one suspect at a time (Baarda 1968): the largest |w| beyond the limit, then the largest of
 /// what is left without it, and so on. The residuals v and the cofactors Qv of the network without measure i
 /// follow from c = Qv P e: v - c (e^T P v) / d and Qv - c c^T / d, with d = e^T P Qv P e.
-VELTORA_API std::vector<mesureSuspecte> chercherMesuresFausses(const reseauPondere& reseau,
-                                                               const systemePondere& systeme, double somme,
-                                                               int redondance, std::size_t nombreMax);
+/// @param statistiques  of all measures
+VELTORA_API std::vector<mesureSuspecte> chercherMesuresFausses(
+    const std::vector<statistiqueMesure>& statistiques, const systemePondere& systeme, double somme,
+    int redondance, std::size_t nombreMax);
 
 /// A fixed point that the measures want elsewhere.
 struct connuSuspect {

@@ -18,8 +18,12 @@ constexpr double kSecondeCentesimale = kPi / 2e6;
 constexpr double kSeconde = kPi / 648000.0;
 constexpr double kMillimetre = 1e-3;
 constexpr int kDimensionMax = 2000;
-constexpr double kM0Habituel = 10.0;  // what the format takes without "sigma-apr"
-constexpr int kLignesPermises = 5;    // remarks of one kind
+constexpr double kM0Habituel = 10.0;       // what the format takes without "sigma-apr"
+constexpr int kLignesPermises = 5;         // remarks of one kind
+constexpr double kDoublonMax = 0.001;      // metres between two statements of one point
+constexpr double kEcartInfime = 2e-5;      // metres: no survey measures that well
+constexpr double kEcartDemesure = 0.5;     // nor that badly
+constexpr double kSecondesInfimes = 0.05;  // centesimal, of angles
 
 /// An element by its name and the points that it names: the library tells no lines.
 std::wstring nommer(const TiXmlElement& e) {
@@ -112,12 +116,14 @@ private:
 
   void lirePoint(const TiXmlElement& e) {
     pointPondere& p = m_reseau.point(indexDe(e, "id"));
+    const std::array<double, 3> avant = p.donnee;
     for (std::size_t i = 0; i < 3; ++i) {
       const char nom[2] = {"xyz"[i], '\0'};
       if (!e.Attribute(nom)) continue;
       const std::size_t axe = i == 2 ? 2 : m_axe.at(i);
       p.c.at(axe) = p.donnee.at(axe) = nombre(e, nom) * (i == 2 ? 1.0 : m_signe.at(i));
     }
+    comparer(p, avant);
     const std::wstring fixe = attribut(e, "fix");
     const std::wstring libre = attribut(e, "adj");
     for (std::size_t axe = 0; axe < 3; ++axe) {
@@ -130,6 +136,34 @@ private:
                          : a(libre, true)                ? statutCoordonnee::libre
                                                          : statutCoordonnee::approche;
     }
+  }
+
+  /// A point that two elements place elsewhere.
+  void comparer(const pointPondere& p, const std::array<double, 3>& avant) {
+    for (std::size_t axe = 0; axe < 3; ++axe) {
+      if (avant.at(axe) == base::Z_ABSENT || std::abs(p.donnee.at(axe) - avant.at(axe)) <= kDoublonMax)
+        continue;
+      m_remarques.douter(
+          base::formater(L"le point « %s » est donné deux fois, avec des coordonnées qui se contredisent "
+                         L"(%.3f m en %s) ; les "
+                         L"dernières servent",
+                         p.nom, std::abs(p.donnee.at(axe) - avant.at(axe)), std::wstring(1, L"XYZ"[axe])));
+      return;
+    }
+  }
+
+  /// Deviations that no instrument has are in another unit.
+  void douterEcart(const mesurePonderee& m, const TiXmlElement& e) {
+    if (!(m.ecart > 0.0) || ++m_ecartsDoutes > kLignesPermises) return;
+    if (estAngulaire(m.genre) ? m.ecart < kSecondesInfimes * kSecondeCentesimale : m.ecart < kEcartInfime)
+      m_remarques.douter(nommer(e) +
+                         (estAngulaire(m.genre)
+                              ? L" : écart-type infime, il se donne en secondes (centésimales des grades)"
+                              : L" : écart-type infime, il se donne en millimètres, sans doute des mètres"));
+    else if (!estAngulaire(m.genre) && m.ecart > kEcartDemesure)
+      m_remarques.douter(nommer(e) + L" : écart-type démesuré, il se donne en millimètres");
+    else
+      --m_ecartsDoutes;
   }
 
   /// The measures of one element, with its covariances.
@@ -197,6 +231,7 @@ private:
     }
     if (m.genre == genreMesure::denivelee && e.Attribute("dist")) m.longueur = 1000.0 * positif(e, "dist");
     m.ecart = ecart(m, e, std::abs(unite));
+    douterEcart(m, e);
     ranger(m, unite, places);
   }
 
@@ -302,6 +337,7 @@ private:
   std::array<std::wstring, 4> m_defauts;
   std::vector<double> m_unites;
   int m_omis = 0;
+  int m_ecartsDoutes = 0;
 };
 
 }  // namespace

@@ -332,7 +332,8 @@ std::wstring peserParFormules(reseauPondere& reseau, formulesPoids& formules) {
     if (m.genre == genreMesure::distance)
       poids = formules.poidsDistance(d1);
     else if (m.genre == genreMesure::angle)
-      poids = formules.poidsAngle(d1, reseau.distance(m.station, m.reference),
+      // In the order of the unweighted adjustment, for which the formulas in use are written.
+      poids = formules.poidsAngle(reseau.distance(m.station, m.reference), d1,
                                   reseau.distance(m.reference, m.vise), m.valeur);
     else
       poids = formules.poidsGisement(d1, m.valeur);

@@ -1,6 +1,7 @@
 #include "calc/adjustment/mouvements.h"
 
 #include "base/remarque.h"
+#include "calc/angles.h"
 
 #include <Eigen/Dense>
 #include <cmath>
@@ -9,16 +10,22 @@
 namespace veltora {
 namespace {
 
-constexpr double kImmobile = 1e-7;  // share of the largest motion
-constexpr double kContenu = 1e-4;   // of a unit motion, what may lie outside those that are free
+/// What counts as nothing.
+struct seuilsMouvements {
+  double immobile;  ///< share of the largest motion
+  double contenu;   ///< of a unit motion, what may lie outside those that are free
+};
+constexpr seuilsMouvements kExacts{1e-7, 1e-4};
+constexpr seuilsMouvements kFaibles{1e-2, 5e-2};
 
 /// Columns of V that share a moving point stand in one part.
-std::vector<std::vector<Eigen::Index>> parties(const colonnesPonderees& colonnes, const Eigen::MatrixXd& V) {
+std::vector<std::vector<Eigen::Index>> parties(const colonnesPonderees& colonnes, const Eigen::MatrixXd& V,
+                                               double immobile) {
   std::vector<Eigen::Index> chef(static_cast<std::size_t>(V.cols()));
   std::iota(chef.begin(), chef.end(), 0);
   std::vector<std::array<Eigen::Index, 2>> premier(colonnes.points.size(), {-1, -1});
   for (Eigen::Index k = 0; k < V.cols(); ++k) {
-    const double seuil = kImmobile * V.col(k).cwiseAbs().maxCoeff();
+    const double seuil = immobile * V.col(k).cwiseAbs().maxCoeff();
     for (Eigen::Index i = 0; i < V.rows(); ++i) {
       const auto place = colonnes.places()[static_cast<std::size_t>(i)];
       if (place.point < 0 || std::abs(V(i, k)) < seuil) continue;
@@ -40,18 +47,22 @@ std::vector<std::vector<Eigen::Index>> parties(const colonnesPonderees& colonnes
 /// The motions of one part, and the elementary ones that they hold.
 class partieMobile {
 public:
-  partieMobile(const reseauPondere& reseau, const colonnesPonderees& colonnes, const Eigen::MatrixXd& V)
-      : m_reseau(reseau), m_colonnes(colonnes), m_V(V) {
+  partieMobile(const reseauPondere& reseau, const colonnesPonderees& colonnes, const Eigen::MatrixXd& V,
+               const seuilsMouvements& seuils)
+      : m_reseau(reseau), m_colonnes(colonnes), m_V(V), m_seuils(seuils) {
     const Eigen::VectorXd ampleur = V.rowwise().norm();
-    const double seuil = kImmobile * ampleur.maxCoeff();
+    const double seuil = seuils.immobile * ampleur.maxCoeff();
     std::array<double, 2> somme{};
     for (Eigen::Index i = 0; i < V.rows(); ++i) {
       const auto place = colonnes.places()[static_cast<std::size_t>(i)];
       if (place.point < 0 || ampleur[i] < seuil) continue;
-      m_lignes.push_back(i);
       if (m_points.empty() || m_points.back() != place.point) m_points.push_back(place.point);
       m_altitude = place.axe == 2;
     }
+    // Whole points: one that slides along an axis holds the other coordinate against all other motions.
+    for (const int p : m_points)
+      for (std::size_t axe = m_altitude ? 2 : 0; axe < (m_altitude ? 3 : 2); ++axe)
+        if (const int c = colonnes.points[static_cast<std::size_t>(p)].at(axe); c >= 0) m_lignes.push_back(c);
     for (const int p : m_points)
       for (std::size_t axe = 0; axe < 2; ++axe) somme.at(axe) += reseau.point(p).c.at(axe);
     for (std::size_t axe = 0; axe < 2; ++axe)
@@ -91,7 +102,7 @@ private:
   [[nodiscard]] std::wstring unSeul(const Eigen::VectorXd& v) const {
     const double x = v.size() > 0 ? v[0] : 0.0;
     const double y = v.size() > 1 ? v[1] : 0.0;
-    double grades = std::atan2(x, y) * 200.0 / 3.141592653589793;
+    double grades = std::atan2(x, y) * 200.0 / kPi;
     if (grades < 0.0) grades += 200.0;
     return L"une mesure manque, il glisse vers le gisement " + std::to_wstring(std::lround(grades)) +
            L" grades";
@@ -117,14 +128,15 @@ private:
     return e.normalized();
   }
 
-  static bool contient(const Eigen::MatrixXd& libres, const Eigen::VectorXd& e) {
+  [[nodiscard]] bool contient(const Eigen::MatrixXd& libres, const Eigen::VectorXd& e) const {
     const Eigen::VectorXd x = libres.colPivHouseholderQr().solve(e);
-    return (libres * x - e).norm() < kContenu;
+    return (libres * x - e).norm() < m_seuils.contenu;
   }
 
   const reseauPondere& m_reseau;
   const colonnesPonderees& m_colonnes;
   const Eigen::MatrixXd& m_V;
+  seuilsMouvements m_seuils;
   std::vector<Eigen::Index> m_lignes;
   std::vector<int> m_points;
   std::array<double, 2> m_centre{};
@@ -134,13 +146,14 @@ private:
 }  // namespace
 
 std::vector<std::wstring> direMouvements(const reseauPondere& reseau, const colonnesPonderees& colonnes,
-                                         const Eigen::MatrixXd& V) {
+                                         const Eigen::MatrixXd& V, bool faibles) {
+  const seuilsMouvements& seuils = faibles ? kFaibles : kExacts;
   std::vector<std::wstring> textes;
-  for (const std::vector<Eigen::Index>& partie : parties(colonnes, V)) {
+  for (const std::vector<Eigen::Index>& partie : parties(colonnes, V, seuils.immobile)) {
     Eigen::MatrixXd libres(V.rows(), static_cast<Eigen::Index>(partie.size()));
     for (std::size_t k = 0; k < partie.size(); ++k)
       libres.col(static_cast<Eigen::Index>(k)) = V.col(partie[k]);
-    textes.push_back(partieMobile(reseau, colonnes, libres).texte());
+    textes.push_back(partieMobile(reseau, colonnes, libres, seuils).texte());
   }
   return textes;
 }

@@ -87,8 +87,13 @@ liaisonsDepart::liaisonsDepart(const reseauPondere& reseau)
   }
 }
 
-ondeDepart::ondeDepart(const liaisonsDepart& liaisons, std::size_t points, bool nord)
-    : m_liaisons(liaisons), m_nord(nord), m_places(points), m_eveille(points, 0), m_indecis(points, 0) {}
+ondeDepart::ondeDepart(const liaisonsDepart& liaisons, std::size_t points, bool nord, bool longueurs)
+    : m_liaisons(liaisons),
+      m_nord(nord),
+      m_longueurs(longueurs),
+      m_places(points),
+      m_eveille(points, 0),
+      m_indecis(points, 0) {}
 
 void ondeDepart::poser(int point, const AcGePoint2d& place) {
   if (m_places[static_cast<std::size_t>(point)]) return;
@@ -129,8 +134,8 @@ std::optional<double> ondeDepart::orientation(const faisceau& f) const {
 }
 
 double ondeDepart::lieuDepart::ecart(const AcGePoint2d& p) const {
-  if (genre == cercle) return (longueur(a, p) - valeur) / std::max(valeur, 1e-9);
-  if (genre == rayon) return ecartAngle(gisementDe(a, p) - valeur);
+  if (genre == genreLieu::cercle) return (longueur(a, p) - valeur) / std::max(valeur, 1e-9);
+  if (genre == genreLieu::rayon) return ecartAngle(gisementDe(a, p) - valeur);
   return ecartAngle(gisementDe(p, b) - gisementDe(p, a) - valeur);
 }
 
@@ -147,15 +152,17 @@ void ondeDepart::ajouterLieuxPropres(int point, std::vector<lieuDepart>& lieux) 
       if (nord) {
         const double retour = visee.second - *nord + kPi;
         lieux.push_back({lieuGeometrique::droite(q, {q.x + std::sin(retour), q.y + std::cos(retour)}),
-                         lieuDepart::rayon,
+                         genreLieu::rayon,
                          q,
                          {},
-                         retour});
+                         retour,
+                         visee.first});
       } else if (premiere) {
         const double angle = visee.second - premiere->second;
         const AcGePoint2d p = *place(premiere->first);
         if (std::abs(std::sin(angle)) > kAngleNul)
-          lieux.push_back({cercleCapable(p, q, angle), lieuDepart::segment, p, q, angle});
+          lieux.push_back(
+              {cercleCapable(p, q, angle), genreLieu::segment, p, q, angle, premiere->first, visee.first});
       } else {
         premiere = &visee;
       }
@@ -171,13 +178,18 @@ std::vector<ondeDepart::lieuDepart> ondeDepart::lieux(int point) const {
     if (!o) continue;
     const AcGePoint2d s = *place(f.station);
     const double g = *o + lecture;
-    tous.push_back(
-        {lieuGeometrique::droite(s, {s.x + std::sin(g), s.y + std::cos(g)}), lieuDepart::rayon, s, {}, g});
+    tous.push_back({lieuGeometrique::droite(s, {s.x + std::sin(g), s.y + std::cos(g)}),
+                    genreLieu::rayon,
+                    s,
+                    {},
+                    g,
+                    f.station});
   }
   for (const auto& cote : m_liaisons.cotes[static_cast<std::size_t>(point)]) {
-    if (!place(cote.autre)) continue;
+    if (!m_longueurs || !place(cote.autre)) continue;
     const AcGePoint2d s = *place(cote.autre);
-    tous.push_back({lieuGeometrique::cercle(s, cote.longueur), lieuDepart::cercle, s, {}, cote.longueur});
+    tous.push_back(
+        {lieuGeometrique::cercle(s, cote.longueur), genreLieu::cercle, s, {}, cote.longueur, cote.autre});
   }
   ajouterLieuxPropres(point, tous);
   if (tous.size() > kLieuxMax) tous.resize(kLieuxMax);
@@ -196,19 +208,31 @@ double coupe(const lieuGeometrique& a, const lieuGeometrique& b, const AcGePoint
 
 }  // namespace
 
+/// A circle seen from two points runs through both: no place for a third.
+bool ondeDepart::surUnAppui(const std::vector<lieuDepart>& tous, const AcGePoint2d& p) {
+  double pres = longueur(tous.front().a, p);
+  double loin = pres;
+  for (const lieuDepart& l : tous) {
+    const double d = longueur(l.a, p);
+    pres = std::min(pres, l.genre == genreLieu::segment ? std::min(d, longueur(l.b, p)) : d);
+    loin = std::max(loin, d);
+  }
+  return pres <= kDifference * loin;
+}
+
 std::vector<ondeDepart::candidat> ondeDepart::candidats(const std::vector<lieuDepart>& tous,
                                                         rigueur exigee) const {
   const double coupeMinimale = exigee == rigueur::faible ? kCoupeFaible : kCoupeBonne;
   std::vector<candidat> trouves;
   for (std::size_t i = 0; i < tous.size(); ++i) {
     for (std::size_t j = i + 1; j < tous.size(); ++j) {
-      const bool polaire = tous[i].genre != tous[j].genre && tous[i].genre != lieuDepart::segment &&
-                           tous[j].genre != lieuDepart::segment && longueur(tous[i].a, tous[j].a) == 0.0;
+      const bool polaire = tous[i].genre != tous[j].genre && tous[i].genre != genreLieu::segment &&
+                           tous[j].genre != genreLieu::segment && longueur(tous[i].a, tous[j].a) == 0.0;
       if (exigee == rigueur::polaire && !polaire) continue;
       const pointsCommuns communs = intersecter(tous[i].lieu, tous[j].lieu);
       for (int k = 0; k < communs.nombre; ++k) {
         const AcGePoint2d p = communs.points[static_cast<std::size_t>(k)];
-        if (!std::isfinite(p.x) || !std::isfinite(p.y) ||
+        if (!std::isfinite(p.x) || !std::isfinite(p.y) || surUnAppui(tous, p) ||
             coupe(tous[i].lieu, tous[j].lieu, p) < coupeMinimale)
           continue;
         trouves.push_back({p, defaut(tous, p)});
@@ -259,7 +283,8 @@ std::optional<AcGePoint2d> ondeDepart::situer(int point, rigueur exigee) {
   if (places.empty()) return std::nullopt;
   const candidat meilleur = *std::min_element(
       places.begin(), places.end(), [](const auto& a, const auto& b) { return a.defaut < b.defaut; });
-  if (!(meilleur.defaut < kDefautMax)) return std::nullopt;
+  if (!(meilleur.defaut < kDefautMax))
+    return exigee == rigueur::faible ? placeMajoritaire(tous, places) : std::nullopt;
   double echelle = 0.0;
   for (const lieuDepart& l : tous) echelle = std::max(echelle, longueur(l.a, meilleur.p));
   const bool ambigu = std::any_of(places.begin(), places.end(), [&](const candidat& c) {
@@ -269,6 +294,64 @@ std::optional<AcGePoint2d> ondeDepart::situer(int point, rigueur exigee) {
   m_indecis[static_cast<std::size_t>(point)] = ambigu ? 1 : 0;
   if (ambigu || echelle == 0.0) return std::nullopt;
   return affiner(tous, meilleur.p, echelle);
+}
+
+std::optional<AcGePoint2d> ondeDepart::placeMajoritaire(const std::vector<lieuDepart>& tous,
+                                                        const std::vector<candidat>& places) {
+  std::vector<lieuDepart> meilleurs;
+  AcGePoint2d p;
+  bool ambigu = false;
+  for (const candidat& c : places) {
+    std::vector<lieuDepart> accordes;
+    double echelle = 0.0;
+    for (const lieuDepart& l : tous) {
+      if (std::abs(l.ecart(c.p)) < kDefautMax) accordes.push_back(l);
+      echelle = std::max(echelle, longueur(l.a, c.p));
+    }
+    if (accordes.size() < meilleurs.size()) continue;
+    const bool autre = longueur(c.p, p) > kMemePlace * echelle;
+    ambigu = accordes.size() == meilleurs.size() && (ambigu || autre);
+    if (accordes.size() > meilleurs.size()) {
+      meilleurs = accordes;
+      p = c.p;
+    }
+  }
+  if (ambigu || meilleurs.size() < 3 || 2 * meilleurs.size() <= tous.size()) return std::nullopt;
+  double echelle = 0.0;
+  for (const lieuDepart& l : meilleurs) echelle = std::max(echelle, longueur(l.a, p));
+  return affiner(meilleurs, p, echelle);
+}
+
+std::vector<desaccordDepart> ondeDepart::desaccords(int point) const {
+  const std::vector<lieuDepart> tous = lieux(point);
+  const std::vector<candidat> places = candidats(tous, rigueur::faible);
+  std::vector<desaccordDepart> dits;
+  const auto meilleur = std::min_element(places.begin(), places.end(),
+                                         [](const auto& a, const auto& b) { return a.defaut < b.defaut; });
+  if (meilleur != places.end() && meilleur->defaut < kDefautMax) return dits;
+  for (std::size_t i = 0; i < tous.size(); ++i) {
+    const lieuDepart& l = tous[i];
+    if (meilleur != places.end()) {
+      const bool cercle = l.genre == genreLieu::cercle;
+      // Seen from the point the misfit is computed less measured.
+      dits.push_back({l.genre, l.de, l.vers, -l.ecart(meilleur->p) * (cercle ? l.valeur : 1.0), false});
+      continue;
+    }
+    for (std::size_t j = i + 1; j < tous.size(); ++j) {
+      if (l.genre != genreLieu::cercle || tous[j].genre != genreLieu::cercle) continue;
+      const double d = longueur(l.a, tous[j].a);
+      const double vide = std::max(d - l.valeur - tous[j].valeur, std::abs(l.valeur - tous[j].valeur) - d);
+      if (vide > kDefautMax * std::max(l.valeur, tous[j].valeur))
+        dits.push_back({genreLieu::cercle, l.de, tous[j].de, vide, true});
+    }
+  }
+  const auto part = [](const desaccordDepart& d) { return std::abs(d.ecart); };
+  std::stable_sort(dits.begin(), dits.end(), [&](const auto& a, const auto& b) {
+    const bool metresA = a.genre == genreLieu::cercle;
+    const bool metresB = b.genre == genreLieu::cercle;
+    return metresA != metresB ? metresA : part(a) > part(b);
+  });
+  return dits;
 }
 
 /// One round: all points that wait, from the places as they stand. @return how many got one

@@ -31,11 +31,26 @@ struct liaisonsDepart {
   std::vector<std::vector<std::pair<int, double>>> visees;  ///< beams that sight each point, its reading
 };
 
+/// What a measure leads a point along: a ray from an oriented station, a circle around a point, an arc over
+/// two.
+enum class genreLieu { rayon, cercle, segment };
+
+/// A measure to a point without a place that does not fit the others of it.
+struct desaccordDepart {
+  genreLieu genre = genreLieu::rayon;
+  int de = -1;
+  int vers = -1;  ///< of a segment
+  double ecart =
+      0.0;            ///< measured less computed at the place where they fit best: metres of circles, radians
+  bool vide = false;  ///< the circles around `de` and `vers` do not meet, by `ecart` metres
+};
+
 /// Places in one frame, spread from those that are known.
 class ondeDepart {
 public:
   /// @param nord  whether +Y of the frame is the north of the bearings
-  ondeDepart(const liaisonsDepart& liaisons, std::size_t points, bool nord);
+  /// @param longueurs  whether its scale is that of the measured lengths; without, they lead nowhere
+  ondeDepart(const liaisonsDepart& liaisons, std::size_t points, bool nord, bool longueurs = true);
   void poser(int point, const AcGePoint2d& place);
   /// Computes whatever can be, or until that many points have a place. @return how many got one
   int propager(std::size_t arret = static_cast<std::size_t>(-1));
@@ -48,16 +63,21 @@ public:
   [[nodiscard]] const std::vector<int>& poses() const { return m_poses; }
   /// Points that two places fit alike.
   [[nodiscard]] bool indecis(int point) const { return m_indecis[static_cast<std::size_t>(point)] != 0; }
+  /// Why a point has no place although two measures or more lead to it: those that contradict each other, the
+  /// worst first. Empty when they do not, or lead nowhere.
+  [[nodiscard]] std::vector<desaccordDepart> desaccords(int point) const;
   /// Bearing of the beam's reading 0 in this frame; nothing when no sight orients it.
   [[nodiscard]] std::optional<double> orientation(const faisceau& f) const;
 
 private:
   struct lieuDepart {
     lieuGeometrique lieu;
-    enum Genre { rayon, cercle, segment } genre = rayon;
+    genreLieu genre = genreLieu::rayon;
     AcGePoint2d a;        ///< origin of a ray, centre of a distance, first point of a segment
     AcGePoint2d b;        ///< second point of a segment
     double valeur = 0.0;  ///< bearing, length, angle
+    int de = -1;          ///< point of `a`
+    int vers = -1;        ///< point of `b`
     /// Radians, or share of the length.
     [[nodiscard]] double ecart(const AcGePoint2d& p) const;
   };
@@ -72,13 +92,18 @@ private:
   /// that cut at a small angle.
   enum class rigueur { polaire, controlee, deuxLieux, faible };
   [[nodiscard]] std::vector<candidat> candidats(const std::vector<lieuDepart>& tous, rigueur exigee) const;
+  static bool surUnAppui(const std::vector<lieuDepart>& tous, const AcGePoint2d& p);
   static double defaut(const std::vector<lieuDepart>& tous, const AcGePoint2d& p);
   static AcGePoint2d affiner(const std::vector<lieuDepart>& tous, AcGePoint2d p, double echelle);
+  /// The place on which three loci agree, more than half of all: what does not fit is a mistake.
+  [[nodiscard]] static std::optional<AcGePoint2d> placeMajoritaire(const std::vector<lieuDepart>& tous,
+                                                                   const std::vector<candidat>& places);
   [[nodiscard]] std::optional<AcGePoint2d> situer(int point, rigueur exigee);
   int tour(rigueur exigee, std::vector<int>& refuses);
 
   const liaisonsDepart& m_liaisons;
   bool m_nord;
+  bool m_longueurs;
   std::vector<std::optional<AcGePoint2d>> m_places;
   std::vector<int> m_poses;
   std::vector<char> m_eveille;

@@ -19,6 +19,7 @@ namespace veltora {
 namespace {
 
 constexpr std::size_t kSuspectesMax = 5;
+constexpr std::size_t kFlottantsMax = 100;  // points whose motions are looked at
 constexpr double kFlottement = 0.1;  // of its sides' mean length: a standard deviation that is no precision
 
 std::wstring direFlottement(const reseauCompense& r) {
@@ -65,15 +66,52 @@ void chercherPaires(const choixPonderes& choix, reseauCompense& r) {
   }
 }
 
+/// How points move that are hardly held: the eigenvectors of their cofactors by which one moves beyond
+/// `seuil`.
+std::vector<std::wstring> direFlottementFaible(const reseauCompense& r, const std::vector<int>& points,
+                                               double seuil) {
+  std::vector<int> colonnes;
+  for (std::size_t i = 0; i < points.size(); i += points.size() / kFlottantsMax + 1)
+    for (std::size_t axe = 0; axe < 2; ++axe)
+      colonnes.push_back(r.systeme->colonnes().points[static_cast<std::size_t>(points[i])].at(axe));
+  const auto n = static_cast<Eigen::Index>(colonnes.size());
+  Eigen::MatrixXd Q(n, n);
+  for (Eigen::Index j = 0; j < n; ++j) {
+    const Eigen::VectorXd q = r.systeme->colonneDeQ(colonnes[static_cast<std::size_t>(j)]);
+    for (Eigen::Index i = 0; i < n; ++i) Q(i, j) = q[colonnes[static_cast<std::size_t>(i)]];
+  }
+  const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> propres(Q);
+  Eigen::MatrixXd V = Eigen::MatrixXd::Zero(r.inconnues, 0);
+  for (Eigen::Index k = n - 1; k >= 0; --k) {
+    const double ampleur = std::sqrt(std::max(propres.eigenvalues()[k], 0.0)) * r.facteur();
+    const Eigen::VectorXd v = propres.eigenvectors().col(k) * ampleur;
+    double plusGrand = 0.0;
+    for (Eigen::Index i = 0; i + 1 < n; i += 2) plusGrand = std::max(plusGrand, std::hypot(v[i], v[i + 1]));
+    if (!(plusGrand > seuil)) break;
+    V.conservativeResize(Eigen::NoChange, V.cols() + 1);
+    V.rightCols(1).setZero();
+    for (Eigen::Index i = 0; i < n; ++i)
+      V(colonnes[static_cast<std::size_t>(i)], V.cols() - 1) = v[i] / ampleur;
+  }
+  return V.cols() > 0 ? direMouvements(r.reseau, r.systeme->colonnes(), V, true)
+                      : std::vector<std::wstring>();
+}
+
 void douterPrecision(reseauCompense& r) {
   const double cote = r.reseau.coteMoyen();
   if (!(cote > 0.0)) return;
   std::vector<std::wstring> noms;
-  for (std::size_t i = 0; i < r.points.size(); ++i)
-    if (r.points[i].plan.a * r.facteur() > kFlottement * cote) noms.push_back(r.reseau.points[i].nom);
-  if (!noms.empty())
-    r.remarques.douter(L"presque indéterminés, leur ellipse dépasse le dixième des côtés du réseau : " +
-                       base::enumerer(noms));
+  std::vector<int> points;
+  for (std::size_t i = 0; i < r.points.size(); ++i) {
+    if (!(r.points[i].plan.a * r.facteur() > kFlottement * cote)) continue;
+    noms.push_back(r.reseau.points[i].nom);
+    points.push_back(static_cast<int>(i));
+  }
+  if (noms.empty()) return;
+  r.remarques.douter(L"presque indéterminés, leur ellipse dépasse le dixième des côtés du réseau : " +
+                     base::enumerer(noms));
+  for (const std::wstring& partie : direFlottementFaible(r, points, kFlottement * cote))
+    r.remarques.douter(L"presque libres : " + partie);
 }
 
 void douterFautes(reseauCompense& r) {
@@ -181,7 +219,7 @@ std::wstring compenserReseau(const choixPonderes& choix, reseauCompense& r) {
   if (choix.methode == robustesse::aucune) {
     r.connus = libererConnus(r.reseau, *r.systeme);
     r.suspectes =
-        chercherMesuresFausses(r.reseau, *r.systeme, r.bilan.somme, r.test.redondance, kSuspectesMax);
+        chercherMesuresFausses(r.mesures, *r.systeme, r.bilan.somme, r.test.redondance, kSuspectesMax);
   } else {
     douterRobuste(r);
   }

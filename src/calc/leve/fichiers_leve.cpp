@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "calc/leve/angles_leve.h"
+#include "calc/traverse/obs_fermee.h"
 #include "calc/traverse/obs_ouverte.h"
 
 #include <algorithm>
@@ -54,6 +55,13 @@ public:
       prises.insert(chemin.begin() + 1, chemin.end() - 1);
       faites.push_back(ecrire(chemin));
     }
+    for (const auto& [cle, i] : m_stations) {
+      if (!connue(i) || !amorce(i, i)) continue;
+      for (auto boucle = boucleDepuis(i, prises); !boucle.empty(); boucle = boucleDepuis(i, prises)) {
+        prises.insert(boucle.begin() + 1, boucle.end());
+        faites.push_back(ecrireFermee(std::move(boucle)));
+      }
+    }
     return faites;
   }
 
@@ -98,6 +106,86 @@ private:
       }
     }
     return {};
+  }
+
+  /// Stations that sight each other with a direction and a distance.
+  [[nodiscard]] std::vector<std::size_t> voisines(std::size_t i) const {
+    std::vector<std::size_t> toutes;
+    for (const mesureReduite& mesure : m_resultat.stations[i].mesures.mesures)
+      if (const auto la = m_stations.find(mesure.cle);
+          la != m_stations.end() && la->second != i && vue(i, la->second) && vue(la->second, i))
+        toutes.push_back(la->second);
+    return toutes;
+  }
+
+  /// The shortest way around from a known station over unknown ones that stand in no traverse yet, two at
+  /// least; the station itself stands first. Empty for none.
+  [[nodiscard]] std::vector<std::size_t> boucleDepuis(std::size_t depart,
+                                                      const std::set<std::size_t>& prises) const {
+    const std::vector<std::size_t> bords = voisines(depart);
+    std::vector<std::size_t> meilleure;
+    for (const std::size_t debut : bords) {
+      if (connue(debut) || prises.contains(debut)) continue;
+      std::map<std::size_t, std::size_t> venue{{debut, debut}};
+      std::deque<std::size_t> file{debut};
+      for (bool fermee = false; !file.empty() && !fermee; file.pop_front()) {
+        for (const std::size_t la : voisines(file.front())) {
+          if (connue(la) || prises.contains(la) || !venue.try_emplace(la, file.front()).second) continue;
+          file.push_back(la);
+          if (std::find(bords.begin(), bords.end(), la) == bords.end()) continue;
+          std::vector<std::size_t> boucle{la};
+          while (boucle.back() != debut) boucle.push_back(venue[boucle.back()]);
+          boucle.push_back(depart);
+          std::reverse(boucle.begin(), boucle.end());
+          if (meilleure.empty() || boucle.size() < meilleure.size()) meilleure = boucle;
+          fermee = true;
+          break;
+        }
+      }
+    }
+    return meilleure;
+  }
+
+  /// From the sight back to the sight on, clockwise, grades.
+  [[nodiscard]] double angle(std::size_t avant, std::size_t ici, std::size_t apres) const {
+    return reduireAngle(*vue(ici, apres)->h - *vue(ici, avant)->h, kTourGrades);
+  }
+
+  [[nodiscard]] polygonaleDuLeve ecrireFermee(std::vector<std::size_t> boucle) const {
+    const std::size_t n = boucle.size();
+    const auto a = [&boucle, n](std::size_t i) { return boucle[i % n]; };
+    double somme = 0.0;
+    for (std::size_t i = 0; i < n; ++i) somme += angle(a(i + n - 1), a(i), a(i + 1));
+    // The closed traverse counts exterior angles: clockwise around.
+    if (somme < 200.0 * static_cast<double>(n)) std::reverse(boucle.begin() + 1, boucle.end());
+    polygonaleFermeeObs donnees;
+    const pointConnuLeve& depart = m_connus.at(m_resultat.stations[a(0)].cle);
+    const mesureReduite& reference = *amorce(a(0), a(0));
+    const pointConnuLeve& vise = m_connus.at(reference.cle);
+    donnees.nom = jeton(depart.nom);
+    donnees.x = depart.x;
+    donnees.y = depart.y;
+    donnees.z = depart.z.value_or(0.0);
+    donnees.vo = reduireAngle(
+        calculGisement(depart.x, depart.y, vise.x, vise.y, 0) + *vue(a(0), a(1))->h - *reference.h,
+        kTourGrades);
+    bool altitudes = depart.z.has_value();
+    polygonaleDuLeve faite;
+    for (std::size_t i = 0; i < n; ++i) {
+      const mesureReduite& aller = *vue(a(i), a(i + 1));
+      const mesureReduite& retour = *vue(a(i + 1), a(i));
+      const bool niveau = aller.dz && retour.dz;
+      altitudes = altitudes && niveau;
+      donnees.lignes.push_back(
+          formaterLigne(jeton(m_resultat.stations[a(i + 1)].nom), angle(a(i + n - 1), a(i), a(i + 1)),
+                        (*aller.d + *retour.d) / 2.0, niveau ? (*aller.dz - *retour.dz) / 2.0 : 0.0));
+      faite.stations.push_back(m_resultat.stations[a(i)].nom);
+    }
+    faite.stations.push_back(faite.stations.front());
+    donnees.lignes.back().nom = donnees.nom;
+    donnees.modeNivellement = altitudes ? 2 : 0;
+    faite.contenu = ecrireObsFermee(donnees);
+    return faite;
   }
 
   [[nodiscard]] stationConnue station(std::size_t i) const {

@@ -16,7 +16,8 @@ VELTORA_API std::string reseauDuLeve(const resultatCalculLeve& resultat,
 
 /// Traverses between two known stations over stations that nobody knows, each as an `.obs` file in grades:
 /// both ways sighted, the known ones oriented on a known point. Distances and height differences are the
-/// means of both ways. A station stands in one traverse only; the shortest ones are found first.
+/// means of both ways. Then closed ones, from a known station over two unknown ones or more and back. A
+/// station stands in one traverse only; the shortest ones are found first.
 struct polygonaleDuLeve {
   std::vector<std::wstring> stations;
   std::string contenu;

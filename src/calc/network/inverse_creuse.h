@@ -20,27 +20,21 @@ public:
       : m_Z(facteurs.matrixL().nestedExpression()), m_diagonale(m_Z.cols()) {
     const MatriceCreuse L = m_Z;
     const Eigen::VectorXd D = facteurs.vectorD();
-    Eigen::VectorXd l = Eigen::VectorXd::Zero(m_Z.cols());
-    Eigen::VectorXd somme = l;
-    std::vector<char> dans(static_cast<std::size_t>(m_Z.cols()), 0);  // rows of the column of L
-    const auto marque = [&dans](Eigen::Index ligne) -> char& {
-      return dans[static_cast<std::size_t>(ligne)];
-    };
+    std::vector<double> somme;
+    std::vector<double> tampon(static_cast<std::size_t>(m_Z.cols()));
     for (Eigen::Index j = m_Z.cols() - 1; j >= 0; --j) {
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) {
-        l[e.row()] = e.value();
-        marque(e.row()) = 1;
+      const int debut = L.outerIndexPtr()[j];
+      const auto n = static_cast<std::size_t>(L.outerIndexPtr()[j + 1] - debut);
+      const double* const l = L.valuePtr() + debut;
+      const int* const lignes = L.innerIndexPtr() + debut;
+      somme.assign(n, 0.0);
+      for (std::size_t a = 0; a < n; ++a) ajouterColonne(a, n, lignes, l, somme, tampon);
+      double diagonale = 1.0 / D[j];
+      for (std::size_t a = 0; a < n; ++a) {
+        diagonale += l[a] * somme[a];
+        m_Z.valuePtr()[debut + static_cast<int>(a)] = -somme[a];
       }
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) ajouterColonne(e.row(), l, dans, somme);
-      m_diagonale[j] = 1.0 / D[j];
-      for (MatriceCreuse::InnerIterator e(m_Z, j); e; ++e) {
-        m_diagonale[j] += l[e.row()] * somme[e.row()];
-        e.valueRef() = -somme[e.row()];
-      }
-      for (MatriceCreuse::InnerIterator e(L, j); e; ++e) {
-        l[e.row()] = somme[e.row()] = 0.0;
-        marque(e.row()) = 0;
-      }
+      m_diagonale[j] = diagonale;
     }
   }
   /// Of the permuted matrix; 0 where L has no element.
@@ -49,15 +43,36 @@ public:
   }
 
 private:
-  /// somme += Z l in the marked rows, as far as column k of Z (both halves of the matrix) has part in it.
-  void ajouterColonne(Eigen::Index k, const Eigen::VectorXd& l, const std::vector<char>& dans,
-                      Eigen::VectorXd& somme) const {
-    somme[k] += m_diagonale[k] * l[k];
-    for (MatriceCreuse::InnerIterator e(m_Z, k); e; ++e) {
-      if (dans[static_cast<std::size_t>(e.row())] == 0) continue;
-      somme[e.row()] += e.value() * l[k];
-      somme[k] += e.value() * l[e.row()];
+  /// somme += Z l over the rows of one column of L, as far as column k = lignes[a] of Z (both halves of the
+  /// matrix) has part in it. The rows behind k all stand in that column.
+  void ajouterColonne(std::size_t a, std::size_t n, const int* lignes, const double* l,
+                      std::vector<double>& somme, std::vector<double>& tampon) const {
+    const int k = lignes[a];
+    const int debut = m_Z.outerIndexPtr()[k];
+    const int fin = m_Z.outerIndexPtr()[k + 1];
+    const std::size_t reste = n - a - 1;
+    const double* z = m_Z.valuePtr() + debut;
+    if (static_cast<std::size_t>(fin - debut) != reste) {
+      const int* ligne = m_Z.innerIndexPtr() + debut;
+      const double* valeur = z;
+      for (std::size_t i = 0; i < reste; ++i, ++ligne, ++valeur) {
+        while (*ligne != lignes[a + 1 + i]) {
+          ++ligne;
+          ++valeur;
+        }
+        tampon[i] = *valeur;
+      }
+      z = tampon.data();
     }
+    const double facteur = l[a];
+    double total = somme[a] + m_diagonale[k] * facteur;
+    double* const s = somme.data() + a + 1;
+    const double* const suite = l + a + 1;
+    for (std::size_t i = 0; i < reste; ++i) {
+      s[i] += z[i] * facteur;
+      total += z[i] * suite[i];
+    }
+    somme[a] = total;
   }
   MatriceCreuse m_Z;
   Eigen::VectorXd m_diagonale;

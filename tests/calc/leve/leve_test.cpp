@@ -5,6 +5,7 @@
 #include "calc/leve/calcul_leve.h"
 #include "calc/leve/fichiers_leve.h"
 #include "calc/network/fichier_mc.h"
+#include "calc/traverse/obs_fermee.h"
 #include "calc/traverse/obs_ouverte.h"
 #include "support/remarques.h"
 
@@ -342,6 +343,38 @@ TEST(Leve, PolygonaleEtReseau) {
   std::string attendu = "E1 S1 E2 ";
   base::ajouterFixe(attendu, angle, 5);
   EXPECT_NE(texte.find(attendu), std::string::npos) << texte;
+}
+
+TEST(Leve, PolygonaleFermeeRevientASonDepart) {
+  for (const bool aRebours : {false, true}) {  // whichever way the book went around
+    Pays pays;
+    pays.stationner(L"S1", 123.456, {L"R1", aRebours ? L"E2" : L"E1", aRebours ? L"E1" : L"E2"});
+    pays.stationner(L"E1", 33.0, {L"S1", L"E2"});
+    pays.stationner(L"E2", 311.0, {L"E1", L"S1"});
+    const auto trouvees = polygonalesDuLeve(pays.calculer(), pays.canevas());
+    ASSERT_EQ(trouvees.size(), 1U);
+    EXPECT_EQ(trouvees[0].stations.size(), 4U);
+    polygonaleFermeeObs donnees;
+    EXPECT_TRUE(lireObsFermee(trouvees[0].contenu, donnees).empty());
+    ASSERT_EQ(donnees.lignes.size(), 3U);
+    double g = donnees.vo;
+    double interieurs = 0.0;
+    Place p{donnees.x, donnees.y, donnees.z};
+    for (std::size_t i = 0; i < 3; ++i) {
+      const obsPolygonale ligne = lireLigne(donnees.lignes[i]);
+      if (i > 0) g += ligne.angle - 200.0;
+      interieurs += 400.0 - ligne.angle;
+      p.x += ligne.distance * std::sin(g * kPi / 200.0);
+      p.y += ligne.distance * std::cos(g * kPi / 200.0);
+      p.z += ligne.dz;
+      const Place juste = i < 2 ? pays.inconnus[std::wstring(ligne.nom)] : pays.place(L"S1");
+      EXPECT_NEAR(p.x, juste.x, 1e-3);
+      EXPECT_NEAR(p.y, juste.y, 1e-3);
+      EXPECT_NEAR(p.z, juste.z, 1e-3);
+    }
+    EXPECT_NEAR(interieurs, 200.0, 1e-3);
+    EXPECT_EQ(donnees.modeNivellement, 2);
+  }
 }
 
 TEST(Leve, NomsEtSansResultat) {
