@@ -171,6 +171,124 @@ def choices():
     check(pixel(10, 10) == (0, 0, 0), "the paper is black")
 
 
+def dark_box(pdf):
+    """Left, right, bottom, top of what is drawn in blue on the page, mm from its lower left corner."""
+    width, height, _ = pixels(pdf)
+    data = pathlib.Path("page.ppm").read_bytes()[-3 * width * height:]
+    rows = [data[3 * width * y:3 * width * (y + 1)] for y in range(height)]
+    inked = [(y, re.search(b"^(?:...)*?\0\0\xff", row, re.S).end() // 3 - 1,
+              width - re.search(b"^(?:...)*?\xff\0\0", row[::-1], re.S).end() // 3)
+             for y, row in enumerate(rows) if b"\0\0\xff" in row and re.search(b"^(?:...)*?\0\0\xff", row, re.S)]
+    check(inked, f"{pdf}: nothing blue")
+    ys = [y for y, _, _ in inked]
+    return [min(a for _, a, _ in inked) / DPMM, (max(b for _, _, b in inked) + 1) / DPMM,
+            (height - 1 - max(ys)) / DPMM, (height - min(ys)) / DPMM]
+
+
+def near(found, wanted, what, slack=0.15):
+    check(all(abs(a - b) <= slack for a, b in zip(found, wanted)), f"{what}: {found}, not {wanted}")
+
+
+def sheets():
+    """Sheets of the program on their papers: upright, turned, moved and enlarged ones; what is not there."""
+    document = ezdxf.new("R2010")
+    document.layers.add("BLEU", color=5, lineweight=100)
+    blue = {"layer": "BLEU"}
+    space = document.modelspace()
+    space.add_line((X + 20, Y + 30), (X + 60, Y + 30), dxfattribs=blue)
+    space.add_line((X + 1000, Y + 20), (X + 1000, Y + 60), dxfattribs=blue)  # along a lower side that points up
+    document.saveas("terrain.dxf")
+    call(0, "planche", "terrain.dxf", "--format", "A4-paysage", "--echelle", 500, "--point", f"{X},{Y}", "--sortie",
+         "une.dxf")
+    call(0, "planche", "une.dxf", "--format", "A3-portrait", "--echelle", 250, "--point", f"{X + 1030},{Y}",
+         "--orientation", 100, "--sortie", "deux_planches.dxf")
+    said = call(0, "rendre", "deux_planches.dxf", "p1.pdf", "--planche", 1)
+    check("A4-paysage, 297 x 210 mm, au 1/500" in said, said)
+    near(dark_box("p1.pdf"), [39.5, 120.5, 59.5, 60.5], "first sheet")
+    said = call(0, "rendre", "deux_planches.dxf", "p2.pdf", "--planche", 2)
+    check("A3-portrait, 297 x 420 mm, au 1/250" in said, said)
+    near(dark_box("p2.pdf"), [79.5, 240.5, 119.5, 120.5], "turned sheet")
+    info = subprocess.run(["pdfinfo", "p2.pdf"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check("841.89 x 1190.55" in info, info)
+    frame = [e for e in ezdxf.readfile("deux_planches.dxf").modelspace() if e.dxftype() == "LWPOLYLINE"]
+    check([e.has_xdata("VELTORAPLANCHE") for e in frame] == [True, False, True, False], "marks of the papers")
+    # What another program did to the papers: one enlarged, one bent; a sheet mirrored in place has its left side right.
+    for name, change in [
+            ("grande.dxf", lambda paper: [(X + 2 * (x - X), Y + 2 * (y - Y)) for x, y in paper]),
+            ("pliee.dxf", lambda paper: [(x + (i == 2), y) for i, (x, y) in enumerate(paper)]),
+            ("miroir.dxf", lambda paper: [(2 * X + 148.5 - x, y) for x, y in paper])]:
+        document = ezdxf.readfile("une.dxf")
+        paper = next(e for e in document.modelspace() if e.has_xdata("VELTORAPLANCHE"))
+        paper.set_points(change([p[:2] for p in paper.get_points()]), format="xy")
+        document.saveas(name)
+    said = call(3, "rendre", "grande.dxf", "p3.pdf", "--planche", 1)
+    check("au 1/1000, et non plus au 1/500" in said, said)
+    near(dark_box("p3.pdf"), [19.5, 60.5, 29.5, 30.5], "enlarged sheet")
+    call(0, "rendre", "miroir.dxf", "p4.pdf", "--planche", 1)
+    near(dark_box("p4.pdf"), [39.5, 120.5, 59.5, 60.5], "mirrored sheet")
+    for drawing, arguments, status, wanted in [
+            ("pliee.dxf", ["--planche", 1], 1, "la planche 1 est déformée"),
+            ("deux_planches.dxf", ["--planche", 3], 1, "pas de planche « 3 » : le dessin a 2 planches"),
+            ("une.dxf", ["--planche", 0], 1, "pas de planche « 0 » : le dessin a une planche"),
+            ("terrain.dxf", ["--planche", 1], 1, "le dessin n'a pas de planche de CREERPLANCHE"),
+            ("une.dxf", ["--planche", "Layout1"], 1, "la présentation « Layout1 » ne montre rien"),
+            ("une.dxf", ["--planche", 1, "--echelle", 200], 2, "--planche")]:
+        said = call(status, "rendre", drawing, "p5.pdf", *arguments)
+        check(wanted in said, f"{drawing} {arguments}: {said}")
+
+
+def layouts():
+    """A layout of another program: its paper, what stands on it, and model space through its openings."""
+    document = ezdxf.new("R2010")
+    document.layers.add("BLEU", color=5, lineweight=100)
+    document.layers.add("ROUGE", color=1, lineweight=100)
+    blue = {"layer": "BLEU"}
+    space = document.modelspace()
+    space.add_line((X, Y), (X + 100, Y), dxfattribs=blue)
+    space.add_text("coupe", height=10, dxfattribs={"layer": "ROUGE"}).set_placement((X + 70, Y + 5))
+    space.add_line((X + 10, Y + 20), (X + 10, Y + 60), dxfattribs={"layer": "ROUGE"})
+    layout = document.layouts.new("Plan général")
+    layout.page_setup(size=(420, 297), margins=(10, 15, 20, 25), units="mm")
+    # 1/500 (2 units of the paper a metre), its middle 50 m right of the line's start: from 10 m left to 90 m right
+    opening = layout.add_viewport(center=(150, 100), size=(160, 80), view_center_point=(X + 40, Y + 10), view_height=40)
+    opening.frozen_layers = []
+    turned = layout.add_viewport(center=(320, 100), size=(60, 160), view_center_point=(-Y, X + 40), view_height=80)
+    turned.dxf.view_twist_angle = 90
+    turned.frozen_layers = [document.layers.get("ROUGE").dxf.handle]
+    layout.add_line((0, 250), (50, 250), dxfattribs=blue)
+    layout.add_text("Titre", height=5).set_placement((100, 250))
+    document.layouts.new("Deux").page_setup(size=(210, 297), margins=(0, 0, 0, 0), units="mm")
+    document.saveas("presentation.dxf")
+    said = call(0, "rendre", "presentation.dxf", "l1.pdf", "--planche", "plan général")
+    check("A3-paysage, 420 x 297 mm, au 1/500" in said, said)
+    width, height, pixel = pixels("l1.pdf")
+    left, bottom = 25, 20  # margins: top 10, right 15, bottom 20, left 25
+    page = lambda x, y: pixel(round((left + x) * DPMM), height - 1 - round((bottom + y) * DPMM))
+    blue, red, white = (0, 0, 255), (255, 0, 0), (255, 255, 255)
+    for place, wanted in [
+            ((25, 250), blue), ((60, 250), white),  # the line on the paper
+            ((72, 80), blue), ((228, 80), blue), ((68, 80), white), ((232, 80), white),  # cut at the opening
+            ((90, 121), red), ((90, 137), red), ((90, 141), white),  # 20 to 60 m high, the opening ends at 30 m
+            ((320, 30), blue), ((320, 178), blue), ((320, 182), white),  # the same line upright, from 0 m on
+            ((280, 40), white), ((300, 40), white)]:  # the red line is frozen there
+        check(max(abs(a - b) for a, b in zip(page(*place), wanted)) <= 2, f"layout {place}: {page(*place)}, not {wanted}")
+    # The text that reaches beyond the opening ends where it ends: nothing red right of it.
+    check(not [x for x in range(round((left + 230.5) * DPMM), round((left + 288) * DPMM))
+               if page(x / DPMM - left, 93) == red], "the text goes on beyond the opening")
+    check([x for x in range(round((left + 212) * DPMM), round((left + 229) * DPMM))
+           if page(x / DPMM - left, 93) == red], "the text is not drawn in the opening")
+    text = subprocess.run(["pdftotext", "l1.pdf", "-"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check("Titre" in text, text)
+    call(0, "rendre", "presentation.dxf", "l1.svg", "--planche", "Plan général")
+    check('width="160.000" height="80.000"' in pathlib.Path("l1.svg").read_text(), "clipped text in SVG")
+    said = call(1, "rendre", "presentation.dxf", "l2.pdf", "--planche", 4)
+    check("pas de planche de CREERPLANCHE, et des présentations : « Plan général »" in said, said)
+    opening.dxf.view_direction_vector = (1, 1, 1)
+    document.saveas("biais.dxf")
+    said = call(3, "rendre", "biais.dxf", "l3.pdf", "--planche", "Plan général")
+    check("laissées vides : 1" in said, said)
+
+
 with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
     os.chdir(folder)
     os.environ.update(HOME=folder, VELTORA_INSTALLATION=folder + "/installation")
@@ -179,3 +297,5 @@ with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
     words()
     svg()
     choices()
+    sheets()
+    layouts()

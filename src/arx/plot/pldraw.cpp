@@ -24,6 +24,10 @@ constexpr double kTurn = 6.283185307179586;
 
 AcGeVector2d flat(const AcGeVector3d& v) { return {v.x, v.y}; }
 
+AcGeVector2d turnedToPaper(const AcGeVector2d& v, const AcPlView& view) {
+  return AcGeVector2d(v.dotProduct(view.right), v.dotProduct(view.right.perpVector())) * view.mmPerUnit;
+}
+
 bool isPlace(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 std::vector<AcGePoint2d> roundJoint(const AcGePoint2d& at, double radius) {
@@ -39,7 +43,7 @@ std::vector<AcGePoint2d> roundJoint(const AcGePoint2d& at, double radius) {
 }  // namespace
 
 AcPlDraw::AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale)
-    : m_view(view), m_pen(pen), m_linetypeScale(linetypeScale), m_looks(view.layers) {}
+    : m_view(view), m_pen(pen), m_linetypeScale(linetypeScale), m_looks(view.layers, view.hiddenLayers) {}
 
 void AcPlDraw::entity(const AcDbEntity& entity) {
   m_known = nullptr;
@@ -54,7 +58,12 @@ std::optional<AcPlColor> AcPlDraw::inkOf(const AcDbEntity& entity) {
 
 AcGePoint2d AcPlDraw::onPaper(const AcGePoint3d& place) const {
   const AcGePoint3d world = toWorld() * place;
-  return {(world.x - m_view.corner.x) * m_view.mmPerUnit, (world.y - m_view.corner.y) * m_view.mmPerUnit};
+  const AcGeVector2d from = AcGePoint2d(world.x, world.y) - m_view.corner;
+  return AcGePoint2d() + turnedToPaper(from, m_view);
+}
+
+AcGeVector2d AcPlDraw::onPaper(const AcGeVector3d& way) const {
+  return turnedToPaper(flat(toWorld() * way), m_view);
 }
 
 const AcPlLook* AcPlDraw::look() {
@@ -195,8 +204,8 @@ void AcPlDraw::textLine(const AcGiTextLine& line) {
   if (!now) return;
   AcPlText text;
   text.base = onPaper(line.base);
-  text.along = flat(toWorld() * line.along) * m_view.mmPerUnit;
-  text.up = flat(toWorld() * line.up) * m_view.mmPerUnit;
+  text.along = onPaper(line.along);
+  text.up = onPaper(line.up);
   const Points frame{text.base, text.base + text.along, text.base + text.up};
   if (!isFinite(frame)) return;
   const double area = std::fabs(text.along.x * text.up.y - text.along.y * text.up.x);
@@ -210,7 +219,9 @@ void AcPlDraw::textLine(const AcGiTextLine& line) {
   AcPlBox box;
   for (const double u : {0.0, width})
     for (const double v : {-0.5, 1.5}) box.add(text.base + text.along * u + text.up * v);
-  if (!box.meets(visible(0.0))) return;
+  const AcPlBox shownBox = visible(0.0);
+  if (!box.meets(shownBox)) return;
+  if (m_view.window && !shownBox.holds(box)) text.within = &shownBox;
   text.text = base::toUtf8(shown);
   text.color = inkOf(*now);
   m_pen.text(text);
@@ -274,9 +285,19 @@ void AcPlDraw::wideCurve(std::span<const AcGeCurvePiece> pieces,
   for (const Points& ring : rings) m_pen.fill({&ring, 1}, inkOf(*now));
 }
 
-AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen) {
+void AcPlOmissions::add(const AcPlOmissions& other) {
+  for (const auto& [kind, count] : other.kinds) kinds[kind] += count;
+  places += other.places;
+  texts += other.texts;
+  repeats += other.repeats;
+  slanted += other.slanted;
+  clipped += other.clipped;
+}
+
+AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen,
+                       double linetypeShare) {
   const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
-  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0));
+  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0) * linetypeShare);
   if (!record) return {};
   for (const AcDbObjectId& id : record->entities()) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;

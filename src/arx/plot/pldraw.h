@@ -11,12 +11,15 @@
 /// How a drawing lies on the paper, and what of it is drawn.
 struct AcPlView {
   AcPlPaper paper;
-  std::optional<AcPlBox> window;     ///< what is drawn of the paper, mm; all for none
-  AcGePoint2d corner;                ///< of the drawing, at the lower left corner of the paper
-  double mmPerUnit = 1.0;            ///< above 0
-  double chordError = 0.005;         ///< mm that chords of arcs may lie off them, above 0
-  bool monochrome = false;           ///< everything in the colour that stands out from the background
-  std::vector<std::wstring> layers;  ///< the only ones to be drawn; all for none
+  std::optional<AcPlBox> window;  ///< what is drawn of the paper, mm; all for none
+  AcGePoint2d corner;             ///< of the drawing, at the lower left corner of the paper
+  double mmPerUnit = 1.0;         ///< above 0
+  double chordError = 0.005;      ///< mm that chords of arcs may lie off them, above 0
+  bool monochrome = false;        ///< everything in the colour that stands out from the background
+  /// Of the drawing, along the lower side of the paper; its upward side lies a quarter counter-clockwise.
+  AcGeVector2d right{1.0, 0.0};
+  std::vector<std::wstring> layers;        ///< the only ones to be drawn; all for none
+  std::vector<std::wstring> hiddenLayers;  ///< further ones not to be drawn
 };
 
 /// What a drawing showed that was not drawn.
@@ -25,6 +28,9 @@ struct AcPlOmissions {
   int places = 0;                    ///< entities with coordinates that are no numbers
   int texts = 0;                     ///< letters taller than the paper could hold
   int repeats = 0;                   ///< references whose rows and columns were too many
+  int slanted = 0;                   ///< openings of layouts that do not look from above
+  int clipped = 0;  ///< openings of layouts with an outline of their own, drawn as rectangles
+  void add(const AcPlOmissions& other);
 };
 
 /// Draws what it is shown in the plan view with a pen. Lines are cut off beyond the paper; arcs are chords
@@ -52,6 +58,7 @@ public:
 private:
   using Points = std::vector<AcGePoint2d>;
   [[nodiscard]] AcGePoint2d onPaper(const AcGePoint3d& place) const;
+  [[nodiscard]] AcGeVector2d onPaper(const AcGeVector3d& way) const;
   void addPiece(const AcGeCurvePiece& piece, Points& points) const;
   /// The look of what is drawn now; null when it is hidden. Chooses its layer with the pen.
   const AcPlLook* look();
@@ -73,5 +80,6 @@ private:
 };
 
 /// Draws what stands in a space of a drawing that lies on the paper.
-ARX_API AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view,
-                               AcPlPen& pen);
+/// @param linetypeShare  of the length that the drawing gives its line types
+ARX_API AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen,
+                               double linetypeShare = 1.0);

@@ -33,7 +33,8 @@ const AcPlLooks::Layer& AcPlLooks::ofLayer(AcDbObjectId id) {
   layer.name = base::toUtf8(name);
   layer.zero = name == L"0";
   const auto same = [&](const std::wstring& wanted) { return base::compareNoCase(name, wanted) == 0; };
-  layer.hidden = !m_wanted.empty() && std::none_of(m_wanted.begin(), m_wanted.end(), same);
+  layer.hidden = (!m_wanted.empty() && std::none_of(m_wanted.begin(), m_wanted.end(), same)) ||
+                 std::any_of(m_unwanted.begin(), m_unwanted.end(), same);
   // What is drawn to help drawing is on this layer, which is never printed.
   if (base::compareNoCase(name, L"Defpoints") == 0) layer.hidden = true;
   if (!record) return layer;

@@ -23,7 +23,9 @@ struct AcPlLook {
 class ARX_API AcPlLooks {
 public:
   /// @param layers  the only ones that are drawn, by name whatever the case; all for none
-  explicit AcPlLooks(std::vector<std::wstring> layers) : m_wanted(std::move(layers)) {}
+  /// @param unwanted  further ones that are not
+  explicit AcPlLooks(std::vector<std::wstring> layers, std::vector<std::wstring> unwanted = {})
+      : m_wanted(std::move(layers)), m_unwanted(std::move(unwanted)) {}
   /// @param outer  the look of the reference around it; null outside of blocks
   [[nodiscard]] AcPlLook of(const AcDbEntity& entity, const AcPlLook* outer);
   /// Whether it stands on a layer that is drawn, outside of blocks.
@@ -43,5 +45,6 @@ private:
   };
   const Layer& ofLayer(AcDbObjectId id);
   std::vector<std::wstring> m_wanted;
+  std::vector<std::wstring> m_unwanted;
   std::unordered_map<const AcDbStub*, Layer> m_layers;
 };
