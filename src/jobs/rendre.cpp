@@ -2,6 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/plot/plcairo.h"
+#include "arx/plot/plpdf.h"
 #include "arx/plot/plsvg.h"
 #include "base/files.h"
 #include "base/format.h"
@@ -47,7 +48,8 @@ void raconter(const AcPlOmissions& omis, base::Remarques& remarques) {
         omis.clipped));
 }
 
-std::unique_ptr<AcPlPen> plumePour(const std::wstring& genre, const AcPlPaper& papier, std::wstring& raison) {
+std::unique_ptr<AcPlPen> plumePour(const std::wstring& genre, const AcPlPaper& papier,
+                                   base::Remarques& remarques, std::wstring& raison) {
   if (genre == L"svg") return std::make_unique<AcPlSvgPen>(papier);
   const double points =
       papier.width * papier.height * (papier.dotsPerInch / 25.4) * (papier.dotsPerInch / 25.4);
@@ -57,6 +59,10 @@ std::unique_ptr<AcPlPen> plumePour(const std::wstring& genre, const AcPlPaper& p
     return nullptr;
   }
   std::string why;
+  if (genre == L"pdf") {
+    if (auto plume = acplPdfPen(papier, why)) return plume;
+    remarques.ajouter(L"PDF sans calques : " + base::fromUtf8(why));
+  }
   auto plume = acplCairoPen(papier, genre == L"pdf" ? AcPlCairoKind::kPdf : AcPlCairoKind::kPng, why);
   raison = base::fromUtf8(why);
   return plume;
@@ -79,7 +85,7 @@ bool rendreDessin(const demandeRendu& demande, resultatRendu& resultat) {
   if (!mettreEnPage(*dessin, demande, mise, resultat)) return false;
   const AcPlView& view = mise.vue;
   std::wstring raison;
-  const std::unique_ptr<AcPlPen> plume = plumePour(genre, view.paper, raison);
+  const std::unique_ptr<AcPlPen> plume = plumePour(genre, view.paper, resultat.remarques, raison);
   if (!plume) return echec(resultat, raison);
   raconter(mise.presentation ? acplPlotLayout(*dessin, *mise.presentation, view, *plume)
                              : acplPlot(*dessin, dessin->modelSpaceId(), view, *plume),

@@ -3,6 +3,7 @@
 colours at their places, words where they stand, the paper that was chosen.
 
   plans.py PROGRAM"""
+import json
 import os
 import pathlib
 import re
@@ -114,6 +115,33 @@ def words():
     check(abs(found["droite"][2] - (left + 90)) < 0.3, f"droite: {found['droite']}")
     upright = found["debout"]
     check(upright[3] - upright[1] > 2 * (upright[2] - upright[0]) and abs(upright[3] - (top - 40)) < 0.3, str(upright))
+
+
+def pdf_layers():
+    """Layers as readers show them: their list, and what is left on the page when one of them is off."""
+    subprocess.run(["qpdf", "--check", "plan.pdf"], stdout=subprocess.DEVNULL, check=True)
+    objects = json.loads(subprocess.run(["qpdf", "--json=2", "plan.pdf"], stdout=subprocess.PIPE, check=True).stdout)["qpdf"][1]
+    groups = {name[4:]: o["value"]["/Name"][2:] for name, o in objects.items()
+              if isinstance(o.get("value"), dict) and o["value"].get("/Type") == "/OCG"}
+    check(sorted(groups.values()) == ["0", "BLEU", "ROUGE"], str(groups))
+    root = objects["obj:" + objects["trailer"]["value"]["/Root"]]["value"]
+    shown = root["/OCProperties"]["/D"]
+    check([groups[o] for o in shown["/Order"]] == ["0", "BLEU", "ROUGE"], str(shown))
+    fonts = subprocess.run(["pdffonts", "plan.pdf"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check(re.search(r"CID TrueType +Identity-H +yes yes yes", fonts), fonts)
+    check(pathlib.Path("plan.pdf").stat().st_size < 30000, "the whole font is in the file")
+    off = next(o for o, name in groups.items() if name == "BLEU")
+    subprocess.run(["qpdf", "--qdf", "--object-streams=disable", "plan.pdf", "clair.pdf"], check=True)
+    clear = pathlib.Path("clair.pdf").read_bytes()
+    number = re.search(rb"(\d+) 0 obj\n<<\n  /Name \(BLEU\)", clear)[1]
+    pathlib.Path("eteint.pdf").write_bytes(clear.replace(b"/BaseState /ON", b"/OFF [ " + number + b" 0 R ]"))
+    subprocess.run(["qpdf", "eteint.pdf", "sans.pdf"], stderr=subprocess.DEVNULL)  # mends the places of the objects
+    _, height, pixel = pixels("sans.pdf")
+    left, bottom = (297 - 100) / 2, (210 - 100) / 2
+    for place, wanted in [((50, 0), (255, 255, 255)), ((34, 44), (255, 255, 255)), ((14, 44), (255, 0, 0)),
+                          ((65, 20), (0, 170, 85))]:
+        found = pixel(round((left + place[0]) * DPMM), height - 1 - round((bottom + place[1]) * DPMM))
+        check(max(abs(a - b) for a, b in zip(found, wanted)) <= 2, f"{off} off, {place}: {found}, not {wanted}")
 
 
 def svg():
@@ -295,6 +323,8 @@ with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
     drawing()
     paper()
     words()
+    if (program.parent / "libveltora_pdf.so").exists():  # built where its libraries are
+        pdf_layers()
     svg()
     choices()
     sheets()
