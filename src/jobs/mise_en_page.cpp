@@ -38,7 +38,7 @@ struct boite {
 
 /// Around what is to be seen in model space, on the layers that are asked for.
 boite boiteVisible(AcDbDatabase& dessin, const std::vector<std::wstring>& calques) {
-  AcPlLooks aspects(calques);
+  AcPlLooks aspects(calques, {}, true);
   const AcDbObjectPointer<AcDbBlockTableRecord> espace(dessin.modelSpaceId());
   AcGiExtents mesure;
   AcDbExtents gardees;
@@ -71,6 +71,7 @@ AcPlView vueNue(const demandeRendu& demande, const resultatRendu& resultat) {
   view.paper.height = resultat.hauteur;
   view.paper.dotsPerInch = demande.ppp;
   if (demande.fondNoir) view.paper.background = {0, 0, 0};
+  view.printed = true;
   view.monochrome = demande.monochrome;
   view.layers = demande.calques;
   return view;

@@ -31,6 +31,9 @@ void raconter(const AcPlOmissions& omis, base::Remarques& remarques) {
   for (const auto& [genre, nombre] : omis.kinds)
     genres += base::formater(L"%ls%d %ls", genres.empty() ? L"" : L", ", nombre, base::fromUtf8(genre));
   if (!genres.empty()) remarques.douter(L"entités qui ne sont pas tracées : " + genres);
+  std::wstring polices;
+  for (const std::wstring& police : omis.fonts) polices += (polices.empty() ? L"" : L", ") + police;
+  if (!polices.empty()) remarques.ajouter(L"polices remplacées par DejaVu Sans : " + polices);
   if (omis.places > 0)
     remarques.douter(base::formater(L"entités aux coordonnées sans valeur, non tracées : %d", omis.places));
   if (omis.texts > 0)

@@ -46,7 +46,8 @@ def drawing():
 
     space.add_line(at(0, 0), at(100, 0), dxfattribs={"layer": "BLEU"})
     space.add_line(at(0, 0), at(0, 100), dxfattribs={"layer": "BLEU"})
-    for layer in ("GELE", "ÉTEINT", "Defpoints"):
+    layers.add("ÉCRAN").dxf.plot = 0
+    for layer in ("GELE", "ÉTEINT", "Defpoints", "ÉCRAN"):
         space.add_line(at(-50, 20), at(150, 20), dxfattribs={"layer": layer})
     inner = document.blocks.new("CARRE")
     square = [(0, 0), (8, 0), (0, 8), (8, 8)]
@@ -285,7 +286,11 @@ def layouts():
     turned.frozen_layers = [document.layers.get("ROUGE").dxf.handle]
     layout.add_line((0, 250), (50, 250), dxfattribs=blue)
     layout.add_text("Titre", height=5).set_placement((100, 250))
-    document.layouts.new("Deux").page_setup(size=(210, 297), margins=(0, 0, 0, 0), units="mm")
+    document.linetypes.add("TIRETS", [3.0, 2.0, -1.0])
+    space.add_line((X, Y + 2), (X + 50, Y + 2), dxfattribs={"linetype": "TIRETS"})
+    lying = document.layouts.new("Deux")  # turned a quarter: its left margin is at the sheet's bottom
+    lying.page_setup(size=(210, 297), margins=(10, 15, 20, 25), units="mm", rotation=1)
+    lying.add_line((0, 0), (50, 0), dxfattribs=blue)
     document.saveas("presentation.dxf")
     said = call(0, "rendre", "presentation.dxf", "l1.pdf", "--planche", "plan général")
     check("A3-paysage, 420 x 297 mm, au 1/500" in said, said)
@@ -309,12 +314,69 @@ def layouts():
     check("Titre" in text, text)
     call(0, "rendre", "presentation.dxf", "l1.svg", "--planche", "Plan général")
     check('width="160.000" height="80.000"' in pathlib.Path("l1.svg").read_text(), "clipped text in SVG")
+    dashes = lambda file: set(re.findall('dasharray="(.*?)"', pathlib.Path(file).read_text()))
+    check(dashes("l1.svg") == {"2.000 1.000"}, f"line types as long as on the paper: {dashes('l1.svg')}")
+    document.header["$PSLTSCALE"] = 0
+    document.saveas("tirets.dxf")
+    call(0, "rendre", "tirets.dxf", "l4.svg", "--planche", "Plan général")
+    check(dashes("l4.svg") == {"4.000 2.000"}, f"line types of the drawing: {dashes('l4.svg')}")
+    said = call(0, "rendre", "presentation.dxf", "l5.pdf", "--planche", "Deux")
+    check("A4-paysage, 297 x 210 mm\n" in said, said)
+    near(dark_box("l5.pdf"), [19.5, 70.5, 14.5, 15.5], "turned paper")
     said = call(1, "rendre", "presentation.dxf", "l2.pdf", "--planche", 4)
     check("pas de planche de CREERPLANCHE, et des présentations : « Plan général »" in said, said)
     opening.dxf.view_direction_vector = (1, 1, 1)
+    turned.dxf.flags = 0x10000
     document.saveas("biais.dxf")
     said = call(3, "rendre", "biais.dxf", "l3.pdf", "--planche", "Plan général")
-    check("laissées vides : 1" in said, said)
+    check("laissées vides : 1" in said and "dans le rectangle qui l'entoure : 1" in said, said)
+
+
+def bad_input():
+    """What no plan should hold: the rest is drawn as ever, what was left out is said."""
+    ezdxf.new("R2010").saveas("rien.dxf")
+    check("le dessin ne montre rien" in call(1, "rendre", "rien.dxf", "rien.pdf"), "an empty drawing")
+    document = ezdxf.new("R2010")
+    document.layers.add("BLEU", color=5, lineweight=100)
+    document.header["$LTSCALE"] = 0
+    space = document.modelspace()
+    space.add_line((X, Y), (X + 100, Y), dxfattribs={"layer": "BLEU", "linetype": "INCONNU", "ltscale": 0})
+    space.add_line((1e15, -1e15), (X, 1e15))
+    space.add_circle((X, Y), 1e15)
+    space.add_point((1e300, 1e300))
+    document.styles.add("ROMAINE", font="romaine.shx")
+    for y in (30, 40):
+        space.add_text("romain", height=2, dxfattribs={"style": "ROMAINE"}).set_placement((X, Y + y))
+    space.add_text("0", height=0).set_placement((X, Y))
+    space.add_text("grand", height=1e12).set_placement((X, Y))
+    space.add_text("a" * 100000, height=2).set_placement((X, Y + 10))
+    space.add_mtext("mot " * 25000, dxfattribs={"char_height": 0.5, "width": 80, "insert": (X, Y + 60)})
+    space.add_mtext("{" * 5000 + "\\H1e9x;\\S/;\\C-5;fin" + "}" * 9000, dxfattribs={"char_height": 1, "insert": (X, Y - 20)})
+    one, two = document.blocks.new("UN"), document.blocks.new("DEUX")
+    one.add_blockref("DEUX", (1, 0))
+    two.add_blockref("UN", (0, 1))
+    two.add_line((0, 0), (3, 0), dxfattribs={"layer": "BLEU"})
+    space.add_blockref("UN", (X + 10, Y + 20))
+    space.add_blockref("UN", (X + 10, Y + 20), dxfattribs={"xscale": 0, "yscale": 0, "zscale": 0})
+    space.add_blockref("UN", (X, Y), dxfattribs={"column_count": 30000, "row_count": 30000, "column_spacing": 1e-3})
+    hatch = space.add_hatch()
+    hatch.set_pattern_fill("LIGNES", definition=[[45, (0, 0), (1e-9, 1e-9), []]])
+    hatch.paths.add_polyline_path([(X, Y), (X + 9, Y), (X + 9, Y + 9)], is_closed=True)
+    document.saveas("mauvais.dxf")
+    window = f"{X - 10},{Y - 50},{X + 150},{Y + 80}"
+    for name in ("mauvais.pdf", "mauvais.svg", "mauvais.png"):
+        said = call(3, "rendre", "mauvais.dxf", name, "--format", "A4-paysage", "--echelle", 1000, "--fenetre", window)
+        for wanted in ("polices remplacées par DejaVu Sans : romaine.shx\n", "textes plus hauts que deux mètres", "blocs en plus de 100 000"):
+            check(said.count(wanted) == 1, f"{name}: {said}")
+    # The window's middle is that of the paper: 60 m left of it is 78.5 mm on paper; the block's line, 3 m long.
+    left, right, low, high = dark_box("mauvais.pdf")
+    near([left, right, low, high], [78, 179, 89.5, 110.5], "the line and the block among the rest")
+    words = subprocess.run(["pdftotext", "mauvais.pdf", "-"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check(words.count("mot") > 5000 and "fin" in words, f"{words.count('mot')} words")
+    bad = pathlib.Path("mauvais.dxf").read_text().replace("1e+300", "nan", 1)
+    pathlib.Path("nan.dxf").write_text(bad)
+    said = call(1, "rendre", "nan.dxf", "nan.svg", "--fenetre", window)
+    check("valeur « nan » du groupe 10 : nombre attendu" in said, said)
 
 
 with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
@@ -329,3 +391,4 @@ with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
     choices()
     sheets()
     layouts()
+    bad_input()

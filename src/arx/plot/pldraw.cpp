@@ -1,6 +1,8 @@
 #include "arx/plot/pldraw.h"
 
+#include "arx/db/dbmtext.h"
 #include "arx/db/dbsymrecords.h"
+#include "arx/db/dbtext.h"
 #include "arx/db/dbtextsize.h"
 #include "arx/plot/plclip.h"
 #include "arx/plot/plcolor.h"
@@ -13,9 +15,19 @@ namespace base = veltora::base;
 
 namespace {
 
-constexpr double kUsualWeight = 0.25;      // mm
-constexpr double kThinnest = 0.05;         // mm, of lines of weight 0
-constexpr double kDot = 0.35;              // mm
+constexpr double kUsualWeight = 0.25;  // mm
+constexpr double kThinnest = 0.05;     // mm, of lines of weight 0
+constexpr double kDot = 0.35;          // mm
+constexpr double kUsualPoint = 0.05;   // of the paper's height: size of points
+// What PDMODE is made of: a mark, a circle and a square around it. Marks reach as far as the size to each
+// side, circle and square are as wide as it.
+constexpr int kMark = 7;
+constexpr int kNoMark = 1;
+constexpr int kPlus = 2;
+constexpr int kCross = 3;
+constexpr int kTick = 4;
+constexpr int kCircled = 32;
+constexpr int kSquared = 64;
 constexpr double kShortestPattern = 0.5;   // mm: a finer one looks like a whole line
 constexpr double kTallestLetter = 2000.0;  // mm: no paper shows more of it than a stroke
 constexpr double kLowestLetter = 0.02;     // mm
@@ -43,7 +55,10 @@ std::vector<AcGePoint2d> roundJoint(const AcGePoint2d& at, double radius) {
 }  // namespace
 
 AcPlDraw::AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale)
-    : m_view(view), m_pen(pen), m_linetypeScale(linetypeScale), m_looks(view.layers, view.hiddenLayers) {}
+    : m_view(view),
+      m_pen(pen),
+      m_linetypeScale(linetypeScale),
+      m_looks(view.layers, view.hiddenLayers, view.printed) {}
 
 void AcPlDraw::entity(const AcDbEntity& entity) {
   m_known = nullptr;
@@ -84,11 +99,12 @@ AcPlColor AcPlDraw::inkOf(const AcPlLook& look) const {
   const bool dark = paper.red + paper.green + paper.blue < 3 * 128;
   const AcPlColor standsOut = dark ? AcPlColor{255, 255, 255} : AcPlColor{0, 0, 0};
   if (m_view.monochrome) return standsOut;
-  if (look.color.isTrueColor()) {
-    const int rgb = look.color.rgb();
+  const AcCmColor& color = m_ownColor ? *m_ownColor : look.color;
+  if (color.isTrueColor()) {
+    const int rgb = color.rgb();
     return {(rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255};
   }
-  return look.color.colorIndex() == 7 ? standsOut : acplIndexColor(look.color.colorIndex());
+  return color.colorIndex() == 7 ? standsOut : acplIndexColor(color.colorIndex());
 }
 
 AcPlStroke AcPlDraw::strokeOf(const AcPlLook& look, bool dashed) const {
@@ -225,14 +241,71 @@ void AcPlDraw::textLine(const AcGiTextLine& line) {
   text.text = base::toUtf8(shown);
   text.color = inkOf(*now);
   m_pen.text(text);
+  noteFont();
 }
+
+/// Every new drawing has a style with the font "txt", which nobody chose.
+void AcPlDraw::noteFont() {
+  const auto* const line = AcDbText::cast(&drawn());
+  const auto* const lines = line ? nullptr : AcDbMText::cast(&drawn());
+  const AcDbObjectId style = line ? line->textStyle() : lines ? lines->textStyle() : AcDbObjectId();
+  if (!style.isLive() || style.stub() == m_notedStyle) return;
+  m_notedStyle = style.stub();
+  const auto* const record = AcDbTextStyleTableRecord::cast(style.stub()->object);
+  const std::wstring font = record ? base::toLower(record->fileName()) : std::wstring();
+  if (font.empty() || font == L"txt" || font == L"txt.shx" || font.starts_with(L"dejavusans")) return;
+  m_omissions.fonts.insert(record->fileName());
+}
+
+void AcPlDraw::setColor(const AcCmColor* color) { m_ownColor = color ? std::optional(*color) : std::nullopt; }
 
 void AcPlDraw::dot(const AcGePoint3d& place) {
   const AcPlLook* const now = look();
   if (!now) return;
   AcPlStroke ink = strokeOf(*now, false);
-  ink.width = std::max(ink.width, kDot);
-  stroke({onPaper(place), onPaper(place)}, ink);
+  const AcGePoint2d at = onPaper(place);
+  const PointStyle& style = pointStyle();
+  const double size = style.size;
+  const auto line = [&](double fromX, double fromY, double toX, double toY) {
+    stroke({at + AcGeVector2d(fromX, fromY) * size, at + AcGeVector2d(toX, toY) * size}, ink);
+  };
+  if ((style.mode & kCircled) != 0) {
+    Points circle = roundJoint(at, size / 2);
+    circle.push_back(circle.front());
+    stroke(circle, ink);
+  }
+  if ((style.mode & kSquared) != 0) {
+    const AcGeVector2d u(size / 2, 0), v(0, size / 2);
+    stroke({at - u - v, at + u - v, at + u + v, at - u + v, at - u - v}, ink);
+  }
+  switch (style.mode & kMark) {
+    case kNoMark:
+      return;
+    case kPlus:
+      line(-1, 0, 1, 0);
+      return line(0, -1, 0, 1);
+    case kCross:
+      line(-1, -1, 1, 1);
+      return line(-1, 1, 1, -1);
+    case kTick:
+      return line(0, 0, 0, 0.5);
+    default:
+      ink.width = std::max(ink.width, kDot);
+      stroke({at, at}, ink);
+  }
+}
+
+const AcPlDraw::PointStyle& AcPlDraw::pointStyle() {
+  if (m_pointStyle) return *m_pointStyle;
+  m_pointStyle.emplace();
+  const auto* const entity = AcDbEntity::cast(&drawn());
+  const AcDbDatabase* const database = entity ? entity->database() : nullptr;
+  if (!database) return *m_pointStyle;
+  m_pointStyle->mode = static_cast<int>(std::clamp(database->headerReal("PDMODE", 0.0), 0.0, 255.0));
+  const double size = database->headerReal("PDSIZE", 0.0);
+  m_pointStyle->size =
+      size > 0.0 ? size * m_view.mmPerUnit : m_view.paper.height * (size < 0.0 ? -size / 100.0 : kUsualPoint);
+  return *m_pointStyle;
 }
 
 void AcPlDraw::edges(std::span<const AcGePoint3d> points) {
@@ -292,6 +365,7 @@ void AcPlOmissions::add(const AcPlOmissions& other) {
   repeats += other.repeats;
   slanted += other.slanted;
   clipped += other.clipped;
+  fonts.insert(other.fonts.begin(), other.fonts.end());
 }
 
 AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen,
