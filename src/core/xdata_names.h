@@ -9,5 +9,7 @@ namespace veltora {
 inline constexpr const ACHAR* kXDataVeltora = L"VARNPLUS";
 /// Holds what a polyline along a clothoid was made from.
 inline constexpr const ACHAR* kXDataClothoide = L"CLVELTORA4";
+/// Marks the paper of a sheet, and holds its size and scale.
+inline constexpr const ACHAR* kXDataPlanche = L"VELTORAPLANCHE";
 
 }  // namespace veltora

@@ -16,11 +16,17 @@ bool demanderTexte(const wchar_t* invite, std::wstring& texte) {
   return true;
 }
 
-bool demanderEchelle(double& echelle) {
-  acedInitGet(RSG_NONEG | RSG_NOZERO, L"Ajuster");
-  const int reponse = acedGetReal(L"\nDénominateur de l'échelle ou [Ajuster] <Ajuster> : ", &echelle);
-  if (reponse != RTNORM) echelle = 0.0;
-  return reponse == RTNORM || reponse == RTKWORD || reponse == RTNONE;
+/// The scale, or the sheet that has one.
+bool demanderEchelle(demandeRendu& demande) {
+  acedInitGet(RSG_NONEG | RSG_NOZERO, L"Ajuster Planche");
+  const int reponse =
+      acedGetReal(L"\nDénominateur de l'échelle ou [Ajuster/Planche] <Ajuster> : ", &demande.echelle);
+  if (reponse != RTNORM) demande.echelle = 0.0;
+  if (reponse != RTKWORD) return reponse == RTNORM || reponse == RTNONE;
+  AcString mot;
+  if (acedGetInput(mot) != RTNORM || mot != L"Planche") return mot == L"Ajuster";
+  return demanderTexte(L"\nNuméro de la planche, ou nom de la présentation <1> : ", demande.planche) &&
+         (!demande.planche.empty() || !(demande.planche = L"1").empty());
 }
 
 bool demanderFenetre(std::optional<std::array<double, 4>>& fenetre) {
@@ -34,16 +40,21 @@ bool demanderFenetre(std::optional<std::array<double, 4>>& fenetre) {
   return true;
 }
 
+bool demanderPapier(demandeRendu& demande) {
+  if (!demanderEchelle(demande)) return false;
+  if (!demande.planche.empty()) return true;
+  return demanderTexte(L"\nFormat du papier (A4-portrait, A3-paysage...) <au plus juste> : ",
+                       demande.format) &&
+         demanderFenetre(demande.fenetre);
+}
+
 }  // namespace
 
 void tracer() {
   demandeRendu demande;
   if (!demanderTexte(L"\nPlan à écrire (.pdf, .svg ou .png) : ", demande.fichier) || demande.fichier.empty())
     return;
-  if (!demanderEchelle(demande.echelle)) return;
-  if (!demanderTexte(L"\nFormat du papier (A4-portrait, A3-paysage...) <au plus juste> : ", demande.format))
-    return;
-  if (!demanderFenetre(demande.fenetre)) return;
+  if (!demanderPapier(demande)) return;
   resultatRendu resultat;
   const bool trace = rendreDessin(demande, resultat);
   for (const base::Remarque& remarque : resultat.remarques) acutPrintf(L"\n%s", remarque.phrase());
@@ -51,8 +62,9 @@ void tracer() {
     acutPrintf(L"\nPlan impossible : %s.", resultat.erreur);
     return;
   }
-  acutPrintf(L"\nPlan %s, %.15g x %.15g mm, au 1/%.15g : %s", resultat.format, resultat.largeur,
-             resultat.hauteur, resultat.echelle, demande.fichier);
+  acutPrintf(L"\nPlan %s, %.15g x %.15g mm", resultat.format, resultat.largeur, resultat.hauteur);
+  if (resultat.echelle > 0.0) acutPrintf(L", au 1/%.15g", resultat.echelle);
+  acutPrintf(L" : %s", demande.fichier);
 }
 
 }  // namespace veltora

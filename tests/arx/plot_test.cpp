@@ -3,6 +3,7 @@
 #include "arx/plot/plcolor.h"
 #include "ent_support.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -169,6 +170,99 @@ TEST_F(PlotTest, TextsStandOnTheirBaseLine) {
   EXPECT_NEAR(pen.texts[2].base.y, 50, 1e-9);
   EXPECT_NEAR(pen.texts[1].base.y, 55, 1e-9) << "5/3 of the height higher";
   EXPECT_NEAR(pen.texts[1].base.x, 100 - acdbTextExtents(L"un", 3).width / 2, 1e-9);
+}
+
+TEST_F(PlotTest, PointsAndLayersThatOnlyScreensShow) {
+  // PDMODE, then what is drawn of a point with PDSIZE 2 at 3 mm a unit: count of lines, width and height of
+  // all.
+  const double kRows[][4] = {{0, 1, 0, 0}, {1, 0, -1, -1}, {2, 2, 12, 12},  {3, 2, 12, 12},
+                             {4, 1, 0, 3}, {33, 1, 6, 6},  {66, 3, 12, 12}, {97, 2, 6, 6}};
+  view.mmPerUnit = 3.0;
+  const auto setHeader = [&](const char* name, int code, double value) {
+    DxfTagText text;
+    text.appendReal(code, value);
+    db.setHeader(name, text);
+  };
+  setHeader("PDSIZE", 40, 2.0);
+  AcDbEntity* const point = ent_test::place(db, read(db, "POINT", "8 0|10 20|20 20"));
+  for (const auto& [mode, lines, width, height] : kRows) {
+    pen = {};
+    setHeader("PDMODE", 70, mode);
+    AcPlDraw drawing(view, pen, 1.0);
+    drawing.entity(*point);
+    AcPlBox box;
+    for (const NotingPen::Line& line : pen.lines)
+      for (const AcGePoint2d& p : line.points) box.add(p);
+    EXPECT_EQ(pen.lines.size(), static_cast<std::size_t>(lines)) << mode;
+    if (lines > 0) {
+      EXPECT_NEAR(box.right - box.left, width, 1e-9) << mode;
+      EXPECT_NEAR(box.top - box.bottom, height, 1e-9) << mode;
+    }
+  }
+  for (const bool printed : {false, true}) {
+    pen = {};
+    view.printed = printed;
+    draw("LINE", "8 DEFPOINTS|10 0|20 0|11 9|21 0");
+    EXPECT_EQ(pen.lines.size(), printed ? 0U : 1U);
+  }
+}
+
+std::string shown(const NotingPen& pen) {
+  std::string result;
+  const auto number = [](double v) { return fmt::format("{:.3f} ", std::round(v * 1000) / 1000 + 0.0); };
+  for (const AcPlText& text : pen.texts) {
+    result += text.text + " " + number(text.base.x) + number(text.base.y) + number(text.along.length()) +
+              number(text.up.x) + number(text.up.y);
+    result += fmt::format("{:02x}{:02x}{:02x}; ", text.color.red, text.color.green, text.color.blue);
+  }
+  for (const NotingPen::Line& line : pen.lines) {
+    for (const AcGePoint2d& p : line.points) result += number(p.x) + number(p.y);
+    result += fmt::format("{:02x}{:02x}{:02x}; ", line.stroke.color.red, line.stroke.color.green,
+                          line.stroke.color.blue);
+  }
+  return result;
+}
+
+TEST_F(PlotTest, FormattedTextsStandWhereTheirCodesPutThem) {
+  // Each stretch: text, base, width factor, upward vector, colour; then the lines. Widths in heights: a
+  // 0.841, b 0.871, c 0.754, X 0.940, blank 0.436, digits 0.873.
+  struct Row {
+    const char* type;
+    const char* groups;
+    const char* wanted;
+  };
+  const Row rows[] = {
+      {"MTEXT", "40 3|71 7|1 a{\\H2x;b}c",
+       "a 100.000 50.000 3.000 0.000 3.000 000000; b 102.523 50.000 6.000 0.000 6.000 000000; "
+       "c 107.749 50.000 3.000 0.000 3.000 000000; "},
+      {"MTEXT", "40 3|71 7|1 {\\C1;a}\\c65280;b",
+       "a 100.000 50.000 3.000 0.000 3.000 ff0000; b 102.523 50.000 3.000 0.000 3.000 00ff00; "},
+      {"MTEXT", "40 3|71 7|62 5|1 \\C1;{\\C256;a}\\LX\\l",
+       "a 100.000 50.000 3.000 0.000 3.000 0000ff; X 102.523 50.000 3.000 0.000 3.000 ff0000; "
+       "102.523 49.400 105.343 49.400 ff0000; "},
+      {"MTEXT", "40 3|71 7|1 \\A1;\\S1/2;a",
+       "2 100.000 48.050 3.000 0.000 3.000 000000; 1 100.000 51.950 3.000 0.000 3.000 000000; "
+       "a 102.619 50.000 3.000 0.000 3.000 000000; 100.000 51.500 102.619 51.500 000000; "},
+      {"MTEXT", "40 3|71 7|1 \\S+1^ -2;",  // one above the other: 1.149 and 0.495 before the digit
+       "-2 100.981 50.000 3.000 0.000 3.000 000000; +1 100.000 53.900 3.000 0.000 3.000 000000; "},
+      {"MTEXT", "40 3|41 20|71 1|1 \\pxqr;ab\\P\\pql;c",
+       "ab 114.864 47.000 3.000 0.000 3.000 000000; c 100.000 42.000 3.000 0.000 3.000 000000; "},
+      {"MTEXT", "40 3|41 17|71 1|1 aa {\\H2x;bb} cc",
+       "aa  100.000 44.000 3.000 0.000 3.000 000000; bb 106.354 44.000 6.000 0.000 6.000 000000; "
+       "cc 100.000 39.000 3.000 0.000 3.000 000000; "},
+      {"MTEXT", "40 3|41 5|71 1|1 a\\~a",  // a blank that does not break
+       "a\u00A0a 100.000 47.000 3.000 0.000 3.000 000000; "},
+      {"MTEXT", "40 3|71 7|1 \\W0.5;a\\Q45;b\\{\\U+00E9",
+       "a 100.000 50.000 1.500 0.000 3.000 000000; b{é 101.262 50.000 1.500 3.000 3.000 000000; "},
+      {"TEXT", "40 2|1 %%uab%%u c%%O%%d",
+       "ab c\u00B0 100.000 50.000 2.000 0.000 2.000 000000; 100.000 49.600 103.424 49.600 000000; "
+       "105.804 52.400 107.176 52.400 000000; "},
+  };
+  for (const Row& row : rows) {
+    pen = {};
+    draw(row.type, std::string("8 0|10 100|20 50|") + row.groups);
+    EXPECT_EQ(shown(pen), row.wanted) << row.groups;
+  }
 }
 
 }  // namespace

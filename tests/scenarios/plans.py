@@ -3,6 +3,7 @@
 colours at their places, words where they stand, the paper that was chosen.
 
   plans.py PROGRAM"""
+import json
 import os
 import pathlib
 import re
@@ -45,7 +46,8 @@ def drawing():
 
     space.add_line(at(0, 0), at(100, 0), dxfattribs={"layer": "BLEU"})
     space.add_line(at(0, 0), at(0, 100), dxfattribs={"layer": "BLEU"})
-    for layer in ("GELE", "ÉTEINT", "Defpoints"):
+    layers.add("ÉCRAN").dxf.plot = 0
+    for layer in ("GELE", "ÉTEINT", "Defpoints", "ÉCRAN"):
         space.add_line(at(-50, 20), at(150, 20), dxfattribs={"layer": layer})
     inner = document.blocks.new("CARRE")
     square = [(0, 0), (8, 0), (0, 8), (8, 8)]
@@ -116,6 +118,33 @@ def words():
     check(upright[3] - upright[1] > 2 * (upright[2] - upright[0]) and abs(upright[3] - (top - 40)) < 0.3, str(upright))
 
 
+def pdf_layers():
+    """Layers as readers show them: their list, and what is left on the page when one of them is off."""
+    subprocess.run(["qpdf", "--check", "plan.pdf"], stdout=subprocess.DEVNULL, check=True)
+    objects = json.loads(subprocess.run(["qpdf", "--json=2", "plan.pdf"], stdout=subprocess.PIPE, check=True).stdout)["qpdf"][1]
+    groups = {name[4:]: o["value"]["/Name"][2:] for name, o in objects.items()
+              if isinstance(o.get("value"), dict) and o["value"].get("/Type") == "/OCG"}
+    check(sorted(groups.values()) == ["0", "BLEU", "ROUGE"], str(groups))
+    root = objects["obj:" + objects["trailer"]["value"]["/Root"]]["value"]
+    shown = root["/OCProperties"]["/D"]
+    check([groups[o] for o in shown["/Order"]] == ["0", "BLEU", "ROUGE"], str(shown))
+    fonts = subprocess.run(["pdffonts", "plan.pdf"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check(re.search(r"CID TrueType +Identity-H +yes yes yes", fonts), fonts)
+    check(pathlib.Path("plan.pdf").stat().st_size < 30000, "the whole font is in the file")
+    off = next(o for o, name in groups.items() if name == "BLEU")
+    subprocess.run(["qpdf", "--qdf", "--object-streams=disable", "plan.pdf", "clair.pdf"], check=True)
+    clear = pathlib.Path("clair.pdf").read_bytes()
+    number = re.search(rb"(\d+) 0 obj\n<<\n  /Name \(BLEU\)", clear)[1]
+    pathlib.Path("eteint.pdf").write_bytes(clear.replace(b"/BaseState /ON", b"/OFF [ " + number + b" 0 R ]"))
+    subprocess.run(["qpdf", "eteint.pdf", "sans.pdf"], stderr=subprocess.DEVNULL)  # mends the places of the objects
+    _, height, pixel = pixels("sans.pdf")
+    left, bottom = (297 - 100) / 2, (210 - 100) / 2
+    for place, wanted in [((50, 0), (255, 255, 255)), ((34, 44), (255, 255, 255)), ((14, 44), (255, 0, 0)),
+                          ((65, 20), (0, 170, 85))]:
+        found = pixel(round((left + place[0]) * DPMM), height - 1 - round((bottom + place[1]) * DPMM))
+        check(max(abs(a - b) for a, b in zip(found, wanted)) <= 2, f"{off} off, {place}: {found}, not {wanted}")
+
+
 def svg():
     call(0, "rendre", "dessin.dxf", "plan.svg", "--echelle", 500, "--format", "A3-paysage")
     root = xml.etree.ElementTree.parse("plan.svg").getroot()
@@ -171,11 +200,196 @@ def choices():
     check(pixel(10, 10) == (0, 0, 0), "the paper is black")
 
 
+def dark_box(pdf):
+    """Left, right, bottom, top of what is drawn in blue on the page, mm from its lower left corner."""
+    width, height, _ = pixels(pdf)
+    data = pathlib.Path("page.ppm").read_bytes()[-3 * width * height:]
+    rows = [data[3 * width * y:3 * width * (y + 1)] for y in range(height)]
+    inked = [(y, re.search(b"^(?:...)*?\0\0\xff", row, re.S).end() // 3 - 1,
+              width - re.search(b"^(?:...)*?\xff\0\0", row[::-1], re.S).end() // 3)
+             for y, row in enumerate(rows) if b"\0\0\xff" in row and re.search(b"^(?:...)*?\0\0\xff", row, re.S)]
+    check(inked, f"{pdf}: nothing blue")
+    ys = [y for y, _, _ in inked]
+    return [min(a for _, a, _ in inked) / DPMM, (max(b for _, _, b in inked) + 1) / DPMM,
+            (height - 1 - max(ys)) / DPMM, (height - min(ys)) / DPMM]
+
+
+def near(found, wanted, what, slack=0.15):
+    check(all(abs(a - b) <= slack for a, b in zip(found, wanted)), f"{what}: {found}, not {wanted}")
+
+
+def sheets():
+    """Sheets of the program on their papers: upright, turned, moved and enlarged ones; what is not there."""
+    document = ezdxf.new("R2010")
+    document.layers.add("BLEU", color=5, lineweight=100)
+    blue = {"layer": "BLEU"}
+    space = document.modelspace()
+    space.add_line((X + 20, Y + 30), (X + 60, Y + 30), dxfattribs=blue)
+    space.add_line((X + 1000, Y + 20), (X + 1000, Y + 60), dxfattribs=blue)  # along a lower side that points up
+    document.saveas("terrain.dxf")
+    call(0, "planche", "terrain.dxf", "--format", "A4-paysage", "--echelle", 500, "--point", f"{X},{Y}", "--sortie",
+         "une.dxf")
+    call(0, "planche", "une.dxf", "--format", "A3-portrait", "--echelle", 250, "--point", f"{X + 1030},{Y}",
+         "--orientation", 100, "--sortie", "deux_planches.dxf")
+    said = call(0, "rendre", "deux_planches.dxf", "p1.pdf", "--planche", 1)
+    check("A4-paysage, 297 x 210 mm, au 1/500" in said, said)
+    near(dark_box("p1.pdf"), [39.5, 120.5, 59.5, 60.5], "first sheet")
+    said = call(0, "rendre", "deux_planches.dxf", "p2.pdf", "--planche", 2)
+    check("A3-portrait, 297 x 420 mm, au 1/250" in said, said)
+    near(dark_box("p2.pdf"), [79.5, 240.5, 119.5, 120.5], "turned sheet")
+    info = subprocess.run(["pdfinfo", "p2.pdf"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check("841.89 x 1190.55" in info, info)
+    frame = [e for e in ezdxf.readfile("deux_planches.dxf").modelspace() if e.dxftype() == "LWPOLYLINE"]
+    check([e.has_xdata("VELTORAPLANCHE") for e in frame] == [True, False, True, False], "marks of the papers")
+    # What another program did to the papers: one enlarged, one bent; a sheet mirrored in place has its left side right.
+    for name, change in [
+            ("grande.dxf", lambda paper: [(X + 2 * (x - X), Y + 2 * (y - Y)) for x, y in paper]),
+            ("pliee.dxf", lambda paper: [(x + (i == 2), y) for i, (x, y) in enumerate(paper)]),
+            ("miroir.dxf", lambda paper: [(2 * X + 148.5 - x, y) for x, y in paper])]:
+        document = ezdxf.readfile("une.dxf")
+        paper = next(e for e in document.modelspace() if e.has_xdata("VELTORAPLANCHE"))
+        paper.set_points(change([p[:2] for p in paper.get_points()]), format="xy")
+        document.saveas(name)
+    said = call(3, "rendre", "grande.dxf", "p3.pdf", "--planche", 1)
+    check("au 1/1000, et non plus au 1/500" in said, said)
+    near(dark_box("p3.pdf"), [19.5, 60.5, 29.5, 30.5], "enlarged sheet")
+    call(0, "rendre", "miroir.dxf", "p4.pdf", "--planche", 1)
+    near(dark_box("p4.pdf"), [39.5, 120.5, 59.5, 60.5], "mirrored sheet")
+    for drawing, arguments, status, wanted in [
+            ("pliee.dxf", ["--planche", 1], 1, "la planche 1 est déformée"),
+            ("deux_planches.dxf", ["--planche", 3], 1, "pas de planche « 3 » : le dessin a 2 planches"),
+            ("une.dxf", ["--planche", 0], 1, "pas de planche « 0 » : le dessin a une planche"),
+            ("terrain.dxf", ["--planche", 1], 1, "le dessin n'a pas de planche de CREERPLANCHE"),
+            ("une.dxf", ["--planche", "Layout1"], 1, "la présentation « Layout1 » ne montre rien"),
+            ("une.dxf", ["--planche", 1, "--echelle", 200], 2, "--planche")]:
+        said = call(status, "rendre", drawing, "p5.pdf", *arguments)
+        check(wanted in said, f"{drawing} {arguments}: {said}")
+
+
+def layouts():
+    """A layout of another program: its paper, what stands on it, and model space through its openings."""
+    document = ezdxf.new("R2010")
+    document.layers.add("BLEU", color=5, lineweight=100)
+    document.layers.add("ROUGE", color=1, lineweight=100)
+    blue = {"layer": "BLEU"}
+    space = document.modelspace()
+    space.add_line((X, Y), (X + 100, Y), dxfattribs=blue)
+    space.add_text("coupe", height=10, dxfattribs={"layer": "ROUGE"}).set_placement((X + 70, Y + 5))
+    space.add_line((X + 10, Y + 20), (X + 10, Y + 60), dxfattribs={"layer": "ROUGE"})
+    layout = document.layouts.new("Plan général")
+    layout.page_setup(size=(420, 297), margins=(10, 15, 20, 25), units="mm")
+    # 1/500 (2 units of the paper a metre), its middle 50 m right of the line's start: from 10 m left to 90 m right
+    opening = layout.add_viewport(center=(150, 100), size=(160, 80), view_center_point=(X + 40, Y + 10), view_height=40)
+    opening.frozen_layers = []
+    turned = layout.add_viewport(center=(320, 100), size=(60, 160), view_center_point=(-Y, X + 40), view_height=80)
+    turned.dxf.view_twist_angle = 90
+    turned.frozen_layers = ["ROUGE"]
+    layout.add_line((0, 250), (50, 250), dxfattribs=blue)
+    layout.add_text("Titre", height=5).set_placement((100, 250))
+    document.linetypes.add("TIRETS", [3.0, 2.0, -1.0])
+    space.add_line((X, Y + 2), (X + 50, Y + 2), dxfattribs={"linetype": "TIRETS"})
+    lying = document.layouts.new("Deux")  # turned a quarter: its left margin is at the sheet's bottom
+    lying.page_setup(size=(210, 297), margins=(10, 15, 20, 25), units="mm", rotation=1)
+    lying.add_line((0, 0), (50, 0), dxfattribs=blue)
+    document.saveas("presentation.dxf")
+    said = call(0, "rendre", "presentation.dxf", "l1.pdf", "--planche", "plan général")
+    check("A3-paysage, 420 x 297 mm, au 1/500" in said, said)
+    width, height, pixel = pixels("l1.pdf")
+    left, bottom = 25, 20  # margins: top 10, right 15, bottom 20, left 25
+    page = lambda x, y: pixel(round((left + x) * DPMM), height - 1 - round((bottom + y) * DPMM))
+    blue, red, white = (0, 0, 255), (255, 0, 0), (255, 255, 255)
+    for place, wanted in [
+            ((25, 250), blue), ((60, 250), white),  # the line on the paper
+            ((72, 80), blue), ((228, 80), blue), ((68, 80), white), ((232, 80), white),  # cut at the opening
+            ((90, 121), red), ((90, 137), red), ((90, 141), white),  # 20 to 60 m high, the opening ends at 30 m
+            ((320, 30), blue), ((320, 178), blue), ((320, 182), white)]:  # the same line upright, from 0 m on
+        check(max(abs(a - b) for a, b in zip(page(*place), wanted)) <= 2, f"layout {place}: {page(*place)}, not {wanted}")
+    check(not [1 for x in range(2910, 3090, 10) for y in range(1600, 1780, 10) if page(x / DPMM, y / DPMM) == red],
+          "the text's layer is frozen in the second opening")
+    # The text that reaches beyond the opening ends where it ends: nothing red right of it.
+    check(not [x for x in range(round((left + 230.5) * DPMM), round((left + 288) * DPMM))
+               if page(x / DPMM - left, 93) == red], "the text goes on beyond the opening")
+    check([x for x in range(round((left + 212) * DPMM), round((left + 229) * DPMM))
+           if page(x / DPMM - left, 93) == red], "the text is not drawn in the opening")
+    text = subprocess.run(["pdftotext", "l1.pdf", "-"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check("Titre" in text, text)
+    call(0, "rendre", "presentation.dxf", "l1.svg", "--planche", "Plan général")
+    check('width="160.000" height="80.000"' in pathlib.Path("l1.svg").read_text(), "clipped text in SVG")
+    dashes = lambda file: set(re.findall('dasharray="(.*?)"', pathlib.Path(file).read_text()))
+    check(dashes("l1.svg") == {"2.000 1.000"}, f"line types as long as on the paper: {dashes('l1.svg')}")
+    document.header["$PSLTSCALE"] = 0
+    document.saveas("tirets.dxf")
+    call(0, "rendre", "tirets.dxf", "l4.svg", "--planche", "Plan général")
+    check(dashes("l4.svg") == {"4.000 2.000"}, f"line types of the drawing: {dashes('l4.svg')}")
+    said = call(0, "rendre", "presentation.dxf", "l5.pdf", "--planche", "Deux")
+    check("A4-paysage, 297 x 210 mm\n" in said, said)
+    near(dark_box("l5.pdf"), [19.5, 70.5, 14.5, 15.5], "turned paper")
+    said = call(1, "rendre", "presentation.dxf", "l2.pdf", "--planche", 4)
+    check("pas de planche de CREERPLANCHE, et des présentations : « Plan général »" in said, said)
+    opening.dxf.view_direction_vector = (1, 1, 1)
+    turned.dxf.flags = 0x10000
+    document.saveas("biais.dxf")
+    said = call(3, "rendre", "biais.dxf", "l3.pdf", "--planche", "Plan général")
+    check("laissées vides : 1" in said and "dans le rectangle qui l'entoure : 1" in said, said)
+
+
+def bad_input():
+    """What no plan should hold: the rest is drawn as ever, what was left out is said."""
+    ezdxf.new("R2010").saveas("rien.dxf")
+    check("le dessin ne montre rien" in call(1, "rendre", "rien.dxf", "rien.pdf"), "an empty drawing")
+    document = ezdxf.new("R2010")
+    document.layers.add("BLEU", color=5, lineweight=100)
+    document.header["$LTSCALE"] = 0
+    space = document.modelspace()
+    space.add_line((X, Y), (X + 100, Y), dxfattribs={"layer": "BLEU", "linetype": "INCONNU", "ltscale": 0})
+    space.add_line((1e15, -1e15), (X, 1e15))
+    space.add_circle((X, Y), 1e15)
+    space.add_point((1e300, 1e300))
+    document.styles.add("ROMAINE", font="romaine.shx")
+    for y in (30, 40):
+        space.add_text("romain", height=2, dxfattribs={"style": "ROMAINE"}).set_placement((X, Y + y))
+    space.add_text("0", height=0).set_placement((X, Y))
+    space.add_text("grand", height=1e12).set_placement((X, Y))
+    space.add_text("a" * 100000, height=2).set_placement((X, Y + 10))
+    space.add_mtext("mot " * 25000, dxfattribs={"char_height": 0.5, "width": 80, "insert": (X, Y + 60)})
+    space.add_mtext("{" * 5000 + "\\H1e9x;\\S/;\\C-5;fin" + "}" * 9000, dxfattribs={"char_height": 1, "insert": (X, Y - 20)})
+    one, two = document.blocks.new("UN"), document.blocks.new("DEUX")
+    one.add_blockref("DEUX", (1, 0))
+    two.add_blockref("UN", (0, 1))
+    two.add_line((0, 0), (3, 0), dxfattribs={"layer": "BLEU"})
+    space.add_blockref("UN", (X + 10, Y + 20))
+    space.add_blockref("UN", (X + 10, Y + 20), dxfattribs={"xscale": 0, "yscale": 0, "zscale": 0})
+    space.add_blockref("UN", (X, Y), dxfattribs={"column_count": 30000, "row_count": 30000, "column_spacing": 1e-3})
+    hatch = space.add_hatch()
+    hatch.set_pattern_fill("LIGNES", definition=[[45, (0, 0), (1e-9, 1e-9), []]])
+    hatch.paths.add_polyline_path([(X, Y), (X + 9, Y), (X + 9, Y + 9)], is_closed=True)
+    document.saveas("mauvais.dxf")
+    window = f"{X - 10},{Y - 50},{X + 150},{Y + 80}"
+    for name in ("mauvais.pdf", "mauvais.svg", "mauvais.png"):
+        said = call(3, "rendre", "mauvais.dxf", name, "--format", "A4-paysage", "--echelle", 1000, "--fenetre", window)
+        for wanted in ("polices remplacées par DejaVu Sans : romaine.shx\n", "textes plus hauts que deux mètres", "blocs en plus de 100 000"):
+            check(said.count(wanted) == 1, f"{name}: {said}")
+    # The window's middle is that of the paper: 60 m left of it is 78.5 mm on paper; the block's line, 3 m long.
+    left, right, low, high = dark_box("mauvais.pdf")
+    near([left, right, low, high], [78, 179, 89.5, 110.5], "the line and the block among the rest")
+    words = subprocess.run(["pdftotext", "mauvais.pdf", "-"], stdout=subprocess.PIPE, check=True).stdout.decode()
+    check(words.count("mot") > 5000 and "fin" in words, f"{words.count('mot')} words")
+    bad = pathlib.Path("mauvais.dxf").read_text().replace("1e+300", "nan", 1)
+    pathlib.Path("nan.dxf").write_text(bad)
+    said = call(1, "rendre", "nan.dxf", "nan.svg", "--fenetre", window)
+    check("valeur « nan » du groupe 10 : nombre attendu" in said, said)
+
+
 with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
     os.chdir(folder)
     os.environ.update(HOME=folder, VELTORA_INSTALLATION=folder + "/installation")
     drawing()
     paper()
     words()
+    if (program.parent / "libveltora_pdf.so").exists():  # built where its libraries are
+        pdf_layers()
     svg()
     choices()
+    sheets()
+    layouts()
+    bad_input()

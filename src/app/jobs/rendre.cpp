@@ -23,6 +23,7 @@ struct Options {
   std::string file;
   std::string format;
   std::string window;
+  std::string sheet;
   std::vector<std::string> layers;
   std::string background = "blanc";
   demandeRendu demand;
@@ -51,6 +52,7 @@ int run(Options& options) {
   demandeRendu& demand = options.demand;
   demand.fichier = base::fromUtf8(options.file);
   demand.format = base::fromUtf8(options.format);
+  demand.planche = base::fromUtf8(options.sheet);
   demand.fondNoir = options.background == "noir";
   for (const std::string& layer : options.layers) demand.calques.push_back(base::fromUtf8(layer));
   if (const auto corners = readWindow(options.window)) demand.fenetre = *corners;
@@ -65,8 +67,9 @@ int run(Options& options) {
     return kFailure;
   }
   const std::string paper = result.format.empty() ? "Papier" : base::toUtf8(result.format);
-  print(base::formater("\n%s, %.15g x %.15g mm, au 1/%.15g\nPlan : %s\n", paper, result.largeur,
-                       result.hauteur, result.echelle, options.file));
+  print(base::formater("\n%s, %.15g x %.15g mm", paper, result.largeur, result.hauteur));
+  if (result.echelle > 0.0) print(base::formater(", au 1/%.15g", result.echelle));
+  print("\nPlan : " + options.file + "\n");
   return exitStatus(result.remarques);
 }
 
@@ -90,6 +93,12 @@ Run declareRendre(CLI::App& sub) {
   sub.add_option("--fenetre", options->window, "Deux coins opposés de ce qui est tracé, et rien d'autre")
       ->type_name("X1,Y1,X2,Y2")
       ->check(planWindow());
+  sub.add_option("--planche", options->sheet,
+                 "Numéro d'une planche de CREERPLANCHE, ou nom d'une présentation : son papier à son échelle")
+      ->type_name("N")
+      ->excludes("--echelle")
+      ->excludes("--format")
+      ->excludes("--fenetre");
   sub.add_option("--calques,--calque", options->layers, "Ne trace que ces calques")
       ->type_name("A,B")
       ->delimiter(',')

@@ -131,6 +131,8 @@ public:
   [[nodiscard]] bool isTransformable() const override;
   /// Adds the points that the groups give. @return false when they are not known
   bool addKeptExtents(AcDbExtents& extents) const;
+  /// Its groups by section, as in the file.
+  using AcDbObject::keptSections;
   /// Block that holds the picture of a dimension or a table, as file text; empty without one.
   [[nodiscard]] std::string pictureName() const;
   /// That block; null without one.

@@ -1,59 +1,17 @@
 #include "arx/db/dbkeptlook.h"
 
 #include "arx/db/dbhatchlook.h"
+#include "arx/db/dbkeptgroups.h"
 #include "arx/db/dbmain.h"
 #include "arx/gi/girenderer.h"
 
-#include <array>
 #include <cmath>
-#include <map>
 
 // The look of entities that are kept as file text.
 
 namespace {
 
-/// Points and numbers of the kept sections of one entity, by group code, in order.
-class KeptGroups {
-public:
-  explicit KeptGroups(const std::vector<DxfExtra>& sections) {
-    for (const DxfExtra& section : sections) {
-      DxfTagText::Cursor cursor = section.tags.tags();
-      for (DxfTag tag; cursor.next(tag);) take(tag);
-    }
-  }
-  [[nodiscard]] const std::vector<AcGePoint3d>& points(int code) { return m_points[code]; }
-  [[nodiscard]] double real(int code, double fallback = 0.0) const {
-    const auto found = m_reals.find(code);
-    return found == m_reals.end() ? fallback : found->second.front();
-  }
-  [[nodiscard]] bool has(int code) const { return m_reals.count(code) != 0; }
-  [[nodiscard]] AcGeVector3d normal() {
-    const auto& given = points(210);
-    return given.empty() ? AcGeVector3d::kZAxis : given.front().asVector();
-  }
-  /// All groups, as numbers where they are some.
-  [[nodiscard]] const std::vector<std::pair<int, double>>& inOrder() const { return m_order; }
-
-private:
-  void take(const DxfTag& tag) {
-    double value = 0.0;
-    if (tag.code < 10 || !dxfParseReal(tag.value, value)) return;
-    m_order.emplace_back(tag.code, value);
-    const bool point = (tag.code >= 10 && tag.code <= 18) || tag.code == 210;
-    const bool further = (tag.code >= 20 && tag.code <= 38) || tag.code == 220 || tag.code == 230;
-    if (point) m_points[tag.code].emplace_back(value, 0.0, 0.0);
-    if (!point && !further) m_reals[tag.code].push_back(value);
-    if (!further) return;
-    const bool z = tag.code >= 30 && tag.code != 220;
-    const auto found = m_points.find(tag.code >= 210 ? 210 : tag.code - (z ? 20 : 10));
-    if (found != m_points.end()) (z ? found->second.back().z : found->second.back().y) = value;
-  }
-  std::map<int, std::vector<AcGePoint3d>> m_points;
-  std::map<int, std::vector<double>> m_reals;
-  std::vector<std::pair<int, double>> m_order;
-};
-
-void drawSolid(AcGiRenderer& renderer, KeptGroups& groups) {
+void drawSolid(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
   std::vector<AcGePoint3d> corners;
   for (const int code : {10, 11, 13, 12}) {  // the file crosses the last two
     if (!groups.points(code).empty()) corners.push_back(groups.points(code).front());
@@ -62,7 +20,7 @@ void drawSolid(AcGiRenderer& renderer, KeptGroups& groups) {
   renderer.polygon({&corners, 1});
 }
 
-void drawImageFrame(AcGiRenderer& renderer, KeptGroups& groups) {
+void drawImageFrame(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
   for (const int code : {10, 11, 12, 13})
     if (groups.points(code).empty()) return;
   const AcGePoint3d at = groups.points(10)[0];
@@ -73,7 +31,7 @@ void drawImageFrame(AcGiRenderer& renderer, KeptGroups& groups) {
   renderer.edges(frame);
 }
 
-void drawViewport(AcGiRenderer& renderer, KeptGroups& groups) {
+void drawViewport(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
   if (groups.points(10).empty()) return;
   const AcGePoint3d c = groups.points(10)[0];
   const double w = groups.real(40) / 2;
@@ -88,7 +46,7 @@ void drawViewport(AcGiRenderer& renderer, KeptGroups& groups) {
 
 /// Lines through a point of each vertex' mitre: the first parameter (41) of each element (74) is its
 /// distance.
-void drawMultiline(AcGiRenderer& renderer, KeptGroups& groups) {
+void drawMultiline(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
   const std::vector<AcGePoint3d>& vertices = groups.points(11);
   const std::vector<AcGePoint3d>& mitres = groups.points(13);
   std::vector<std::vector<AcGePoint3d>> lines;
@@ -110,7 +68,7 @@ void drawMultiline(AcGiRenderer& renderer, KeptGroups& groups) {
   }
 }
 
-void drawPicture(AcGiGeometry& geometry, const AcDbOtherEntity& entity, KeptGroups& groups) {
+void drawPicture(AcGiGeometry& geometry, const AcDbOtherEntity& entity, AcDbKeptGroups& groups) {
   const AcDbBlockTableRecord* const block = entity.picture();
   if (!block) return;
   AcGeMatrix3d place;  // that of a dimension stands in the world
@@ -127,7 +85,7 @@ void drawPicture(AcGiGeometry& geometry, const AcDbOtherEntity& entity, KeptGrou
 void acdbDrawKept(const AcDbOtherEntity& entity, const std::vector<DxfExtra>& sections,
                   AcGiRenderer& renderer) {
   const std::string_view type = entity.dxfName();
-  KeptGroups groups(sections);
+  AcDbKeptGroups groups(sections);
   if (entity.picture()) return drawPicture(renderer, entity, groups);
   if (type == "LEADER") return renderer.edges(groups.points(10));
   if (type == "IMAGE" || type == "WIPEOUT") return drawImageFrame(renderer, groups);

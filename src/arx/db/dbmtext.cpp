@@ -16,42 +16,6 @@ namespace {
 constexpr std::size_t kChunk = 250;       // characters in one group of a long text
 constexpr double kLinePitch = 5.0 / 3.0;  // of the height: from one base line to the next at spacing 1
 
-/// Hands over each line of a paragraph broken between words, for a column of this width, with its width; a
-/// word longer than the column has its own line.
-template <class Work>
-void breakParagraph(std::wstring_view text, AcDbObjectId style, double height, double column, Work work) {
-  std::size_t start = 0;
-  std::size_t end = 0;  // of what fits
-  double width = 0;     // up to there
-  while (true) {
-    std::size_t next = text.find(L' ', end + (end > start ? 1 : 0));
-    if (next == std::wstring_view::npos) next = text.size();
-    const double candidate = acdbTextExtents(text.substr(start, next - start), style, height, 0.0).width;
-    if (column > 0 && candidate > column && end > start) {
-      work(text.substr(start, end - start), width);
-      start = end + 1;
-      end = start;
-      width = 0;
-      continue;
-    }
-    if (next == end || next == text.size()) {
-      work(text.substr(start), candidate);
-      return;
-    }
-    width = candidate;
-    end = next;
-  }
-}
-
-template <class Work>
-void breakText(std::wstring_view plain, AcDbObjectId style, double height, double column, Work work) {
-  for (std::size_t at = 0; at <= plain.size();) {
-    const std::size_t end = std::min(plain.find(L'\n', at), plain.size());
-    breakParagraph(plain.substr(at, end - at), style, height, column, work);
-    at = end + 1;
-  }
-}
-
 }  // namespace
 
 Acad::ErrorStatus AcDbMText::setContents(const ACHAR* text) {
@@ -117,31 +81,21 @@ void AcDbMText::setDatabaseDefaults(AcDbDatabase* database) {
 
 AcString AcDbMText::text() const { return acdbPlainText(m_contents); }
 
-AcDbMText::Size AcDbMText::measure() const {
-  const AcString plain = text();
-  Size size;
-  std::size_t lines = 0;
-  const AcDbTextSize one = acdbTextExtents(L"X", m_style, m_height, 0.0);
-  breakText(plain, m_style, m_height, m_width, [&](std::wstring_view, double width) {
-    size.width = std::max(size.width, width);
-    ++lines;
-  });
-  const double spacing = m_spacing > 0 ? m_spacing : 1.0;
-  if (!plain.empty()) size.height = one.height * (1 + static_cast<double>(lines - 1) * kLinePitch * spacing);
-  return size;
+AcDbMTextLayout AcDbMText::layout() const {
+  const int place = m_attachment >= kTopLeft && m_attachment <= kBottomRight ? m_attachment - 1 : 0;
+  return acdbLayOutText(m_contents, {m_style, m_height, m_width, m_spacing > 0 ? m_spacing : 1.0, place % 3});
 }
 
 double AcDbMText::linePitch() const { return m_height * kLinePitch * (m_spacing > 0 ? m_spacing : 1.0); }
 
 std::vector<AcString> AcDbMText::lines() const {
-  std::vector<AcString> lines;
-  breakText(text(), m_style, m_height, m_width,
-            [&](std::wstring_view line, double) { lines.emplace_back(line); });
+  std::vector<AcString> lines = layout().lines;
+  if (lines.empty()) lines.emplace_back();
   return lines;
 }
 
-double AcDbMText::actualWidth() const { return measure().width; }
-double AcDbMText::actualHeight() const { return measure().height; }
+double AcDbMText::actualWidth() const { return layout().width; }
+double AcDbMText::actualHeight() const { return layout().height; }
 
 Acad::ErrorStatus AcDbMText::transformBy(const AcGeMatrix3d& matrix) {
   const AcDbPlaneMap plane(matrix, m_normal);
@@ -163,30 +117,35 @@ Acad::ErrorStatus AcDbMText::transformBy(const AcGeMatrix3d& matrix) {
 }
 
 void AcDbMText::subWorldDraw(AcGiWorldDraw& draw) const {
-  const Size size = measure();
+  const AcDbMTextLayout set = layout();
   const int place = m_attachment >= kTopLeft && m_attachment <= kBottomRight ? m_attachment - 1 : 0;
-  const double left = -size.width * (place % 3) / 2;
+  const double left = -set.width * (place % 3) / 2;
   const int row = place / 3;
-  const double top = size.height * row / 2;
+  const double top = set.height * row / 2;
   const AcGeVector3d along = direction();
   const AcGeVector3d up = acdbUnitNormal(m_normal).crossProduct(along).normal();
   const auto corner = [&](double x, double y) { return m_location + along * x + up * y; };
-  if (AcGiRenderer* const renderer = draw.geometry().renderer()) {
-    const AcDbTextSize letter = acdbTextExtents(L"H", m_style, m_height, 0.0);
-    const double unit = letter.width / acdbTextExtents(L"H", 1.0).width;
-    double base = top - letter.height;
-    breakText(text(), m_style, m_height, m_width, [&](std::wstring_view line, double width) {
-      const double shift = (size.width - width) * (place % 3) / 2;
-      if (width > 0.0)
-        renderer->textLine({line, corner(left + shift, base), along * unit, up * letter.height});
-      base -= letter.height * kLinePitch * (m_spacing > 0 ? m_spacing : 1.0);
-    });
-    return;
+  AcGiRenderer* const renderer = draw.geometry().renderer();
+  if (!renderer) {
+    const AcGePoint3d corners[] = {corner(left, top - set.height), corner(left + set.width, top - set.height),
+                                   corner(left + set.width, top), corner(left, top)};
+    return draw.geometry().area(corners);
   }
-  const AcGePoint3d corners[] = {corner(left, top - size.height),
-                                 corner(left + size.width, top - size.height), corner(left + size.width, top),
-                                 corner(left, top)};
-  draw.geometry().area(corners);
+  const double factor =
+      acdbTextExtents(L"H", m_style, 1.0, 0.0).width / acdbTextExtents(L"H", 1.0).width;  // of the style
+  for (const AcDbMTextRun& run : set.runs) {
+    renderer->setColor(run.color ? &*run.color : nullptr);
+    renderer->textLine({run.text, corner(left + run.base.x, top + run.base.y),
+                        along * (run.height * factor * run.widthFactor),
+                        along * (run.height * run.slant) + up * run.height});
+  }
+  for (const AcDbMTextStroke& stroke : set.strokes) {
+    renderer->setColor(stroke.color ? &*stroke.color : nullptr);
+    const AcGePoint3d ends[] = {corner(left + stroke.from.x, top + stroke.from.y),
+                                corner(left + stroke.to.x, top + stroke.to.y)};
+    renderer->edges(ends);
+  }
+  renderer->setColor(nullptr);
 }
 
 bool AcDbMText::takeGroup(AcDbDxfReader& in) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arx/db/dbents.h"
+#include "arx/db/dbmtextlayout.h"
 
 #include <vector>
 
@@ -65,11 +66,7 @@ protected:
   void exchangeFields(AcDbMText& other);
 
 private:
-  struct Size {
-    double width = 0.0;
-    double height = 0.0;
-  };
-  [[nodiscard]] Size measure() const;
+  [[nodiscard]] AcDbMTextLayout layout() const;
   AcString m_contents;
   AcGePoint3d m_location;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;

@@ -53,6 +53,7 @@ void AcDbLayerTableRecord::dxfInFields(AcDbDxfReader& in) {
   AcDbSymbolTableRecord::dxfInFields(in);
   if (!in.enter(kLayer)) return;
   int index = 7;
+  double plotted = 1.0;
   Adesk::Int32 rgb = -1;
   while (in.next()) {
     switch (in.code()) {
@@ -68,6 +69,9 @@ void AcDbLayerTableRecord::dxfInFields(AcDbDxfReader& in) {
       case 370:
         m_lineWeight = in.integer();
         break;
+      case 290:  // kept as well, to be written as it was
+        m_plottable = !dxfParseReal(in.text(), plotted) || plotted != 0.0;
+        [[fallthrough]];
       default:
         if (!dxfInNameOrFlags(in)) in.keep();
     }
@@ -102,6 +106,7 @@ void AcDbLayerTableRecord::exchangeFields(AcDbLayerTableRecord& other) {
   std::swap(m_off, other.m_off);
   std::swap(m_lineWeight, other.m_lineWeight);
   std::swap(m_linetype, other.m_linetype);
+  std::swap(m_plottable, other.m_plottable);
 }
 
 // ---- Text style

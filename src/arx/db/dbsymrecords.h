@@ -24,6 +24,8 @@ public:
   [[nodiscard]] AcDbObjectId linetypeObjectId() const { return m_linetype; }
   Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId linetype);
   [[nodiscard]] int lineWeight() const { return m_lineWeight; }
+  /// Shown on paper and not on screens alone.
+  [[nodiscard]] bool isPlottable() const { return m_plottable; }
   void setDatabaseDefaults(AcDbDatabase& database) override;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
@@ -35,6 +37,7 @@ protected:
 private:
   AcCmColor m_color{7};
   bool m_off = false;
+  bool m_plottable = true;
   int m_lineWeight = -3;
   AcDbObjectId m_linetype;
 };

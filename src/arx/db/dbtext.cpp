@@ -249,8 +249,14 @@ void AcDbText::drawInPlane(AcGiGeometry& geometry) const {
     if (size.width == 0.0) return;
     const double factor =
         acdbTextExtents(L"H", m_style, 1.0, m_look->widthFactor).width / acdbTextExtents(L"H", 1.0).width;
-    return renderer->textLine(
+    renderer->textLine(
         {m_text.view(), base, corner(size.height * factor, 0.0) - base, corner(0.0, size.height) - base});
+    for (const AcDbTextStroke& stroke : acdbTextStrokes(m_text.view())) {
+      const AcGePoint3d ends[] = {corner(stroke.from * factor * size.height, stroke.v * size.height),
+                                  corner(stroke.to * factor * size.height, stroke.v * size.height)};
+      renderer->edges(ends);
+    }
+    return;
   }
   const AcGePoint3d corners[] = {corner(0.0, -size.descent), corner(size.width, -size.descent),
                                  corner(size.width, size.height), corner(0.0, size.height)};

@@ -133,6 +133,36 @@ std::wstring acdbShownText(std::wstring_view text) {
   return shown;
 }
 
+std::vector<AcDbTextStroke> acdbTextStrokes(std::wstring_view text) {
+  std::vector<AcDbTextStroke> strokes;
+  if (text.find(L"%%") == std::wstring_view::npos) return strokes;
+  struct Switch {
+    wchar_t code;
+    double v;
+    bool on = false;
+    double from = 0.0;
+  };
+  Switch switches[] = {{L'u', kAcDbUnderline}, {L'o', kAcDbOverline}, {L'k', kAcDbStrike}};
+  std::uint64_t thousandths = 0;
+  const auto toggle = [&](Switch& one) {
+    const double at = static_cast<double>(thousandths) / 1000.0;
+    if (one.on && at > one.from) strokes.push_back({one.from, at, one.v});
+    one.on = !one.on;
+    one.from = at;
+  };
+  for (std::size_t at = 0; at < text.size();) {
+    const Control control = text[at] == L'%' ? controlAt(text, at) : Control{};
+    const wchar_t shown = control.length ? control.shown : text[at];
+    if (shown) thousandths += advance(shown);
+    for (Switch& one : switches)
+      if (control.length && !control.shown && (text[at + 2] | 0x20) == one.code) toggle(one);
+    at += control.length ? control.length : 1;
+  }
+  for (Switch& one : switches)
+    if (one.on) toggle(one);
+  return strokes;
+}
+
 AcDbTextSize acdbTextExtents(std::wstring_view text, AcDbObjectId style, double height, double widthFactor) {
   const bool asked = height == 0 || widthFactor == 0;
   const AcDbTextStyleTableRecord* record =

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Size of a text at rotation 0, measured from the start of its base line. The drawing program has no fonts:
 /// every caller measures with this estimate. Characters are as wide as in a common sans serif (DejaVu Sans),
@@ -20,6 +21,17 @@ struct AcDbTextSize {
 ARX_API AcDbTextSize acdbTextExtents(std::wstring_view text, double height, double widthFactor = 1.0);
 /// The text as it is shown: control sequences resolved.
 ARX_API std::wstring acdbShownText(std::wstring_view text);
+/// The lines that control sequences draw along a text: %%u under it, %%o over it, %%k through it, until they
+/// stand there again.
+struct AcDbTextStroke {
+  double from = 0.0;  ///< in widths of the text at height and width factor 1, as `acdbTextExtents` gives them
+  double to = 0.0;
+  double v = 0.0;  ///< above the base line, in heights
+};
+ARX_API std::vector<AcDbTextStroke> acdbTextStrokes(std::wstring_view text);
+inline constexpr double kAcDbUnderline = -0.2;  ///< above the base line, in heights; likewise the next
+inline constexpr double kAcDbOverline = 1.2;
+inline constexpr double kAcDbStrike = 0.45;
 /// With the height and width factor of a text style where the arguments are 0.
 ARX_API AcDbTextSize acdbTextExtents(std::wstring_view text, AcDbObjectId style, double height,
                                      double widthFactor);

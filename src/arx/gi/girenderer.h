@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+class AcCmColor;
+
 /// A line of text as it is drawn: a place at (u, v), in heights of a capital letter along and above the base
 /// line, lies at base + along * u + up * v.
 struct AcGiTextLine {
@@ -24,6 +26,8 @@ public:
   /// What is drawn now has a look that is not known.
   virtual void unknown() = 0;
   virtual void textLine(const AcGiTextLine& line) = 0;
+  /// The colour of what follows, in place of that of what is drawn, which null gives back.
+  virtual void setColor(const AcCmColor* color) = 0;
   /// A point as drawn thing.
   virtual void dot(const AcGePoint3d& place) = 0;
   /// Straight edges, never dashed.

@@ -24,6 +24,14 @@ struct AcPlBox {
     left = std::min(left, p.x), right = std::max(right, p.x);
     bottom = std::min(bottom, p.y), top = std::max(top, p.y);
   }
+  [[nodiscard]] bool holds(const AcPlBox& other) const {
+    return left <= other.left && other.right <= right && bottom <= other.bottom && other.top <= top;
+  }
+  /// What both hold; empty when they are apart.
+  [[nodiscard]] AcPlBox common(const AcPlBox& other) const {
+    return {std::max(left, other.left), std::min(right, other.right), std::max(bottom, other.bottom),
+            std::min(top, other.top)};
+  }
   [[nodiscard]] bool meets(const AcPlBox& other) const {
     return left <= other.right && other.left <= right && bottom <= other.top && other.bottom <= top;
   }

@@ -1,6 +1,8 @@
 #include "arx/plot/pldraw.h"
 
+#include "arx/db/dbmtext.h"
 #include "arx/db/dbsymrecords.h"
+#include "arx/db/dbtext.h"
 #include "arx/db/dbtextsize.h"
 #include "arx/ge/geangle.h"
 #include "arx/plot/plclip.h"
@@ -14,15 +16,29 @@ namespace base = veltora::base;
 
 namespace {
 
-constexpr double kUsualWeight = 0.25;      // mm
-constexpr double kThinnest = 0.05;         // mm, of lines of weight 0
-constexpr double kDot = 0.35;              // mm
+constexpr double kUsualWeight = 0.25;  // mm
+constexpr double kThinnest = 0.05;     // mm, of lines of weight 0
+constexpr double kDot = 0.35;          // mm
+constexpr double kUsualPoint = 0.05;   // of the paper's height: size of points
+// What PDMODE is made of: a mark, a circle and a square around it. Marks reach as far as the size to each
+// side, circle and square are as wide as it.
+constexpr int kMark = 7;
+constexpr int kNoMark = 1;
+constexpr int kPlus = 2;
+constexpr int kCross = 3;
+constexpr int kTick = 4;
+constexpr int kCircled = 32;
+constexpr int kSquared = 64;
 constexpr double kShortestPattern = 0.5;   // mm: a finer one looks like a whole line
 constexpr double kTallestLetter = 2000.0;  // mm: no paper shows more of it than a stroke
 constexpr double kLowestLetter = 0.02;     // mm
 constexpr double kMostRepeats = 100000;
 
 AcGeVector2d flat(const AcGeVector3d& v) { return {v.x, v.y}; }
+
+AcGeVector2d turnedToPaper(const AcGeVector2d& v, const AcPlView& view) {
+  return AcGeVector2d(v.dotProduct(view.right), v.dotProduct(view.right.perpVector())) * view.mmPerUnit;
+}
 
 bool isPlace(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
@@ -39,7 +55,10 @@ std::vector<AcGePoint2d> roundJoint(const AcGePoint2d& at, double radius) {
 }  // namespace
 
 AcPlDraw::AcPlDraw(const AcPlView& view, AcPlPen& pen, double linetypeScale)
-    : m_view(view), m_pen(pen), m_linetypeScale(linetypeScale), m_looks(view.layers) {}
+    : m_view(view),
+      m_pen(pen),
+      m_linetypeScale(linetypeScale),
+      m_looks(view.layers, view.hiddenLayers, view.printed) {}
 
 void AcPlDraw::entity(const AcDbEntity& entity) {
   m_known = nullptr;
@@ -54,7 +73,12 @@ std::optional<AcPlColor> AcPlDraw::inkOf(const AcDbEntity& entity) {
 
 AcGePoint2d AcPlDraw::onPaper(const AcGePoint3d& place) const {
   const AcGePoint3d world = toWorld() * place;
-  return {(world.x - m_view.corner.x) * m_view.mmPerUnit, (world.y - m_view.corner.y) * m_view.mmPerUnit};
+  const AcGeVector2d from = AcGePoint2d(world.x, world.y) - m_view.corner;
+  return AcGePoint2d() + turnedToPaper(from, m_view);
+}
+
+AcGeVector2d AcPlDraw::onPaper(const AcGeVector3d& way) const {
+  return turnedToPaper(flat(toWorld() * way), m_view);
 }
 
 const AcPlLook* AcPlDraw::look() {
@@ -75,11 +99,12 @@ AcPlColor AcPlDraw::inkOf(const AcPlLook& look) const {
   const bool dark = paper.red + paper.green + paper.blue < 3 * 128;
   const AcPlColor standsOut = dark ? AcPlColor{255, 255, 255} : AcPlColor{0, 0, 0};
   if (m_view.monochrome) return standsOut;
-  if (look.color.isTrueColor()) {
-    const int rgb = look.color.rgb();
+  const AcCmColor& color = m_ownColor ? *m_ownColor : look.color;
+  if (color.isTrueColor()) {
+    const int rgb = color.rgb();
     return {(rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255};
   }
-  return look.color.colorIndex() == 7 ? standsOut : acplIndexColor(look.color.colorIndex());
+  return color.colorIndex() == 7 ? standsOut : acplIndexColor(color.colorIndex());
 }
 
 AcPlStroke AcPlDraw::strokeOf(const AcPlLook& look, bool dashed) const {
@@ -195,8 +220,8 @@ void AcPlDraw::textLine(const AcGiTextLine& line) {
   if (!now) return;
   AcPlText text;
   text.base = onPaper(line.base);
-  text.along = flat(toWorld() * line.along) * m_view.mmPerUnit;
-  text.up = flat(toWorld() * line.up) * m_view.mmPerUnit;
+  text.along = onPaper(line.along);
+  text.up = onPaper(line.up);
   const Points frame{text.base, text.base + text.along, text.base + text.up};
   if (!isFinite(frame)) return;
   const double area = std::fabs(text.along.x * text.up.y - text.along.y * text.up.x);
@@ -210,18 +235,77 @@ void AcPlDraw::textLine(const AcGiTextLine& line) {
   AcPlBox box;
   for (const double u : {0.0, width})
     for (const double v : {-0.5, 1.5}) box.add(text.base + text.along * u + text.up * v);
-  if (!box.meets(visible(0.0))) return;
+  const AcPlBox shownBox = visible(0.0);
+  if (!box.meets(shownBox)) return;
+  if (m_view.window && !shownBox.holds(box)) text.within = &shownBox;
   text.text = base::toUtf8(shown);
   text.color = inkOf(*now);
   m_pen.text(text);
+  noteFont();
 }
+
+/// Every new drawing has a style with the font "txt", which nobody chose.
+void AcPlDraw::noteFont() {
+  const auto* const line = AcDbText::cast(&drawn());
+  const auto* const lines = line ? nullptr : AcDbMText::cast(&drawn());
+  const AcDbObjectId style = line ? line->textStyle() : lines ? lines->textStyle() : AcDbObjectId();
+  if (!style.isLive() || style.stub() == m_notedStyle) return;
+  m_notedStyle = style.stub();
+  const auto* const record = AcDbTextStyleTableRecord::cast(style.stub()->object);
+  const std::wstring font = record ? base::toLower(record->fileName()) : std::wstring();
+  if (font.empty() || font == L"txt" || font == L"txt.shx" || font.starts_with(L"dejavusans")) return;
+  m_omissions.fonts.insert(record->fileName());
+}
+
+void AcPlDraw::setColor(const AcCmColor* color) { m_ownColor = color ? std::optional(*color) : std::nullopt; }
 
 void AcPlDraw::dot(const AcGePoint3d& place) {
   const AcPlLook* const now = look();
   if (!now) return;
   AcPlStroke ink = strokeOf(*now, false);
-  ink.width = std::max(ink.width, kDot);
-  stroke({onPaper(place), onPaper(place)}, ink);
+  const AcGePoint2d at = onPaper(place);
+  const PointStyle& style = pointStyle();
+  const double size = style.size;
+  const auto line = [&](double fromX, double fromY, double toX, double toY) {
+    stroke({at + AcGeVector2d(fromX, fromY) * size, at + AcGeVector2d(toX, toY) * size}, ink);
+  };
+  if ((style.mode & kCircled) != 0) {
+    Points circle = roundJoint(at, size / 2);
+    circle.push_back(circle.front());
+    stroke(circle, ink);
+  }
+  if ((style.mode & kSquared) != 0) {
+    const AcGeVector2d u(size / 2, 0), v(0, size / 2);
+    stroke({at - u - v, at + u - v, at + u + v, at - u + v, at - u - v}, ink);
+  }
+  switch (style.mode & kMark) {
+    case kNoMark:
+      return;
+    case kPlus:
+      line(-1, 0, 1, 0);
+      return line(0, -1, 0, 1);
+    case kCross:
+      line(-1, -1, 1, 1);
+      return line(-1, 1, 1, -1);
+    case kTick:
+      return line(0, 0, 0, 0.5);
+    default:
+      ink.width = std::max(ink.width, kDot);
+      stroke({at, at}, ink);
+  }
+}
+
+const AcPlDraw::PointStyle& AcPlDraw::pointStyle() {
+  if (m_pointStyle) return *m_pointStyle;
+  m_pointStyle.emplace();
+  const auto* const entity = AcDbEntity::cast(&drawn());
+  const AcDbDatabase* const database = entity ? entity->database() : nullptr;
+  if (!database) return *m_pointStyle;
+  m_pointStyle->mode = static_cast<int>(std::clamp(database->headerReal("PDMODE", 0.0), 0.0, 255.0));
+  const double size = database->headerReal("PDSIZE", 0.0);
+  m_pointStyle->size =
+      size > 0.0 ? size * m_view.mmPerUnit : m_view.paper.height * (size < 0.0 ? -size / 100.0 : kUsualPoint);
+  return *m_pointStyle;
 }
 
 void AcPlDraw::edges(std::span<const AcGePoint3d> points) {
@@ -274,9 +358,20 @@ void AcPlDraw::wideCurve(std::span<const AcGeCurvePiece> pieces,
   for (const Points& ring : rings) m_pen.fill({&ring, 1}, inkOf(*now));
 }
 
-AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen) {
+void AcPlOmissions::add(const AcPlOmissions& other) {
+  for (const auto& [kind, count] : other.kinds) kinds[kind] += count;
+  places += other.places;
+  texts += other.texts;
+  repeats += other.repeats;
+  slanted += other.slanted;
+  clipped += other.clipped;
+  fonts.insert(other.fonts.begin(), other.fonts.end());
+}
+
+AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlView& view, AcPlPen& pen,
+                       double linetypeShare) {
   const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
-  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0));
+  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0) * linetypeShare);
   if (!record) return {};
   for (const AcDbObjectId& id : record->entities()) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;

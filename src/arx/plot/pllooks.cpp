@@ -33,15 +33,17 @@ const AcPlLooks::Layer& AcPlLooks::ofLayer(AcDbObjectId id) {
   layer.name = base::toUtf8(name);
   layer.zero = name == L"0";
   const auto same = [&](const std::wstring& wanted) { return base::compareNoCase(name, wanted) == 0; };
-  layer.hidden = !m_wanted.empty() && std::none_of(m_wanted.begin(), m_wanted.end(), same);
+  layer.hidden = (!m_wanted.empty() && std::none_of(m_wanted.begin(), m_wanted.end(), same)) ||
+                 std::any_of(m_unwanted.begin(), m_unwanted.end(), same);
   // What is drawn to help drawing is on this layer, which is never printed.
-  if (base::compareNoCase(name, L"Defpoints") == 0) layer.hidden = true;
+  if (m_printed && base::compareNoCase(name, L"Defpoints") == 0) layer.hidden = true;
   if (!record) return layer;
   layer.color = record->color();
   layer.weight = record->lineWeight();
   From from = From::kOwn;
   layer.linetype = linetypeOf(record->linetypeObjectId(), from);
-  layer.hidden = layer.hidden || record->isOff() || record->isFrozen();
+  layer.hidden =
+      layer.hidden || record->isOff() || record->isFrozen() || (m_printed && !record->isPlottable());
   return layer;
 }
 

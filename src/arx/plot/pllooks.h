@@ -23,7 +23,11 @@ struct AcPlLook {
 class ARX_API AcPlLooks {
 public:
   /// @param layers  the only ones that are drawn, by name whatever the case; all for none
-  explicit AcPlLooks(std::vector<std::wstring> layers) : m_wanted(std::move(layers)) {}
+  /// @param unwanted  further ones that are not
+  /// @param printed  on paper, where layers that are not to be plotted, and Defpoints, do not show
+  explicit AcPlLooks(std::vector<std::wstring> layers, std::vector<std::wstring> unwanted = {},
+                     bool printed = false)
+      : m_wanted(std::move(layers)), m_unwanted(std::move(unwanted)), m_printed(printed) {}
   /// @param outer  the look of the reference around it; null outside of blocks
   [[nodiscard]] AcPlLook of(const AcDbEntity& entity, const AcPlLook* outer);
   /// Whether it stands on a layer that is drawn, outside of blocks.
@@ -43,5 +47,7 @@ private:
   };
   const Layer& ofLayer(AcDbObjectId id);
   std::vector<std::wstring> m_wanted;
+  std::vector<std::wstring> m_unwanted;
+  bool m_printed;
   std::unordered_map<const AcDbStub*, Layer> m_layers;
 };

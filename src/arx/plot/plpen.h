@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+struct AcPlBox;
+
 /// A colour as it is printed, 0 to 255 each.
 struct AcPlColor {
   int red = 0;
@@ -41,6 +43,7 @@ struct AcPlText {
   AcGeVector2d along;
   AcGeVector2d up;
   AcPlColor color;
+  const AcPlBox* within = nullptr;  ///< what lies outside is not shown; null for all
 };
 
 /// Puts what is drawn into a file format. Places are millimetres from the lower left corner of the paper, y

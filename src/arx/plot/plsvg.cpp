@@ -1,5 +1,7 @@
 #include "arx/plot/plsvg.h"
 
+#include "arx/plot/plclip.h"
+
 #include <fmt/format.h>
 
 #include <iterator>
@@ -87,6 +89,13 @@ void AcPlSvgPen::fill(std::span<const std::vector<AcGePoint2d>> rings, const AcP
 void AcPlSvgPen::text(const AcPlText& text) {
   Layer& on = current();
   closePath(on);
+  if (text.within) {
+    const AcPlBox& box = *text.within;
+    on.content += fmt::format(
+        "<svg x=\"{0:.3f}\" y=\"{1:.3f}\" width=\"{2:.3f}\" height=\"{3:.3f}\" "
+        "viewBox=\"{0:.3f} {1:.3f} {2:.3f} {3:.3f}\">",
+        box.left, m_paper.height - box.top, box.right - box.left, box.top - box.bottom);
+  }
   // The font's size is one unit, whose capitals are lower by the font's share.
   const double k = 1.0 / kAcPlCapital;
   on.content += fmt::format(
@@ -94,6 +103,7 @@ void AcPlSvgPen::text(const AcPlText& text) {
       "{:.3f})\">{}</text>\n",
       hex(text.color), text.along.x * k, -text.along.y * k, -text.up.x * k, text.up.y * k, text.base.x,
       m_paper.height - text.base.y, escaped(text.text));
+  if (text.within) on.content += "</svg>\n";
 }
 
 bool AcPlSvgPen::finish(std::string& file, std::string&) {

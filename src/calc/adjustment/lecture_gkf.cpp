@@ -20,9 +20,7 @@ constexpr double kMillimetre = 1e-3;
 constexpr int kDimensionMax = 2000;
 constexpr double kM0Habituel = 10.0;       // what the format takes without "sigma-apr"
 constexpr int kLignesPermises = 5;         // remarks of one kind
-constexpr double kDoublonMax = 0.001;      // metres between two statements of one point
-constexpr double kEcartInfime = 2e-5;      // metres: no survey measures that well
-constexpr double kEcartDemesure = 0.5;     // nor that badly
+constexpr double kLongueurInfime = 2e-5;   // metres: no survey measures that well
 constexpr double kSecondesInfimes = 0.05;  // centesimal, of angles
 
 /// An element by its name and the points that it names: the library tells no lines.
@@ -155,7 +153,7 @@ private:
   /// Deviations that no instrument has are in another unit.
   void douterEcart(const mesurePonderee& m, const TiXmlElement& e) {
     if (!(m.ecart > 0.0) || ++m_ecartsDoutes > kLignesPermises) return;
-    if (estAngulaire(m.genre) ? m.ecart < kSecondesInfimes * kSecondeCentesimale : m.ecart < kEcartInfime)
+    if (estAngulaire(m.genre) ? m.ecart < kSecondesInfimes * kSecondeCentesimale : m.ecart < kLongueurInfime)
       m_remarques.douter(nommer(e) +
                          (estAngulaire(m.genre)
                               ? L" : écart-type infime, il se donne en secondes (centésimales des grades)"

@@ -17,8 +17,6 @@ namespace veltora {
 namespace {
 
 constexpr std::size_t kMotsConnus = 3;  // a name and two coordinates, or three names
-constexpr double kDoublonMax = 0.001;   // metres between two statements of one fixed point
-constexpr double kEcartDemesure = 0.5;  // metres: no survey measures that badly
 constexpr double kEcartInfime = 0.005;  // mgr: nor that well
 constexpr std::size_t kPremiereMesure = 3;
 constexpr std::size_t kDerniereMesure = 5;

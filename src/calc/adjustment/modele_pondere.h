@@ -14,6 +14,9 @@
 /// north, metres; angles in radians, bearings clockwise from +Y.
 namespace veltora {
 
+inline constexpr double kDoublonMax = 0.001;   ///< metres between two statements of one point
+inline constexpr double kEcartDemesure = 0.5;  ///< metres: no survey measures that badly
+
 /// How a coordinate enters the adjustment.
 enum class statutCoordonnee : unsigned char {
   absente,   ///< to be computed, if any measure names it

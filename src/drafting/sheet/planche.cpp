@@ -6,6 +6,7 @@
 #include "base/uncopyable.h"
 #include "core/drawing_space.h"
 #include "core/installation.h"
+#include "drafting/sheet/planches_dessin.h"
 #include "points/bloc_fichier.h"
 
 #include <algorithm>
@@ -178,7 +179,9 @@ planche::resultat planche::dessiner() const {
   const auto tracer = [](const AcDbPolyline& polyligne) {
     DrawingSpace(nullptr, DrawingSpace::kCurrent).add(std::make_unique<AcDbPolyline>(polyligne));
   };
-  tracer(rectangle(m_origine, m_demande.papier.x * s, m_demande.papier.y * s));
+  AcDbPolyline papier = rectangle(m_origine, m_demande.papier.x * s, m_demande.papier.y * s);
+  marquerPlanche(papier, m_demande);
+  tracer(papier);
   tracer(rectangle(m_cadre[kBasGauche], (m_demande.papier.x - 2.0 * m_demande.margePapier) * s,
                    (m_demande.papier.y - 2.0 * m_demande.margePapier) * s));
   if (m_cartouche.present()) fait.cartoucheInsere = inserer(fait);

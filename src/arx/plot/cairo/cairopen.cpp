@@ -1,5 +1,7 @@
 #include "arx/plot/cairo/cairopen.h"
 
+#include "arx/plot/plclip.h"
+
 #include <cairo-pdf.h>
 #include <cairo.h>
 
@@ -81,9 +83,16 @@ public:
     cairo_matrix_init(&matrix, text.along.x * k, text.along.y * k, -text.up.x * k, -text.up.y * k, 0, 0);
     cairo_set_font_matrix(m_cairo, &matrix);
     setColor(text.color);
+    if (text.within) {
+      const AcPlBox& box = *text.within;
+      cairo_save(m_cairo);
+      cairo_rectangle(m_cairo, box.left, box.bottom, box.right - box.left, box.top - box.bottom);
+      cairo_clip(m_cairo);
+    }
     cairo_move_to(m_cairo, text.base.x, text.base.y);
     cairo_show_text(m_cairo, text.text.c_str());
     cairo_new_path(m_cairo);
+    if (text.within) cairo_restore(m_cairo);
   }
 
   bool finish(std::string& file, std::string& reason) override {
