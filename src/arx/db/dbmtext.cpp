@@ -13,8 +13,7 @@ ACDB_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
 
 namespace {
 
-constexpr std::size_t kChunk = 250;       // characters in one group of a long text
-constexpr double kLinePitch = 5.0 / 3.0;  // of the height: from one base line to the next at spacing 1
+constexpr std::size_t kChunk = 250;  // characters in one group of a long text
 
 }  // namespace
 

@@ -12,13 +12,12 @@
 
 namespace {
 
-constexpr double kLinePitch = 5.0 / 3.0;  // of the height: from one base line to the next at spacing 1
-constexpr double kItalic = 15.0;          // degrees
-constexpr double kSteepest = 85.0;        // degrees of a slant; beyond no program draws
-constexpr double kBar = 1.15;             // above the base of what stands below
-constexpr double kAbove = 1.3;            // likewise the base of what stands above
-constexpr double kStack = 2.3;            // height of both
-constexpr std::size_t kDeepest = 100;     // braces within braces
+constexpr double kItalic = 15.0;       // degrees
+constexpr double kSteepest = 85.0;     // degrees of a slant; beyond no program draws
+constexpr double kBar = 1.15;          // above the base of what stands below
+constexpr double kAbove = 1.3;         // likewise the base of what stands above
+constexpr double kStack = 2.3;         // height of both
+constexpr std::size_t kDeepest = 100;  // braces within braces
 constexpr wchar_t kStacked = L'\uFFFC';
 
 enum Lines : unsigned { kUnderlined = 1, kOverlined = 2, kStruck = 4 };

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <vector>
 
+/// From one base line to the next at spacing 1, of the height.
+inline constexpr double kLinePitch = 5.0 / 3.0;
+
 /// A stretch of a text of several lines that has one look. Places are told from the upper left corner of the
 /// text's box, y up.
 struct AcDbMTextRun {

@@ -1,6 +1,7 @@
 #include "arx/dxf/dxfinsert.h"
 
 #include "arx/db/dbentityfactory.h"
+#include "arx/db/dbresident.h"
 #include "arx/db/dbsubents.h"
 #include "arx/dxf/dxffactory.h"
 #include "base/text.h"
@@ -10,11 +11,6 @@
 using veltora::base::toLower;
 
 namespace {
-
-template <class T>
-T* resident(AcDbObjectId id) {
-  return id.isLive() ? T::cast(id.stub()->object) : nullptr;
-}
 
 AcDbObjectId recordNamed(AcDbDatabase& database, const char* kind, const std::wstring& name) {
   AcDbObjectId id;

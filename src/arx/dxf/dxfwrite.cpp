@@ -1,6 +1,7 @@
 #include "arx/dxf/dxfwrite.h"
 
 #include "arx/db/dbblockmarkers.h"
+#include "arx/db/dbresident.h"
 #include "arx/dxf/dxfcomplete.h"
 
 #include <algorithm>
@@ -39,11 +40,6 @@ private:
   std::map<std::string, std::size_t> m_rawSeen;
   std::unordered_set<const AcDbStub*> m_written;
 };
-
-template <class T>
-T* resident(AcDbObjectId id) {
-  return id.isLive() ? T::cast(id.stub()->object) : nullptr;
-}
 
 bool isModelled(const std::string& name) {
   return std::find(kModelled.begin(), kModelled.end(), name) != kModelled.end();
