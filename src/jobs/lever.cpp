@@ -142,17 +142,35 @@ private:
   std::map<std::wstring, int> m_libelles;
 };
 
+/// The file of a traverse, from 0.
+std::filesystem::path fichierPolygonale(const std::filesystem::path& premier, std::size_t rang) {
+  if (rang == 0) return premier;
+  return premier.parent_path() /
+         (premier.stem().string() + "_" + std::to_string(rang + 1) + premier.extension().string());
+}
+
+/// Names that nobody gave take no file away.
+bool polygonalesLibres(const demandeLever& demande, resultatLever& resultat) {
+  if (demande.polygonale.empty()) return true;
+  for (std::size_t i = 1; i < resultat.polygonales.size(); ++i) {
+    const std::filesystem::path chemin = fichierPolygonale(demande.polygonale, i);
+    std::error_code erreur;
+    if (std::filesystem::exists(chemin, erreur))
+      return echec(resultat, base::formater(L"le carnet contient %d polygonales et « %s » existe déjà : "
+                                            L"choisissez un autre nom, ou ôtez-le",
+                                            static_cast<int>(resultat.polygonales.size()),
+                                            base::texteDuChemin(chemin)));
+  }
+  return true;
+}
+
 bool ecrirePolygonales(const demandeLever& demande, resultatLever& resultat) {
   if (demande.polygonale.empty()) return true;
   if (resultat.polygonales.empty())
     resultat.remarques.ajouter(
         L"aucune polygonale, ni entre deux stations connues ni fermée sur l'une : pas de fichier .obs");
   for (std::size_t i = 0; i < resultat.polygonales.size(); ++i) {
-    std::filesystem::path chemin = demande.polygonale;
-    if (i > 0) {
-      chemin.replace_filename(chemin.stem().string() + "_" + std::to_string(i + 1) +
-                              chemin.extension().string());
-    }
+    const std::filesystem::path chemin = fichierPolygonale(demande.polygonale, i);
     if (!ecrireOctets(resultat.polygonales[i].contenu, chemin, resultat.erreur)) return false;
     resultat.ecrites.push_back(chemin);
   }
@@ -228,6 +246,7 @@ bool lever(const demandeLever& demande, resultatLever& resultat) {
   if (std::none_of(stations.begin(), stations.end(), [](const auto& s) { return s.refus.empty(); }))
     return echec(resultat, L"aucune station n'a pu être calculée");
   resultat.polygonales = polygonalesDuLeve(resultat.calcul, canevas);
+  if (!polygonalesLibres(demande, resultat)) return false;
   htmlDocument rapport;
   rapportLeve(resultat.calcul, resultat.corrections, rapport);
   if (!ecrireRapport(rapport, demande.rapport, resultat.erreur) ||

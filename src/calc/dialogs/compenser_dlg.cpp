@@ -1,6 +1,8 @@
 #include "calc/dialogs/compenser_dlg.h"
 
+#include "base/paths.h"
 #include "base/text.h"
+#include "calc/dialogs/choisir_sortie.h"
 #include "core/imprimer_doutes.h"
 #include "ui/driver.h"
 
@@ -34,11 +36,9 @@ void DlgCompenser::choisir() {
 }
 
 void DlgCompenser::ecrireRapport() {
-  base::FileRequest demande;
-  demande.save = true;
-  demande.filter = L"Rapport (*.html)|*.html||";
-  demande.extension = L"html";
-  if (const auto choix = ui::chooseFile(demande)) executer(false, choix->path);
+  if (const auto nom =
+          choisirSortie(L"Rapport (*.html)|*.html||", L"html", {base::cheminDuTexte(fichier.text())}))
+    executer(false, *nom);
 }
 
 void DlgCompenser::executer(bool dessin, const std::wstring& fichierRapport) {

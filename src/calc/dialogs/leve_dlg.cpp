@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "calc/dialogs/choisir_sortie.h"
 #include "calc/dialogs/resultats_dlg.h"
 #include "calc/leve/rapport_leve.h"
 #include "report/html_document.h"
@@ -42,6 +43,7 @@ LeveDLG::LeveDLG() : Dialog(L"Levé : du carnet aux coordonnées") {
   remarques.setMultiline();
   remarques.setReadOnly();
   rapport.disable();
+  enregistrer.disable();
   placer.disable();
 }
 
@@ -103,6 +105,7 @@ bool LeveDLG::montrer(const std::optional<demandeLever>& quoi) {
   for (const std::wstring& phrase : m_resultat.remarques.phrases()) texte += phrase + L"\n";
   remarques.setText(texte);
   rapport.enable(calcule);
+  enregistrer.enable(calcule);
   placer.enable(calcule);
   if (!calcule) {
     ui::messageBox(L"Pas de calcul : " + m_resultat.erreur + L".", L"Erreur de données");
@@ -142,19 +145,39 @@ void LeveDLG::montrerLeRapport() {
   montrerRapport(document);
 }
 
+bool LeveDLG::sortir(demandeLever& quoi, const wchar_t* question) {
+  if (!montrer(quoi)) return false;
+  if (!m_resultat.retenu) return true;
+  if (ui::messageBox(std::wstring(L"Des résultats sont à vérifier (voir Remarques). ") + question, L"Levé",
+                     ui::Buttons::YesNo) != ui::kYes)
+    return false;
+  quoi.malgreDoutes = true;
+  return montrer(quoi);
+}
+
+void LeveDLG::enregistrerFichier() {
+  std::optional<demandeLever> quoi = demande();
+  if (!quoi) return;
+  const auto nom = choisirSortie(L"Points (.xyz)|*.xyz|Réseau (.mc)|*.mc|Polygonales (.obs)|*.obs", L"xyz",
+                                 {quoi->carnet, quoi->canevas, quoi->regles});
+  if (!nom) return;
+  const std::filesystem::path fichier = base::cheminDuTexte(*nom);
+  const std::wstring suffixe = base::terminaison(fichier);
+  const bool liste = suffixe != L"mc" && suffixe != L"obs";
+  (liste ? quoi->points : suffixe == L"mc" ? quoi->reseau : quoi->polygonale) = fichier;
+  if (!(liste ? sortir(*quoi, L"Enregistrer les points malgré tout ?") : montrer(quoi))) return;
+  if (suffixe == L"obs" && m_resultat.ecrites.empty())
+    ui::messageBox(L"Le carnet ne contient aucune polygonale.", L"Levé");
+  else
+    ui::messageBox(L"Fichier enregistré : " + *nom, L"Levé");
+}
+
 void LeveDLG::placerPoints() {
   std::optional<demandeLever> quoi = demande();
   if (!quoi) return;
   quoi->placer = true;
-  if (!montrer(quoi)) return;
-  if (m_resultat.retenu) {
-    if (ui::messageBox(L"Des résultats sont à vérifier (voir Remarques). Placer les points malgré tout ?",
-                       L"Levé", ui::Buttons::YesNo) != ui::kYes)
-      return;
-    quoi->malgreDoutes = true;
-    if (!montrer(quoi)) return;
-  }
-  ui::messageBox(base::formater(L"Points placés : %d", m_resultat.places), L"Levé");
+  if (sortir(*quoi, L"Placer les points malgré tout ?"))
+    ui::messageBox(base::formater(L"Points placés : %d", m_resultat.places), L"Levé");
 }
 
 void commandeLever() { LeveDLG().doModal(); }

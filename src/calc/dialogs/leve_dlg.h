@@ -34,6 +34,7 @@ public:
   ui::List points{&resultats, L"Points"};
   ui::TextField remarques{&resultats, L"Remarques"};
   ui::Button rapport{this, L"Rapport", [this] { montrerLeRapport(); }};
+  ui::Button enregistrer{this, L"Enregistrer...", [this] { enregistrerFichier(); }};
   ui::Button placer{this, L"Placer", [this] { placerPoints(); }};
   ui::Button fermer{this, L"Fermer", ui::Button::Role::Cancel};
 
@@ -47,6 +48,11 @@ private:
   bool montrer(const std::optional<demandeLever>& quoi);
   void montrerReferences();
   void montrerLeRapport();
+  /// Computes once more with an output. @return false when there is no result, or the user leaves doubtful
+  /// points alone
+  bool sortir(demandeLever& quoi, const wchar_t* question);
+  /// The list of points, the network or the traverses, by the ending of the chosen name.
+  void enregistrerFichier();
   void placerPoints();
 
   resultatLever m_resultat;
