@@ -3,7 +3,7 @@
 #include "arx/db/dbkeptlook.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbplanemap.h"
-#include "arx/gi/girenderer.h"
+#include "arx/gi/gigeometry.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -547,8 +547,7 @@ const AcDbBlockTableRecord* AcDbOtherEntity::picture() const {
 }
 
 void AcDbOtherEntity::subWorldDraw(AcGiWorldDraw& draw) const {
-  if (AcGiRenderer* const renderer = draw.geometry().renderer())
-    acdbDrawKept(*this, keptSections(), *renderer);
+  acdbDrawKept(*this, keptSections(), draw.geometry());
 }
 
 std::string AcDbOtherEntity::pictureName() const {

@@ -1,9 +1,9 @@
 #include "arx/db/dbhatchlook.h"
 
+#include "arx/db/dbkeptpen.h"
 #include "arx/ge/geangle.h"
 #include "arx/ge/gearc2d.h"
 #include "arx/ge/genurbs.h"
-#include "arx/gi/girenderer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -218,9 +218,9 @@ AcDbHatchLook::AcDbHatchLook(const DxfTagText& tags) {
   normal = AcGeVector3d(z[0], z[1], z[2]);
 }
 
-void AcDbHatchLook::draw(AcGiRenderer& renderer) const {
-  if (!solid) {
-    for (const Lines& lines : families) drawLines(renderer, lines);
+void AcDbHatchLook::draw(const AcDbKeptPen& pen) const {
+  if (!solid && pen.renderer()) {
+    for (const Lines& lines : families) drawLines(*pen.renderer(), lines);
     return;
   }
   std::vector<std::vector<AcGePoint3d>> filled;
@@ -228,7 +228,7 @@ void AcDbHatchLook::draw(AcGiRenderer& renderer) const {
     std::vector<AcGePoint3d>& corners = filled.emplace_back();
     for (const AcGePoint2d& p : ring) corners.emplace_back(p.x, p.y, elevation);
   }
-  renderer.polygon(filled);
+  pen.polygon(filled);
 }
 
 void AcDbHatchLook::drawLines(AcGiRenderer& renderer, const Lines& lines) const {

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+class AcDbKeptPen;
 class AcGiRenderer;
 
 /// A hatch as its groups give it, in its own plane.
@@ -26,8 +27,8 @@ struct AcDbHatchLook {
   /// reading.
   explicit AcDbHatchLook(const DxfTagText& tags);
   /// Fills the rings or draws the lines in them. A family of more than 20,000 lines, which nobody could tell
-  /// from a fill, is left out.
-  void draw(AcGiRenderer& renderer) const;
+  /// from a fill, is left out. One that asks where things lie gets the rings.
+  void draw(const AcDbKeptPen& pen) const;
 
 private:
   void drawLines(AcGiRenderer& renderer, const Lines& lines) const;

@@ -2,8 +2,8 @@
 
 #include "arx/db/dbhatchlook.h"
 #include "arx/db/dbkeptgroups.h"
+#include "arx/db/dbkeptpen.h"
 #include "arx/db/dbmain.h"
-#include "arx/gi/girenderer.h"
 
 #include <cmath>
 
@@ -11,16 +11,16 @@
 
 namespace {
 
-void drawSolid(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
+void drawSolid(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
   std::vector<AcGePoint3d> corners;
   for (const int code : {10, 11, 13, 12}) {  // the file crosses the last two
     if (!groups.points(code).empty()) corners.push_back(groups.points(code).front());
   }
   if (corners.size() < 3) return;
-  renderer.polygon({&corners, 1});
+  pen.polygon({&corners, 1});
 }
 
-void drawImageFrame(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
+void drawImageFrame(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
   for (const int code : {10, 11, 12, 13})
     if (groups.points(code).empty()) return;
   const AcGePoint3d at = groups.points(10)[0];
@@ -28,10 +28,10 @@ void drawImageFrame(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
   const AcGeVector3d u = groups.points(11)[0].asVector() * size.x;
   const AcGeVector3d v = groups.points(12)[0].asVector() * size.y;
   const AcGePoint3d frame[] = {at, at + u, at + u + v, at + v, at};
-  renderer.edges(frame);
+  pen.edges(frame);
 }
 
-void drawViewport(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
+void drawViewport(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
   if (groups.points(10).empty()) return;
   const AcGePoint3d c = groups.points(10)[0];
   const double w = groups.real(40) / 2;
@@ -41,12 +41,12 @@ void drawViewport(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
                                {c.x + w, c.y + h, c.z},
                                {c.x - w, c.y + h, c.z},
                                {c.x - w, c.y - h, c.z}};
-  renderer.edges(frame);
+  pen.edges(frame);
 }
 
 /// Lines through a point of each vertex' mitre: the first parameter (41) of each element (74) is its
 /// distance.
-void drawMultiline(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
+void drawMultiline(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
   const std::vector<AcGePoint3d>& vertices = groups.points(11);
   const std::vector<AcGePoint3d>& mitres = groups.points(13);
   std::vector<std::vector<AcGePoint3d>> lines;
@@ -64,7 +64,7 @@ void drawMultiline(AcGiRenderer& renderer, AcDbKeptGroups& groups) {
   const bool closed = (static_cast<int>(groups.real(71)) & 2) != 0;
   for (std::vector<AcGePoint3d>& line : lines) {
     if (closed && !line.empty()) line.push_back(line.front());
-    renderer.edges(line);
+    pen.edges(line);
   }
 }
 
@@ -83,20 +83,24 @@ void drawPicture(AcGiGeometry& geometry, const AcDbOtherEntity& entity, AcDbKept
 }  // namespace
 
 void acdbDrawKept(const AcDbOtherEntity& entity, const std::vector<DxfExtra>& sections,
-                  AcGiRenderer& renderer) {
+                  AcGiGeometry& geometry) {
+  const AcDbKeptPen pen(geometry);
   const std::string_view type = entity.dxfName();
   AcDbKeptGroups groups(sections);
-  if (entity.picture()) return drawPicture(renderer, entity, groups);
-  if (type == "LEADER") return renderer.edges(groups.points(10));
-  if (type == "IMAGE" || type == "WIPEOUT") return drawImageFrame(renderer, groups);
-  if (type == "MLINE") return drawMultiline(renderer, groups);
-  if (type == "VIEWPORT") return drawViewport(renderer, groups);
-  if (type != "SOLID" && type != "TRACE" && type != "HATCH") return renderer.unknown();
+  if (entity.picture()) return drawPicture(geometry, entity, groups);
+  if (type == "LEADER") return pen.edges(groups.points(10));
+  if (type == "IMAGE" || type == "WIPEOUT") return drawImageFrame(pen, groups);
+  if (type == "MLINE") return drawMultiline(pen, groups);
+  if (type == "VIEWPORT") return drawViewport(pen, groups);
+  if (type != "SOLID" && type != "TRACE" && type != "HATCH") {
+    if (pen.renderer()) pen.renderer()->unknown();
+    return;
+  }
   AcGeVector3d normal = groups.normal();
   if (!(normal.length() > 0.0)) normal = AcGeVector3d::kZAxis;
-  renderer.pushModelTransform(AcGeMatrix3d::planeToWorld(normal.normal()));
-  if (type != "HATCH") drawSolid(renderer, groups);
+  geometry.pushModelTransform(AcGeMatrix3d::planeToWorld(normal.normal()));
+  if (type != "HATCH") drawSolid(pen, groups);
   for (const DxfExtra& section : sections)
-    if (section.subclass == "AcDbHatch") AcDbHatchLook(section.tags).draw(renderer);
-  renderer.popModelTransform();
+    if (section.subclass == "AcDbHatch") AcDbHatchLook(section.tags).draw(pen);
+  geometry.popModelTransform();
 }

@@ -206,6 +206,8 @@ private:
   bool m_meets = false;
 };
 
+constexpr double kKeptBehind = 0.1;  // of the aperture, that what is only kept counts as farther
+
 /// Of the curves and areas in blocks, for one search: each entity may show some, and a few much more.
 constexpr std::size_t kBudget = 1000000;
 constexpr std::size_t kBudgetOfEach = 20;
@@ -318,6 +320,7 @@ std::vector<AcDbObjectId> AcEdPicker::fitting(const AcEdFilter& filter) const {
 std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double aperture) const {
   const AcGePoint2d at = flat(point);
   std::optional<AcEdHit> best;
+  double bestRank = 0.0;
   Search search(living());
   const AcEdBox near = reachOf(at, aperture);
   forEachNear(near, [&](AcDbObjectId id, const AcDbEntity& entity, const AcDbExtents& extents) {
@@ -330,9 +333,12 @@ std::optional<AcEdHit> AcEdPicker::pick(const AcGePoint3d& point, double apertur
     }
     if (extents.isEmpty() || distanceToBox(at, extents) <= aperture)
       Nearest(search, at, aperture, hit).draw(entity);
-    if (hit.distance > aperture || (best && hit.distance > best->distance)) return;
+    if (hit.distance > aperture) return;
+    const double rank = hit.distance + (AcDbOtherEntity::cast(&entity) ? aperture * kKeptBehind : 0.0);
+    if (best && rank > bestRank) return;
     hit.entity = id;
     best = std::move(hit);
+    bestRank = rank;
   });
   return best;
 }
