@@ -23,12 +23,12 @@ constexpr std::array<Travail, 5> kTravaux = {{
     {genreFichier::mc, L"mc", L"CORRMCARRES", L"[Données]"},
     {genreFichier::xyz, L"xyz", L"COORDSXYZ", L"[Charger ...]"},
     {genreFichier::gsi, L"gsi", L"IMPORTGSI", L"[Fichier/...]"},
-    {genreFichier::inconnu, L"gkf", L"COMPENSER", L"[Choisir le réseau]"},
+    {genreFichier::gkf, L"gkf", L"COMPENSER", L"[Choisir le réseau]"},
 }};
 
 const Travail* travailDe(genreFichier genre, const std::wstring& fin) {
   for (const Travail& travail : kTravaux)
-    if (genre != genreFichier::inconnu && travail.genre == genre) return &travail;
+    if (travail.genre == genre) return &travail;
   // What is surely something else is not read under a name that promises otherwise.
   const bool douteux = genre == genreFichier::inconnu || genre == genreFichier::xml;
   for (const Travail& travail : kTravaux)

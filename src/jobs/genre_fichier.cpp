@@ -30,7 +30,7 @@ struct DescriptionGenre {
 };
 
 constexpr const wchar_t* kDessin = L"que lisent « veltora importer » et OPEN";
-constexpr std::array<DescriptionGenre, 12> kDescriptions = {{
+constexpr std::array<DescriptionGenre, 13> kDescriptions = {{
     {genreFichier::obs, L"des observations de polygonale (.obs)", L"que lit « veltora polygonale »"},
     {genreFichier::mc, L"un réseau (.mc)", L"que lit « veltora reseau »"},
     {genreFichier::xyz, L"une liste de coordonnées (.xyz)", L"que lit « veltora importer --points »"},
@@ -40,6 +40,7 @@ constexpr std::array<DescriptionGenre, 12> kDescriptions = {{
     {genreFichier::dwg, L"un dessin binaire DWG", L"à enregistrer d'abord en DXF"},
     {genreFichier::html, L"un rapport HTML", L"qu'aucun calcul ne lit"},
     {genreFichier::xml, L"un fichier XML", L"qu'aucun calcul ne lit"},
+    {genreFichier::gkf, L"un réseau .gkf", L"que lisent « veltora reseau --pondere » et COMPENSER"},
     {genreFichier::gsi, L"un carnet GSI", L"que lit « veltora carnet »"},
     {genreFichier::lisp, L"un programme LISP", L"que lit « veltora lisp »"},
     {genreFichier::binaire, L"un fichier binaire", L"qui n'est pas du texte"},
@@ -62,6 +63,7 @@ genreFichier parSignature(std::string_view octets) {
     return (c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r' && c != '\f');
   };
   const std::string_view debut = octets.substr(0, 4096);
+  if (debut.find("<gama-local") != std::string_view::npos) return genreFichier::gkf;
   const auto commandes = static_cast<std::size_t>(std::count_if(debut.begin(), debut.end(), commande));
   // A stray zero byte or Ctrl-Z does not make a text binary.
   return commandes * 50 > debut.size() + 100 || octets.starts_with("%PDF") ? genreFichier::binaire

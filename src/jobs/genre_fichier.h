@@ -21,6 +21,7 @@ enum class genreFichier {
   dwg,
   html,  ///< a report
   xml,
+  gkf,  ///< network of gama-local, which is XML
   gsi,  ///< field book
   lisp,
   binaire,  ///< anything that is no text

@@ -11,7 +11,7 @@ namespace veltora {
 namespace {
 
 constexpr std::array kNoms = {"inconnu", "obs",  "mc",  "xyz", "couples", "formules", "dxf",
-                              "dwg",     "html", "xml", "gsi", "lisp",    "binaire"};
+                              "dwg",     "html", "xml", "gkf", "gsi",     "lisp",     "binaire"};
 
 std::string contenu(std::string texte) {
   if (const auto octets = base::lireFichier(VELTORA_SOURCE_DIR "/" + texte)) return *octets;

@@ -87,11 +87,11 @@ private:
 
 }  // namespace
 
-double limiteW(std::size_t mesures) {
-  const double alpha =
-      std::min(kAlphaMesure, kRisqueReseau / static_cast<double>(std::max<std::size_t>(mesures, 1)));
-  return quantileNormal(1.0 - alpha / 2.0);
+double risqueMesure(std::size_t mesures) {
+  return std::min(kAlphaMesure, kRisqueReseau / static_cast<double>(std::max<std::size_t>(mesures, 1)));
 }
+
+double limiteW(std::size_t mesures) { return quantileNormal(1.0 - risqueMesure(mesures) / 2.0); }
 
 std::vector<mesureSuspecte> chercherMesuresFausses(const std::vector<statistiqueMesure>& statistiques,
                                                    const systemePondere& systeme, double somme,

@@ -15,8 +15,10 @@ struct mesureSuspecte {
   double m0Sans = 0.0;  ///< of the network without it and those before it
 };
 
-/// The limit of |w|: a risk of 0.1 % for each measure, less in large networks, so that a good one of 20 is
-/// told at most for all of them.
+/// The risk of calling a good measure a mistake: 0.1 % for each, less in large networks, so that a good one
+/// of 20 is told at most for all of them.
+VELTORA_API double risqueMesure(std::size_t mesures);
+/// The limit of |w| at that risk.
 VELTORA_API double limiteW(std::size_t mesures);
 
 /// Data snooping, one suspect at a time (Baarda 1968): the largest |w| beyond the limit, then the largest of

@@ -49,7 +49,9 @@ void ecrirePoints(plumeRapport& p, const reseauCompense& r) {
 
 void ecrireMesures(plumeRapport& p, const reseauCompense& r) {
   p.paragraphe(L"Mesures", attributs::kTitre);
-  p.paragraphe(L"Résidu : compensé moins mesuré ; w avec m0 a priori, tau avec m0 a posteriori",
+  const std::wstring limites = texteLimites(r);
+  p.paragraphe(L"Résidu : compensé moins mesuré ; w avec m0 a priori, tau avec m0 a posteriori" +
+                   (limites.empty() ? limites : L" ; " + limites),
                attributs::kPetit);
   p.entetes(
       {L"Mesure", L"Valeur", L"Ecart-type", L"Résidu", L"Redondance", L"w", L"tau", L"Détectable", L"Effet"},

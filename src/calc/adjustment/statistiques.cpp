@@ -91,7 +91,6 @@ std::vector<statistiqueMesure> statistiquesMesures(const reseauPondere& reseau,
       const double d = p.dot(Qv * p);  // of e^T P Qv P e, the weight of the error's estimate
       s.residu = v[i];
       s.redondance = std::clamp(R(i, i), 0.0, 1.0);
-      s.ecartAjuste = std::sqrt(std::max(ajustes(i, i), 0.0));
       if (!(s.redondance > kRedondanceNulle) || !(d > 0.0)) continue;
       s.w = p.dot(v) / std::sqrt(d);
       s.detectable = kDecentrage / std::sqrt(d);

@@ -18,12 +18,11 @@ inline constexpr double kDecentrage = 4.13;
 
 /// Of a measure; w and what is detectable count with m0 a priori.
 struct statistiqueMesure {
-  double residu = 0.0;       ///< adjusted less measured, radians or metres
-  double redondance = 0.0;   ///< share of its own error that its residual shows, 0 to 1
-  double w = 0.0;            ///< Baarda's standardised residual; 0 without redundancy
-  double detectable = 0.0;   ///< smallest detectable error; 0 without redundancy
-  double effet = 0.0;        ///< what an undetected one of that size moves its points by, at most; metres
-  double ecartAjuste = 0.0;  ///< standard deviation of the adjusted value, m0 a priori
+  double residu = 0.0;      ///< adjusted less measured, radians or metres
+  double redondance = 0.0;  ///< share of its own error that its residual shows, 0 to 1
+  double w = 0.0;           ///< Baarda's standardised residual; 0 without redundancy
+  double detectable = 0.0;  ///< smallest detectable error; 0 without redundancy
+  double effet = 0.0;       ///< what an undetected one of that size moves its points by, at most; metres
 };
 
 struct ellipse {

@@ -153,7 +153,6 @@ bool systemePondere::chercherDatum() {
     const auto& rangs = f.ldlt.permutationP().indices();
     std::vector<int> colonnes(static_cast<std::size_t>(d.size()));
     for (int i = 0; i < m_colonnes.nombre; ++i) colonnes[static_cast<std::size_t>(rangs[i])] = i;
-    m_pivotFaible = 1.0;
     int faible = -1;
     for (const int i : colonnes) {
       if (m_ancre[static_cast<std::size_t>(i)]) continue;
@@ -162,8 +161,6 @@ bool systemePondere::chercherDatum() {
         faible = i;
         m_ancre[static_cast<std::size_t>(i)] = 1;
         if (essai < kMouvementsMax) break;
-      } else {
-        m_pivotFaible = std::min(m_pivotFaible, part);
       }
     }
     if (faible < 0) return f.ldlt.info() == Eigen::Success;

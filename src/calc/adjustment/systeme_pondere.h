@@ -53,8 +53,6 @@ public:
   [[nodiscard]] bool datumDefini() const { return m_datumDefini; }
   /// Motions that the free coordinates do not hold either.
   [[nodiscard]] Eigen::MatrixXd mouvementsSansDatum() const;
-  /// How weak the weakest pivot is that was taken for one, as the share of its diagonal left.
-  [[nodiscard]] double pivotFaible() const { return m_pivotFaible; }
 
   /// Computes the elements of the inverse where N has some.
   void inverser();
@@ -85,7 +83,6 @@ private:
   std::vector<char> m_ancre;
   bool m_datumConnu = false;
   bool m_datumDefini = true;
-  double m_pivotFaible = 1.0;
   Eigen::MatrixXd m_V;
   Eigen::MatrixXd m_B;
   Eigen::MatrixXd m_T;  ///< V (B^T V)^-1

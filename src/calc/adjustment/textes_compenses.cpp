@@ -2,6 +2,8 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "calc/adjustment/fautes.h"
+#include "calc/adjustment/lois.h"
 #include "calc/angles.h"
 #include "calc/network/donnees_reseau.h"
 
@@ -106,6 +108,13 @@ std::vector<std::wstring> lignesPoints(const reseauCompense& r) {
   return lignes;
 }
 
+std::wstring texteLimites(const reseauCompense& r) {
+  if (r.prevu || r.test.redondance < 1) return {};
+  const std::size_t mesures = r.reseau.mesures.size();
+  return base::formater(L"limites |w| %.2f, |tau| %.2f", limiteW(mesures),
+                        limiteTau(risqueMesure(mesures), r.test.redondance));
+}
+
 std::vector<std::wstring> lignesMesures(const reseauCompense& r, std::size_t nombre) {
   std::vector<std::size_t> ordre;
   for (std::size_t i = 0; i < r.mesures.size(); ++i)
@@ -133,6 +142,8 @@ std::vector<std::wstring> lignesMesures(const reseauCompense& r, std::size_t nom
                                    texteEcart(genreMesure::distance, s.effet))
                   : base::formater(L"%8s%8s%15s%10s", L"-", L"-", L"aucune", L"-")));
   }
+  if (const std::wstring limites = texteLimites(r); !limites.empty())
+    lignes.push_back(L"Une mesure est suspecte au-delà des " + limites);
   return lignes;
 }
 

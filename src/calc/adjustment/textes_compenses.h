@@ -13,6 +13,8 @@ VELTORA_API std::vector<std::wstring> lignesBilan(const reseauCompense& resultat
 /// Of the computed points: coordinates in metres, standard deviations in mm, half axes of the standard
 /// ellipse and of that for 95 % in mm, bearing in grades.
 VELTORA_API std::vector<std::wstring> lignesPoints(const reseauCompense& resultat);
+/// "limites |w| 3.29, |tau| 2.68" at the risk of the search for mistakes; without redundancy, empty.
+VELTORA_API std::wstring texteLimites(const reseauCompense& r);
 /// Of the measures, the largest |w| first.
 /// @param nombre  how many at most
 VELTORA_API std::vector<std::wstring> lignesMesures(const reseauCompense& resultat, std::size_t nombre);
