@@ -103,7 +103,7 @@ Value positionFunction(Args& a) {
 }
 
 /// The first occurrence only, as in the dialect.
-Value substFunction(Args& a) {
+Value stringSubst(Args& a) {
   const std::wstring& pattern = a.text(1);
   const std::int32_t start = a.integerOr(3, 0);
   std::wstring text = a.text(2);
@@ -163,7 +163,7 @@ constexpr Subr kTexts[] = {
     function(L"VL-PRIN1-TO-STRING", prin1Text, 1, 1),
     function(L"VL-STRING-SEARCH", searchFunction, 2, 3),
     function(L"VL-STRING-POSITION", positionFunction, 2, 4),
-    function(L"VL-STRING-SUBST", substFunction, 3, 4),
+    function(L"VL-STRING-SUBST", stringSubst, 3, 4),
     function(L"VL-STRING-TRANSLATE", translateFunction, 3, 3),
     function(L"VL-STRING-TRIM", trimFunction, 2, 2),
     function(L"VL-STRING-LEFT-TRIM", trimLeftFunction, 2, 2),
