@@ -15,9 +15,6 @@ namespace veltora::base {
 namespace fs = std::filesystem;
 namespace {
 
-/// What the system replaces by characters that make a name unique.
-const std::string kUnique(6, 'X');
-
 fs::path& temporaryFolderOverride() {
   static fs::path folder;
   return folder;

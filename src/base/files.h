@@ -11,6 +11,9 @@
 /// Whole-file reading and replacing. Paths are UTF-8 (`std::filesystem::path` of the platform).
 namespace veltora::base {
 
+/// What the system replaces by characters that make a name unique.
+inline const std::string kUnique(6, 'X');
+
 /// What an error number of the system means, in French (UTF-8).
 VELTORA_API std::string raisonSysteme(int erreur);
 

@@ -17,7 +17,6 @@
 namespace veltora::base {
 namespace {
 
-constexpr std::string_view kHost = "poste : ";
 constexpr std::string_view kUser = "utilisateur : ";
 constexpr std::string_view kProcess = "processus : ";
 constexpr std::string_view kSince = "depuis : ";
@@ -39,17 +38,13 @@ std::string noteText() {
   const auto line = [](std::string_view key, const std::string& value) {
     return std::string(key) + value + "\n";
   };
-  return "Ce dessin est ouvert ; cette note s'efface à sa fermeture.\n" + line(kHost, nomDuPoste()) +
+  return "Ce dessin est ouvert ; cette note s'efface à sa fermeture.\n" + line(kPosteDeNote, nomDuPoste()) +
          line(kUser, userName()) + line(kProcess, std::to_string(::getpid())) + line(kSince, now());
 }
 
-/// The value behind a key at the beginning of a line; empty when there is none.
 std::string valueOf(std::string_view note, std::string_view key) {
-  const std::size_t at = note.find("\n" + std::string(key));
-  if (at == std::string_view::npos) return {};
-  const std::string_view value = note.substr(at + 1 + key.size());
   constexpr std::size_t kLongest = 80;
-  return std::string(value.substr(0, std::min(value.find('\n'), kLongest)));
+  return valeurDeNote(note, key).substr(0, kLongest);
 }
 
 std::string readNote(int descriptor) {
@@ -62,11 +57,18 @@ std::string readNote(int descriptor) {
 std::string holder(const std::string& note) {
   const std::string user = valueOf(note, kUser);
   if (user.empty()) return "par une autre session";
-  return "par " + user + " sur " + valueOf(note, kHost) + " (processus " + valueOf(note, kProcess) +
+  return "par " + user + " sur " + valueOf(note, kPosteDeNote) + " (processus " + valueOf(note, kProcess) +
          "), depuis le " + valueOf(note, kSince);
 }
 
 }  // namespace
+
+std::string valeurDeNote(std::string_view note, std::string_view key) {
+  const std::size_t at = note.find("\n" + std::string(key));
+  if (at == std::string_view::npos) return {};
+  const std::string_view value = note.substr(at + 1 + key.size());
+  return std::string(value.substr(0, value.find('\n')));
+}
 
 std::string nomDuPoste() {
   std::array<char, 256> name{};
@@ -122,8 +124,8 @@ std::string NoteUsage::poser(const std::filesystem::path& file) {
     if (other < 0) return "ce dessin est déjà ouvert par une autre session";
     const std::string note = readNote(other);
     // Its process holds a lock while it lives; a lock held elsewhere need not be seen on this machine.
-    const bool abandoned =
-        (note.empty() || valueOf(note, kHost) == nomDuPoste()) && ::flock(other, LOCK_EX | LOCK_NB) == 0;
+    const bool abandoned = (note.empty() || valueOf(note, kPosteDeNote) == nomDuPoste()) &&
+                           ::flock(other, LOCK_EX | LOCK_NB) == 0;
     if (abandoned) ::unlink(name.c_str());
     ::close(other);
     if (!abandoned) return "ce dessin est déjà ouvert " + holder(note);

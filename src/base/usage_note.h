@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 /// Several sessions on one file: how each notices what the others do.
 namespace veltora::base {
@@ -23,6 +24,11 @@ VELTORA_API EtatFichier etatFichier(const std::filesystem::path& path);
 
 /// The name of this machine in its network, as notes tell it; empty when it has none.
 VELTORA_API std::string nomDuPoste();
+
+/// The key of the machine in notes.
+inline constexpr std::string_view kPosteDeNote = "poste : ";
+/// The rest of a note's line that begins with a key, the first line left out; empty without one.
+VELTORA_API std::string valeurDeNote(std::string_view note, std::string_view key);
 
 /// The note "<name>.ouvert" beside a file in use: who has it open, on which machine, since when, in French.
 /// It is removed when this object goes and by the signals that end the process; it never keeps anybody from

@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "core/drawing_records.h"
 #include "drafting/grid/carroyage.h"
+#include "jobs/echec.h"
 #include "jobs/resultat_points.h"
 
 #include <cmath>
@@ -13,11 +14,6 @@
 
 namespace veltora {
 namespace {
-
-bool echec(resultatCarroyer& resultat, const std::wstring& raison) {
-  resultat.erreur = raison;
-  return false;
-}
 
 /// The light polylines on a layer. @param autres  how many polylines of other kinds and closed curves lie
 /// there

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "drafting/sheet/formats_papier.h"
 #include "drafting/sheet/planche.h"
+#include "jobs/echec.h"
 #include "jobs/resultat_points.h"
 
 #include <algorithm>
@@ -15,11 +16,6 @@ namespace {
 
 constexpr double kGrade = std::numbers::pi / 200.0;
 constexpr double kJuste = 1e-6;  // drawing units: what reaches no farther out of the frame lies within
-
-bool echec(resultatDressage& resultat, const std::wstring& raison) {
-  resultat.erreur = raison;
-  return false;
-}
 
 demandePlanche planchePour(const demandeDressage& demande) {
   demandePlanche voulue;

@@ -8,6 +8,7 @@
 #include "calc/leve/rapport_leve.h"
 #include "core/code_range.h"
 #include "core/point_name.h"
+#include "jobs/echec.h"
 #include "jobs/echelle_projection.h"
 #include "jobs/ecrire_rapport.h"
 #include "jobs/genre_fichier.h"
@@ -25,11 +26,6 @@ namespace veltora {
 namespace {
 
 constexpr double kHauteurMax = 10.0;  // metres, of an instrument
-
-bool echec(resultatLever& resultat, std::wstring raison) {
-  resultat.erreur = std::move(raison);
-  return false;
-}
 
 bool lireFichier(const std::filesystem::path& chemin, std::string& octets, resultatLever& resultat) {
   auto lus = base::lireFichier(chemin);

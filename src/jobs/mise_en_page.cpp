@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "drafting/sheet/formats_papier.h"
 #include "drafting/sheet/planches_dessin.h"
+#include "jobs/echec.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,11 +19,6 @@ constexpr double kMilli = 1000.0;            // drawing units are metres
 constexpr double kPlusGrandPapier = 5000.0;  // mm: PDF pages end at 14,400 points
 constexpr double kTolerance = 1e-6;          // mm
 constexpr int kFormatsIso = 10;
-
-bool echec(resultatRendu& resultat, const std::wstring& raison) {
-  resultat.erreur = raison;
-  return false;
-}
 
 struct boite {
   double x1 = std::numeric_limits<double>::infinity();

@@ -9,6 +9,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/drawing_records.h"
+#include "jobs/echec.h"
 #include "jobs/mise_en_page.h"
 #include "jobs/resultat_points.h"
 
@@ -19,11 +20,6 @@ namespace veltora {
 namespace {
 
 constexpr double kPlusDePoints = 1e8;  // of a PNG
-
-bool echec(resultatRendu& resultat, const std::wstring& raison) {
-  resultat.erreur = raison;
-  return false;
-}
 
 /// What was left out makes the picture doubtful.
 void raconter(const AcPlOmissions& omis, base::Remarques& remarques) {
@@ -77,7 +73,7 @@ bool rendreDessin(const demandeRendu& demande, resultatRendu& resultat) {
   resultat = {};
   AcDbDatabase* const dessin = acdbHostApplicationServices()->workingDatabase();
   if (!dessin) return echec(resultat, kSansProjet);
-  const std::filesystem::path chemin = base::toUtf8(demande.fichier);
+  const std::filesystem::path chemin = base::cheminDuTexte(demande.fichier);
   const std::wstring genre = base::terminaison(chemin);
   if (genre != L"pdf" && genre != L"svg" && genre != L"png")
     return echec(resultat, L"« " + demande.fichier + L" » : les plans s'écrivent en .pdf, .svg ou .png");

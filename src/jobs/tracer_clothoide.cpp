@@ -3,15 +3,11 @@
 #include "base/format.h"
 #include "base/text.h"
 #include "drafting/clothoids/imprimer_matrice.h"
+#include "jobs/echec.h"
 #include "jobs/resultat_points.h"
 
 namespace veltora {
 namespace {
-
-bool echec(resultatTracerClothoide& resultat, const std::wstring& raison) {
-  resultat.erreur = raison;
-  return false;
-}
 
 std::wstring rayonEnTexte(double rayon) {
   return rayon > 0.0 ? base::formater(L"%.4f", rayon) : std::wstring(L"infini");

@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "base/usage_note.h"
 
 #include <algorithm>
 #include <array>
@@ -20,21 +21,13 @@ namespace veltora::app {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr std::string_view kHost = "poste : ";
 constexpr std::string_view kFile = "dessin : ";
 constexpr std::string_view kTitle = "titre : ";
 constexpr std::string_view kState = "état : ";
 constexpr std::size_t kLongestNote = 65536;
+const std::string kNote = ".note";
 
 std::string lineOf(std::string_view key, const std::string& value) { return std::string(key) + value + "\n"; }
-
-/// The rest of the line that begins with a key; empty without one.
-std::string valueOf(std::string_view text, std::string_view key) {
-  const std::size_t at = text.find("\n" + std::string(key));
-  if (at == std::string_view::npos) return {};
-  const std::string_view value = text.substr(at + 1 + key.size());
-  return std::string(value.substr(0, value.find('\n')));
-}
 
 /// A name of a file as one line; none can be told of one that has several.
 std::string lineName(const std::wstring& fileName) {
@@ -98,8 +91,8 @@ std::unique_ptr<RecoveryCopy> RecoveryCopy::make(const fs::path& folder, std::st
   int failure = error.value();
   // Another process may take a new note for litter before it is locked: then one more is made.
   for (int attempt = 0; !error && attempt < 100; ++attempt) {
-    std::string name = (folder / "XXXXXX.note").string();
-    const int descriptor = ::mkostemps(name.data(), 5, O_CLOEXEC);
+    std::string name = (folder / (base::kUnique + kNote)).string();
+    const int descriptor = ::mkostemps(name.data(), static_cast<int>(kNote.size()), O_CLOEXEC);
     failure = errno;
     if (descriptor < 0) break;
     if (isLocked(descriptor) && isStillThere(descriptor))
@@ -115,7 +108,7 @@ std::unique_ptr<RecoveryCopy> RecoveryCopy::hold(const fs::path& note) {
   const int descriptor = ::open(note.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return nullptr;
   const std::string text = contentOf(descriptor);
-  const std::string host = valueOf(text, kHost);
+  const std::string host = base::valeurDeNote(text, base::kPosteDeNote);
   // A lock held elsewhere need not be seen on this machine.
   if ((!host.empty() && host != base::nomDuPoste()) || !isLocked(descriptor) || !isStillThere(descriptor)) {
     ::close(descriptor);
@@ -130,7 +123,7 @@ std::vector<std::unique_ptr<RecoveryCopy>> RecoveryCopy::abandoned(const fs::pat
   std::vector<fs::path> notes;
   std::error_code error;
   for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
-    if (it->path().extension() == ".note") notes.push_back(it->path());
+    if (it->path().extension() == kNote) notes.push_back(it->path());
   std::vector<std::pair<fs::file_time_type, std::unique_ptr<RecoveryCopy>>> found;
   for (const fs::path& note : notes) {
     std::unique_ptr<RecoveryCopy> held = hold(note);
@@ -153,18 +146,18 @@ RecoveryCopy::~RecoveryCopy() {
 
 bool RecoveryCopy::describe(const RecoveredDrawing& drawing) {
   m_drawing = drawing;
-  const std::string text = "Copie de secours d'un dessin ; la fenêtre la propose après une panne.\n" +
-                           lineOf(kHost, base::nomDuPoste()) + lineOf(kFile, lineName(drawing.fileName)) +
-                           lineOf(kTitle, base::toUtf8(drawing.title)) +
-                           lineOf(kState, stateText(drawing.state));
+  const std::string text =
+      "Copie de secours d'un dessin ; la fenêtre la propose après une panne.\n" +
+      lineOf(base::kPosteDeNote, base::nomDuPoste()) + lineOf(kFile, lineName(drawing.fileName)) +
+      lineOf(kTitle, base::toUtf8(drawing.title)) + lineOf(kState, stateText(drawing.state));
   return ::ftruncate(m_descriptor, 0) == 0 &&
          ::pwrite(m_descriptor, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size());
 }
 
 void RecoveryCopy::read(std::string_view text) {
-  m_drawing.fileName = base::texteDuChemin(valueOf(text, kFile));
-  m_drawing.title = base::fromUtf8(valueOf(text, kTitle));
-  m_drawing.state = stateOf(valueOf(text, kState));
+  m_drawing.fileName = base::texteDuChemin(base::valeurDeNote(text, kFile));
+  m_drawing.title = base::fromUtf8(base::valeurDeNote(text, kTitle));
+  m_drawing.state = stateOf(base::valeurDeNote(text, kState));
 }
 
 fs::path RecoveryCopy::copy() const { return fs::path(m_note).replace_extension(".dxf"); }

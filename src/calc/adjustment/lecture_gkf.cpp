@@ -121,7 +121,8 @@ private:
       const std::size_t axe = i == 2 ? 2 : m_axe.at(i);
       p.c.at(axe) = p.donnee.at(axe) = nombre(e, nom) * (i == 2 ? 1.0 : m_signe.at(i));
     }
-    comparer(p, avant);
+    if (const std::wstring texte = texteDoublon(p.nom, avant, p.donnee); !texte.empty())
+      m_remarques.douter(texte + L" ; les dernières servent");
     const std::wstring fixe = attribut(e, "fix");
     const std::wstring libre = attribut(e, "adj");
     for (std::size_t axe = 0; axe < 3; ++axe) {
@@ -133,20 +134,6 @@ private:
       p.statut.at(axe) = a(fixe, false) || a(fixe, true) ? statutCoordonnee::fixe
                          : a(libre, true)                ? statutCoordonnee::libre
                                                          : statutCoordonnee::approche;
-    }
-  }
-
-  /// A point that two elements place elsewhere.
-  void comparer(const pointPondere& p, const std::array<double, 3>& avant) {
-    for (std::size_t axe = 0; axe < 3; ++axe) {
-      if (avant.at(axe) == base::Z_ABSENT || std::abs(p.donnee.at(axe) - avant.at(axe)) <= kDoublonMax)
-        continue;
-      m_remarques.douter(
-          base::formater(L"le point « %s » est donné deux fois, avec des coordonnées qui se contredisent "
-                         L"(%.3f m en %s) ; les "
-                         L"dernières servent",
-                         p.nom, std::abs(p.donnee.at(axe) - avant.at(axe)), std::wstring(1, L"XYZ"[axe])));
-      return;
     }
   }
 

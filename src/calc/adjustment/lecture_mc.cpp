@@ -179,16 +179,8 @@ private:
   }
 
   void comparer(const pointPondere& p, const std::array<double, 3>& c, int ligne) {
-    for (std::size_t axe = 0; axe < 3; ++axe) {
-      if (c.at(axe) == base::Z_ABSENT || p.donnee.at(axe) == base::Z_ABSENT) continue;
-      if (std::abs(c.at(axe) - p.donnee.at(axe)) <= kDoublonMax) continue;
-      m_remarques.douter(
-          ligne, base::formater(L"le point « %s » est donné deux fois, avec des coordonnées qui se "
-                                L"contredisent (%.3f m en %s) ; celles de la ligne %d servent",
-                                p.nom, std::abs(c.at(axe) - p.donnee.at(axe)), std::wstring(1, L"XYZ"[axe]),
-                                p.ligne));
-      return;
-    }
+    if (const std::wstring texte = texteDoublon(p.nom, c, p.donnee); !texte.empty())
+      m_remarques.douter(ligne, texte + base::formater(L" ; celles de la ligne %d servent", p.ligne));
   }
 
   void prendreMesure(int i) {

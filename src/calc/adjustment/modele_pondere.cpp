@@ -47,6 +47,21 @@ double reseauPondere::gisement(int a, int b) const {
   return std::atan2(point(b).c[0] - point(a).c[0], point(b).c[1] - point(a).c[1]);
 }
 
+std::wstring texteDoublon(const std::wstring& nom, const std::array<double, 3>& a,
+                          const std::array<double, 3>& b) {
+  constexpr double kDoublonMax = 0.001;
+  for (std::size_t axe = 0; axe < 3; ++axe) {
+    if (a.at(axe) == base::Z_ABSENT || b.at(axe) == base::Z_ABSENT) continue;
+    const double ecart = std::abs(a.at(axe) - b.at(axe));
+    if (ecart > kDoublonMax)
+      return base::formater(
+          L"le point « %s » est donné deux fois, avec des coordonnées qui se contredisent "
+          L"(%.3f m en %s)",
+          nom, ecart, std::wstring(1, L"XYZ"[axe]));
+  }
+  return {};
+}
+
 double reseauPondere::coteMoyen() const {
   double somme = 0.0;
   int nombre = 0;
