@@ -8,11 +8,15 @@
 namespace veltora {
 
 bool storeRecord(AcDbObject& owner, const AcString& key, const chaineResbuf& values) {
+  auto record = std::make_unique<AcDbXrecord>();
+  const bool held = !values.tete || record->setFromRbChain(*values.tete, owner.database()) == Acad::eOk;
+  return held && storeRecord(owner, key, std::move(record));
+}
+
+bool storeRecord(AcDbObject& owner, const AcString& key, std::unique_ptr<AcDbXrecord> record) {
   owner.createExtensionDictionary();  // an existing one is no error
   const AcDbObjectPointer<AcDbDictionary> dictionary(owner.extensionDictionary(), AcDb::kForWrite);
   if (dictionary.openStatus() != Acad::eOk) return false;
-  auto record = std::make_unique<AcDbXrecord>();
-  if (values.tete && record->setFromRbChain(*values.tete, owner.database()) != Acad::eOk) return false;
   record->setXlateReferences(true);
   AcDbObjectId id;
   if (dictionary->setAt(key.c_str(), record.get(), id) != Acad::eOk) return false;

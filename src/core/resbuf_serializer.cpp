@@ -21,6 +21,7 @@ constexpr int kReference = 330;
 
 constexpr int kReferenceNulle = -9999999;
 constexpr int kTailleMorceau = 127;
+constexpr int kParVersement = 4096;
 
 }  // namespace
 
@@ -34,6 +35,14 @@ void chaineResbuf::ajouter(resbuf* element) {
   else
     tete = curseur = element;
   queue = element;
+  if (m_puits && ++m_nombre >= kParVersement) verser();
+}
+
+void chaineResbuf::verser() {
+  if (tete) m_puits(*tete);
+  acutRelRb(tete);
+  tete = queue = curseur = nullptr;
+  m_nombre = 0;
 }
 
 const resbuf* ResbufSerializer::suivant(int code) const {

@@ -4,6 +4,9 @@
 #include "base/uncopyable.h"
 #include "core/veltora_serializer.h"
 
+#include <functional>
+#include <utility>
+
 namespace veltora {
 
 /// A chain of typed values with its head, tail and reading place. Owns the items and releases them.
@@ -12,13 +15,22 @@ public:
   chaineResbuf() = default;
   /// Takes a chain over; null for an empty one.
   explicit chaineResbuf(resbuf* chaine);
+  /// A chain that is only written: its items go to `puits` by the thousand and are released, so that millions
+  /// of them need no memory. The last ones go with `verser`.
+  explicit chaineResbuf(std::function<void(const resbuf&)> puits) : m_puits(std::move(puits)) {}
   ~chaineResbuf() { acutRelRb(tete); }
   /// Appends one item, which this owns from then on.
   void ajouter(resbuf* element);
+  /// Hands over what the chain holds and empties it; for a chain with a `puits`.
+  void verser();
 
   resbuf* tete = nullptr;
   resbuf* queue = nullptr;
   resbuf* curseur = nullptr;
+
+private:
+  std::function<void(const resbuf&)> m_puits;
+  int m_nombre = 0;  // items since the last handing over
 };
 
 /// Stream over a chain of typed values, the form kept in drawings. Writes append at the tail; a read takes

@@ -113,12 +113,13 @@ private:
 
   bool dessiner() {
     int sansBloc = 0;
+    if (m_tables.size() == 1) m_tables.front()->reserver(m_liste.lignes.size());
     base::Suivi suivi(static_cast<long long>(m_liste.lignes.size()) - 1);
     for (const ligneListe& ligne : m_liste.lignes) {
       if (suivi.arrete()) return m_resultat.echec(kInterrompu);
       pointDuDessin point;
       point = ligne.point;
-      point.creer(true, ligne.point.obs.c_str());
+      point.creer(false, ligne.point.obs.c_str());  // `coder` made the layers of all codes
       if (point.id.isNull()) ++sansBloc;
       table(ligne).Ajouter(point);
       suivi.avancer();

@@ -3,14 +3,12 @@
 #include "arx/db/dbdict.h"
 #include "arx/db/dbmain.h"
 #include "arx/ed/acutads.h"
+#include "core/empreinte_serializer.h"
 #include "core/extension_record.h"
 #include "core/resbuf_serializer.h"
 
-#include <bit>
-#include <functional>
 #include <memory>
 #include <set>
-#include <string_view>
 
 namespace veltora {
 
@@ -20,7 +18,16 @@ constexpr const ACHAR* kCle = L"VELTORA4_VARN_DATA";
 constexpr const ACHAR* kCleIllisibles = L"VELTORA4_VARN_DATA_ILLISIBLES";
 constexpr int kCouleurCalqueZero = 1;  ///< of a layer "0" that has to be made
 
+constexpr std::size_t kOctetsParPoint = 112;  ///< of file text, about
+
 int s_sauvegarder = 0;
+
+std::size_t nombreDePoints(const projetsTopo& projets) {
+  std::size_t nombre = 0;
+  for (const listePointsDuDessin* table : projets.tablesListe)
+    if (table) nombre += static_cast<std::size_t>(table->nbPoint());
+  return nombre;
+}
 
 AcDbDatabase* dessinOuCourant(AcDbDatabase* db) {
   return db ? db : acdbHostApplicationServices()->workingDatabase();
@@ -61,46 +68,19 @@ void garderIllisibles(AcDbDictionary& dictionnaire, const AcDbDatabase* db) {
 }
 
 /// @return false when the drawing refuses
-bool ecrireChaine(AcDbObjectId calqueId, const chaineResbuf& chaine) {
+bool ecrireFiche(AcDbObjectId calqueId, std::unique_ptr<AcDbXrecord> fiche) {
   const AcDbObjectPointer<AcDbLayerTableRecord> calque(calqueId, AcDb::kForWrite);
   if (calque.openStatus() != Acad::eOk) return false;
   if (const AcDbObjectPointer<AcDbDictionary> dictionnaire(calque->extensionDictionary(), AcDb::kForWrite);
       dictionnaire.openStatus() == Acad::eOk)
     garderIllisibles(*dictionnaire, calqueId.database());
-  return storeRecord(*calque, kCle, chaine);
+  return storeRecord(*calque, kCle, std::move(fiche));
 }
 
 /// The stored chain, owned by the caller; null when nothing is stored.
 resbuf* lireChaine(AcDbDatabase* db) {
   const AcDbObjectPointer<AcDbLayerTableRecord> calque(calqueZero(db));
   return calque.openStatus() == Acad::eOk ? storedRecord(*calque, kCle) : nullptr;
-}
-
-/// The value of one item as a number.
-std::size_t valeurDe(const resbuf& element) {
-  const auto& valeur = element.resval;
-  switch (acutRbKind(element.restype)) {
-    case RbKind::kReal:
-      return std::bit_cast<std::size_t>(valeur.rreal);
-    case RbKind::kPoint:
-      return std::bit_cast<std::size_t>(valeur.rpoint[0]) ^ std::bit_cast<std::size_t>(valeur.rpoint[1]) * 3 ^
-             std::bit_cast<std::size_t>(valeur.rpoint[2]) * 5;
-    case RbKind::kShort:
-      return static_cast<std::size_t>(valeur.rint);
-    case RbKind::kLong:
-      return static_cast<std::size_t>(valeur.rlong);
-    case RbKind::kInt64:
-      return static_cast<std::size_t>(valeur.mnInt64);
-    case RbKind::kText:
-      return valeur.rstring ? std::hash<std::wstring_view>()(valeur.rstring) : 0;
-    case RbKind::kName:
-      return static_cast<std::size_t>(valeur.rlname[0]);
-    case RbKind::kBinary:
-      return std::hash<std::string_view>()(
-          {valeur.rbinary.buf, static_cast<std::size_t>(valeur.rbinary.clen)});
-    default:
-      return 0;
-  }
 }
 
 }  // namespace
@@ -133,31 +113,28 @@ void setSrcInfosTopo(AcDbDatabase* db, projetsTopo* projets, int sauvegarder, in
 int sauvegarderInfosTopo() {
   if (!tablesPoints) return 1;
   const AcDbObjectId calque = calqueZero(dessinOuCourant(nullptr));
-  chaineResbuf chaine;
-  int complet = 1;
+  auto fiche = std::make_unique<AcDbXrecord>();
+  bool complet = true;
   if (s_sauvegarder) {
+    fiche->reserve(kOctetsParPoint * nombreDePoints(*tablesPoints));
+    bool tenu = true;
+    chaineResbuf chaine(
+        [&](const resbuf& morceau) { tenu = tenu && fiche->appendRbChain(morceau) == Acad::eOk; });
     ResbufSerializer flux(&chaine);
-    complet = tablesPoints->SaveToXRecord(&flux);
+    complet = tablesPoints->SaveToXRecord(&flux) != 0;
+    chaine.verser();
     if (!complet) acutPrintf(L"\t*** ERREUR ***");
+    if (!tenu) return 0;
   }
-  return ecrireChaine(calque, chaine) && complet ? 1 : 0;
+  return ecrireFiche(calque, std::move(fiche)) && complet ? 1 : 0;
 }
 
 std::size_t empreinteTables(const projetsTopo& projets) {
-  chaineResbuf chaine;
-  ResbufSerializer flux(&chaine);
+  EmpreinteSerializer flux;
   projets.SaveToXRecord(&flux);
-  std::size_t empreinte = 14695981039346656037U;
-  const auto melanger = [&empreinte](std::size_t valeur) {
-    empreinte = (empreinte ^ valeur) * 1099511628211U;
-  };
-  for (const resbuf* element = chaine.tete; element; element = element->rbnext) {
-    melanger(static_cast<std::size_t>(element->restype));
-    melanger(valeurDe(*element));
-  }
-  return empreinte;
+  return flux.empreinte();
 }
 
-void purgeInfosTopo() { ecrireChaine(calqueZero(dessinOuCourant(nullptr)), chaineResbuf()); }
+void purgeInfosTopo() { ecrireFiche(calqueZero(dessinOuCourant(nullptr)), std::make_unique<AcDbXrecord>()); }
 
 }  // namespace veltora

@@ -26,6 +26,8 @@ public:
 
   /// Appends a copy. There is no test for a name already in use.
   void Ajouter(const pointDuDessin& point);
+  /// Makes room for that many more points.
+  void reserver(std::size_t points) { indexNoms.reserve(indexNoms.size() + points); }
   /// Makes a point and appends it; an altitude of exactly 0.0 adds nothing. @param nom  null for "*"
   void CreerPoint(const AcGePoint3d& pt, int code, const wchar_t* nom);
   /// @return 1 and the index when the dictionary knows the name, else 0 and -1

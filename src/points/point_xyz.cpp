@@ -83,9 +83,13 @@ void ajouterAttribut(AcDbBlockReference& bloc, const attributVoulu& voulu, doubl
 
 void marquerBloc(AcDbBlockReference& bloc, AcDbDatabase& db) {
   enregistrerApplication(db);
-  resbuf* marque = acutBuildList(1001, kXDataVeltora, 1070, 1, RTNONE);
-  if (marque) bloc.setXData(marque);
-  acutRelRb(marque);
+  static const DxfTagText marque = [] {
+    DxfTagText groupes;
+    groupes.append(1001, base::toUtf8(kXDataVeltora));
+    groupes.appendInteger(1070, 1);
+    return groupes;
+  }();
+  bloc.setXDataTags(marque);  // the block is new and has no data of others
 }
 
 }  // namespace

@@ -156,6 +156,37 @@ TEST_F(UndoTest, AFailedCommandInAGroupIsTakenBackAlone) {
   EXPECT_TRUE(isOff(id));
 }
 
+TEST_F(UndoTest, ObjectsMadeInARowComeAndGoByLevels) {
+  const auto add = [this] {
+    AcDbObjectId id;
+    EXPECT_EQ(db.addAcDbObject(id, new AcDbXrecord), Acad::eOk);
+    id.stub()->object->close();
+    return id;
+  };
+  log.begin(L"GROUPE");
+  const AcDbObjectId first = add();
+  const AcDbObjectId second = add();
+  db.setModified(false);  // as a save in the middle of a command
+  const AcDbObjectId third = add();
+  EXPECT_TRUE(db.isModified());
+  log.begin(L"ECHEC");
+  const AcDbObjectId failed = add();
+  log.rollBack();
+  EXPECT_TRUE(failed.isErased());
+  EXPECT_TRUE(first.isLive() && second.isLive() && third.isLive());
+  const AcDbObjectId last = add();
+  AcDbDatabase other(false);
+  AcDbObjectId elsewhere;  // another drawing's object with the next handle
+  ASSERT_EQ(other.addWithHandle(elsewhere, new AcDbXrecord, last.handle() + 1), Acad::eOk);
+  log.end();
+  log.undo();
+  for (const AcDbObjectId id : {first, second, third, failed, last}) EXPECT_TRUE(id.isErased());
+  EXPECT_TRUE(elsewhere.isLive());
+  log.redo();
+  for (const AcDbObjectId id : {first, second, third, last}) EXPECT_TRUE(id.isLive());
+  EXPECT_TRUE(failed.isErased());
+}
+
 TEST_F(UndoTest, ARolledBackStepLeavesWhatCanBeRedone) {
   AcDbObjectId id;
   step(L"1", [&] { id = make(L"A"); });

@@ -7,10 +7,13 @@ ACDB_DEFINE_MEMBERS(AcDbAttributeDefinition, AcDbText, "ATTDEF")
 
 bool AcDbAttributeFields::take(AcDbDxfReader& in) {
   switch (in.code()) {
-    case 2:
-      in.wide(tag);
+    case 2: {
+      AcDbShortText<32> name;
+      in.wide(name);
+      tag.set(name.view());
       tagSeen = true;
       return true;
+    }
     case 70:  // a second one belongs to attributes of several lines
       if (flagsSeen) return false;
       flags = static_cast<Adesk::Int16>(in.integer());
@@ -35,7 +38,7 @@ void AcDbAttributeFields::writeHead(AcDbDxfWriter& out) const {
 }
 
 void AcDbAttributeFields::writeTag(AcDbDxfWriter& out) const {
-  out.wide(2, tag.view());
+  out.wide(2, tag.text());
   out.integer(70, flags);
   if (fieldLength != 0) out.integer(73, fieldLength);
 }
@@ -59,13 +62,13 @@ void AcDbAttributeFields::swap(AcDbAttributeFields& other) noexcept {
 AcDbAttribute::AcDbAttribute(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
                              AcDbObjectId style)
     : AcDbText(position, text, style) {
-  m_fields.tag.assign(tag ? tag : L"");
+  m_fields.tag.set(tag ? tag : L"");
 }
 
 Acad::ErrorStatus AcDbAttribute::setTag(const ACHAR* tag) {
   if (!tag) return Acad::eInvalidInput;
   const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_fields.tag.assign(tag);
+  if (status == Acad::eOk) m_fields.tag.set(tag);
   return status;
 }
 
@@ -126,13 +129,13 @@ void AcDbAttribute::exchangeFields(AcDbAttribute& other) {
 AcDbAttributeDefinition::AcDbAttributeDefinition(const AcGePoint3d& position, const ACHAR* text,
                                                  const ACHAR* tag, const ACHAR* prompt, AcDbObjectId style)
     : AcDbText(position, text, style), m_prompt(prompt ? prompt : L"") {
-  m_fields.tag.assign(tag ? tag : L"");
+  m_fields.tag.set(tag ? tag : L"");
 }
 
 Acad::ErrorStatus AcDbAttributeDefinition::setTag(const ACHAR* tag) {
   if (!tag) return Acad::eInvalidInput;
   const Acad::ErrorStatus status = assertWriteEnabled();
-  if (status == Acad::eOk) m_fields.tag.assign(tag);
+  if (status == Acad::eOk) m_fields.tag.set(tag);
   return status;
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "arx/db/dbshared.h"
 #include "arx/db/dbtext.h"
 
 /// What attributes and their definitions have in common beside the text.
 struct AcDbAttributeFields {
-  AcDbShortText<7> tag;
+  AcDbShared<std::wstring> tag;
   Adesk::Int16 flags = 0;        // 70: 1 invisible, 2 constant, 4 verify, 8 preset
   Adesk::Int16 fieldLength = 0;  // 73
   Adesk::Int8 version = 0;       // 280 in front of the tag, -1 when the file had none
@@ -31,8 +32,8 @@ class ARX_API AcDbAttribute : public AcDbText {
 public:
   AcDbAttribute() = default;
   AcDbAttribute(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag, AcDbObjectId style = {});
-  [[nodiscard]] AcString tag() const { return AcString(m_fields.tag.view()); }
-  [[nodiscard]] const ACHAR* tagConst() const { return m_fields.tag.c_str(); }
+  [[nodiscard]] AcString tag() const { return AcString(m_fields.tag.text()); }
+  [[nodiscard]] const ACHAR* tagConst() const { return m_fields.tag->c_str(); }
   Acad::ErrorStatus setTag(const ACHAR* tag);
   [[nodiscard]] bool isInvisible() const { return m_fields.flag(1); }
   Acad::ErrorStatus setInvisible(bool invisible);
@@ -67,8 +68,8 @@ public:
   AcDbAttributeDefinition() = default;
   AcDbAttributeDefinition(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
                           const ACHAR* prompt, AcDbObjectId style = {});
-  [[nodiscard]] AcString tag() const { return AcString(m_fields.tag.view()); }
-  [[nodiscard]] const ACHAR* tagConst() const { return m_fields.tag.c_str(); }
+  [[nodiscard]] AcString tag() const { return AcString(m_fields.tag.text()); }
+  [[nodiscard]] const ACHAR* tagConst() const { return m_fields.tag->c_str(); }
   Acad::ErrorStatus setTag(const ACHAR* tag);
   [[nodiscard]] const AcString& prompt() const { return m_prompt; }
   Acad::ErrorStatus setPrompt(const ACHAR* prompt);

@@ -200,6 +200,14 @@ bool isXrecordCode(int code) {
          dxfKind(code) != DxfKind::kUnknown;
 }
 
+/// @return false when an item has a code that an xrecord cannot hold
+bool recordTags(const resbuf& chain, DxfTagText& tags) {
+  for (const resbuf* item = &chain; item; item = item->rbnext) {
+    if (!isXrecordCode(item->restype)) return false;
+  }
+  return tagsOfChain(&chain, tags);
+}
+
 }  // namespace
 
 Acad::ErrorStatus AcDbXrecord::rbChain(resbuf** chain, AcDbDatabase* other) const {
@@ -209,12 +217,16 @@ Acad::ErrorStatus AcDbXrecord::rbChain(resbuf** chain, AcDbDatabase* other) cons
 }
 
 Acad::ErrorStatus AcDbXrecord::setFromRbChain(const resbuf& chain, AcDbDatabase*) {
-  for (const resbuf* item = &chain; item; item = item->rbnext) {
-    if (!isXrecordCode(item->restype)) return Acad::eInvalidInput;
-  }
   DxfTagText tags;
-  if (!tagsOfChain(&chain, tags)) return Acad::eInvalidInput;
-  return setTags(std::move(tags));
+  return recordTags(chain, tags) ? setTags(std::move(tags)) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbXrecord::appendRbChain(const resbuf& chain) {
+  DxfTagText tags;
+  if (!recordTags(chain, tags)) return Acad::eInvalidInput;
+  const Acad::ErrorStatus status = assertWriteEnabled();
+  if (status == Acad::eOk) m_tags.appendText(tags.text());
+  return status;
 }
 
 Acad::ErrorStatus AcDbXrecord::setEmpty() { return setTags({}); }

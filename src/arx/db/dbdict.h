@@ -91,6 +91,10 @@ public:
   Acad::ErrorStatus rbChain(resbuf** chain, AcDbDatabase* database = nullptr) const;
   /// `eInvalidInput`, nothing changed, when an item has a code that an xrecord cannot hold.
   Acad::ErrorStatus setFromRbChain(const resbuf& chain, AcDbDatabase* database = nullptr);
+  /// Adds items behind those that it has, likewise.
+  Acad::ErrorStatus appendRbChain(const resbuf& chain);
+  /// Makes room for that many bytes of file text.
+  void reserve(std::size_t bytes) { m_tags.reserve(bytes); }
   Acad::ErrorStatus setEmpty();
   [[nodiscard]] bool isXlateReferences() const { return m_xlate; }
   Acad::ErrorStatus setXlateReferences(bool translate);

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+constexpr std::size_t kLongestNumber = 64;  // of a group code and a number, or as short a text
 
 bool startsEmbeddedObject(const DxfTag& tag) { return tag.code == 101; }
 
@@ -190,7 +191,8 @@ std::vector<DxfExtra> AcDbDxfReader::takeExtras() {
   return std::move(m_extras);
 }
 
-AcDbDxfWriter::AcDbDxfWriter(Sink sink) : m_sink(std::move(sink)) { m_buffer.reserve(kBufferSize); }
+AcDbDxfWriter::AcDbDxfWriter(Sink sink)
+    : m_sink(std::move(sink)), m_buffer(std::make_unique_for_overwrite<char[]>(kBufferSize)) {}
 
 AcDbDxfWriter::~AcDbDxfWriter() {
   try {
@@ -199,16 +201,29 @@ AcDbDxfWriter::~AcDbDxfWriter() {
   }
 }
 
-void AcDbDxfWriter::room(std::size_t size) {
-  if (m_buffer.size() + size > kBufferSize) flush();
+char* AcDbDxfWriter::room(std::size_t size) {
+  if (m_used + size > kBufferSize) flush();
+  return m_buffer.get() + m_used;
 }
 
-void AcDbDxfWriter::code(int value) { dxfAppendCode(m_buffer, value); }
+void AcDbDxfWriter::ends(char* end) {
+  *end++ = '\n';
+  m_used = static_cast<std::size_t>(end - m_buffer.get());
+}
 
 void AcDbDxfWriter::text(int groupCode, std::string_view value) {
-  room(value.size() + 24);
-  code(groupCode);
-  dxfAppendValue(m_buffer, value);
+  const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
+  constexpr std::size_t kShort = 24;  // looked through faster than a search is called
+  if (value.size() >= kShort || std::ranges::any_of(value, isLineEnd)) return longText(groupCode, value);
+  ends(std::ranges::copy(value, dxfPutCode(room(kLongestNumber), groupCode)).out);
+}
+
+void AcDbDxfWriter::longText(int groupCode, std::string_view value) {
+  std::string line;
+  dxfAppendValue(line, value);
+  char* const at = room(kLongestNumber);
+  m_used += static_cast<std::size_t>(dxfPutCode(at, groupCode) - at);
+  raw(line);
 }
 
 void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) {
@@ -223,22 +238,17 @@ void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) {
 }
 
 void AcDbDxfWriter::real(int groupCode, double value) {
-  char buffer[40];
-  text(groupCode, {buffer, dxfFormatReal(buffer, value)});
+  char* const at = dxfPutCode(room(kLongestNumber), groupCode);
+  ends(at + dxfFormatReal(at, value));
 }
 
 void AcDbDxfWriter::integer(int groupCode, Adesk::Int64 value) {
-  char buffer[24];
-  text(groupCode, {buffer, static_cast<std::size_t>(std::to_chars(buffer, buffer + 24, value).ptr - buffer)});
+  char* const at = dxfPutCode(room(kLongestNumber), groupCode);
+  ends(std::to_chars(at, at + 24, value).ptr);
 }
 
 void AcDbDxfWriter::handle(int groupCode, AcDbHandle value) {
-  char buffer[24];
-  char* const end = std::to_chars(buffer, buffer + 24, static_cast<Adesk::UInt64>(value), 16).ptr;
-  for (char* p = buffer; p != end; ++p) {
-    if (*p >= 'a') *p = static_cast<char>(*p - 'a' + 'A');
-  }
-  text(groupCode, {buffer, static_cast<std::size_t>(end - buffer)});
+  ends(dxfPutHandle(dxfPutCode(room(kLongestNumber), groupCode), value));
 }
 
 void AcDbDxfWriter::id(int groupCode, AcDbObjectId value) {
@@ -276,16 +286,14 @@ void AcDbDxfWriter::kept(const DxfTagText& tags, AcDbDatabase* database) {
 }
 
 void AcDbDxfWriter::raw(std::string_view fileText) {
-  room(fileText.size());
-  if (fileText.size() > kBufferSize) {
-    m_sink(fileText);
-  } else {
-    m_buffer += fileText;
-  }
+  char* const at = room(fileText.size());
+  if (fileText.size() > kBufferSize) return m_sink(fileText);
+  std::ranges::copy(fileText, at);
+  m_used += fileText.size();
 }
 
 void AcDbDxfWriter::flush() {
-  if (m_buffer.empty()) return;
-  m_sink(m_buffer);
-  m_buffer.clear();
+  if (m_used == 0) return;
+  m_sink({m_buffer.get(), m_used});
+  m_used = 0;
 }

@@ -135,8 +135,12 @@ public:
   void flush();
 
 private:
-  void room(std::size_t size);
-  void code(int value);
+  /// Where so many bytes may be written.
+  char* room(std::size_t size);
+  /// Ends a line that was written there.
+  void ends(char* end);
+  void longText(int code, std::string_view value);
   Sink m_sink;
-  std::string m_buffer;
+  std::unique_ptr<char[]> m_buffer;
+  std::size_t m_used = 0;
 };

@@ -35,7 +35,7 @@ void numberPieces(std::vector<AcGeCurvePiece>& pieces) {
 
 // The points that the curve runs through: without the frame of control points of a splined polyline.
 template <class Vertex>
-std::vector<const Vertex*> onCurve(const std::vector<AcDbObjectId>& ids) {
+std::vector<const Vertex*> onCurve(std::span<const AcDbObjectId> ids) {
   std::vector<const Vertex*> result;
   result.reserve(ids.size());
   for (const AcDbObjectId& id : ids) {

@@ -27,7 +27,6 @@ struct AcDbStub {
   AcDbObject* object = nullptr;
   AcDbDatabase* database = nullptr;
   Adesk::UInt64 handle = 0;
-  AcDbStub* next = nullptr;    ///< for the table of stubs
   Adesk::UInt32 undoStep = 0;  ///< the undo step that already holds a snapshot of the object
   Adesk::UInt16 readers = 0;   ///< how often the object is open for reading
   bool writer : 1 = false;     ///< open for writing

@@ -62,7 +62,7 @@ AcDbDatabase::~AcDbDatabase() {
   m_entityKinds.reset();
   m_undo.setRecording(false);
   m_undo.clear();
-  for (AcDbStub& stub : m_stubs) delete std::exchange(stub.object, nullptr);
+  m_stubs.forEach([](AcDbStub& stub) { delete std::exchange(stub.object, nullptr); });
 }
 
 void AcDbDatabase::leaveToProcessEnd(std::unique_ptr<AcDbDatabase> database) {
@@ -134,9 +134,9 @@ std::vector<AcDbObjectId> AcDbDatabase::allObjects() const {
 std::vector<AcDbObjectId> AcDbDatabase::objectsWhere(
     const std::function<bool(const AcDbStub&)>& wanted) const {
   std::vector<AcDbObjectId> ids;
-  for (const AcDbStub& stub : m_stubs) {
-    if (stub.object && wanted(stub)) ids.emplace_back(const_cast<AcDbStub*>(&stub));
-  }
+  m_stubs.forEach([&](AcDbStub& stub) {
+    if (stub.object && wanted(stub)) ids.emplace_back(&stub);
+  });
   const auto inOrder = [](AcDbObjectId a, AcDbObjectId b) { return a.stub()->handle < b.stub()->handle; };
   if (!std::is_sorted(ids.begin(), ids.end(), inOrder)) std::sort(ids.begin(), ids.end(), inOrder);
   return ids;
@@ -465,7 +465,7 @@ void AcDbDatabase::clear() {
   m_spaceIndex.reset();
   m_entityKinds.reset();
   m_undo.clear();
-  for (AcDbStub& stub : m_stubs) delete stub.object;
+  m_stubs.forEach([](const AcDbStub& stub) { delete stub.object; });
   m_stubs.clear();
   m_nextHandle = 1;
   m_tables.clear();

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbmain.h"
 #include "arx/db/dbrarely.h"
+#include "arx/db/dbshared.h"
 #include "arx/db/dbxdata.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 ACRX_DEFINE_MEMBERS(AcDbObject, AcGiDrawable, nullptr, nullptr)
 
 /// What few objects have; of these most have extended data alone.
-struct AcDbObject::Rare {
+struct AcDbObject::Rare : AcDbPooled {
   struct Kept {
     DxfTagText groups;  // groups in braces of other programs, in front of the first subclass marker
     std::vector<AcDbObjectId> reactors;
@@ -20,7 +21,7 @@ struct AcDbObject::Rare {
     bool translated = false;                   // a visitor has replaced them
     mutable std::vector<char> extraIsWritten;  // while the object is being written
   };
-  DxfTagText xData;  // as in the file, 1001 first
+  AcDbShared<DxfTagText> xData;  // as in the file, 1001 first
   AcDbObjectId extensionDictionary;
   AcDbRarely<Kept> kept;
 };
@@ -252,7 +253,9 @@ void AcDbObject::visitReferences(const std::function<void(AcDbObjectId&)>& visit
     for (DxfExtra& extra : m_rare->kept.own().extras) visitTags(extra.tags, visit);
   }
   if (!m_rare->kept->groups.empty()) visitTags(m_rare->kept.own().groups, visit);
-  visitTags(m_rare->xData, visit);
+  DxfTagText data = *m_rare->xData;
+  visitTags(data, visit);
+  m_rare->xData.set(data.text());
 }
 
 // ---- Extended data
@@ -268,7 +271,7 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* chain) {
   };
   Acad::ErrorStatus status = acdbReplaceXData(all, chain, isRegistered);
   if (status == Acad::eOk) status = assertWriteEnabled();
-  if (status == Acad::eOk) setXDataTags(std::move(all));
+  if (status == Acad::eOk) setXDataTags(all);
   return status;
 }
 
@@ -282,13 +285,12 @@ Acad::ErrorStatus AcDbObject::xDataTransformBy(const AcGeMatrix3d& matrix) {
 
 const DxfTagText& AcDbObject::xDataTags() const {
   static const DxfTagText none;
-  return m_rare ? m_rare->xData : none;
+  return m_rare ? *m_rare->xData : none;
 }
 
-void AcDbObject::setXDataTags(DxfTagText tags) {
+void AcDbObject::setXDataTags(const DxfTagText& tags) {
   if (tags.empty() && !m_rare) return;
-  rare().xData = std::move(tags);
-  rare().xData.shrink();
+  rare().xData.set(tags.text());
 }
 
 // ---- Drawing files
@@ -306,7 +308,9 @@ void AcDbObject::dxfIn(std::span<const DxfTag> tags, AcDbDatabase& database) {
   if (usual && dataAtEnd) {
     m_owner = idOfTag(tags[1], database);
     body = body.subspan(2);
-    for (const DxfTag& tag : std::span(data, tags.end())) rare().xData.append(tag.code, tag.value);
+    DxfTagText extended;
+    for (const DxfTag& tag : std::span(data, tags.end())) extended.append(tag.code, tag.value);
+    setXDataTags(extended);
   } else {
     sorted = sortOut(tags, handleCode, database);
     body = sorted;
@@ -315,7 +319,6 @@ void AcDbObject::dxfIn(std::span<const DxfTag> tags, AcDbDatabase& database) {
   dxfInFields(in);
   std::vector<DxfExtra> extras = in.takeExtras();
   if (!extras.empty()) rare().kept.own().extras = std::move(extras);
-  if (m_rare) m_rare->xData.shrink();
 }
 
 /// Takes handle, owner, groups in braces and extended data wherever they stand. @return the rest
@@ -327,12 +330,13 @@ std::vector<DxfTag> AcDbObject::sortOut(std::span<const DxfTag> tags, int handle
   bool hasHandle = false;
   bool hasOwner = false;
   bool inXData = false;
+  DxfTagText extended;
   for (std::size_t i = 0; i < tags.size(); ++i) {
     const DxfTag& tag = tags[i];
     if (tag.code == 100) inFront = false;
     if (tag.code == 1001) inXData = true;
     if (inXData && tag.code >= 1000) {
-      rare().xData.append(tag.code, tag.value);
+      extended.append(tag.code, tag.value);
     } else if (inFront && tag.code == handleCode && !hasHandle) {
       hasHandle = true;
     } else if (inFront && tag.code == 330 && !hasOwner) {
@@ -346,6 +350,7 @@ std::vector<DxfTag> AcDbObject::sortOut(std::span<const DxfTag> tags, int handle
       body.push_back(tag);
     }
   }
+  setXDataTags(extended);
   return body;
 }
 
@@ -379,7 +384,7 @@ void AcDbObject::dxfOut(AcDbDxfWriter& out) const {
     if (!extra.whole) out.subclass(extra.subclass);  // of a section that the class has not written this time
     out.kept(extra.tags, database());
   }
-  out.kept(m_rare->xData, database());
+  out.kept(*m_rare->xData, database());
 }
 
 void AcDbObject::dxfOutBraces(AcDbDxfWriter& out) const {

@@ -2,6 +2,7 @@
 
 #include "arx/db/dbfiler.h"
 #include "arx/db/dbid.h"
+#include "arx/db/dbpooled.h"
 #include "arx/db/resbuf.h"
 #include "arx/gi/gidrawable.h"
 
@@ -19,7 +20,7 @@ class AcGeMatrix3d;
 /// through `acdbOpenObject` or the scoped pointer classes and closed again; setters refuse with
 /// `eNotOpenForWrite` when a resident object is not open for writing (but while a file is read, with undo
 /// recording off, the mode is not asked). The first change in an undo step keeps a snapshot.
-class ARX_API AcDbObject : public AcGiDrawable {
+class ARX_API AcDbObject : public AcGiDrawable, public AcDbPooled {
   ACRX_DECLARE_MEMBERS(AcDbObject)
 public:
   ~AcDbObject() override;
@@ -67,7 +68,7 @@ public:
   /// (1011, 1012, 1013), distances and factors (1041, 1042).
   Acad::ErrorStatus xDataTransformBy(const AcGeMatrix3d& matrix);
   [[nodiscard]] const DxfTagText& xDataTags() const;  ///< as in the file
-  void setXDataTags(DxfTagText tags);                 ///< for readers of files
+  void setXDataTags(const DxfTagText& tags);          ///< whole groups; for readers of files, new objects
 
   /// Persistent reactors, as handles.
   [[nodiscard]] std::vector<AcDbObjectId> reactors() const;

@@ -3,63 +3,65 @@
 #include "arx/db/dbid.h"
 
 #include <algorithm>
-#include <bit>
+#include <array>
+#include <cstddef>
 #include <deque>
-#include <vector>
+#include <unordered_map>
 
-/// The stubs of a drawing by their handles. They never move; a walk meets them in the order in which they
-/// were made.
+/// The stubs of a drawing by their handles. They never move. Handles of drawings lie close together: sixteen
+/// neighbours share a page, so that a stub costs little more than itself.
 class AcDbStubTable {
 public:
   /// Null when the handle was not met yet.
   [[nodiscard]] AcDbStub* find(Adesk::UInt64 handle) const {
     // Beyond all others is the handle of each new object, and of each in most files.
-    if (handle > m_highest || m_chains.empty()) return nullptr;
-    AcDbStub* stub = m_chains[place(handle)];
-    while (stub && stub->handle != handle) stub = stub->next;
-    return stub;
+    if (handle > m_highest) return nullptr;
+    Page* const page = pageOf(handle);
+    if (!page) return nullptr;
+    AcDbStub& stub = (*page)[handle % kOnPage];
+    return stub.database ? &stub : nullptr;
   }
   /// Made when the handle was not met yet.
   [[nodiscard]] AcDbStub& get(Adesk::UInt64 handle, AcDbDatabase& database) {
-    if (AcDbStub* const known = find(handle)) return *known;
-    if (m_stubs.size() >= m_chains.size()) reserve(2 * m_stubs.size() + 1);
-    AcDbStub& stub = m_stubs.emplace_back();
+    Page* page = pageOf(handle);
+    if (!page) {
+      page = remember(handle, m_pages.emplace_back());
+      m_byNumber.emplace(handle / kOnPage, page);
+    }
+    AcDbStub& stub = (*page)[handle % kOnPage];
     stub.database = &database;
     stub.handle = handle;
-    enter(stub);
     m_highest = std::max(m_highest, handle);
     return stub;
   }
-  void reserve(std::size_t stubs) {
-    const std::size_t chains = std::bit_ceil(std::max<std::size_t>(stubs, kFewest));
-    if (chains <= m_chains.size()) return;
-    m_shift = 64 - std::countr_zero(chains);
-    m_chains.assign(chains, nullptr);
-    for (AcDbStub& stub : m_stubs) enter(stub);
+  void reserve(std::size_t stubs) { m_byNumber.reserve(stubs / kOnPage + 1); }
+  void clear() { *this = {}; }
+  /// Calls `visit` with each stub; in order of handles where they were made so.
+  template <class Visit>
+  void forEach(Visit visit) const {
+    for (Page& page : m_pages) {
+      for (AcDbStub& stub : page) {
+        if (stub.database) visit(stub);
+      }
+    }
   }
-  void clear() {
-    m_stubs.clear();
-    m_chains.clear();
-    m_highest = 0;
-  }
-  [[nodiscard]] auto begin() { return m_stubs.begin(); }
-  [[nodiscard]] auto end() { return m_stubs.end(); }
-  [[nodiscard]] auto begin() const { return m_stubs.begin(); }
-  [[nodiscard]] auto end() const { return m_stubs.end(); }
 
 private:
-  static constexpr std::size_t kFewest = 64;
-  /// Multiplicative hashing (Knuth, The Art of Computer Programming 3, 6.4): handles in steps spread evenly.
-  [[nodiscard]] std::size_t place(Adesk::UInt64 handle) const {
-    return static_cast<std::size_t>((handle * 0x9E3779B97F4A7C15U) >> m_shift);
+  static constexpr std::size_t kOnPage = 16;
+  using Page = std::array<AcDbStub, kOnPage>;
+
+  Page* remember(Adesk::UInt64 handle, Page& page) const {
+    m_lastNumber = handle / kOnPage;
+    return m_lastPage = &page;
   }
-  void enter(AcDbStub& stub) {
-    AcDbStub*& first = m_chains[place(stub.handle)];
-    stub.next = first;
-    first = &stub;
+  [[nodiscard]] Page* pageOf(Adesk::UInt64 handle) const {
+    if (m_lastPage && handle / kOnPage == m_lastNumber) return m_lastPage;
+    const auto found = m_byNumber.find(handle / kOnPage);
+    return found == m_byNumber.end() ? nullptr : remember(handle, *found->second);
   }
-  std::deque<AcDbStub> m_stubs;
-  std::vector<AcDbStub*> m_chains;  // a power of two of them
-  int m_shift = 0;
+  mutable std::deque<Page> m_pages;  // stubs belong to all who hold an id
+  std::unordered_map<Adesk::UInt64, Page*> m_byNumber;
   Adesk::UInt64 m_highest = 0;
+  mutable Page* m_lastPage = nullptr;  // the one asked for last
+  mutable Adesk::UInt64 m_lastNumber = 0;
 };

@@ -46,7 +46,7 @@ Acad::ErrorStatus AcDbSubEntityOwner::appendSub(AcDbEntity& owner, AcDbObjectId&
 }
 
 std::vector<AcDbObjectId> AcDbSubEntityOwner::allSubs(bool endNeedsSub) const {
-  std::vector<AcDbObjectId> all = m_subs;
+  std::vector<AcDbObjectId> all(m_subs.begin(), m_subs.end());
   // An erased end went with its erased owner, and comes back with it.
   const bool endCounts = !endNeedsSub || hasLiveSub() || m_end.isErased();
   if (!m_end.isNull() && endCounts) all.push_back(m_end);

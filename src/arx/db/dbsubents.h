@@ -2,12 +2,15 @@
 
 #include "arx/db/dbents.h"
 
+#include <span>
 #include <vector>
 
 /// Walk over the live attributes or vertices of an entity, in order.
 class ARX_API AcDbObjectIterator {
 public:
-  explicit AcDbObjectIterator(std::vector<AcDbObjectId> ids) : m_ids(std::move(ids)) { skipErased(); }
+  explicit AcDbObjectIterator(std::span<const AcDbObjectId> ids) : m_ids(ids.begin(), ids.end()) {
+    skipErased();
+  }
   void start() { m_at = 0, skipErased(); }
   [[nodiscard]] bool done() const { return m_at >= m_ids.size(); }
   void step() { ++m_at, skipErased(); }
@@ -33,7 +36,7 @@ public:
   void forgetSubs() { m_subs.clear(), m_end.setNull(); }
   /// Class of what is owned: readers check what they enter.
   [[nodiscard]] virtual AcRxClass* subEntityClass() const = 0;
-  [[nodiscard]] const std::vector<AcDbObjectId>& subEntityIds() const { return m_subs; }
+  [[nodiscard]] std::span<const AcDbObjectId> subEntityIds() const { return m_subs; }
   [[nodiscard]] AcDbObjectId sequenceEndId() const { return m_end; }
   [[nodiscard]] bool hasLiveSub() const;
 
@@ -53,6 +56,6 @@ protected:
   Acad::ErrorStatus transformSubs(const AcGeMatrix3d& matrix);
 
 private:
-  std::vector<AcDbObjectId> m_subs;
+  std::vector<AcDbObjectId, AcDbPoolAllocator<AcDbObjectId>> m_subs;
   AcDbObjectId m_end;
 };

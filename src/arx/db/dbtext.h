@@ -113,7 +113,7 @@ private:
   double m_rotation = 0.0;  // degrees, as in the file
   AcDbObjectId m_style;
   AcDbRarely<Look> m_look;
-  AcDbShortText<11> m_text;
+  AcDbShortText<9> m_text;
   Adesk::Int16 m_generation = 0;
   Adesk::Int8 m_horizontal = 0;
   Adesk::Int8 m_vertical = 0;

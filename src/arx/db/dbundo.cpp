@@ -3,6 +3,7 @@
 #include "arx/db/dbmain.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 void AcDbUndoLog::open(const AcString& name) {
@@ -47,7 +48,7 @@ void AcDbUndoLog::end() {
 void AcDbUndoLog::rollBack() {
   if (m_depth == 0) return;
   takeBack(m_current, m_marks.back());
-  m_current.notes.resize(m_marks.back());
+  while (m_current.notes.size() > m_marks.back()) m_current.notes.pop_back();
   ++m_stepId;  // what the level had noted as snapshotted is so no longer
   end();
 }
@@ -92,20 +93,32 @@ void AcDbUndoLog::clear() {
 }
 
 void AcDbUndoLog::exchange(Note& note) {
-  if (note.kind == Note::kChanged && note.stub->object) note.stub->object->exchangeState(*note.state);
-  if (note.kind == Note::kVariable) note.swapValue();
+  const State* const state = std::get_if<State>(&note.event);
+  if (state && note.stub->object) note.stub->object->exchangeState(**state);
+  if (const SwapValue* const swapValue = std::get_if<SwapValue>(&note.event)) (**swapValue)();
   if (!note.stub) return;
   note.stub->database->setModified(true);
   note.stub->database->noteTouched(*note.stub);
 }
 
+void AcDbUndoLog::setErased(const Note& note, bool undone) {
+  if (std::holds_alternative<Erased>(note.event)) note.stub->erased = !undone;
+  if (std::holds_alternative<Unerased>(note.event)) note.stub->erased = undone;
+  const Created* const run = std::get_if<Created>(&note.event);
+  if (!run) return;
+  AcDbDatabase& database = *note.stub->database;
+  for (Adesk::UInt64 i = 0; i < run->count; ++i) {
+    AcDbStub& stub = *database.idOf(note.stub->handle + i).stub();
+    stub.erased = undone;
+    database.noteTouched(stub);
+  }
+}
+
 void AcDbUndoLog::takeBack(Step& step, std::size_t from) {
   ++m_revivals;
   for (std::size_t i = step.notes.size(); i > from; --i) {
-    Note& note = step.notes[i - 1];
-    exchange(note);
-    if (note.kind == Note::kCreated || note.kind == Note::kUnerased) note.stub->erased = true;
-    if (note.kind == Note::kErased) note.stub->erased = false;
+    exchange(step.notes[i - 1]);
+    setErased(step.notes[i - 1], true);
   }
 }
 
@@ -113,26 +126,41 @@ void AcDbUndoLog::repeat(Step& step) {
   ++m_revivals;
   for (Note& note : step.notes) {
     exchange(note);
-    if (note.kind == Note::kCreated || note.kind == Note::kUnerased) note.stub->erased = false;
-    if (note.kind == Note::kErased) note.stub->erased = true;
+    setErased(note, false);
   }
 }
 
-AcDbUndoLog::Note* AcDbUndoLog::add(Note::Kind kind, AcDbStub* stub) {
-  if (!m_recording) return nullptr;
+void AcDbUndoLog::add(AcDbStub* stub, Event event) {
+  if (!m_recording) return;
   if (!m_open) open({});
   if (stub) stub->database->setModified(true);
-  m_current.notes.push_back({kind, stub, nullptr, nullptr});
-  return &m_current.notes.back();
+  m_current.notes.push_back({stub, std::move(event)});
+}
+
+AcDbUndoLog::Created* AcDbUndoLog::runBefore(const AcDbStub& stub) {
+  const std::size_t first = m_marks.empty() ? 0 : m_marks.back();  // of the level, which can fail alone
+  if (!m_open || m_current.notes.size() <= first) return nullptr;
+  Note& last = m_current.notes.back();
+  Created* const run = std::get_if<Created>(&last.event);
+  const bool next = run && last.stub->database == stub.database &&
+                    last.stub->handle + run->count == stub.handle && run->count != UINT32_MAX;
+  return next ? run : nullptr;
 }
 
 void AcDbUndoLog::noteCreated(AcDbStub* stub) {
-  if (add(Note::kCreated, stub)) stub->undoStep = m_stepId;
+  if (!m_recording) return;
+  if (Created* const run = runBefore(*stub)) {
+    ++run->count;
+    stub->database->setModified(true);
+  } else {
+    add(stub, Created{});
+  }
+  stub->undoStep = m_stepId;
 }
 
 void AcDbUndoLog::noteErased(AcDbStub* stub, bool erased) {
   if (!erased) ++m_revivals;
-  add(erased ? Note::kErased : Note::kUnerased, stub);
+  add(stub, erased ? Event(Erased{}) : Event(Unerased{}));
 }
 
 void AcDbUndoLog::noteChange(AcDbObject& object) {
@@ -141,11 +169,10 @@ void AcDbUndoLog::noteChange(AcDbObject& object) {
   if (!m_open) open({});
   stub->database->setModified(true);
   if (stub->undoStep == m_stepId) return;
-  std::unique_ptr<AcDbObject> state = object.snapshot();
-  add(Note::kChanged, stub)->state = std::move(state);
+  add(stub, object.snapshot());
   stub->undoStep = m_stepId;
 }
 
 void AcDbUndoLog::noteVariable(std::function<void()> swapValue) {
-  if (Note* note = add(Note::kVariable, nullptr)) note->swapValue = std::move(swapValue);
+  add(nullptr, std::make_unique<std::function<void()>>(std::move(swapValue)));
 }

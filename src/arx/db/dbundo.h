@@ -4,6 +4,9 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
+#include <variant>
+#include <vector>
 
 /// The history of one drawing. What a command changes is gathered in one step; U takes the last step back,
 /// REDO brings it again. Groups join several commands or parts of one into a single step.
@@ -53,21 +56,30 @@ public:
   void noteVariable(std::function<void()> swapValue);
 
 private:
+  // What happened to an object, or to a variable.
+  struct Created {  // objects made one after the other, with handles in a row
+    Adesk::UInt32 count = 1;
+  };
+  struct Erased {};
+  struct Unerased {};
+  using State = std::unique_ptr<AcDbObject>;
+  using SwapValue = std::unique_ptr<std::function<void()>>;
+  using Event = std::variant<Created, Erased, Unerased, State, SwapValue>;
   struct Note {
-    enum Kind { kCreated, kErased, kUnerased, kChanged, kVariable } kind;
     AcDbStub* stub = nullptr;
-    std::unique_ptr<AcDbObject> state;
-    std::function<void()> swapValue;
+    Event event;
   };
   struct Step {
     AcString name;
-    std::vector<Note> notes;
+    std::deque<Note> notes;
   };
   void repeat(Step& step);
-  Note* add(Note::Kind kind, AcDbStub* stub);
+  void add(AcDbStub* stub, Event event);
   void open(const AcString& name);
   void shut();
   static void exchange(Note& note);
+  static void setErased(const Note& note, bool undone);
+  [[nodiscard]] Created* runBefore(const AcDbStub& stub);
   void takeBack(Step& step, std::size_t from);
 
   bool m_recording = true;

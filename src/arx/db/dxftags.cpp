@@ -157,20 +157,31 @@ std::string dxfFromWide(std::wstring_view text) {
   return result;
 }
 
-void dxfAppendCode(std::string& text, int code) {
-  char line[16];
-  char* end = line;
+char* dxfPutCode(char* to, int code) {
   const auto digit = [](int value) { return static_cast<char>('0' + value % 10); };
   if (code >= 0 && code < 1000) {
-    *end++ = code < 100 ? ' ' : digit(code / 100);
-    *end++ = code < 10 ? ' ' : digit(code / 10);
-    *end++ = digit(code);
+    *to++ = code < 100 ? ' ' : digit(code / 100);
+    *to++ = code < 10 ? ' ' : digit(code / 10);
+    *to++ = digit(code);
   } else {
-    if (code > -10 && code < 0) *end++ = ' ';
-    end = std::to_chars(end, line + sizeof line - 1, code).ptr;
+    if (code > -10 && code < 0) *to++ = ' ';
+    to = std::to_chars(to, to + 12, code).ptr;
   }
-  *end++ = '\n';
-  text.append(line, static_cast<std::size_t>(end - line));
+  *to++ = '\n';
+  return to;
+}
+
+void dxfAppendCode(std::string& text, int code) {
+  char line[16];
+  text.append(line, static_cast<std::size_t>(dxfPutCode(line, code) - line));
+}
+
+char* dxfPutHandle(char* to, Adesk::UInt64 handle) {
+  char* const end = std::to_chars(to, to + 16, handle, 16).ptr;
+  for (; to != end; ++to) {
+    if (*to >= 'a') *to = static_cast<char>(*to - 'a' + 'A');
+  }
+  return end;
 }
 
 void dxfAppendValue(std::string& text, std::string_view value) {
@@ -275,11 +286,7 @@ void DxfTagText::appendReal(int code, double value) {
 
 void DxfTagText::appendHandle(int code, Adesk::UInt64 handle) {
   char buffer[24];
-  char* const end = std::to_chars(buffer, buffer + 24, handle, 16).ptr;
-  for (char* p = buffer; p != end; ++p) {
-    if (*p >= 'a') *p = static_cast<char>(*p - 'a' + 'A');
-  }
-  append(code, {buffer, static_cast<std::size_t>(end - buffer)});
+  append(code, {buffer, static_cast<std::size_t>(dxfPutHandle(buffer, handle) - buffer)});
 }
 
 std::string dxfQuote(std::string_view value) {

@@ -28,6 +28,9 @@ public:
     std::string_view m_rest;
   };
 
+  DxfTagText() = default;
+  /// @param groups  file text that is known to be whole groups
+  explicit DxfTagText(std::string_view groups) : m_text(groups) {}
   [[nodiscard]] bool empty() const { return m_text.empty(); }
   void clear() { m_text.clear(); }
   void append(int code, std::string_view value);
@@ -39,7 +42,12 @@ public:
   /// Takes over file text that is known to be whole groups.
   void assign(std::string text) { m_text = std::move(text); }
   void appendText(std::string_view text) { m_text += text; }
-  void shrink() { m_text.shrink_to_fit(); }
+  void reserve(std::size_t bytes) { m_text.reserve(bytes); }
+  /// Gives back spare room, but not by copying a text of megabytes: its room was never touched.
+  void shrink() {
+    constexpr std::size_t kLarge = 1U << 20U;
+    if (m_text.size() < kLarge) m_text.shrink_to_fit();
+  }
   bool operator==(const DxfTagText&) const = default;
 
 private:
@@ -74,7 +82,11 @@ ARX_API std::string dxfFromWide(std::wstring_view text);
 /// finite.
 /// @param buffer at least 40 bytes  @return the number of bytes written
 ARX_API std::size_t dxfFormatReal(char* buffer, double value);
-/// Appends a group code, right-justified in three places, and its line end.
+/// A handle in hexadecimal digits. @param to  at least 16 bytes  @return behind what was written
+ARX_API char* dxfPutHandle(char* to, Adesk::UInt64 handle);
+/// Writes a group code, right-justified in three places, and its line end.
+/// @param to  at least 16 bytes  @return behind what was written
+ARX_API char* dxfPutCode(char* to, int code);
 ARX_API void dxfAppendCode(std::string& text, int code);
 /// Appends a value and its line end; a line end inside the value, which would break the sequence of groups,
 /// takes its caret form.

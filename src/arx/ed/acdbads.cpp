@@ -249,7 +249,7 @@ namespace {
 
 /// The first live one of a list behind `after`, or of the whole list for the null id; null at the end.
 /// @param hint  where the latest search ended: a walk that begins there stays linear
-AcDbObjectId nextLive(const std::vector<AcDbObjectId>& all, AcDbObjectId after, std::size_t& hint) {
+AcDbObjectId nextLive(std::span<const AcDbObjectId> all, AcDbObjectId after, std::size_t& hint) {
   std::size_t at = 0;
   if (!after.isNull()) {
     at = hint < all.size() && all[hint] == after
