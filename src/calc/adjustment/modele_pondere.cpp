@@ -93,7 +93,7 @@ double reseauPondere::valeurCalculee(const mesurePonderee& m) const {
 
 double reseauPondere::ecartAuCalcul(const mesurePonderee& m) const {
   const double ecart = m.valeur - valeurCalculee(m);
-  return estAngulaire(m.genre) ? std::remainder(ecart, 2.0 * kPi) : ecart;
+  return estAngulaire(m.genre) ? dansUnDemiTour(ecart) : ecart;
 }
 
 double reseauPondere::ecartAngulaire(const mesurePonderee& m, double propre) const {
