@@ -39,6 +39,12 @@ int reseauPondere::ajouterTour(int station) {
   return static_cast<int>(orientations.size()) - 1;
 }
 
+bool longueurInvraisemblable(const mesurePonderee& denivelee) {
+  constexpr double kLongueurMax = 1e5;  // metres
+  return denivelee.longueur > kLongueurMax ||
+         (!denivelee.prevue && denivelee.longueur < std::abs(denivelee.valeur));
+}
+
 double reseauPondere::distance(int a, int b) const {
   return std::hypot(point(b).c[0] - point(a).c[0], point(b).c[1] - point(a).c[1]);
 }
