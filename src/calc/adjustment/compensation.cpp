@@ -46,12 +46,12 @@ bool negligeable(const colonnesPonderees& colonnes, const Eigen::VectorXd& x, do
 
 /// One step, halved while the sum grows.
 /// @param l  measured less computed, before and behind the step
-/// @return false when the step is no number
+/// @return false when the step or its sum is no number
 bool passer(reseauPondere& reseau, const systemePondere& systeme, bilanPondere& bilan, double suffisant,
             std::vector<double>& l) {
   const Eigen::VectorXd x = systeme.resoudre(l);
-  if (!x.allFinite()) return false;
   const double avant = systeme.somme(l);
+  if (!x.allFinite() || !std::isfinite(avant)) return false;
   bilan.convergence = negligeable(systeme.colonnes(), x, suffisant);
   double part = 1.0;
   avancer(reseau, systeme.colonnes(), x, part);
@@ -64,7 +64,9 @@ bool passer(reseauPondere& reseau, const systemePondere& systeme, bilanPondere& 
     l = ecarts(reseau);
     bilan.somme = systeme.somme(l);
   }
-  return true;
+  if (std::isfinite(bilan.somme)) return true;
+  avancer(reseau, systeme.colonnes(), x, -part);
+  return false;
 }
 
 double poidsRobuste(robustesse methode, double w) {
