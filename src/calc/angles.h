@@ -3,6 +3,7 @@
 #include "base/export.h"
 
 #include <array>
+#include <cmath>
 #include <string_view>
 
 /// Angle units and bearings. Angles are held in the unit in force (`modeAngle`: 0 grades, 1 degres, 2
@@ -37,6 +38,15 @@ VELTORA_API const uniteAngle& uniteDeMode(int modeAngle);
 /// small to count beside `tour` gives `tour` itself. A `tour` of 0.0 leaves the value as it is. The remainder
 /// x - floor(x / y) y is that of Knuth, The Art of Computer Programming, volume 1, 1.2.4.
 VELTORA_API double reduireAngle(double valeur, double tour);
+
+/// Radians within half a turn of 0: what std::remainder gives for a whole turn, to the last bit.
+inline double dansUnDemiTour(double radians) {
+  const double taille = std::fabs(radians);
+  if (taille <= kPi) return radians;
+  // One turn off: the difference of numbers within twice each other is exact.
+  if (taille < 3.0 * kPi) return radians > 0.0 ? radians - kTour : radians + kTour;
+  return std::remainder(radians, kTour);
+}
 
 /// Bearing of a direction point as seen from a station: pi/2 less the polar angle, since it turns clockwise
 /// from +Y and the polar angle the other way from +X.

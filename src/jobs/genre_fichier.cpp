@@ -1,5 +1,6 @@
 #include "jobs/genre_fichier.h"
 
+#include "base/lines/decoded_text.h"
 #include "base/lines/line_reader.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -58,12 +59,13 @@ genreFichier parSignature(std::string_view octets) {
   if (octets.starts_with(kFormules)) return genreFichier::formules;
   if (octets.starts_with("AutoCAD Binary DXF")) return genreFichier::dxf;
   if (octets.starts_with("AC10") && octets.find('\0') < 16) return genreFichier::dwg;
+  const std::string_view debut = octets.substr(0, 4096);
+  if (base::DecodedText(debut).bytes().find("<gama-local") != std::string_view::npos)
+    return genreFichier::gkf;
   if (octets.starts_with("\xFF\xFE") || octets.starts_with("\xFE\xFF")) return genreFichier::inconnu;
   const auto commande = [](char c) {
     return (c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r' && c != '\f');
   };
-  const std::string_view debut = octets.substr(0, 4096);
-  if (debut.find("<gama-local") != std::string_view::npos) return genreFichier::gkf;
   const auto commandes = static_cast<std::size_t>(std::count_if(debut.begin(), debut.end(), commande));
   // A stray zero byte or Ctrl-Z does not make a text binary.
   return commandes * 50 > debut.size() + 100 || octets.starts_with("%PDF") ? genreFichier::binaire

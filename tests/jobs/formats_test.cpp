@@ -2,6 +2,8 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "calc/adjustment/lecture_gkf.h"
+#include "calc/adjustment/lecture_mc.h"
 #include "calc/helmert/couples_fichier.h"
 #include "calc/network/fichier_mc.h"
 #include "calc/traverse/obs_fermee.h"
@@ -76,6 +78,21 @@ std::string lireReseau(const std::string& octets) {
   return liste(points, {}) + "; " + liste(observations, remarques);
 }
 
+/// Points, then measures with their deviations in metres and radians; or why it is refused.
+std::string lirePondere(const std::string& octets) {
+  reseauPondere reseau;
+  base::Remarques remarques;
+  const std::wstring refus =
+      estGkf(octets) ? lireGkf(octets, reseau, remarques) : lireMcPondere(octets, reseau, remarques);
+  std::vector<std::string> points;
+  for (const pointPondere& p : reseau.points)
+    points.push_back(base::toUtf8(p.nom) + (p.enPlan() ? nombres({p.c[0], p.c[1], p.c[2]}) : ""));
+  std::vector<std::string> mesures;
+  for (const mesurePonderee& m : reseau.mesures)
+    mesures.push_back(base::toUtf8(reseau.nommer(m)) + nombres({m.valeur, m.ecart}));
+  return base::toUtf8(refus) + liste(points, {}) + "; " + liste(mesures, remarques);
+}
+
 std::string lireListe(const std::string& octets) {
   tableObsXYZ table;
   table.lire(octets);
@@ -143,7 +160,7 @@ TEST(Formats, MarkEncodingAndLineEndsChangeNothing) {
   const std::map<std::string, Lecteur> lecteurs{
       {"closed traverse", lireFermee}, {"open traverse", lireOuverte}, {"network", lireReseau},
       {"coordinates", lireListe},      {"sheet", lireTableau},         {"pairs", lirePaires},
-      {"field book", lireCarnetGsi}};
+      {"field book", lireCarnetGsi},   {"weights", lirePondere}};
   const std::map<std::wstring, const char*> finsDeLigne{{L"\n", "LF"}, {L"\r\n", "CR LF"}, {L"\r", "CR"}};
   for (const CaseRow& row : caseRows("jobs/cases/formats.txt", "formats")) {
     for (const auto& [fin, nomFin] : finsDeLigne) {

@@ -69,7 +69,22 @@ struct Options {
   WeightedOptions weighted;
 };
 
+/// Options that do not go together, beyond those of which each needs one other.
+bool checkOptions(const Options& options) {
+  const bool weighted = options.weighted.wanted();
+  if (options.despiteDoubts && options.output.empty() && options.weighted.plan.empty())
+    printError(
+        "options incomplètes : --malgre-doutes ne sert qu'avec --sortie ou --plan, et --sortie manque");
+  else if (weighted && !options.log.empty())
+    printError(
+        "--journal n'est écrit que sans poids ; --rapport et --json écrivent la compensation pondérée");
+  else
+    return true;
+  return false;
+}
+
 int run(Options& options) {
+  if (!checkOptions(options)) return kBadCall;
   if (options.weighted.wanted())
     return runWeighted(options.weighted, options.file, options.drawing, options.output,
                        options.despiteDoubts);
@@ -119,7 +134,7 @@ Run declareReseau(CLI::App& sub) {
       sub.add_option("--sortie", options->output, "Dessin à enregistrer avec tous les points, code 100")
           ->type_name("DESSIN");
   drawing->needs(output);
-  addDoubtOption(sub, options->despiteDoubts)->needs(output);
+  addDoubtOption(sub, options->despiteDoubts);
   addWeightedOptions(sub, options->weighted);
   declareFiles(sub)
       .reads(options->file)

@@ -10,6 +10,7 @@
 #include "base/text.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <map>
 
 namespace veltora::app {
@@ -62,13 +63,15 @@ bool readPairs(WeightedOptions& options) {
 }  // namespace
 
 bool WeightedOptions::wanted() const {
-  return weighted || demand.prevoir || !robust.empty() || !formulas.empty() || !json.empty() ||
-         !report.empty() || !epoch.empty() || !plan.empty() || !pairs.empty();
+  return std::any_of(declared.begin(), declared.end(), [](const CLI::Option* o) { return o->count() > 0; });
 }
 
 void addWeightedOptions(CLI::App& sub, WeightedOptions& options) {
   ecartsParGenre& e = options.demand.ecarts;
-  const auto group = [](CLI::Option* option) { return option->group("Compensation pondérée"); };
+  const auto group = [&options](CLI::Option* option) {
+    options.declared.push_back(option);
+    return option->group("Compensation pondérée");
+  };
   const auto size = [&](const char* name, double& value, const char* help, double least) {
     group(sub.add_option(name, value, help)->type_name("NOMBRE")->check(between(least, 1e6)));
   };

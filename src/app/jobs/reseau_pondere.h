@@ -8,14 +8,15 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 /// The weighted side of `veltora reseau`.
 namespace veltora::app {
 
 struct WeightedOptions {
   demandeCompenser demand;
-  bool weighted = false;
+  bool weighted = false;  ///< asked for by name
   std::string robust;
   std::string formulas;
   std::string json;
@@ -23,7 +24,8 @@ struct WeightedOptions {
   std::string report;
   std::string plan;
   std::vector<std::string> pairs;
-  /// Whether one of the options asks for weights.
+  std::vector<const CLI::Option*> declared;
+  /// Whether one of the options was given: each asks for weights.
   [[nodiscard]] bool wanted() const;
 };
 

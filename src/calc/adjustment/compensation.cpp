@@ -44,21 +44,29 @@ bool negligeable(const colonnesPonderees& colonnes, const Eigen::VectorXd& x, do
   return true;
 }
 
-/// One step, halved while the sum grows. @return false when the step is no number
-bool passer(reseauPondere& reseau, const systemePondere& systeme, bilanPondere& bilan, double suffisant) {
-  const Eigen::VectorXd x = systeme.resoudre(ecarts(reseau));
-  if (!x.allFinite()) return false;
-  const double avant = systeme.somme(ecarts(reseau));
+/// One step, halved while the sum grows.
+/// @param l  measured less computed, before and behind the step
+/// @return false when the step or its sum is no number
+bool passer(reseauPondere& reseau, const systemePondere& systeme, bilanPondere& bilan, double suffisant,
+            std::vector<double>& l) {
+  const Eigen::VectorXd x = systeme.resoudre(l);
+  const double avant = systeme.somme(l);
+  if (!x.allFinite() || !std::isfinite(avant)) return false;
   bilan.convergence = negligeable(systeme.colonnes(), x, suffisant);
   double part = 1.0;
   avancer(reseau, systeme.colonnes(), x, part);
+  l = ecarts(reseau);
+  bilan.somme = systeme.somme(l);
   for (int k = 0; k < kDemisMax && !bilan.convergence; ++k) {
-    if (systeme.somme(ecarts(reseau)) <= avant * (1.0 + kBaisseNulle) + kBaisseNulle) break;
+    if (bilan.somme <= avant * (1.0 + kBaisseNulle) + kBaisseNulle) break;
     avancer(reseau, systeme.colonnes(), x, -0.5 * part);
     part *= 0.5;
+    l = ecarts(reseau);
+    bilan.somme = systeme.somme(l);
   }
-  bilan.somme = systeme.somme(ecarts(reseau));
-  return true;
+  if (std::isfinite(bilan.somme)) return true;
+  avancer(reseau, systeme.colonnes(), x, -part);
+  return false;
 }
 
 double poidsRobuste(robustesse methode, double w) {
@@ -73,9 +81,10 @@ bool compenser(reseauPondere& reseau, systemePondere& systeme, bilanPondere& bil
                double pasSuffisant) {
   if (bilan.poidsRobustes.empty()) bilan.poidsRobustes.assign(reseau.mesures.size(), 1.0);
   bilan.convergence = false;
+  std::vector<double> l = ecarts(reseau);
   for (int passe = 0; passe < passesMax && !bilan.convergence; ++passe) {
     if (!systeme.factoriser() || !systeme.datumDefini()) return false;
-    if (!passer(reseau, systeme, bilan, pasSuffisant)) return false;
+    if (!passer(reseau, systeme, bilan, pasSuffisant, l)) return false;
     ++bilan.passes;
   }
   return true;

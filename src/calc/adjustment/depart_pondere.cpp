@@ -195,7 +195,7 @@ void orienterTours(reseauPondere& reseau) {
     if (m.genre != genreMesure::direction || !reseau.enPlan(m.station) || !reseau.enPlan(m.vise)) continue;
     auto& v = valeurs[static_cast<std::size_t>(m.tour)];
     const double o = reseau.gisement(m.station, m.vise) - m.valeur;
-    v.push_back(v.empty() ? o : v.front() + std::remainder(o - v.front(), 2.0 * kPi));
+    v.push_back(v.empty() ? o : v.front() + dansUnDemiTour(o - v.front()));
   }
   for (std::size_t t = 0; t < valeurs.size(); ++t) {
     auto& v = valeurs[t];

@@ -147,8 +147,7 @@ bool liberer(const reseauPondere& reseau, const systemePondere& systeme,
       for (const auto& t : systeme.ligne(g->mesures[static_cast<std::size_t>(i)]))
         if (const int c = systeme.colonne(t); c >= 0) b.row(c) += t.a * PH.row(i);
   }
-  Eigen::MatrixXd reste = poids;
-  for (Eigen::Index j = 0; j < n; ++j) reste.col(j) -= b.transpose() * systeme.inverseFois(b.col(j));
+  const Eigen::MatrixXd reste = poids - systeme.formeInverse(b);
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> valeurs(reste);
   if (!(valeurs.eigenvalues()[0] > kPartNulle * poids.trace())) return false;
   const Eigen::VectorXd d = reste.ldlt().solve(second);

@@ -1,6 +1,7 @@
 #include "calc/adjustment/lecture_gkf.h"
 
 #include "base/format.h"
+#include "base/lines/decoded_text.h"
 #include "base/text.h"
 #include "calc/angles.h"
 #include "core/xml_champs.h"
@@ -214,7 +215,14 @@ private:
       if (tour < 0) tour = m_reseau.ajouterTour(m.station);
       m.tour = tour;
     }
-    if (m.genre == genreMesure::denivelee && e.Attribute("dist")) m.longueur = 1000.0 * positif(e, "dist");
+    if (m.genre == genreMesure::denivelee && e.Attribute("dist")) {
+      m.longueur = 1000.0 * positif(e, "dist");
+      if (longueurInvraisemblable(m))
+        m_remarques.douter(nommer(e) +
+                           base::formater(L" : longueur de %.15g km pour une dénivelée de %.3f m, "
+                                          L"« dist » se donne en kilomètres",
+                                          m.longueur / 1000.0, m.valeur));
+    }
     m.ecart = ecart(m, e, std::abs(unite));
     douterEcart(m, e);
     ranger(m, unite, places);
@@ -325,15 +333,27 @@ private:
   int m_ecartsDoutes = 0;
 };
 
+/// A file in UTF-16 or in an 8-bit code as UTF-8, declared as such: the library takes no other's names.
+std::string enUtf8(std::string_view octets) {
+  const base::DecodedText decode(octets);
+  std::string texte = decode.isUtf8() ? std::string(decode.bytes()) : base::toUtf8(decode.wide());
+  if (const std::size_t fin = texte.find("?>"); texte.starts_with("<?xml") && fin != std::string::npos)
+    texte.erase(0, fin + 2);
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + texte;
+}
+
 }  // namespace
 
-bool estGkf(std::string_view octets) { return octets.find("<gama-local") != std::string_view::npos; }
+bool estGkf(std::string_view octets) {
+  return base::DecodedText(octets).bytes().find("<gama-local") != std::string_view::npos;
+}
 
 std::wstring lireGkf(std::string_view octets, reseauPondere& reseau, base::Remarques& remarques) {
-  if (octets.find("<!DOCTYPE") != std::string_view::npos || octets.find("<!ENTITY") != std::string_view::npos)
+  const std::string texte = enUtf8(octets);
+  if (texte.find("<!DOCTYPE") != std::string::npos || texte.find("<!ENTITY") != std::string::npos)
     return L"définitions d'entités (<!DOCTYPE ou <!ENTITY), refusées";
   TiXmlDocument document;
-  if (!analyserXML(document, octets)) return L"XML mal formé";
+  if (!analyserXML(document, texte)) return L"XML mal formé";
   const TiXmlElement* const racine = document.RootElement();
   if (!racine || racine->ValueStr() != "gama-local") return L"ce n'est pas un réseau gama-local";
   try {

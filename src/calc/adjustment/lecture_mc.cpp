@@ -166,6 +166,11 @@ private:
   }
 
   void observer(int point, const suffixesMc& s, const std::array<double, 3>& c, int ligne) {
+    const auto donnees = std::count_if(c.begin(), c.end(), [](double v) { return v != base::Z_ABSENT; });
+    if (s.ecarts.size() > 1 && static_cast<std::ptrdiff_t>(s.ecarts.size()) != donnees)
+      m_remarques.douter(ligne,
+                         base::formater(L"%d s= pour %d coordonnées : en donner un, ou un par coordonnée",
+                                        static_cast<int>(s.ecarts.size()), static_cast<int>(donnees)));
     for (std::size_t axe = 0; axe < 3; ++axe) {
       if (c.at(axe) == base::Z_ABSENT) continue;
       mesurePonderee m;
@@ -213,6 +218,10 @@ private:
       m_remarques.douter(ligne, L"distance nulle ou négative, ignorée : " + m_reseau.nommer(m));
       return;
     }
+    if (m.genre == genreMesure::denivelee && s.longueur != base::Z_ABSENT && longueurInvraisemblable(m))
+      m_remarques.douter(
+          ligne, base::formater(L"longueur de %.15g m pour une dénivelée de %.3f m : l= se donne en mètres",
+                                m.longueur, m.valeur));
     donnerEcart(m, o, s, i);
     m_reseau.mesures.push_back(m);
   }

@@ -5,12 +5,25 @@
 namespace veltora {
 namespace {
 
+/// A side divided by its length: sine and cosine of its bearing, which is 0 for a side without length.
+struct coteReduit {
+  double x = 0.0;
+  double y = 1.0;
+};
+
+coteReduit reduire(const reseauPondere& r, int de, int vers, double longueur) {
+  if (longueur == 0.0) return {};
+  const auto& a = r.point(de).c;
+  const auto& b = r.point(vers).c;
+  return {(b[0] - a[0]) / longueur, (b[1] - a[1]) / longueur};
+}
+
 /// Adds the derivatives of a bearing.
 void deriverGisement(const reseauPondere& r, int de, int vers, double signe, lignePonderee& ligne) {
   const double d = r.distance(de, vers);
-  const double g = r.gisement(de, vers);
-  const double dx = signe * std::cos(g) / d;
-  const double dy = -signe * std::sin(g) / d;
+  const coteReduit u = reduire(r, de, vers, d);
+  const double dx = signe * u.y / d;
+  const double dy = -signe * u.x / d;
   ligne.ajouter(vers, 0, dx);
   ligne.ajouter(vers, 1, dy);
   ligne.ajouter(de, 0, -dx);
@@ -28,6 +41,14 @@ lignePonderee deriverAngle(const reseauPondere& r, const mesurePonderee& m) {
   return vise;
 }
 
+/// The first and the last of the axes on which a measure depends, of each of its points.
+std::pair<int, int> axesDe(genreMesure genre) {
+  if (genre == genreMesure::denivelee) return {2, 2};
+  if (genre < genreMesure::X) return {0, 1};
+  const int axe = static_cast<int>(genre) - static_cast<int>(genreMesure::X);
+  return {axe, axe};
+}
+
 }  // namespace
 
 colonnesPonderees::colonnesPonderees(const reseauPondere& reseau)
@@ -35,12 +56,11 @@ colonnesPonderees::colonnesPonderees(const reseauPondere& reseau)
   std::vector<std::array<bool, 3>> nommes(points.size());
   for (const mesurePonderee& m : reseau.mesures) {
     if (m.ecarte) continue;
-    for (const lignePonderee::terme& t : deriver(reseau, m)) {
-      if (t.point >= 0)
-        nommes[static_cast<std::size_t>(t.point)].at(static_cast<std::size_t>(t.axe)) = true;
-      else
-        orientations[static_cast<std::size_t>(t.axe)] = 0;
-    }
+    if (m.genre == genreMesure::direction) orientations[static_cast<std::size_t>(m.tour)] = 0;
+    const auto [premier, dernier] = axesDe(m.genre);
+    for (const int p : {m.station, m.vise, m.reference})
+      for (int axe = premier; p >= 0 && axe <= dernier; ++axe)
+        nommes[static_cast<std::size_t>(p)].at(static_cast<std::size_t>(axe)) = true;
   }
   for (std::size_t i = 0; i < points.size(); ++i) {
     for (std::size_t axe = 0; axe < 3; ++axe) {
@@ -69,11 +89,11 @@ lignePonderee deriver(const reseauPondere& r, const mesurePonderee& m) {
       deriverGisement(r, m.station, m.vise, 1.0, ligne);
       break;
     case genreMesure::distance: {
-      const double g = r.gisement(m.station, m.vise);
-      ligne.ajouter(m.vise, 0, std::sin(g));
-      ligne.ajouter(m.vise, 1, std::cos(g));
-      ligne.ajouter(m.station, 0, -std::sin(g));
-      ligne.ajouter(m.station, 1, -std::cos(g));
+      const coteReduit u = reduire(r, m.station, m.vise, r.distance(m.station, m.vise));
+      ligne.ajouter(m.vise, 0, u.x);
+      ligne.ajouter(m.vise, 1, u.y);
+      ligne.ajouter(m.station, 0, -u.x);
+      ligne.ajouter(m.station, 1, -u.y);
       break;
     }
     case genreMesure::denivelee:

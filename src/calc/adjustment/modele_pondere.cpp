@@ -39,6 +39,12 @@ int reseauPondere::ajouterTour(int station) {
   return static_cast<int>(orientations.size()) - 1;
 }
 
+bool longueurInvraisemblable(const mesurePonderee& denivelee) {
+  constexpr double kLongueurMax = 1e5;  // metres
+  return denivelee.longueur > kLongueurMax ||
+         (!denivelee.prevue && denivelee.longueur < std::abs(denivelee.valeur));
+}
+
 double reseauPondere::distance(int a, int b) const {
   return std::hypot(point(b).c[0] - point(a).c[0], point(b).c[1] - point(a).c[1]);
 }
@@ -93,7 +99,7 @@ double reseauPondere::valeurCalculee(const mesurePonderee& m) const {
 
 double reseauPondere::ecartAuCalcul(const mesurePonderee& m) const {
   const double ecart = m.valeur - valeurCalculee(m);
-  return estAngulaire(m.genre) ? std::remainder(ecart, 2.0 * kPi) : ecart;
+  return estAngulaire(m.genre) ? dansUnDemiTour(ecart) : ecart;
 }
 
 double reseauPondere::ecartAngulaire(const mesurePonderee& m, double propre) const {

@@ -68,6 +68,10 @@ struct mesurePonderee {
   bool ecarte = false;               ///< takes no part: a point of it has no coordinates
 };
 
+/// Whether the length of a levelled line must be in another unit: shorter than what it rises, or beyond
+/// 100 km.
+VELTORA_API bool longueurInvraisemblable(const mesurePonderee& denivelee);
+
 /// Measures with covariances between them.
 struct blocCovariance {
   std::vector<int> mesures;
@@ -118,7 +122,7 @@ struct VELTORA_API reseauPondere {
   [[nodiscard]] double valeurCalculee(const mesurePonderee& m) const;
   /// Measured less computed, of angles within half a turn.
   [[nodiscard]] double ecartAuCalcul(const mesurePonderee& m) const;
-  /// "angle en S1 de R1 vers V1", "distance S1-V1".
+  /// "angle en S1 de R1 vers V1", "distance de S1 à V1".
   [[nodiscard]] std::wstring nommer(const mesurePonderee& m) const;
 
 private:

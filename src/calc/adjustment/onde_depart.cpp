@@ -23,7 +23,6 @@ constexpr double kCoupeFaible = 0.005;
 double gisementDe(const AcGePoint2d& de, const AcGePoint2d& vers) {
   return std::atan2(vers.x - de.x, vers.y - de.y);
 }
-double ecartAngle(double a) { return std::remainder(a, 2.0 * kPi); }
 double longueur(const AcGePoint2d& a, const AcGePoint2d& b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
 /// Measures at one station that tie sights together: an edge from one to another with the angle between.
@@ -125,7 +124,7 @@ std::optional<double> ondeDepart::orientation(const faisceau& f) const {
     if (point == faisceau::kNord && m_nord) return -lecture;
     if (point < 0 || !place(point)) continue;
     const double v = gisementDe(*station, *place(point)) - lecture;
-    valeurs.push_back(valeurs.empty() ? v : valeurs.front() + ecartAngle(v - valeurs.front()));
+    valeurs.push_back(valeurs.empty() ? v : valeurs.front() + dansUnDemiTour(v - valeurs.front()));
   }
   if (valeurs.empty()) return std::nullopt;
   std::nth_element(valeurs.begin(), valeurs.begin() + static_cast<std::ptrdiff_t>(valeurs.size() / 2),
@@ -135,8 +134,8 @@ std::optional<double> ondeDepart::orientation(const faisceau& f) const {
 
 double ondeDepart::lieuDepart::ecart(const AcGePoint2d& p) const {
   if (genre == genreLieu::cercle) return (longueur(a, p) - valeur) / std::max(valeur, 1e-9);
-  if (genre == genreLieu::rayon) return ecartAngle(gisementDe(a, p) - valeur);
-  return ecartAngle(gisementDe(p, b) - gisementDe(p, a) - valeur);
+  if (genre == genreLieu::rayon) return dansUnDemiTour(gisementDe(a, p) - valeur);
+  return dansUnDemiTour(gisementDe(p, b) - gisementDe(p, a) - valeur);
 }
 
 void ondeDepart::ajouterLieuxPropres(int point, std::vector<lieuDepart>& lieux) const {

@@ -1,6 +1,6 @@
 #include "calc/adjustment/systeme_pondere.h"
 
-#include "calc/network/inverse_creuse.h"
+#include "calc/adjustment/facteurs_par_blocs.h"
 
 #include <Eigen/Dense>
 #include <cmath>
@@ -19,11 +19,11 @@ constexpr int kMouvementsMax = 60;
 }  // namespace
 
 struct systemePondere::facteurs {
-  MatriceCreuse N;
+  FacteursParBlocs::Matrice N;
   std::vector<int> places;  ///< in the values of N, of each product
-  Facteurs ldlt;
+  FacteursParBlocs ldlt;
   bool analyse = false;
-  std::unique_ptr<InverseCreuse> Z;
+  bool regulier = false;  ///< no pivot vanishes
 };
 
 systemePondere::systemePondere(const reseauPondere& reseau)
@@ -105,7 +105,7 @@ void systemePondere::formerStructure() {
   std::vector<Eigen::Triplet<double>> elements;
   for (int i = 0; i < m_colonnes.nombre; ++i) elements.emplace_back(i, i, 0.0);
   parcourirProduits([&](int i, int j, double) { elements.emplace_back(i, j, 0.0); });
-  MatriceCreuse& N = m_facteurs->N;
+  FacteursParBlocs::Matrice& N = m_facteurs->N;
   N.resize(m_colonnes.nombre, m_colonnes.nombre);
   N.setFromTriplets(elements.begin(), elements.end());
   m_facteurs->places.clear();
@@ -118,7 +118,7 @@ void systemePondere::formerStructure() {
 
 /// N, with 1 alone on the diagonal of what is held.
 void systemePondere::former() {
-  MatriceCreuse& N = m_facteurs->N;
+  FacteursParBlocs::Matrice& N = m_facteurs->N;
   if (!m_facteurs->analyse) formerStructure();
   std::fill(N.valuePtr(), N.valuePtr() + N.nonZeros(), 0.0);
   std::size_t rang = 0;
@@ -136,9 +136,9 @@ bool systemePondere::factoriserAvecAncres() {
   facteurs& f = *m_facteurs;
   const Eigen::VectorXd diagonale = f.N.diagonal();
   if (!diagonale.allFinite()) return false;
-  if (!f.analyse) f.ldlt.analyzePattern(f.N);
+  if (!f.analyse) f.ldlt.analyser(f.N);
   f.analyse = true;
-  f.ldlt.factorize(f.N);
+  f.regulier = f.ldlt.factoriser(f.N);
   return true;
 }
 
@@ -149,21 +149,17 @@ bool systemePondere::chercherDatum() {
   for (int essai = 0; essai <= m_colonnes.nombre; ++essai) {
     if (!factoriserAvecAncres()) return false;
     if (essai == 0) pleine = f.N.diagonal();
-    const Eigen::VectorXd d = f.ldlt.vectorD();
-    const auto& rangs = f.ldlt.permutationP().indices();
-    std::vector<int> colonnes(static_cast<std::size_t>(d.size()));
-    for (int i = 0; i < m_colonnes.nombre; ++i) colonnes[static_cast<std::size_t>(rangs[i])] = i;
     int faible = -1;
-    for (const int i : colonnes) {
+    for (const int i : f.ldlt.ordre()) {
       if (m_ancre[static_cast<std::size_t>(i)]) continue;
-      const double part = pleine[i] > 0.0 ? d[rangs[i]] / pleine[i] : 0.0;
+      const double part = pleine[i] > 0.0 ? f.ldlt.pivot(i) / pleine[i] : 0.0;
       if (!(part > kPivotNul) || !std::isfinite(part)) {
         faible = i;
         m_ancre[static_cast<std::size_t>(i)] = 1;
         if (essai < kMouvementsMax) break;
       }
     }
-    if (faible < 0) return f.ldlt.info() == Eigen::Success;
+    if (faible < 0) return f.regulier;
   }
   return false;
 }
@@ -188,10 +184,8 @@ void systemePondere::formerDatum() {
             if (const int i = colonne(s); i >= 0) m_V(i, k) -= s.a * p * t.a;
         }
   }
-  for (Eigen::Index k = 0; k < d; ++k) {
-    m_V.col(k) = inverseFois(m_V.col(k));
-    m_V(J[static_cast<std::size_t>(k)], k) = 1.0;
-  }
+  m_V = inverseFois(m_V);
+  for (Eigen::Index k = 0; k < d; ++k) m_V(J[static_cast<std::size_t>(k)], k) = 1.0;
   m_B = m_V;
   for (int i = 0; i < m_colonnes.nombre; ++i) {
     const auto place = m_colonnes.places()[static_cast<std::size_t>(i)];
@@ -204,8 +198,7 @@ void systemePondere::formerDatum() {
   m_datumDefini = svd.singularValues()[d - 1] > kDatumNul * std::max(svd.singularValues()[0], 1e-300);
   if (!m_datumDefini) return;
   m_T = m_V * M.inverse();
-  m_U.resize(m_colonnes.nombre, d);
-  for (Eigen::Index k = 0; k < d; ++k) m_U.col(k) = inverseFois(m_B.col(k));
+  m_U = inverseFois(m_B);
   m_W = m_B.transpose() * m_U;
 }
 
@@ -230,22 +223,29 @@ bool systemePondere::factoriser() {
     for (const int i : g.mesures)
       m_lignes[static_cast<std::size_t>(i)] =
           deriver(m_reseau, m_reseau.mesures[static_cast<std::size_t>(i)]);
-  m_facteurs->Z.reset();
   if (!m_datumConnu) {
     m_datumConnu = true;
     if (!chercherDatum()) return false;
-  } else if (!factoriserAvecAncres() || m_facteurs->ldlt.info() != Eigen::Success) {
+  } else if (!factoriserAvecAncres() || !m_facteurs->regulier) {
     return false;
   }
   formerDatum();
   return true;
 }
 
-Eigen::VectorXd systemePondere::inverseFois(const Eigen::VectorXd& b) const {
-  Eigen::VectorXd tenu = b;
+Eigen::MatrixXd systemePondere::sansAncres(const Eigen::MatrixXd& b) const {
+  Eigen::MatrixXd tenu = b;
   for (int i = 0; i < m_colonnes.nombre; ++i)
-    if (m_ancre[static_cast<std::size_t>(i)]) tenu[i] = 0.0;
-  return m_facteurs->ldlt.solve(tenu);
+    if (m_ancre[static_cast<std::size_t>(i)]) tenu.row(i).setZero();
+  return tenu;
+}
+
+Eigen::MatrixXd systemePondere::inverseFois(const Eigen::MatrixXd& b) const {
+  return m_facteurs->ldlt.resoudre(sansAncres(b));
+}
+
+Eigen::MatrixXd systemePondere::formeInverse(const Eigen::MatrixXd& b) const {
+  return m_facteurs->ldlt.formeInverse(sansAncres(b));
 }
 
 Eigen::VectorXd systemePondere::resoudre(const std::vector<double>& l) const {
@@ -287,14 +287,13 @@ double systemePondere::somme(const std::vector<double>& v) const {
 }
 
 void systemePondere::inverser() {
-  if (m_colonnes.nombre > 0) m_facteurs->Z = std::make_unique<InverseCreuse>(m_facteurs->ldlt);
+  if (m_colonnes.nombre > 0) m_facteurs->ldlt.inverser();
 }
 
 double systemePondere::cofacteurBrut(int i, int j) const {
   if (i < 0 || j < 0 || m_ancre[static_cast<std::size_t>(i)] || m_ancre[static_cast<std::size_t>(j)])
     return 0.0;
-  const auto& rangs = m_facteurs->ldlt.permutationP().indices();
-  return (*m_facteurs->Z)(rangs[i], rangs[j]);
+  return m_facteurs->ldlt.inverse(i, j);
 }
 
 double systemePondere::cofacteur(int i, int j) const {

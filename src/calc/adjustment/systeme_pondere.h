@@ -42,8 +42,10 @@ public:
   void facteursDePoids(const std::vector<double>& facteurs);
   /// Step of the unknowns, on the datum. @param l  measured less computed, one a measure
   [[nodiscard]] Eigen::VectorXd resoudre(const std::vector<double>& l) const;
-  /// N^-1 b on the datum J.
-  [[nodiscard]] Eigen::VectorXd inverseFois(const Eigen::VectorXd& b) const;
+  /// N^-1 b on the datum J, b with one column or more.
+  [[nodiscard]] Eigen::MatrixXd inverseFois(const Eigen::MatrixXd& b) const;
+  /// b^T N^-1 b on the datum J.
+  [[nodiscard]] Eigen::MatrixXd formeInverse(const Eigen::MatrixXd& b) const;
   /// v^T P v
   [[nodiscard]] double somme(const std::vector<double>& v) const;
 
@@ -75,6 +77,7 @@ private:
   void formerDatum();
   bool factoriserAvecAncres();
   [[nodiscard]] Eigen::MatrixXd produitDatum() const;
+  [[nodiscard]] Eigen::MatrixXd sansAncres(const Eigen::MatrixXd& b) const;
 
   const reseauPondere& m_reseau;
   colonnesPonderees m_colonnes;

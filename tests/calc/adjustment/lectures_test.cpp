@@ -206,6 +206,9 @@ TEST(LectureGkf, DoubtsNameTheLikelyCause) {
       {"<obs from=\"S\"><azimuth to=\"A\" val=\"9\" stdev=\"0.001\"/></obs>",
        "à vérifier : <azimuth to=\"A\"> : écart-type infime, il se donne en secondes (centésimales des "
        "grades)\n"},
+      {"<obs from=\"S\"><dh to=\"A\" val=\"-1.5\" dist=\"850\"/></obs>",
+       "à vérifier : <dh to=\"A\"> : longueur de 850 km pour une dénivelée de -1.500 m, « dist » se donne en "
+       "kilomètres\n"},
   };
   for (const auto& c : cas) {
     reseauPondere r;
@@ -349,6 +352,14 @@ TEST(LectureMcPonderee, DoubtsNameTheLikelyCause) {
        "à vérifier : ligne 4 : visée d'un point sur lui-même, ignorée : distance de S à S\n"},
       {"A 0 0\nOBS\nS . A . 5\nS . A . -5\n",
        "à vérifier : ligne 4 : distance nulle ou négative, ignorée : distance de S à A\n"},
+      {"A 0 0 1 s=0.01 s=0.02\nOBS\nS . A . . 1\n",
+       "à vérifier : ligne 1 : 2 s= pour 3 coordonnées : en donner un, ou un par coordonnée\n"},
+      {"A 0 0 1\nOBS\nS . A . . -10.5 . . . l=0.85\n",
+       "à vérifier : ligne 3 : longueur de 0.85 m pour une dénivelée de -10.500 m : l= se donne en mètres\n"},
+      {"A 0 0 1\nOBS\nS . A . . 10.5 . . . l=850000\n",
+       "à vérifier : ligne 3 : longueur de 850000 m pour une dénivelée de 10.500 m : l= se donne en "
+       "mètres\n"},
+      {"A 0 0 1\nOBS\nS . A . 5 10.5\nS . A . . ? . . . l=5\n", ""},
   };
   for (const auto& c : cas) {
     reseauPondere r;
