@@ -109,6 +109,19 @@ void ViewPen::text(const AcPlText& text) {
   m_painter.restore();
 }
 
+void ViewPen::clip(std::span<const AcGePoint2d> ring) {
+  flush();
+  if (m_clipped) m_painter.restore();
+  m_clipped = !ring.empty();
+  if (!m_clipped) return;
+  QPolygonF corners;
+  for (const AcGePoint2d& corner : ring) corners.append(pixelOf(corner));
+  QPainterPath path;
+  path.addPolygon(corners);
+  m_painter.save();
+  m_painter.setClipPath(path, Qt::IntersectClip);
+}
+
 void ViewPen::speck(const QPointF& pixel, const AcPlColor& color) {
   if (!m_lines.isEmpty() || m_specks.size() > kMostGathered || m_speckColor != color) flush();
   m_speckColor = color;

@@ -22,6 +22,7 @@ public:
   void line(std::span<const AcGePoint2d> points, const AcPlStroke& stroke) override;
   void fill(std::span<const std::vector<AcGePoint2d>> rings, const AcPlColor& color) override;
   void text(const AcPlText& text) override;
+  void clip(std::span<const AcGePoint2d> ring) override;
   /// There is no file.
   bool finish(std::string&, std::string&) override { return true; }
   /// What is smaller than a pixel. @param pixel  from the upper left corner
@@ -43,6 +44,7 @@ private:
   QList<QLineF> m_lines;   ///< not painted yet
   AcPlColor m_speckColor;  ///< likewise
   QList<QPointF> m_specks;
+  bool m_clipped = false;
 };
 
 }  // namespace veltora::app

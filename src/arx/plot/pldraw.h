@@ -32,7 +32,7 @@ struct AcPlOmissions {
   int texts = 0;                     ///< letters taller than the paper could hold
   int repeats = 0;                   ///< references whose rows and columns were too many
   int slanted = 0;                   ///< openings of layouts that do not look from above
-  int clipped = 0;               ///< openings of layouts with an outline of their own, drawn as rectangles
+  int clipped = 0;               ///< openings of layouts whose own outline is not there, drawn as rectangles
   std::set<std::wstring> fonts;  ///< of the styles of texts, drawn in the font of all pens
   void add(const AcPlOmissions& other);
 };

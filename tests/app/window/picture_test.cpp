@@ -1,6 +1,7 @@
 // What the view shows of a drawing, by its pixels.
 
 #include "app/window/picture.h"
+#include "app/window/view_pen.h"
 #include "app/window/window_trial.h"
 #include "arx/db/dballents.h"
 #include "arx/db/dbmain.h"
@@ -89,6 +90,32 @@ TEST_F(Picture, aChangeIsSeenByTheIndexThatTheViewAsks) {
   }
   EXPECT_NE(drawing.spaceIndex().touches(), before);
   EXPECT_EQ(inked(show(1.0)).center().y(), 50);
+}
+
+TEST_F(Picture, anOutlineCutsWhatIsDrawnWithinItAlone) {
+  QImage image(100, 100, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  {
+    QPainter painter(&image);
+    ViewPen pen(painter, image.height());
+    const auto at = [](double x, double y) {
+      return AcGePoint2d(x * ViewPen::kMmPerPixel, y * ViewPen::kMmPerPixel);
+    };
+    const std::vector<AcGePoint2d> triangle{at(10, 10), at(90, 10), at(10, 90)};
+    const std::vector<AcGePoint2d> level{at(0, 20), at(100, 20)}, above{at(0, 95), at(100, 95)};
+    AcPlStroke stroke;
+    pen.clip(triangle);
+    pen.line(level, stroke);
+    pen.clip({});
+    pen.line(above, stroke);
+  }
+  const auto inkedColumns = [&](int y) {
+    int count = 0;
+    for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) != QColor(Qt::white) ? 1 : 0;
+    return count;
+  };
+  EXPECT_NEAR(inkedColumns(80), 70, 1) << "from the left side to the slope";
+  EXPECT_EQ(inkedColumns(5), 100);
 }
 
 /// By pixels: what changes by hand in a drawing full of lines, circles, texts and symbols of many sizes.
