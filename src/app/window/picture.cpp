@@ -128,7 +128,9 @@ bool drawChanged(QImage& picture, AcDbDatabase& database, const ViewPlace& place
 void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vector<AcDbObjectId>& entities,
                       const ViewPlace& place, const QColor& color) {
   ViewPen pen(painter, place.size.height(), color);
-  AcPlDraw draw(viewOf(place, false), pen, database.headerReal("LTSCALE", 1.0));
+  AcPlView view = viewOf(place, false);
+  view.masks = false;  // they would hide what they lie over in the colour of what is chosen
+  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0));
   for (const AcDbObjectId& id : entities) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (entity) draw.entity(*entity);
