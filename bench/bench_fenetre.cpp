@@ -71,6 +71,7 @@ void measure(Mesure& table, int points) {
   const int entities = 6 * points;
   table("first picture, all", entities, [&] { picture = pictureOf(drawing, whole, true); });
   table("drawn anew, all", entities, [&] { picture = pictureOf(drawing, whole, true); });
+  table("drawn anew without steps, all", entities, [&] { picture = pictureOf(drawing, whole, true, true); });
   for (const double zoom : {5.0, 20.0}) {
     near.unitsPerPixel = whole.unitsPerPixel / zoom;
     const std::string name = "20 steps drawn anew, zoom " + std::to_string(static_cast<int>(zoom));
@@ -80,6 +81,7 @@ void measure(Mesure& table, int points) {
         picture = pictureOf(drawing, near, true);
       }
     });
+    table("one without steps", entities, [&] { picture = pictureOf(drawing, near, true, true); });
   }
   table("20 steps of the shifted picture", entities, [&] {
     QImage shown(whole.size, QImage::Format_RGB32);

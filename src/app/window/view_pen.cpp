@@ -18,7 +18,11 @@ constexpr qsizetype kMostGathered = 20000;
 }  // namespace
 
 ViewPen::ViewPen(QPainter& painter, int height, std::optional<QColor> highlight)
-    : m_painter(painter), m_height(height), m_highlight(std::move(highlight)), m_font("DejaVu Sans") {
+    : m_painter(painter),
+      m_height(height),
+      m_shift(painter.testRenderHint(QPainter::Antialiasing) ? 0.5 : 0.0),
+      m_highlight(std::move(highlight)),
+      m_font("DejaVu Sans") {
   m_font.setPixelSize(kFontSize);
   m_font.setHintingPreference(QFont::PreferNoHinting);
 }
@@ -49,8 +53,11 @@ void ViewPen::flush() {
     m_lines.clear();
   }
   if (!m_specks.isEmpty()) {
+    const bool smooth = m_painter.testRenderHint(QPainter::Antialiasing);
+    m_painter.setRenderHint(QPainter::Antialiasing, false);
     m_painter.setPen(colorOf(m_speckColor));
     m_painter.drawPoints(m_specks.constData(), static_cast<int>(m_specks.size()));
+    m_painter.setRenderHint(QPainter::Antialiasing, smooth);
     m_specks.clear();
   }
 }

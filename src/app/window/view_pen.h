@@ -30,7 +30,7 @@ public:
 
 private:
   [[nodiscard]] QPointF pixelOf(const AcGePoint2d& place) const {
-    return {place.x / kMmPerPixel, m_height - place.y / kMmPerPixel};
+    return {place.x / kMmPerPixel + m_shift, m_height - place.y / kMmPerPixel + m_shift};
   }
   [[nodiscard]] QColor colorOf(const AcPlColor& color) const;
   [[nodiscard]] QPen penOf(const AcPlStroke& stroke) const;
@@ -38,6 +38,7 @@ private:
 
   QPainter& m_painter;
   int m_height;
+  double m_shift;  ///< pixels: where the middle of a whole pixel lies for the painter
   std::optional<QColor> m_highlight;
   QFont m_font;
   AcPlStroke m_stroke;     ///< of the lines gathered
