@@ -18,14 +18,14 @@
 namespace veltora::app {
 namespace {
 
-constexpr double kWheelStep = 1.25;    ///< factor of a notch
-constexpr double kNotch = 120.0;       ///< what a notch of the wheel tells
-constexpr double kMargin = 1.04;       ///< of the whole drawing
-constexpr qint64 kFast = 25;           ///< ms: a picture that takes less is drawn at every step
-constexpr int kRest = 70;              ///< ms without a move after which the picture is drawn anew
-constexpr int kSmoothRest = 200;       ///< ms after which it is drawn without steps
-constexpr qint64 kMostForSmooth = 60;  ///< ms of a picture; without steps it takes a multiple
-constexpr qint64 kOneMove = 800;       ///< ms: moves that follow sooner belong together
+constexpr double kWheelStep = 1.25;     ///< factor of a notch
+constexpr double kNotch = 120.0;        ///< what a notch of the wheel tells
+constexpr double kMargin = 1.04;        ///< of the whole drawing
+constexpr qint64 kFast = 25;            ///< ms: a picture that takes less is drawn at every step
+constexpr int kRest = 70;               ///< ms without a move after which the picture is drawn anew
+constexpr int kSmoothRest = 200;        ///< ms after which it is drawn without steps
+constexpr qint64 kMostForSmooth = 150;  ///< ms of a picture; without steps it takes up to a third longer
+constexpr qint64 kOneMove = 800;        ///< ms: moves that follow sooner belong together
 constexpr std::size_t kMostFormer = 50;
 constexpr double kFinest = 1e-13;  ///< share of a coordinate that doubles still tell apart
 constexpr double kLeastUnits = 1e-9;

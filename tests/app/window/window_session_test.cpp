@@ -30,7 +30,6 @@
 #include <QTreeView>
 #include <QWheelEvent>
 #include <csignal>
-#include <set>
 
 namespace veltora::app {
 namespace {
@@ -103,73 +102,6 @@ TEST_F(WindowTrial, theWheelKeepsThePlaceUnderTheCursorAndTheMiddleButtonPullsIt
     EXPECT_NEAR(view().place().center.x, kX + 60, near.unitsPerPixel);
     EXPECT_NEAR(view().place().center.y, kY + 15, near.unitsPerPixel);
   }});
-}
-
-/// The colours of what the view shows.
-std::size_t shadesOf(QWidget& widget) {
-  const QImage image = widget.grab().toImage();
-  std::set<QRgb> found;
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x) found.insert(image.pixel(x, y));
-  return found.size();
-}
-
-TEST_F(WindowTrial, theViewIsSmoothAtRestAndCoarseWhileItMoves) {
-  open({drawing()});
-  work({[&] {
-    paused = true;
-    view().zoomExtents();
-    EXPECT_EQ(shadesOf(view()), 2U);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return shadesOf(view()) > 5; }, 5000));
-    {  // a change is drawn as smooth as the rest
-      const AcDbObjectPointer<AcDbBlockTableRecord> space(database().modelSpaceId());
-      const AcDbObjectPointer<AcDbLine> line(space->entities()[0], AcDb::kForWrite);
-      line->setEndPoint(line->endPoint() + AcGeVector3d(0, 1, 0));
-    }
-    EXPECT_GT(shadesOf(view()), 5U);
-    wheel(view(), at(20, 10), 1);
-    EXPECT_EQ(shadesOf(view()), 2U);
-    paused = false;
-  }});
-}
-
-/// What stands in the header of a drawing, and not in its tables, changes its looks too.
-TEST_F(WindowTrial, theScaleOfLineTypesAloneIsSeen) {
-  open({drawing()});
-  int before = 0;
-  const auto inked = [&] {
-    const QImage image = view().grab().toImage();
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-      for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) != backgroundOf(true) ? 1 : 0;
-    return count;
-  };
-  work({[&] {
-          const AcDbObjectId type = database().recordOf("LTYPE", L"TRAIT");
-          {
-            const AcDbObjectPointer<AcDbLinetypeTableRecord> record(type, AcDb::kForWrite);
-            DxfTag tags[] = {{100, 0, "AcDbLinetypeTableRecord"},
-                             {2, 0, "TRAIT"},
-                             {70, 0, "0"},
-                             {3, 0, ""},
-                             {72, 0, "65"},
-                             {73, 0, "2"},
-                             {40, 0, "60"},
-                             {49, 0, "1"},
-                             {74, 0, "0"},
-                             {49, 0, "-59"},
-                             {74, 0, "0"}};
-            record->dxfIn(tags, database());
-          }
-          const AcDbObjectPointer<AcDbBlockTableRecord> space(database().modelSpaceId());
-          for (const AcDbObjectId& id : space->entities())
-            AcDbObjectPointer<AcDbEntity>(id, AcDb::kForWrite)->setLinetype(type);
-          view().zoomExtents();
-          before = inked();
-          EXPECT_LT(before, 200) << "mostly gaps";
-        },
-        [&] { type("(setvar \"LTSCALE\" 0.00001)"); },
-        [&] { EXPECT_GT(inked(), 3 * before) << "so fine that it looks whole"; }});
 }
 
 struct Drag {
