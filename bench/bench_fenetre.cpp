@@ -1,6 +1,6 @@
 // The window's view of a drawing of point blocks, each with its symbol and four attributes (six entities):
-// the first picture, the whole drawn anew, a step of panning and of zooming drawn anew, the shifted picture,
-// a pick, one point moved.
+// reading its file, the first picture, the whole drawn anew, a step of panning and of zooming drawn anew, the
+// shifted picture, a pick, one point moved.
 
 #include "app/window/picture.h"
 #include "arx/db/dballents.h"
@@ -9,9 +9,12 @@
 #include "arx/ed/edpick.h"
 #include "mesure.h"
 
+#include <unistd.h>
 #include <QApplication>
 #include <QPainter>
+
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <string>
 
@@ -62,15 +65,27 @@ void fill(AcDbDatabase& drawing, int points, double side) {
 
 void measure(Mesure& table, int points) {
   const double side = kSpacing * std::sqrt(static_cast<double>(points));
-  AcDbDatabase drawing;
+  const std::wstring file =
+      (std::filesystem::temp_directory_path() / ("bench_fenetre_" + std::to_string(::getpid()) + ".dxf"))
+          .wstring();
+  {
+    AcDbDatabase made;
+    made.undoLog().setRecording(false);
+    fill(made, points, side);
+    expect(made.saveAs(file.c_str()) == Acad::eOk, "writing");
+  }
+  AcDbDatabase drawing(false);
   drawing.undoLog().setRecording(false);
-  fill(drawing, points, side);
+  table("read from its file", 6 * points,
+        [&] { expect(drawing.readDwgFile(file.c_str()) == Acad::eOk, "reading"); });
+  std::filesystem::remove(file);
   const ViewPlace whole{{650000.0 + side / 2, 6860000.0 + side / 2}, side / 980, QSize(1600, 1000)};
   ViewPlace near = whole;
   QImage picture;
   const int entities = 6 * points;
   table("first picture, all", entities, [&] { picture = pictureOf(drawing, whole, true); });
   table("drawn anew, all", entities, [&] { picture = pictureOf(drawing, whole, true); });
+  table("drawn anew without steps, all", entities, [&] { picture = pictureOf(drawing, whole, true, true); });
   for (const double zoom : {5.0, 20.0}) {
     near.unitsPerPixel = whole.unitsPerPixel / zoom;
     const std::string name = "20 steps drawn anew, zoom " + std::to_string(static_cast<int>(zoom));
@@ -80,6 +95,7 @@ void measure(Mesure& table, int points) {
         picture = pictureOf(drawing, near, true);
       }
     });
+    table("one without steps", entities, [&] { picture = pictureOf(drawing, near, true, true); });
   }
   table("20 steps of the shifted picture", entities, [&] {
     QImage shown(whole.size, QImage::Format_RGB32);
@@ -128,5 +144,5 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   Mesure table;
-  for (const int points : {10000, 100000}) measure(table, points);
+  for (const int points : {10000, 100000, 170000}) measure(table, points);
 }

@@ -42,9 +42,9 @@ void raconter(const AcPlOmissions& omis, base::Remarques& remarques) {
     remarques.douter(base::formater(
         L"fenêtres de la présentation qui ne regardent pas d'en haut, laissées vides : %d", omis.slanted));
   if (omis.clipped > 0)
-    remarques.douter(base::formater(
-        L"fenêtres de la présentation au contour libre, tracées dans le rectangle qui l'entoure : %d",
-        omis.clipped));
+    remarques.douter(
+        base::formater(L"fenêtres de la présentation dont le contour libre manque, tracées en rectangle : %d",
+                       omis.clipped));
 }
 
 std::unique_ptr<AcPlPen> plumePour(const std::wstring& genre, const AcPlPaper& papier,

@@ -5,6 +5,25 @@
 #include <algorithm>
 
 namespace veltora {
+namespace {
+
+template <class Signe>
+std::basic_string<Signe> sansBalises(std::basic_string_view<Signe> texte) {
+  std::basic_string<Signe> resultat;
+  for (const Signe signe : texte) {
+    const std::string_view entite = signe == '&' ? "&amp;" : signe == '<' ? "&lt;" : "";
+    if (entite.empty())
+      resultat += signe;
+    else
+      resultat.append(entite.begin(), entite.end());
+  }
+  return resultat;
+}
+
+}  // namespace
+
+std::string echappe(std::string_view texte) { return sansBalises(texte); }
+std::wstring echappe(std::wstring_view texte) { return sansBalises(texte); }
 
 htmlText::htmlText(std::string_view nouveauTexte, std::string_view nouveauxAttributs)
     : texte(nouveauTexte), attributs(nouveauxAttributs) {}

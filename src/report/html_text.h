@@ -27,6 +27,10 @@ public:
   int type = paragraphe;
 };
 
+/// A name or a sentence as content of a report: `&` and `<` as what readers show as these signs.
+VELTORA_API std::string echappe(std::string_view texte);
+VELTORA_API std::wstring echappe(std::wstring_view texte);
+
 /// A number with a fixed number of decimals, as paragraphs and cells show it.
 /// @param decimales 0 to 99; a value outside counts as the nearest of these
 std::string texteNombre(double valeur, int decimales);

@@ -13,7 +13,11 @@ plumeRapport::plumeRapport(htmlDocument& document) : m_document(document) {
 }
 
 void plumeRapport::paragraphe(std::wstring_view texte, std::string_view attributs) {
-  m_document.ajouterCorps(htmlText(base::narrow(texte), attributs).html());
+  paragrapheBalise(echappe(texte), attributs);
+}
+
+void plumeRapport::paragrapheBalise(std::wstring_view html, std::string_view attributs) {
+  m_document.ajouterCorps(htmlText(base::narrow(html), attributs).html());
 }
 
 void plumeRapport::entetes(std::initializer_list<const wchar_t*> titres, std::string_view attributs) {
@@ -23,7 +27,7 @@ void plumeRapport::entetes(std::initializer_list<const wchar_t*> titres, std::st
 }
 
 void plumeRapport::texte(std::wstring_view texte, std::string_view attributs) {
-  m_table.ajouterCellule(base::narrow(texte), attributs);
+  m_table.ajouterCellule(echappe(base::narrow(texte)), attributs);
 }
 
 void plumeRapport::nombre(double valeur) { nombre(valeur, attributs::kNombre); }

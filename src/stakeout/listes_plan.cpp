@@ -13,6 +13,7 @@
 #include "core/drawing_table.h"
 #include "points/projets_topo.h"
 #include "report/html_document.h"
+#include "report/html_text.h"
 #include "report/plume_rapport.h"
 #include "report/report_setup.h"
 
@@ -30,11 +31,13 @@ const pointDuDessin& lieu(int index) {
 std::wstring nomDe(int index) { return base::widen(lieu(index).getNomPoint()); }
 
 /// The two forms of the line of a reference: without name, and with it.
-std::wstring ligneReference(const viseesPlan& liste, const wchar_t* sansNom, const wchar_t* avecNom) {
+std::wstring ligneReference(
+    const viseesPlan& liste, const wchar_t* sansNom, const wchar_t* avecNom,
+    std::wstring (*montre)(std::wstring_view) = [](std::wstring_view nom) { return std::wstring(nom); }) {
   if (liste.reference < 0) return {};
   const pointDuDessin& p = lieu(liste.reference);
   const double gis = enGrades(liste.gisReference);
-  const std::wstring nom = nomDe(liste.reference);
+  const std::wstring nom = montre(nomDe(liste.reference));
   return nom.empty() ? base::formater(sansNom, p.x, p.y, gis) : base::formater(avecNom, nom, p.x, p.y, gis);
 }
 
@@ -191,16 +194,16 @@ void rapportPlan(const planImplantationAuto& plan, htmlDocument& document) {
   plumeRapport plume(document);
   for (const viseesPlan& liste : viseesDuPlan(plan)) {
     const pointDuDessin& station = lieu(liste.station);
-    const std::wstring nom = nomDe(liste.station);
-    plume.paragraphe(
+    const std::wstring nom = echappe(nomDe(liste.station));
+    plume.paragrapheBalise(
         base::formater(L"Implantation à partir de <b>%s</b> (%d points visés)", nom, nombreDe(liste)),
         attributs::kTitreMaj);
-    plume.paragraphe(base::formater(L"Station: <b>%s</b>  (X=%.4fY=%.4f)", nom, station.x, station.y),
-                     attributs::kPetitMaj);
+    plume.paragrapheBalise(base::formater(L"Station: <b>%s</b>  (X=%.4fY=%.4f)", nom, station.x, station.y),
+                           attributs::kPetitMaj);
     const std::wstring reference =
         ligneReference(liste, L"Station de référence en (X=%.4fY=%.4f ) Gis=%.4f gr",
-                       L"Station de référence <b>%s</b> (X=%.4fY=%.4f ) Gis=%.4f gr");
-    if (!reference.empty()) plume.paragraphe(reference, attributs::kPetitMaj);
+                       L"Station de référence <b>%s</b> (X=%.4fY=%.4f ) Gis=%.4f gr", echappe);
+    if (!reference.empty()) plume.paragrapheBalise(reference, attributs::kPetitMaj);
     plume.entetes({L"N°", L"Angle (gr)", L"Distance"}, attributs::kGrisCentre);
     for (const int rang : liste.points) {
       plume.ouvrirLigne();

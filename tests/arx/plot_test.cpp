@@ -1,6 +1,7 @@
 #include "arx/plot/pldraw.h"
 
 #include "arx/plot/plcolor.h"
+#include "arx/plot/plsvg.h"
 #include "ent_support.h"
 
 #include <fmt/format.h>
@@ -31,6 +32,7 @@ struct NotingPen : AcPlPen {
     fills.emplace_back(rings.begin(), rings.end());
   }
   void text(const AcPlText& text) override { texts.push_back(text); }
+  void clip(std::span<const AcGePoint2d>) override {}
   bool finish(std::string&, std::string&) override { return true; }
 };
 
@@ -156,6 +158,27 @@ TEST_F(PlotTest, WhatCannotBeDrawnIsTold) {
   view.mmPerUnit = 1e10;
   EXPECT_EQ(draw("LINE", "8 0|10 -1e308|20 0|11 0|21 0").places, 1);
   EXPECT_TRUE(pen.lines.empty() && pen.texts.empty());
+}
+
+TEST(SvgPen, WhatIsDrawnLaterLiesOverWhatWasDrawnBefore) {
+  // A line, a mask on another layer over it, a line over the mask, on the first layer again.
+  AcPlSvgPen svg(AcPlPaper{});
+  AcPlStroke red, green;
+  red.color = {255, 0, 0};
+  green.color = {0, 255, 0};
+  const std::vector<AcGePoint2d> across{{0, 50}, {100, 50}}, up{{50, 0}, {50, 100}};
+  const std::vector<std::vector<AcGePoint2d>> mask{{{20, 20}, {80, 20}, {80, 80}, {20, 80}}};
+  svg.layer("A");
+  svg.line(across, red);
+  svg.layer("B");
+  svg.fill(mask, {0, 0, 255});
+  svg.layer("A");
+  svg.line(up, green);
+  std::string file, reason;
+  ASSERT_TRUE(svg.finish(file, reason));
+  const std::size_t first = file.find("#ff0000"), second = file.find("#0000ff"), third = file.find("#00ff00");
+  EXPECT_TRUE(first < second && second < third && third != std::string::npos) << file;
+  EXPECT_NE(file.rfind("data-calque=\"A\"", third), file.rfind("data-calque=\"A\"", first)) << file;
 }
 
 TEST_F(PlotTest, TextsStandOnTheirBaseLine) {

@@ -3,6 +3,7 @@
 #include "report/html_style.h"
 #include "report/html_table.h"
 #include "report/html_text.h"
+#include "report/plume_rapport.h"
 #include "report/report_setup.h"
 #include "support/golden.h"
 
@@ -172,6 +173,22 @@ TEST(HtmlDocument, BothFormsMatchTheirGoldens) {
   EXPECT_TRUE(memeQueReference("rapport_simple.html", document.contenu()));
   document.format = htmlDocument::word;
   EXPECT_TRUE(memeQueReference("rapport_word.doc", document.contenu()));
+}
+
+TEST(PlumeRapport, NamesWithTheSignsOfMarkupAreText) {
+  htmlDocument document;
+  {
+    plumeRapport plume(document);
+    plume.paragraphe(L"|w| < 3 & <b>", "");
+    plume.paragrapheBalise(L"<b>" + echappe(std::wstring_view(L"A<1")) + L"</b>", "");
+    plume.ouvrirLigne();
+    plume.texte(L"<table>&nbsp;", "");
+    plume.fermerLigne();
+    plume.fermerTable();
+  }
+  const std::string html = document.contenu();
+  for (const char* wanted : {"|w| &lt; 3 &amp; &lt;b>", "<b>A&lt;1</b>", "&lt;table>&amp;nbsp;"})
+    EXPECT_NE(html.find(wanted), std::string::npos) << wanted << "\n" << html;
 }
 
 TEST(HtmlDocument, BodyDeuxPoints) {

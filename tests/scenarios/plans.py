@@ -15,6 +15,9 @@ import xml.etree.ElementTree
 import ezdxf
 from ezdxf.enums import TextEntityAlignment
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+import png
+
 program = pathlib.Path(sys.argv[1]).resolve()
 X, Y = 652000.0, 6862000.0  # places of the drawing are told from here, in metres
 DPMM = 10
@@ -150,8 +153,10 @@ def svg():
     root = xml.etree.ElementTree.parse("plan.svg").getroot()
     check(root.get("width") == "420.000mm" and root.get("viewBox") == "0 0 420.000 297.000", str(root.attrib))
     name = "{http://www.w3.org/2000/svg}"
-    layers = {g.get("data-calque"): g for g in root.iter(name + "g") if g.get("data-calque")}
+    groups = [g for g in root.iter(name + "g") if g.get("data-calque")]
+    layers = {g.get("data-calque"): g for g in reversed(groups)}
     check(set(layers) == {"0", "ROUGE", "BLEU"}, str(set(layers)))
+    check(len({g.get("id") for g in groups}) == len(groups) > 3, "groups of layers in the order of drawing")
     line = re.findall(r"[-\d.]+", next(layers["BLEU"].iter(name + "path")).get("d"))
     check([float(v) for v in line[:4]] == [110, 248.5, 310, 248.5], str(line))
     check({t.text for t in root.iter(name + "text")} == {"Bâtiment <A> & B", "debout", "droite"}, "texts")
@@ -330,7 +335,58 @@ def layouts():
     turned.dxf.flags = 0x10000
     document.saveas("biais.dxf")
     said = call(3, "rendre", "biais.dxf", "l3.pdf", "--planche", "Plan général")
-    check("laissées vides : 1" in said and "dans le rectangle qui l'entoure : 1" in said, said)
+    check("laissées vides : 1" in said and "contour libre manque, tracées en rectangle : 1" in said, said)
+
+
+def free_outlines():
+    """Openings cut out by a circle and by an arrow with an arc, in every format: what lies within shows, the rest does not,
+    what is drawn behind the opening is not cut."""
+    document = ezdxf.new("R2010")
+    space = document.modelspace()
+    field = space.add_hatch(color=1)
+    field.paths.add_polyline_path([(X - 500, Y - 500), (X + 500, Y - 500), (X + 500, Y + 500), (X - 500, Y + 500)],
+                                  is_closed=True)
+    space.add_text("M" * 60, height=4, dxfattribs={"color": 5}).set_placement((X - 120, Y - 2))
+    layout = document.layouts.new("Formes")
+    layout.page_setup(size=(297, 210), margins=(0, 0, 0, 0), units="mm")
+    circle = layout.add_circle((70, 100), 30, dxfattribs={"color": 3})
+    # A notch in the right side, a half circle below.
+    arrow = layout.add_lwpolyline([(150, 60, 1), (210, 60, 0), (210, 140, 0), (180, 100, 0), (150, 140, 0)], close=True,
+                                  format="xyb", dxfattribs={"color": 3})
+    for curve, center, size in ((circle, (70, 100), (60, 60)), (arrow, (180, 85), (60, 110))):
+        opening = layout.add_viewport(center=center, size=size, view_center_point=(X, Y), view_height=size[1])
+        opening.dxf.flags = 0x10000
+        opening.dxf.clipping_boundary_handle = curve.dxf.handle
+    last = layout.add_hatch(color=2)
+    last.paths.add_polyline_path([(5, 5), (25, 5), (25, 25), (5, 25)], is_closed=True)
+    document.saveas("formes.dxf")
+    red, white = (255, 0, 0), (255, 255, 255)
+    rows = [((70, 75), red), ((70, 125), red), ((50, 85), red), ((45, 75), white), ((95, 125), white), ((43, 127), white),
+            ((160, 120), red), ((180, 70), red), ((180, 35), red), ((180, 110), white), ((152, 35), white), ((208, 35), white),
+            ((15, 15), (255, 255, 0)), ((120, 100), white)]
+    for name in ("formes.pdf", "formes.svg", "formes.png"):
+        said = call(0, "rendre", "formes.dxf", name, "--planche", "Formes", "--ppp", 254)
+        check("contour" not in said, said)
+        page = name
+        if name.endswith("svg"):
+            found = xml.etree.ElementTree.parse(name).getroot()
+            space_of = "{http://www.w3.org/2000/svg}"
+            clips = [c[0].get("d") for c in found.iter(space_of + "clipPath") if c[0].tag == space_of + "path"]
+            check(len(clips) == 2 and clips[1].count("L") > 20, str(clips))
+            cut = [g for g in found.iter(space_of + "g") if (g.get("clip-path") or "").startswith("url(#fenetre")]
+            check(["#ff0000" in xml.etree.ElementTree.tostring(g).decode() for g in cut] == [True, True], "reds in the openings")
+            check(not any("#ffff00" in xml.etree.ElementTree.tostring(g).decode() for g in cut), "the yellow is cut")
+            continue
+        if name.endswith("png"):
+            width, height, data = png.read(name)
+            pixel = lambda x, y: data[y][x]
+        else:
+            width, height, pixel = pixels(page)
+        for (x, y), wanted in rows:
+            found = pixel(round(x * DPMM), height - 1 - round(y * DPMM))
+            check(max(abs(a - b) for a, b in zip(found, wanted)) <= 2, f"{name} {x},{y}: {found}, not {wanted}")
+        blue = [x for x in range(0, 1300) if pixel(x, height - 1 - round(100 * DPMM))[2] > 200 > 100 > pixel(x, height - 1 - round(100 * DPMM))[0]]
+        check(blue and 395 <= min(blue) and max(blue) <= 1005, f"{name}: letters from {min(blue)} to {max(blue)}")
 
 
 def bad_input():
@@ -392,4 +448,5 @@ with tempfile.TemporaryDirectory(prefix="veltora-plans-") as folder:
     choices()
     sheets()
     layouts()
+    free_outlines()
     bad_input()

@@ -18,12 +18,14 @@
 namespace veltora::app {
 namespace {
 
-constexpr double kWheelStep = 1.25;  ///< factor of a notch
-constexpr double kNotch = 120.0;     ///< what a notch of the wheel tells
-constexpr double kMargin = 1.04;     ///< of the whole drawing
-constexpr qint64 kFast = 25;         ///< ms: a picture that takes less is drawn at every step
-constexpr int kRest = 70;            ///< ms without a move after which the picture is drawn anew
-constexpr qint64 kOneMove = 800;     ///< ms: moves that follow sooner belong together
+constexpr double kWheelStep = 1.25;     ///< factor of a notch
+constexpr double kNotch = 120.0;        ///< what a notch of the wheel tells
+constexpr double kMargin = 1.04;        ///< of the whole drawing
+constexpr qint64 kFast = 25;            ///< ms: a picture that takes less is drawn at every step
+constexpr int kRest = 70;               ///< ms without a move after which the picture is drawn anew
+constexpr int kSmoothRest = 200;        ///< ms after which it is drawn without steps
+constexpr qint64 kMostForSmooth = 150;  ///< ms of a picture; without steps it takes up to a third longer
+constexpr qint64 kOneMove = 800;        ///< ms: moves that follow sooner belong together
 constexpr std::size_t kMostFormer = 50;
 constexpr double kFinest = 1e-13;  ///< share of a coordinate that doubles still tell apart
 constexpr double kLeastUnits = 1e-9;
@@ -52,6 +54,8 @@ DrawingView::DrawingView(WindowLines& lines) : m_pointing(lines) {
     m_rests = true;
     update();
   });
+  m_smoothRest.setSingleShot(true);
+  connect(&m_smoothRest, &QTimer::timeout, this, &DrawingView::smoothen);
   m_pointing.framed = [this](const AcGePoint2d& a, const AcGePoint2d& b) {
     const double aspect = static_cast<double>(width()) / std::max(1, height());
     const double tall = std::max(std::fabs(b.y - a.y), std::fabs(b.x - a.x) / aspect);
@@ -126,6 +130,7 @@ void DrawingView::show(const ViewPlace& place) {
   m_pointing.setView(m_database, m_place);
   m_rests = false;
   m_rest.start(kRest);
+  m_smoothRest.stop();
   update();
 }
 
@@ -189,18 +194,27 @@ void DrawingView::drawAnew() {
   const std::optional<AcDbExtents> change = m_database->spaceIndex().takeChange();
   const bool samePlace = !m_picture.isNull() && m_pictured == m_place && m_picturedDark == m_dark;
   if (samePlace && change && m_picturedNames == m_database->namesVersion() &&
-      drawChanged(m_picture, *m_database, m_place, m_dark, *change)) {
+      drawChanged(m_picture, *m_database, m_place, m_dark, *change, m_smooth)) {
     m_picturedRevision = revision();
     m_chosenEntities.clear();
     return;
   }
   m_picture = pictureOf(*m_database, m_place, m_dark);
+  m_smooth = false;
   m_picturedNames = m_database->namesVersion();
   m_cost = clock.elapsed();
   m_pictured = m_place;
   m_picturedRevision = revision();
   m_picturedDark = m_dark;
   m_chosenEntities.clear();
+  if (m_cost <= kMostForSmooth) m_smoothRest.start(kSmoothRest);
+}
+
+void DrawingView::smoothen() {
+  if (!m_database || !isDrawn() || m_smooth) return;
+  m_picture = pictureOf(*m_database, m_place, m_dark, true);
+  m_smooth = true;
+  update();
 }
 
 void DrawingView::paintPicture(QPainter& painter) {

@@ -56,6 +56,8 @@ private:
   void storeView();
   [[nodiscard]] Adesk::UInt64 revision() const;
   void drawAnew();
+  /// Draws the picture anew without steps, when nothing has moved for a while and it costs little.
+  void smoothen();
   [[nodiscard]] bool isDrawn() const;
   void paintPicture(QPainter& painter);
   void paintVectors(QPainter& painter) const;
@@ -78,9 +80,11 @@ private:
   Adesk::UInt64 m_picturedRevision = 0;
   Adesk::UInt64 m_picturedNames = 0;
   bool m_picturedDark = true;
-  qint64 m_cost = 0;  ///< of the picture, ms
+  qint64 m_cost = 0;      ///< of the picture, ms
+  bool m_smooth = false;  ///< the picture is
   bool m_rests = true;
   QTimer m_rest;
+  QTimer m_smoothRest;
   QImage m_chosen;  ///< what is chosen, as it lies over the picture
   ViewPlace m_chosenPlace;
   std::vector<AcDbObjectId> m_chosenEntities;

@@ -215,7 +215,7 @@ void MainWindow::makeRecoveryMenu() {
     group->addAction(action);
     connect(action, &QAction::triggered, this, [this, minutes] {
       m_preferences.setRecoveryMinutes(minutes);
-      if (m_recovery) m_recovery->setMinutes(minutes);
+      if (m_recovery) m_recovery->setInterval(std::chrono::minutes(minutes));
     });
   }
 }
@@ -227,7 +227,7 @@ void MainWindow::startRecovery() {
   around.print = [this](const std::string& text) { print(text); };
   around.leaveHost = [this] { m_events.reset(); };
   m_recovery = std::make_unique<Recovery>(recoveryFolder(), std::move(around));
-  m_recovery->setMinutes(m_preferences.recoveryMinutes());
+  m_recovery->setInterval(std::chrono::minutes(m_preferences.recoveryMinutes()));
   m_lines.before([this] {
     if (m_recovery) m_recovery->offer();
     return std::optional<std::string>();

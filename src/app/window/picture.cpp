@@ -73,8 +73,10 @@ QColor backgroundOf(bool dark) { return dark ? QColor(kDarkGrey, kDarkGrey, kDar
 namespace {
 
 /// Draws what lies in a part of a picture, over the background.
-void drawPart(QImage& image, AcDbDatabase& database, const ViewPlace& place, bool dark, const QRect& part) {
+void drawPart(QImage& image, AcDbDatabase& database, const ViewPlace& place, bool dark, bool smooth,
+              const QRect& part) {
   QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing, smooth);
   if (part != image.rect()) painter.setClipRect(part);
   painter.fillRect(part, backgroundOf(dark));
   ViewPen pen(painter, place.size.height());
@@ -105,14 +107,14 @@ void drawPart(QImage& image, AcDbDatabase& database, const ViewPlace& place, boo
 
 }  // namespace
 
-QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark) {
+QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark, bool smooth) {
   QImage image(place.size, QImage::Format_RGB32);
-  drawPart(image, database, place, dark, image.rect());
+  drawPart(image, database, place, dark, smooth, image.rect());
   return image;
 }
 
 bool drawChanged(QImage& picture, AcDbDatabase& database, const ViewPlace& place, bool dark,
-                 const AcDbExtents& changed) {
+                 const AcDbExtents& changed, bool smooth) {
   if (changed.isEmpty()) return true;
   const QPointF a = place.toPixel({changed.minPoint().x, changed.maxPoint().y});
   const QPointF b = place.toPixel({changed.maxPoint().x, changed.minPoint().y});
@@ -121,14 +123,16 @@ bool drawChanged(QImage& picture, AcDbDatabase& database, const ViewPlace& place
   const double border = kLineWidths + letters;
   const QRectF part = QRectF(a, b).adjusted(-border, -border, border, border) & QRectF(picture.rect());
   if (!(part.width() * part.height() < kMostOfPicture * picture.width() * picture.height())) return false;
-  drawPart(picture, database, place, dark, part.toAlignedRect() & picture.rect());
+  drawPart(picture, database, place, dark, smooth, part.toAlignedRect() & picture.rect());
   return true;
 }
 
 void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vector<AcDbObjectId>& entities,
                       const ViewPlace& place, const QColor& color) {
   ViewPen pen(painter, place.size.height(), color);
-  AcPlDraw draw(viewOf(place, false), pen, database.headerReal("LTSCALE", 1.0));
+  AcPlView view = viewOf(place, false);
+  view.masks = false;  // they would hide what they lie over in the colour of what is chosen
+  AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0));
   for (const AcDbObjectId& id : entities) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (entity) draw.entity(*entity);

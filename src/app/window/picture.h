@@ -15,13 +15,14 @@ class AcDbExtents;
 namespace veltora::app {
 
 /// A picture of the model space of a drawing as it looks at a place: what cannot be seen there is passed by,
-/// what is smaller than a pixel is a dot. @param dark  on a dark background
-QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark);
+/// what is smaller than a pixel is a dot. @param dark  on a dark background  @param smooth  without steps in
+/// leaning lines, which takes longer
+QImage pictureOf(AcDbDatabase& database, const ViewPlace& place, bool dark, bool smooth = false);
 
 /// Draws a part of such a picture anew. @param changed  the part of the drawing that looks otherwise
 /// @return false, with nothing drawn, when that is so much that all of it is as soon drawn
 bool drawChanged(QImage& picture, AcDbDatabase& database, const ViewPlace& place, bool dark,
-                 const AcDbExtents& changed);
+                 const AcDbExtents& changed, bool smooth = false);
 
 /// Paints entities over what is there, in one colour, wider than they are.
 void paintHighlighted(QPainter& painter, AcDbDatabase& database, const std::vector<AcDbObjectId>& entities,

@@ -12,8 +12,7 @@
 namespace veltora::app {
 namespace {
 
-constexpr int kMinute = 60000;  // ms
-constexpr int kSoon = 3000;     // ms
+constexpr int kSoon = 3000;  // ms
 
 RecoveredDrawing describe(const AcApDocument& document) {
   return {document.fileName(), document.docTitle(), document.fileState()};
@@ -61,9 +60,9 @@ Recovery::Recovery(std::filesystem::path folder, Surroundings surroundings)
 
 Recovery::~Recovery() = default;
 
-void Recovery::setMinutes(int minutes) {
-  if (minutes > 0)
-    m_clock.start(minutes * kMinute);
+void Recovery::setInterval(std::chrono::milliseconds interval) {
+  if (interval.count() > 0)
+    m_clock.start(interval);
   else
     m_clock.stop();
 }

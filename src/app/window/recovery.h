@@ -4,6 +4,7 @@
 #include "app/window/recovery_folder.h"
 
 #include <QTimer>
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -30,8 +31,8 @@ public:
   Recovery(std::filesystem::path folder, Surroundings surroundings);
   ~Recovery();
 
-  /// @param minutes  between two copies; 0 for none from now on
-  void setMinutes(int minutes);
+  /// @param interval  between two copies; 0 for none from now on
+  void setInterval(std::chrono::milliseconds interval);
   /// Something may have changed since the last copy.
   void touched() { m_touched = true; }
   /// Copies what has unsaved changes, once nothing is at work.

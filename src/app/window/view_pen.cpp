@@ -18,7 +18,11 @@ constexpr qsizetype kMostGathered = 20000;
 }  // namespace
 
 ViewPen::ViewPen(QPainter& painter, int height, std::optional<QColor> highlight)
-    : m_painter(painter), m_height(height), m_highlight(std::move(highlight)), m_font("DejaVu Sans") {
+    : m_painter(painter),
+      m_height(height),
+      m_shift(painter.testRenderHint(QPainter::Antialiasing) ? 0.5 : 0.0),
+      m_highlight(std::move(highlight)),
+      m_font("DejaVu Sans") {
   m_font.setPixelSize(kFontSize);
   m_font.setHintingPreference(QFont::PreferNoHinting);
 }
@@ -49,8 +53,11 @@ void ViewPen::flush() {
     m_lines.clear();
   }
   if (!m_specks.isEmpty()) {
+    const bool smooth = m_painter.testRenderHint(QPainter::Antialiasing);
+    m_painter.setRenderHint(QPainter::Antialiasing, false);
     m_painter.setPen(colorOf(m_speckColor));
     m_painter.drawPoints(m_specks.constData(), static_cast<int>(m_specks.size()));
+    m_painter.setRenderHint(QPainter::Antialiasing, smooth);
     m_specks.clear();
   }
 }
@@ -107,6 +114,19 @@ void ViewPen::text(const AcPlText& text) {
   m_painter.setPen(colorOf(text.color));
   m_painter.drawText(QPointF(0, 0), shown(text.text));
   m_painter.restore();
+}
+
+void ViewPen::clip(std::span<const AcGePoint2d> ring) {
+  flush();
+  if (m_clipped) m_painter.restore();
+  m_clipped = !ring.empty();
+  if (!m_clipped) return;
+  QPolygonF corners;
+  for (const AcGePoint2d& corner : ring) corners.append(pixelOf(corner));
+  QPainterPath path;
+  path.addPolygon(corners);
+  m_painter.save();
+  m_painter.setClipPath(path, Qt::IntersectClip);
 }
 
 void ViewPen::speck(const QPointF& pixel, const AcPlColor& color) {

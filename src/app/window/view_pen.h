@@ -22,6 +22,7 @@ public:
   void line(std::span<const AcGePoint2d> points, const AcPlStroke& stroke) override;
   void fill(std::span<const std::vector<AcGePoint2d>> rings, const AcPlColor& color) override;
   void text(const AcPlText& text) override;
+  void clip(std::span<const AcGePoint2d> ring) override;
   /// There is no file.
   bool finish(std::string&, std::string&) override { return true; }
   /// What is smaller than a pixel. @param pixel  from the upper left corner
@@ -29,7 +30,7 @@ public:
 
 private:
   [[nodiscard]] QPointF pixelOf(const AcGePoint2d& place) const {
-    return {place.x / kMmPerPixel, m_height - place.y / kMmPerPixel};
+    return {place.x / kMmPerPixel + m_shift, m_height - place.y / kMmPerPixel + m_shift};
   }
   [[nodiscard]] QColor colorOf(const AcPlColor& color) const;
   [[nodiscard]] QPen penOf(const AcPlStroke& stroke) const;
@@ -37,12 +38,14 @@ private:
 
   QPainter& m_painter;
   int m_height;
+  double m_shift;  ///< pixels: where the middle of a whole pixel lies for the painter
   std::optional<QColor> m_highlight;
   QFont m_font;
   AcPlStroke m_stroke;     ///< of the lines gathered
   QList<QLineF> m_lines;   ///< not painted yet
   AcPlColor m_speckColor;  ///< likewise
   QList<QPointF> m_specks;
+  bool m_clipped = false;
 };
 
 }  // namespace veltora::app

@@ -20,15 +20,33 @@ void drawSolid(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
   pen.polygon({&corners, 1});
 }
 
-void drawImageFrame(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
+/// The border of a picture or a mask: what it is clipped to (14), in pixels from the upper left corner, the
+/// centre of the first one at 0; else the whole.
+std::vector<AcGePoint3d> borderOf(AcDbKeptGroups& groups) {
   for (const int code : {10, 11, 12, 13})
-    if (groups.points(code).empty()) return;
+    if (groups.points(code).empty()) return {};
   const AcGePoint3d at = groups.points(10)[0];
   const AcGePoint3d size = groups.points(13)[0];  // in pixels
-  const AcGeVector3d u = groups.points(11)[0].asVector() * size.x;
-  const AcGeVector3d v = groups.points(12)[0].asVector() * size.y;
-  const AcGePoint3d frame[] = {at, at + u, at + u + v, at + v, at};
-  pen.edges(frame);
+  const AcGeVector3d u = groups.points(11)[0].asVector();
+  const AcGeVector3d v = groups.points(12)[0].asVector();
+  std::vector<AcGePoint3d> clip = groups.points(14);
+  if (groups.real(280) == 0.0 || clip.size() < 2)
+    return {at, at + u * size.x, at + u * size.x + v * size.y, at + v * size.y};
+  if (clip.size() == 2) {
+    const AcGePoint3d a = clip[0];
+    const AcGePoint3d b = clip[1];
+    clip = {a, {b.x, a.y, 0}, b, {a.x, b.y, 0}};
+  }
+  for (AcGePoint3d& corner : clip) corner = at + u * (corner.x + 0.5) + v * (size.y - corner.y - 0.5);
+  return clip;
+}
+
+void drawImage(const AcDbKeptPen& pen, AcDbKeptGroups& groups, bool masks) {
+  std::vector<AcGePoint3d> border = borderOf(groups);
+  if (border.empty()) return;
+  if (masks && pen.renderer()) pen.renderer()->mask(border);
+  border.push_back(border.front());
+  pen.edges(border);
 }
 
 void drawViewport(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
@@ -89,7 +107,7 @@ void acdbDrawKept(const AcDbOtherEntity& entity, const std::vector<DxfExtra>& se
   AcDbKeptGroups groups(sections);
   if (entity.picture()) return drawPicture(geometry, entity, groups);
   if (type == "LEADER") return pen.edges(groups.points(10));
-  if (type == "IMAGE" || type == "WIPEOUT") return drawImageFrame(pen, groups);
+  if (type == "IMAGE" || type == "WIPEOUT") return drawImage(pen, groups, type == "WIPEOUT");
   if (type == "MLINE") return drawMultiline(pen, groups);
   if (type == "VIEWPORT") return drawViewport(pen, groups);
   if (type != "SOLID" && type != "TRACE" && type != "HATCH") {

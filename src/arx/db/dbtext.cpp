@@ -132,8 +132,7 @@ AcDbTextSize AcDbText::measure() const {
 // Where the base line starts. Aligned and fitted texts run from the position; the others hang on the
 // alignment point.
 AcGePoint3d AcDbText::basePoint() const {
-  const bool runs = m_horizontal == AcDb::kTextAlign || m_horizontal == AcDb::kTextFit;
-  if (isDefaultAlignment() || runs || !m_hasAlignment) return m_position;
+  if (isDefaultAlignment() || runsBetweenPoints() || !m_hasAlignment) return m_position;
   const AcDbTextSize size = measure();
   double right = 0;
   double up = 0;
@@ -151,23 +150,31 @@ AcGePoint3d AcDbText::basePoint() const {
   return {hook.x - along.x * right - upwards.x * up, hook.y - along.y * right - upwards.y * up, hook.z};
 }
 
+AcDbText::Run AcDbText::run() const {
+  Run run{m_rotation, m_height, m_look->widthFactor};
+  if (!runsBetweenPoints() || !m_hasAlignment) return run;
+  const AcGeVector2d along(m_look->alignment.x - m_position.x, m_look->alignment.y - m_position.y);
+  const double grow = along.length() / measure().width;
+  if (!(grow > 0) || !std::isfinite(grow)) return run;
+  run.rotation = acdbDegrees(along.angle());
+  (m_horizontal == AcDb::kTextAlign ? run.height : run.widthFactor) *= grow;
+  return run;
+}
+
 Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
   if (isDefaultAlignment()) return Acad::eNotApplicable;
   const Acad::ErrorStatus status = assertWriteEnabled();
   if (status != Acad::eOk) return status;
-  if (m_horizontal != AcDb::kTextAlign && m_horizontal != AcDb::kTextFit) {
+  if (!runsBetweenPoints()) {
     m_position = basePoint();
     return status;
   }
   const AcGeVector2d along(m_look->alignment.x - m_position.x, m_look->alignment.y - m_position.y);
-  const AcDbTextSize size = measure();
-  if (!(along.length() > 0) || !(size.width > 0)) return Acad::eDegenerateGeometry;
-  m_rotation = acdbDegrees(along.angle());
-  const double grow = along.length() / size.width;
-  if (m_horizontal == AcDb::kTextAlign)
-    m_height *= grow;
-  else
-    m_look.set(&Look::widthFactor, m_look->widthFactor * grow);
+  if (!(along.length() > 0) || !(measure().width > 0)) return Acad::eDegenerateGeometry;
+  const Run fitted = run();
+  m_rotation = fitted.rotation;
+  m_height = fitted.height;
+  m_look.set(&Look::widthFactor, fitted.widthFactor);
   return status;
 }
 
@@ -233,9 +240,10 @@ void AcDbText::subWorldDraw(AcGiWorldDraw& draw) const {
 }
 
 void AcDbText::drawInPlane(AcGiGeometry& geometry) const {
-  const AcDbTextSize size = measure();
+  const Run fitted = run();
+  const AcDbTextSize size = acdbTextExtents(m_text.view(), m_style, fitted.height, fitted.widthFactor);
   const AcGePoint3d base = basePoint();
-  const AcGeVector2d right = direction(m_rotation);
+  const AcGeVector2d right = direction(fitted.rotation);
   const AcGeVector2d along = right * (isMirroredInX() ? -1.0 : 1.0);
   const AcGeVector2d up = right.perpVector() * (isMirroredInY() ? -1.0 : 1.0);
   const double oblique = m_look->oblique;
@@ -248,7 +256,7 @@ void AcDbText::drawInPlane(AcGiGeometry& geometry) const {
   if (AcGiRenderer* const renderer = geometry.renderer()) {
     if (size.width == 0.0) return;
     const double factor =
-        acdbTextExtents(L"H", m_style, 1.0, m_look->widthFactor).width / acdbTextExtents(L"H", 1.0).width;
+        acdbTextExtents(L"H", m_style, 1.0, fitted.widthFactor).width / acdbTextExtents(L"H", 1.0).width;
     renderer->textLine(
         {m_text.view(), base, corner(size.height * factor, 0.0) - base, corner(0.0, size.height) - base});
     for (const AcDbTextStroke& stroke : acdbTextStrokes(m_text.view())) {

@@ -105,6 +105,16 @@ private:
     return status;
   }
   [[nodiscard]] AcGePoint3d basePoint() const;  // start of the base line, own plane
+  struct Run {
+    double rotation;  // degrees
+    double height;
+    double widthFactor;
+  };
+  [[nodiscard]] bool runsBetweenPoints() const {
+    return m_horizontal == AcDb::kTextAlign || m_horizontal == AcDb::kTextFit;
+  }
+  /// As the text runs: aligned and fitted ones between their points, whatever their fields say.
+  [[nodiscard]] Run run() const;
   void drawInPlane(AcGiGeometry& geometry) const;
   Acad::ErrorStatus setModes(int horizontal, int vertical);
   Acad::ErrorStatus moveBy(const AcGeMatrix3d& matrix, bool dropSkew);

@@ -17,6 +17,7 @@ struct AcDbViewportLook {
   double scale = 1.0;      ///< units of the layout for one of model space
   bool fromAbove = true;
   bool clipped = false;                ///< by a curve, and not by its rectangle
+  AcDbObjectId outline;                ///< this curve; none where the drawing lacks it
   std::vector<AcString> frozenLayers;  ///< that it does not show
 };
 

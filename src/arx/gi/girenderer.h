@@ -34,6 +34,8 @@ public:
   virtual void edges(std::span<const AcGePoint3d> points) = 0;
   /// Filled between its rings, by the even-odd rule.
   virtual void polygon(std::span<const std::vector<AcGePoint3d>> rings) = 0;
+  /// What was drawn before is hidden within this ring.
+  virtual void mask(std::span<const AcGePoint3d> ring) = 0;
   /// A curve with a width at the start and the end of each piece.
   virtual void wideCurve(std::span<const AcGeCurvePiece> pieces,
                          std::span<const std::pair<double, double>> widths) = 0;

@@ -316,19 +316,26 @@ void AcPlDraw::edges(std::span<const AcGePoint3d> points) {
   stroke(placed, strokeOf(*now, false));
 }
 
-void AcPlDraw::polygon(std::span<const std::vector<AcGePoint3d>> rings) {
-  const AcPlLook* const now = look();
-  if (!now) return;
+template <class Rings>
+void AcPlDraw::fill(const Rings& rings, const AcPlColor& color) {
   const AcPlBox box = visible(0.0);
   std::vector<Points> placed;
-  for (const std::vector<AcGePoint3d>& ring : rings) {
+  for (const auto& ring : rings) {
     Points points;
     for (const AcGePoint3d& corner : ring) points.push_back(onPaper(corner));
     if (!isFinite(points)) return;
     points = acplClipRing(points, box);
     if (points.size() > 2) placed.push_back(std::move(points));
   }
-  if (!placed.empty()) m_pen.fill(placed, inkOf(*now));
+  if (!placed.empty()) m_pen.fill(placed, color);
+}
+
+void AcPlDraw::polygon(std::span<const std::vector<AcGePoint3d>> rings) {
+  if (const AcPlLook* const now = look()) fill(rings, inkOf(*now));
+}
+
+void AcPlDraw::mask(std::span<const AcGePoint3d> ring) {
+  if (m_view.masks && look()) fill(std::span(&ring, 1), m_view.paper.background);
 }
 
 void AcPlDraw::wideCurve(std::span<const AcGeCurvePiece> pieces,

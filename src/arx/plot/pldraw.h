@@ -18,6 +18,7 @@ struct AcPlView {
   double mmPerUnit = 1.0;         ///< above 0
   double chordError = 0.005;      ///< mm that chords of arcs may lie off them, above 0
   bool printed = false;           ///< on paper: without what only screens show
+  bool masks = true;              ///< masks hide what was drawn before them
   bool monochrome = false;        ///< everything in the colour that stands out from the background
   /// Of the drawing, along the lower side of the paper; its upward side lies a quarter counter-clockwise.
   AcGeVector2d right{1.0, 0.0};
@@ -32,7 +33,7 @@ struct AcPlOmissions {
   int texts = 0;                     ///< letters taller than the paper could hold
   int repeats = 0;                   ///< references whose rows and columns were too many
   int slanted = 0;                   ///< openings of layouts that do not look from above
-  int clipped = 0;               ///< openings of layouts with an outline of their own, drawn as rectangles
+  int clipped = 0;               ///< openings of layouts whose own outline is not there, drawn as rectangles
   std::set<std::wstring> fonts;  ///< of the styles of texts, drawn in the font of all pens
   void add(const AcPlOmissions& other);
 };
@@ -57,6 +58,7 @@ public:
   void dot(const AcGePoint3d& place) override;
   void edges(std::span<const AcGePoint3d> points) override;
   void polygon(std::span<const std::vector<AcGePoint3d>> rings) override;
+  void mask(std::span<const AcGePoint3d> ring) override;
   void wideCurve(std::span<const AcGeCurvePiece> pieces,
                  std::span<const std::pair<double, double>> widths) override;
 
@@ -71,6 +73,9 @@ private:
   [[nodiscard]] AcPlStroke strokeOf(const AcPlLook& look, bool dashed) const;
   void stroke(const Points& points, AcPlStroke stroke);
   [[nodiscard]] bool isFinite(const Points& points);
+  /// Nothing is drawn when one of the rings has no places.
+  template <class Rings>
+  void fill(const Rings& rings, const AcPlColor& color);
   /// How the drawing shows its points (PDMODE, PDSIZE), asked for once.
   struct PointStyle {
     int mode = 0;

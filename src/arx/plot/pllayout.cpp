@@ -2,6 +2,8 @@
 
 #include "arx/db/dbdict.h"
 #include "arx/db/dbviewportlook.h"
+#include "arx/ge/geangle.h"
+#include "arx/gi/gigeometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -78,6 +80,38 @@ void takeContents(AcPlLayout& layout) {
   });
 }
 
+/// The corners of a curve, cut into chords.
+class Outline : public AcGiGeometry {
+public:
+  /// @param error  that chords of arcs may lie off them
+  explicit Outline(double error) : m_error(error) {}
+  void curve(std::span<const AcGeCurvePiece> pieces) override {
+    for (const AcGeCurvePiece& piece : pieces) {
+      add(piece.start);
+      if (piece.bezier) {
+        for (const double share : piece.chords()) add(piece.pointAt(share));
+      } else if (piece.isArc) {
+        const double radius = piece.radius * std::max(1.0, piece.ratio);
+        const double chord = radius > m_error ? 2 * std::acos(1 - m_error / radius) : kTurn;
+        const double count = std::clamp(std::ceil(std::fabs(piece.sweep) / chord), 8.0, kMostChords);
+        for (double i = 1; i < count; ++i) add(piece.pointAt(i / count));
+      }
+    }
+    if (!pieces.empty()) add(pieces.back().end);
+  }
+  void area(std::span<const AcGePoint3d>) override {}
+  [[nodiscard]] const std::vector<AcGePoint2d>& corners() const { return m_corners; }
+
+private:
+  static constexpr double kMostChords = 20000.0;
+  void add(const AcGePoint3d& point) {
+    const AcGePoint3d place = toWorld() * point;
+    if (std::isfinite(place.x) && std::isfinite(place.y)) m_corners.emplace_back(place.x, place.y);
+  }
+  double m_error;
+  std::vector<AcGePoint2d> m_corners;
+};
+
 /// What is seen through openings, each with its own place on the paper.
 class Openings {
 public:
@@ -88,9 +122,23 @@ public:
       ++omissions.slanted;
       return;
     }
-    if (opening.clipped) ++omissions.clipped;
+    const std::vector<AcGePoint2d> outline = outlineOf(opening);
+    if (opening.clipped && outline.empty()) ++omissions.clipped;
+    if (!outline.empty()) m_pen.clip(outline);
     omissions.add(acplPlot(m_database, m_database.modelSpaceId(), through(opening), m_pen,
                            onPaper() ? 1.0 / opening.scale : 1.0));
+    if (!outline.empty()) m_pen.clip({});
+  }
+  /// On the paper, of one that is cut out by a curve; empty without one.
+  [[nodiscard]] std::vector<AcGePoint2d> outlineOf(const AcDbViewportLook& opening) const {
+    const auto* const curve =
+        opening.outline.isLive() ? AcDbEntity::cast(opening.outline.stub()->object) : nullptr;
+    if (!curve) return {};
+    Outline outline(m_view.chordError / m_view.mmPerUnit);
+    outline.show(*curve);
+    std::vector<AcGePoint2d> ring;
+    for (const AcGePoint2d& corner : outline.corners()) ring.push_back(place(corner));
+    return ring.size() < 3 ? std::vector<AcGePoint2d>() : ring;
   }
 
 private:
@@ -157,9 +205,10 @@ AcPlOmissions acplPlotLayout(AcDbDatabase& database, const AcPlLayout& layout, c
   forEntities(layout.space, [&](const AcDbEntity& entity) {
     const auto* const kept = AcDbOtherEntity::cast(&entity);
     if (kept && acdbIsPaperViewport(*kept)) return;
-    if (const auto opening = kept ? acdbViewportLook(*kept) : std::nullopt)
-      openings.draw(*opening, omissions);
-    draw.entity(entity);
+    const auto opening = kept ? acdbViewportLook(*kept) : std::nullopt;
+    if (opening) openings.draw(*opening, omissions);
+    // The curve that cuts an opening out stands in the layout by itself.
+    if (!opening || openings.outlineOf(*opening).empty()) draw.entity(entity);
   });
   omissions.add(draw.omissions());
   return omissions;

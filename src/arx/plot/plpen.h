@@ -57,6 +57,8 @@ public:
   /// Between rings, by the even-odd rule.
   virtual void fill(std::span<const std::vector<AcGePoint2d>> rings, const AcPlColor& color) = 0;
   virtual void text(const AcPlText& text) = 0;
+  /// What follows shows within this ring alone, by the even-odd rule; on all of the paper for an empty one.
+  virtual void clip(std::span<const AcGePoint2d> ring) = 0;
   /// The file. @return false with a reason in French, UTF-8, when it cannot be made
   virtual bool finish(std::string& file, std::string& reason) = 0;
 };

@@ -32,78 +32,94 @@ std::string hex(const AcPlColor& color) {
 
 }  // namespace
 
-void AcPlSvgPen::layer(const std::string& name) {
-  const auto [found, added] = m_byName.emplace(name, m_layers.size());
-  if (added) m_layers.push_back({name, {}, {}, false});
-  m_current = found->second;
+void AcPlSvgPen::layer(const std::string& name) { m_layer = name; }
+
+void AcPlSvgPen::openGroup() {
+  if (m_inGroup && m_groupLayer == m_layer) return;
+  closeGroup();
+  fmt::format_to(std::back_inserter(m_content), "<g id=\"calque{}\" data-calque=\"{}\">\n", ++m_groups,
+                 escaped(m_layer));
+  m_groupLayer = m_layer;
+  m_inGroup = true;
 }
 
-AcPlSvgPen::Layer& AcPlSvgPen::current() {
-  if (m_layers.empty()) layer("0");
-  return m_layers[m_current];
+void AcPlSvgPen::closeGroup() {
+  closePath();
+  if (m_inGroup) m_content += "</g>\n";
+  m_inGroup = false;
 }
 
-void AcPlSvgPen::closePath(Layer& layer) {
-  if (layer.open) layer.content += "\"/>\n";
-  layer.open = false;
+void AcPlSvgPen::closePath() {
+  if (m_inPath) m_content += "\"/>\n";
+  m_inPath = false;
 }
 
-void AcPlSvgPen::addRing(std::string& out, std::span<const AcGePoint2d> points) const {
+void AcPlSvgPen::addRing(std::span<const AcGePoint2d> points) {
   char command = 'M';
   for (const AcGePoint2d& p : points) {
-    fmt::format_to(std::back_inserter(out), "{}{:.3f} {:.3f}", command, p.x, m_paper.height - p.y);
+    fmt::format_to(std::back_inserter(m_content), "{}{:.3f} {:.3f}", command, p.x, m_paper.height - p.y);
     command = 'L';
   }
 }
 
+void AcPlSvgPen::clip(std::span<const AcGePoint2d> ring) {
+  closeGroup();
+  if (m_clipped) m_content += "</g>\n";
+  m_clipped = !ring.empty();
+  if (!m_clipped) return;
+  m_content += fmt::format("<clipPath id=\"fenetre{}\"><path clip-rule=\"evenodd\" d=\"", ++m_clips);
+  addRing(ring);
+  m_content += fmt::format("Z\"/></clipPath>\n<g clip-path=\"url(#fenetre{})\">\n", m_clips);
+}
+
 void AcPlSvgPen::line(std::span<const AcGePoint2d> points, const AcPlStroke& stroke) {
   if (points.size() < 2) return;
-  Layer& on = current();
+  openGroup();
   const bool whole = stroke.dashes.empty();
-  if (!on.open || !whole || !(on.stroke == stroke)) {
-    closePath(on);
+  if (!m_inPath || !whole || !(m_stroke == stroke)) {
+    closePath();
     std::string dashes;
     for (const double dash : stroke.dashes)
       dashes += fmt::format("{}{:.3f}", dashes.empty() ? "" : " ", dash);
     if (!whole)
       dashes = fmt::format(" stroke-dasharray=\"{}\" stroke-dashoffset=\"{:.3f}\"", dashes, stroke.phase);
-    on.content += fmt::format("<path fill=\"none\" stroke=\"{}\" stroke-width=\"{:.3f}\"{} d=\"",
-                              hex(stroke.color), stroke.width, dashes);
-    on.stroke = stroke;
-    on.open = true;
+    m_content += fmt::format("<path fill=\"none\" stroke=\"{}\" stroke-width=\"{:.3f}\"{} d=\"",
+                             hex(stroke.color), stroke.width, dashes);
+    m_stroke = stroke;
+    m_inPath = true;
   }
-  addRing(on.content, points);
+  addRing(points);
 }
 
 void AcPlSvgPen::fill(std::span<const std::vector<AcGePoint2d>> rings, const AcPlColor& color) {
-  Layer& on = current();
-  closePath(on);
-  on.content += fmt::format("<path fill=\"{}\" fill-rule=\"evenodd\" d=\"", hex(color));
+  openGroup();
+  closePath();
+  m_content += fmt::format("<path fill=\"{}\" fill-rule=\"evenodd\" d=\"", hex(color));
   for (const std::vector<AcGePoint2d>& ring : rings) {
-    addRing(on.content, ring);
-    on.content += 'Z';
+    addRing(ring);
+    m_content += 'Z';
   }
-  on.content += "\"/>\n";
+  m_content += "\"/>\n";
 }
 
 void AcPlSvgPen::text(const AcPlText& text) {
-  Layer& on = current();
-  closePath(on);
+  openGroup();
+  closePath();
   if (text.within) {
     const AcPlBox& box = *text.within;
-    on.content += fmt::format(
+    m_content += fmt::format(
         "<svg x=\"{0:.3f}\" y=\"{1:.3f}\" width=\"{2:.3f}\" height=\"{3:.3f}\" "
         "viewBox=\"{0:.3f} {1:.3f} {2:.3f} {3:.3f}\">",
         box.left, m_paper.height - box.top, box.right - box.left, box.top - box.bottom);
   }
   // The font's size is one unit, whose capitals are lower by the font's share.
   const double k = 1.0 / kAcPlCapital;
-  on.content += fmt::format(
+  m_content += fmt::format(
       "<text font-size=\"1\" fill=\"{}\" transform=\"matrix({:.6f} {:.6f} {:.6f} {:.6f} {:.3f} "
       "{:.3f})\">{}</text>\n",
       hex(text.color), text.along.x * k, -text.along.y * k, -text.up.x * k, text.up.y * k, text.base.x,
       m_paper.height - text.base.y, escaped(text.text));
-  if (text.within) on.content += "</svg>\n";
+  if (text.within) m_content += "</svg>\n";
 }
 
 bool AcPlSvgPen::finish(std::string& file, std::string&) {
@@ -116,12 +132,8 @@ bool AcPlSvgPen::finish(std::string& file, std::string&) {
       "<rect width=\"{0:.3f}\" height=\"{1:.3f}\" fill=\"{2}\"/>\n",
       m_paper.width, m_paper.height, hex(m_paper.background));
   file += "<g clip-path=\"url(#feuille)\">\n";
-  for (std::size_t i = 0; i < m_layers.size(); ++i) {
-    closePath(m_layers[i]);
-    file += fmt::format("<g id=\"calque{}\" data-calque=\"{}\">\n", i + 1, escaped(m_layers[i].name));
-    file += m_layers[i].content;
-    file += "</g>\n";
-  }
+  clip({});
+  file += m_content;
   file += "</g>\n</svg>\n";
   return true;
 }

@@ -2,9 +2,8 @@
 
 #include "arx/plot/plpen.h"
 
-#include <map>
-
-/// An SVG file: millimetres, one group a layer in the order in which they are first drawn on, texts as texts.
+/// An SVG file: millimetres, texts as texts. What is drawn later lies over what was drawn
+/// before, so that a layer has as many groups as it is returned to.
 class ARX_API AcPlSvgPen : public AcPlPen {
 public:
   explicit AcPlSvgPen(const AcPlPaper& paper) : m_paper(paper) {}
@@ -12,20 +11,22 @@ public:
   void line(std::span<const AcGePoint2d> points, const AcPlStroke& stroke) override;
   void fill(std::span<const std::vector<AcGePoint2d>> rings, const AcPlColor& color) override;
   void text(const AcPlText& text) override;
+  void clip(std::span<const AcGePoint2d> ring) override;
   bool finish(std::string& file, std::string& reason) override;
 
 private:
-  struct Layer {
-    std::string name;
-    std::string content;
-    AcPlStroke stroke;  // of the path that is open
-    bool open = false;
-  };
-  Layer& current();
-  static void closePath(Layer& layer);
-  void addRing(std::string& out, std::span<const AcGePoint2d> points) const;
+  void openGroup();
+  void closeGroup();
+  void closePath();
+  void addRing(std::span<const AcGePoint2d> points);
   AcPlPaper m_paper;
-  std::vector<Layer> m_layers;
-  std::map<std::string, std::size_t> m_byName;
-  std::size_t m_current = 0;
+  std::string m_content;
+  std::string m_layer = "0";
+  std::string m_groupLayer;  // of the group that is open
+  bool m_inGroup = false;
+  int m_groups = 0;
+  AcPlStroke m_stroke;  // of the path that is open
+  bool m_inPath = false;
+  int m_clips = 0;
+  bool m_clipped = false;
 };

@@ -2,6 +2,7 @@
 
 #include "base/format.h"
 #include "base/text.h"
+#include "report/html_text.h"
 #include "report/report_setup.h"
 
 namespace veltora {
@@ -17,7 +18,7 @@ const std::string& rapportFermee::nom(std::size_t i, std::size_t recul) const {
 }
 
 void rapportFermee::troisNoms(std::size_t i) {
-  for (const std::size_t recul : {2U, 1U, 0U}) m_plume.octets(nom(i, recul), attributs::kTexte);
+  for (const std::size_t recul : {2U, 1U, 0U}) m_plume.octets(echappe(nom(i, recul)), attributs::kTexte);
 }
 
 void rapportFermee::donnees(const std::wstring& nomDepart, double Xdep, double Ydep, double Zdep, double Vo) {
@@ -31,8 +32,8 @@ void rapportFermee::donnees(const std::wstring& nomDepart, double Xdep, double Y
   m_plume.entetes({L"Station", L"Vise", L"Angle", L"Distance", L"Altitude"}, attributs::kGrisMaj);
   for (std::size_t i = 0; i < m_lignes.size(); ++i) {
     m_plume.ouvrirLigne();
-    m_plume.octets(nom(i, 1), attributs::kCentre);
-    m_plume.octets(nom(i, 0), attributs::kCentre);
+    m_plume.octets(echappe(nom(i, 1)), attributs::kCentre);
+    m_plume.octets(echappe(nom(i, 0)), attributs::kCentre);
     m_plume.nombres({m_lignes[i].angle, m_lignes[i].distance, m_lignes[i].dz});
     m_plume.fermerLigne();
   }
@@ -113,7 +114,7 @@ void rapportFermee::coordonnees(const base::CArray<double>& X, const base::CArra
   m_plume.entetes({L"Station", L"X", L"Y", L"Z"}, attributs::kGrisCentre);
   for (std::size_t i = 0; i < m_lignes.size(); ++i) {
     m_plume.ouvrirLigne();
-    m_plume.octets(nom(i, 1), attributs::kTexte);
+    m_plume.octets(echappe(nom(i, 1)), attributs::kTexte);
     m_plume.nombres({X[i], Y[i], Z[i]});
     m_plume.fermerLigne();
   }

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "report/html_document.h"
 #include "report/html_table.h"
+#include "report/html_text.h"
 #include "report/report_setup.h"
 
 #include <filesystem>
@@ -20,7 +21,7 @@ constexpr int kDecimales = 4;
 
 void ajouterLigne(htmlTable& table, const pointDuDessin& point) {
   table.ouvrirLigne();
-  table.ajouterCellule(point.nomPoint, attributs::kTexte);
+  table.ajouterCellule(echappe(point.nomPoint), attributs::kTexte);
   table.ajouterCelluleDouble(point.x, kDecimales, attributs::kNombre);
   table.ajouterCelluleDouble(point.y, kDecimales, attributs::kNombre);
   if (point.z == Z_ABSENT)

@@ -1,12 +1,14 @@
 // What the view shows of a drawing, by its pixels.
 
 #include "app/window/picture.h"
+#include "app/window/view_pen.h"
 #include "app/window/window_trial.h"
 #include "arx/db/dballents.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
 
 #include <random>
+#include <set>
 
 namespace veltora::app {
 namespace {
@@ -91,8 +93,59 @@ TEST_F(Picture, aChangeIsSeenByTheIndexThatTheViewAsks) {
   EXPECT_EQ(inked(show(1.0)).center().y(), 50);
 }
 
+TEST_F(Picture, anOutlineCutsWhatIsDrawnWithinItAlone) {
+  QImage image(100, 100, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  {
+    QPainter painter(&image);
+    ViewPen pen(painter, image.height());
+    const auto at = [](double x, double y) {
+      return AcGePoint2d(x * ViewPen::kMmPerPixel, y * ViewPen::kMmPerPixel);
+    };
+    const std::vector<AcGePoint2d> triangle{at(10, 10), at(90, 10), at(10, 90)};
+    const std::vector<AcGePoint2d> level{at(0, 20), at(100, 20)}, above{at(0, 95), at(100, 95)};
+    AcPlStroke stroke;
+    pen.clip(triangle);
+    pen.line(level, stroke);
+    pen.clip({});
+    pen.line(above, stroke);
+  }
+  const auto inkedColumns = [&](int y) {
+    int count = 0;
+    for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) != QColor(Qt::white) ? 1 : 0;
+    return count;
+  };
+  EXPECT_NEAR(inkedColumns(80), 70, 1) << "from the left side to the slope";
+  EXPECT_EQ(inkedColumns(5), 100);
+}
+
+/// A leaning line gets shades between its colour and the background's, a level one none; both stay in place.
+TEST_F(Picture, aSmoothOneHasNoStepsAndKeepsLevelLinesSharp) {
+  add(new AcDbLine({kX - 50, kY + 20, 0}, {kX + 50, kY + 20, 0}), L"0", 1);
+  add(new AcDbLine({kX - 50, kY - 50, 0}, {kX + 50, kY - 10, 0}), L"0", 1);
+  add(new AcDbCircle({kX + 10, kY + 40, 0}, AcGeVector3d::kZAxis, 0.1), L"0", 3);
+  const QImage coarse = show(1.0);
+  const QImage smooth = pictureOf(drawing, place, true, true);
+  EXPECT_EQ(smooth.pixelColor(100, 60), QColor(255, 0, 0));
+  EXPECT_EQ(smooth.pixelColor(100, 59), backgroundOf(true));
+  EXPECT_EQ(smooth.pixelColor(110, 40), QColor(0, 255, 0)) << "a dot";
+  const auto shades = [](const QImage& image) {
+    std::set<QRgb> found;
+    for (int x = 60; x < 140; ++x)
+      for (int y = 85; y < 135; ++y) found.insert(image.pixel(x, y));
+    return found.size();
+  };
+  EXPECT_EQ(shades(coarse), 2U);
+  EXPECT_GT(shades(smooth), 5U);
+  const QRect before = inked(coarse), after = inked(smooth);
+  EXPECT_LE(std::max(std::abs(before.left() - after.left()), std::abs(before.bottom() - after.bottom())), 1);
+}
+
 /// By pixels: what changes by hand in a drawing full of lines, circles, texts and symbols of many sizes.
-TEST_F(Picture, aPartDrawnAnewIsThatOfTheWholeDrawnAnew) {
+class PictureParts : public Picture, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(PictureParts, areThoseOfTheWholeDrawnAnew) {
+  const bool smooth = GetParam();
   std::mt19937 random(7);
   const auto within = [&](double low, double high) {
     return std::uniform_real_distribution<double>(low, high)(random);
@@ -110,7 +163,8 @@ TEST_F(Picture, aPartDrawnAnewIsThatOfTheWholeDrawnAnew) {
     all.push_back(made->objectId());
   };
   for (int i = 0; i < 60; ++i) addOne();
-  QImage kept = show(1.0);
+  show(1.0);
+  QImage kept = pictureOf(drawing, place, true, smooth);
   EXPECT_FALSE(drawing.spaceIndex().takeChange()) << "nothing is known at first";
   int drawn = 0;
   for (int i = 0; i < 60; ++i) {
@@ -124,16 +178,17 @@ TEST_F(Picture, aPartDrawnAnewIsThatOfTheWholeDrawnAnew) {
       entity->setColorIndex(7);
     const auto change = drawing.spaceIndex().takeChange();
     ASSERT_TRUE(change) << i;
-    if (drawChanged(kept, drawing, place, true, *change))
+    if (drawChanged(kept, drawing, place, true, *change, smooth))
       ++drawn;
     else
-      kept = pictureOf(drawing, place, true);
-    ASSERT_EQ(kept, show(1.0)) << i;
+      kept = pictureOf(drawing, place, true, smooth);
+    ASSERT_EQ(kept, pictureOf(drawing, place, true, smooth)) << i;
   }
   EXPECT_GT(drawn, 50);
   hide(L"0");
   EXPECT_FALSE(drawing.spaceIndex().takeChange()) << "a layer may be anywhere";
 }
+INSTANTIATE_TEST_SUITE_P(CoarseAndSmooth, PictureParts, ::testing::Bool());
 
 }  // namespace
 }  // namespace veltora::app

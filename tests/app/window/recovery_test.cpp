@@ -97,6 +97,22 @@ TEST_F(RecoveryTrial, aCopyHoldsWhatASaveWouldAndChangesNothing) {
   work(steps);
 }
 
+TEST_F(RecoveryTrial, theClockKeepsCopiesUntilItIsStopped) {
+  open({""});
+  std::vector<Step> steps = {[&] { session->window().startRecovery(); }};
+  line(steps, "0,0", "5,5");
+  steps.push_back([&] {
+    paused = true;
+    recovery().setInterval(std::chrono::hours(1));
+    QTest::qWait(100);
+    EXPECT_EQ(copies().size(), 0U) << "it is not yet time";
+    recovery().setInterval(std::chrono::milliseconds(20));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !recovery().isWriting(); }, 10000));
+    paused = false;
+  });
+  work(steps);
+}
+
 TEST_F(RecoveryTrial, whatACrashLeftIsOfferedAndKeptUntilItIsSaved) {
   const std::string path = drawing();
   const std::string content = *base::lireFichier(drawing("copie.dxf"));

@@ -56,6 +56,10 @@ public:
     m_painter.drawText(0, 0, shown(text.text));
     m_painter.restore();
   }
+  void clip(std::span<const AcGePoint2d> ring) override {
+    m_painter.setClipPath(pathOf(ring));
+    m_painter.setClipping(!ring.empty());
+  }
   bool finish(std::string&, std::string&) override { return true; }
 
 private:

@@ -95,6 +95,17 @@ public:
     if (text.within) cairo_restore(m_cairo);
   }
 
+  void clip(std::span<const AcGePoint2d> ring) override {
+    flush();
+    if (m_clipped) cairo_reset_clip(m_cairo);
+    m_clipped = !ring.empty();
+    if (!m_clipped) return;
+    add(ring);
+    cairo_close_path(m_cairo);
+    cairo_set_fill_rule(m_cairo, CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_clip(m_cairo);
+  }
+
   bool finish(std::string& file, std::string& reason) override {
     flush();
     cairo_status_t status = cairo_status(m_cairo);
@@ -140,6 +151,7 @@ private:
   cairo_t* m_cairo = nullptr;
   AcPlStroke m_stroke;
   std::size_t m_pending = 0;
+  bool m_clipped = false;
 };
 
 }  // namespace

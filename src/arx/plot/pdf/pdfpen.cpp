@@ -77,9 +77,21 @@ public:
     m_page += "Tm <" + glyphs + (text.within ? "> Tj ET Q\n" : "> Tj ET\n");
   }
 
+  void clip(std::span<const AcGePoint2d> ring) override {
+    endMark();
+    if (m_clipped) m_page += "Q\n";
+    m_filling.reset();  // what was set within holds no more
+    m_stroking.reset();
+    m_stroke.reset();
+    m_clipped = !ring.empty();
+    if (!m_clipped) return;
+    m_page += "q ";
+    path(ring);
+    m_page += "h W* n\n";
+  }
+
   bool finish(std::string& file, std::string& reason) override {
-    if (m_marked) m_page += "EMC\n";
-    m_marked.reset();
+    clip({});
     try {
       file = document();
     } catch (const std::exception& error) {
@@ -119,6 +131,10 @@ private:
     if (m_marked) m_page += "EMC ";
     m_marked = m_wanted;
     m_page += fmt::format("/OC /C{} BDC\n", *m_wanted);
+  }
+  void endMark() {
+    if (m_marked) m_page += "EMC\n";
+    m_marked.reset();
   }
   void setColor(const AcPlColor& color, std::optional<AcPlColor>& current, std::string_view op) {
     if (current == color) return;
@@ -203,6 +219,7 @@ private:
   std::optional<AcPlColor> m_filling;
   std::optional<AcPlColor> m_stroking;
   std::optional<AcPlStroke> m_stroke;
+  bool m_clipped = false;
 };
 
 }  // namespace
