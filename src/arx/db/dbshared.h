@@ -40,8 +40,8 @@ public:
 private:
   /// The last values of all; one that is pushed out lives on with its objects.
   static std::weak_ptr<const Value>& slotOf(Text text) {
-    static std::array<std::weak_ptr<const Value>, 64> slots;
-    return slots[std::hash<Text>()(text) % slots.size()];
+    static std::array<std::weak_ptr<const Value>, 64> recent;
+    return recent[std::hash<Text>()(text) % recent.size()];
   }
   std::shared_ptr<const Value> m_value;
 };
