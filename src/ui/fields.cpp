@@ -81,6 +81,17 @@ void NumberField::setRange(double minimum, double maximum) {
   touch();
 }
 
+void NumberField::setStepped(bool stepped) {
+  m_stepped = stepped;
+  touch();
+}
+
+bool NumberField::userStep(int steps) {
+  const double wanted = std::clamp(std::trunc(value()) + steps, m_minimum, m_maximum);
+  return userType(m_type == Type::Integer ? base::formater(m_format, toInt(wanted))
+                                          : base::formater(m_format, wanted));
+}
+
 bool NumberField::valid() const { return fault().empty(); }
 
 std::wstring NumberField::fault() const {

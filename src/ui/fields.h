@@ -68,6 +68,11 @@ public:
   void setRange(double minimum, double maximum);
   [[nodiscard]] double minimum() const { return m_minimum; }
   [[nodiscard]] double maximum() const { return m_maximum; }
+  /// Arrows beside it count up and down by one.
+  [[nodiscard]] bool stepped() const { return m_stepped; }
+  void setStepped(bool stepped = true);
+  /// The user counts on by so many: the next whole numbers, within the range. As `userType` else.
+  bool userStep(int steps);
 
   /// True when the whole text is one number of the field's type within its range.
   [[nodiscard]] bool valid() const;
@@ -84,6 +89,7 @@ private:
   std::wstring m_format;
   double m_minimum = -kUnbounded;
   double m_maximum = kUnbounded;
+  bool m_stepped = false;
 };
 
 }  // namespace veltora::ui

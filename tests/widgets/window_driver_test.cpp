@@ -122,6 +122,34 @@ TEST_F(WindowDriver, KeysAreToldLetterByLetterAndWhatIsNotTakenIsUndone) {
   EXPECT_EQ(heard, (std::vector<std::wstring>{L"a", L"ab"}));
 }
 
+TEST_F(WindowDriver, ASteppedNumberCountsByArrowsWithinItsRange) {
+  ui::Dialog dialog(L"D");
+  ui::NumberField number(&dialog, L"Décimales", 7, L"%d", ui::NumberField::kInteger);
+  number.setRange(0, 8);
+  number.setStepped();
+  int heard = 0;
+  number.onChange = [&] { ++heard; };
+  run(dialog, [&](DialogWindow& w) {
+    QLineEdit& edit = view<app::FieldView>(w, number).edit();
+    QTest::keyClick(w.focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(edit.text(), QStringLiteral("8"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(number.intValue(), 8) << "not beyond the range";
+    edit.selectAll();
+    QTest::keyClicks(w.focusWidget(), QStringLiteral("x"));
+    EXPECT_EQ(number.text(), L"x") << "as typed";
+    QTest::keyClick(w.focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(edit.text(), QStringLiteral("1"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Down);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Down);
+    EXPECT_EQ(number.intValue(), 0);
+    number.setReadOnly();
+    w.reject();
+  });
+  EXPECT_FALSE(number.userStep(1));
+  EXPECT_GE(heard, 5);
+}
+
 TEST_F(WindowDriver, TheMouseOnCancelLeavesNoField) {
   ui::Dialog dialog(L"D");
   ui::TextField code(&dialog, L"Code");

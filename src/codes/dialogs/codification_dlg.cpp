@@ -37,6 +37,7 @@ DlgCodification::DlgCodification(tableCodification& table, bool nouveau)
     : Dialog(L"Codification"), m_table(table), m_nouveau(nouveau) {
   taille.setRange(1e-6, 1e6);
   precision.setRange(0, 8);
+  precision.setStepped();
   code.setReadOnly(!nouveau);
   code.onLeave = [this] { quitterCode(); };
   symbole.onClick = [this] { choisirSymbole(); };

@@ -3,12 +3,15 @@
 #include "app/window/dialogs/dialog_window.h"
 #include "app/window/dialogs/text.h"
 
+#include <QAbstractSpinBox>
 #include <QFontDatabase>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <functional>
+#include <utility>
 
 namespace veltora::app {
 namespace {
@@ -18,6 +21,26 @@ constexpr int kTextChars = 16;
 constexpr int kLongestNumber = 26;
 constexpr int kAreaChars = 46;
 constexpr int kLongestLabel = 420;  ///< pixels; longer texts are broken into lines
+
+/// Arrows around a field that count its number on; what is typed is the field's alone.
+class Stepper : public QAbstractSpinBox {
+public:
+  Stepper(QWidget* parent, QLineEdit* edit, std::function<void(int)> step)
+      : QAbstractSpinBox(parent), m_step(std::move(step)) {
+    setLineEdit(edit);
+    setFocusPolicy(Qt::StrongFocus);
+  }
+  void stepBy(int steps) override { m_step(steps); }
+  QValidator::State validate(QString&, int&) const override { return QValidator::Acceptable; }
+
+protected:
+  [[nodiscard]] StepEnabled stepEnabled() const override {
+    return lineEdit()->isReadOnly() ? StepEnabled(StepNone) : StepUpEnabled | StepDownEnabled;
+  }
+
+private:
+  std::function<void(int)> m_step;
+};
 
 }  // namespace
 
@@ -42,11 +65,16 @@ void TextView::refreshContent() {
 
 FieldView::FieldView(DialogWindow& window, ui::TextField& field)
     : ControlView(window, field), m_field(field), m_edit(new QLineEdit(&window)) {
-  const bool number = dynamic_cast<ui::NumberField*>(&field) != nullptr;
+  auto* const number = dynamic_cast<ui::NumberField*>(&field);
   const int letter = m_edit->fontMetrics().averageCharWidth();
   m_edit->setMinimumWidth(letter * (number ? kNumberChars : kTextChars) + 16);
   if (number) m_edit->setMaximumWidth(letter * kLongestNumber);
-  place(m_edit, true);
+  QWidget* shown = m_edit;
+  if (number && number->stepped())
+    shown = new Stepper(&window, m_edit, [this, number](int steps) {
+      this->window().act(m_field, [number, steps] { return number->userStep(steps); });
+    });
+  place(shown, true);
   QObject::connect(m_edit, &QLineEdit::textEdited, &window, [this](const QString& text) {
     this->window().act(m_field, [this, typed = wide(text)] { return m_field.userType(typed); });
   });
