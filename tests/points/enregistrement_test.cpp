@@ -232,6 +232,20 @@ TEST_F(Enregistrement, theUserIsToldWhenTheStoredPointsCannotBeRead) {
   acutRelRb(chaine);
 }
 
+TEST_F(Enregistrement, thousandsOfPointsComeBackFromTheDrawing) {
+  setSrcInfosTopo(&dessin, &projet, 1, 0);
+  constexpr int kPoints = 3000;  // their items are stored in several pieces
+  for (int i = 0; i < kPoints; ++i)
+    projet.currTable()->Ajouter(unPoint(std::to_wstring(i).c_str(), i, 2.0 * i, 0.5 * i, 1 + i % 5));
+  ASSERT_EQ(sauvegarderInfosTopo(), 1);
+  projetsTopo lu;
+  ASSERT_EQ(lireTables(&dessin, lu), lectureTables::kLues);
+  ASSERT_EQ(lu.currTable()->nbPoint(), kPoints);
+  for (int i = 0; i < kPoints; ++i)
+    ASSERT_TRUE(*lu.currTable()->getData(i) == *projet.currTable()->getData(i)) << i;
+  setSrcInfosTopo(&dessin, nullptr, 0, 0);
+}
+
 TEST_F(Enregistrement, empreinteTells_EveryChange) {
   remplir(projet, AcDbObjectId());
   std::set<std::size_t> vues{empreinteTables(projet)};
