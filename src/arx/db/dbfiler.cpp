@@ -9,7 +9,8 @@
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} << 10;
-constexpr std::size_t kLongestNumber = 64;  // of a group code and a number, or as short a text
+constexpr std::size_t kShortGroup = 64;  // a group code with a number or a short text
+constexpr std::size_t kLongestCode = 16;
 
 bool startsEmbeddedObject(const DxfTag& tag) { return tag.code == 101; }
 
@@ -213,15 +214,15 @@ void AcDbDxfWriter::ends(char* end) {
 
 void AcDbDxfWriter::text(int groupCode, std::string_view value) {
   const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
-  constexpr std::size_t kShort = 24;  // looked through faster than a search is called
-  if (value.size() >= kShort || std::ranges::any_of(value, isLineEnd)) return longText(groupCode, value);
-  ends(std::ranges::copy(value, dxfPutCode(room(kLongestNumber), groupCode)).out);
+  const bool isShort = value.size() < kShortGroup - kLongestCode;
+  if (!isShort || std::ranges::any_of(value, isLineEnd)) return longText(groupCode, value);
+  ends(std::ranges::copy(value, dxfPutCode(room(kShortGroup), groupCode)).out);
 }
 
 void AcDbDxfWriter::longText(int groupCode, std::string_view value) {
   std::string line;
   dxfAppendValue(line, value);
-  char* const at = room(kLongestNumber);
+  char* const at = room(kShortGroup);
   m_used += static_cast<std::size_t>(dxfPutCode(at, groupCode) - at);
   raw(line);
 }
@@ -238,17 +239,17 @@ void AcDbDxfWriter::wide(int groupCode, std::wstring_view value) {
 }
 
 void AcDbDxfWriter::real(int groupCode, double value) {
-  char* const at = dxfPutCode(room(kLongestNumber), groupCode);
+  char* const at = dxfPutCode(room(kShortGroup), groupCode);
   ends(at + dxfFormatReal(at, value));
 }
 
 void AcDbDxfWriter::integer(int groupCode, Adesk::Int64 value) {
-  char* const at = dxfPutCode(room(kLongestNumber), groupCode);
+  char* const at = dxfPutCode(room(kShortGroup), groupCode);
   ends(std::to_chars(at, at + 24, value).ptr);
 }
 
 void AcDbDxfWriter::handle(int groupCode, AcDbHandle value) {
-  ends(dxfPutHandle(dxfPutCode(room(kLongestNumber), groupCode), value));
+  ends(dxfPutHandle(dxfPutCode(room(kShortGroup), groupCode), value));
 }
 
 void AcDbDxfWriter::id(int groupCode, AcDbObjectId value) {
