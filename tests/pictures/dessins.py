@@ -103,7 +103,8 @@ def surfaces():
                          override={"dimtxsty": "DEJAVU", "dimtxt": 3, "dimasz": 2.5, "dimclrd": 5}).render()
     space.add_line((70, 26), (116, 12), dxfattribs={"color": 1, "lineweight": 100})
     mask = space.add_wipeout([(98, 8), (112, 8), (112, 24), (103, 24)])
-    mask.dxf.color = 8
+    mask.dxf.color = 5
+    document.set_wipeout_variables(frame=1)
     return document
 
 
@@ -128,6 +129,38 @@ def fenetres():
     round_one.dxf.clipping_boundary_handle = ring.dxf.handle
     layout.add_text("1/1000", height=4, dxfattribs={"style": "DEJAVU"}).set_placement((80, 20))
     layout.add_line((80, 17), (110, 17), dxfattribs={"lineweight": 70})
+    return document
+
+
+def renvois():
+    """Leaders by their styles; masks without frames, one beside its border; what lies over what."""
+    document, space = paper()
+    own = document.dimstyles.new("RENVOI")
+    own.dxf.dimasz, own.dxf.dimscale, own.dxf.dimtad, own.dxf.dimgap = 2.0, 2.0, 1, 1.0
+    style = {"dimstyle": "RENVOI", "dxfattribs": {"color": 5}}
+    space.add_leader([(6, 84), (22, 74), (36, 74)], **style)
+    space.add_leader([(42, 84), (54, 70), (66, 84), (78, 72)], dimstyle="RENVOI", dxfattribs={"color": 3, "path_type": 1})
+    space.add_leader([(84, 72), (98, 84), (112, 84)], override={"dimasz": 3.0, "dimclrd": 1}, **style)
+    space.add_leader([(6, 62), (20, 52), (32, 52)], override={"dimldrblk": "DOT"}, **style)
+    space.add_leader([(42, 62), (56, 52), (60, 52)], dimstyle="RENVOI",
+                     dxfattribs={"annotation_type": 0, "has_hookline": 1, "text_width": 14, "has_arrowhead": 1})
+    space.add_leader([(84, 62), (96, 52)], dimstyle="RENVOI", dxfattribs={"has_arrowhead": 0})
+    space.add_leader([(100, 62), (106, 58), (116, 52)], **style)  # its first stretch is shorter than two heads
+    wide = {"lineweight": 200}
+    below = space.add_line((6, 40), (54, 12), dxfattribs={"color": 1, **wide})
+    mask = space.add_wipeout([(16, 14), (44, 14), (44, 38), (16, 38)])
+    above = space.add_line((6, 12), (54, 40), dxfattribs={"color": 3, **wide})
+    # The red line is the oldest and lies over the mask, the green one is the youngest and lies under it.
+    space.set_redraw_order([(below.dxf.handle, above.dxf.handle), (above.dxf.handle, below.dxf.handle)])
+    space.add_line((60, 26), (116, 26), dxfattribs={"color": 6, **wide})
+    around = space.add_wipeout([(78, 18), (98, 18), (88, 36)])
+    around.dxf.clip_mode = 1
+    # The mask itself reaches beyond its border.
+    size = around.dxf.image_size
+    around.dxf.insert = around.dxf.insert - around.dxf.u_pixel * 0.5 - around.dxf.v_pixel * 0.25
+    around.dxf.u_pixel, around.dxf.v_pixel = around.dxf.u_pixel * 2, around.dxf.v_pixel * 1.5
+    around.boundary_path = [(x / 2, y / 1.5) for x, y in around.boundary_path]
+    document.set_wipeout_variables(frame=0)
     return document
 
 
@@ -176,7 +209,41 @@ def not_round(document):
     each(document, "VIEWPORT")[-1].dxf.flags = 0
 
 
-DRAWINGS = {"traits": traits, "textes": textes, "surfaces": surfaces, "fenetres": fenetres}
+def without_heads(document):
+    each(document, "LEADER")[2].dxf.has_arrowhead = 0
+
+
+def smaller_heads(document):
+    document.dimstyles.get("RENVOI").dxf.dimscale = 1.5
+
+
+def straight(document):
+    each(document, "LEADER")[1].dxf.path_type = 0
+
+
+def without_landing(document):
+    each(document, "LEADER")[4].dxf.has_hookline = 0
+
+
+def in_order_of_making(document):
+    document.layouts.get("Image").set_redraw_order([])
+
+
+def not_inverted(document):
+    each(document, "WIPEOUT")[1].dxf.clip_mode = 0
+
+
+def framed(document):
+    document.set_wipeout_variables(frame=1)
+
+
+def without_frame(document):
+    document.set_wipeout_variables(frame=0)
+
+
+DRAWINGS = {"traits": traits, "textes": textes, "surfaces": surfaces, "fenetres": fenetres, "renvois": renvois}
 FAULTS = [("traits", shifted), ("traits", solid_line), ("traits", heavier), ("textes", moved_text), ("surfaces", not_mirrored),
-          ("surfaces", without_hatch), ("surfaces", without_hole), ("surfaces", without_mask), ("fenetres", not_turned),
-          ("fenetres", not_round)]
+          ("surfaces", without_hatch), ("surfaces", without_hole), ("surfaces", without_mask), ("surfaces", without_frame),
+          ("fenetres", not_turned),
+          ("fenetres", not_round), ("renvois", without_heads), ("renvois", smaller_heads), ("renvois", straight),
+          ("renvois", without_landing), ("renvois", in_order_of_making), ("renvois", not_inverted), ("renvois", framed)]

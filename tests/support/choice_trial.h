@@ -26,6 +26,7 @@ public:
   /// @param bytes  one for each decision; the trial ends with them
   explicit ChoiceTrial(std::string_view bytes) : m_bytes(bytes) {
     for (Drawing& d : m_drawings) prepare(d);
+    use(m_drawings[0]);
   }
   ChoiceTrial(const ChoiceTrial&) = delete;
   ChoiceTrial& operator=(const ChoiceTrial&) = delete;

@@ -86,7 +86,9 @@ void drawPart(QImage& image, AcDbDatabase& database, const ViewPlace& place, boo
   const AcGePoint2d low = place.toWorld(reach.bottomLeft());
   const AcGePoint2d high = place.toWorld(reach.topRight());
   Specks specks(place.size);
-  for (const std::size_t at : index.touching({low.x, low.y, high.x, high.y})) {
+  std::vector<std::size_t> places = index.touching({low.x, low.y, high.x, high.y});
+  if (!places.empty()) index.drawOrder().arrange(places);
+  for (const std::size_t at : places) {
     const AcDbObjectId id = index.entityAt(at);
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (!entity) continue;

@@ -1,5 +1,6 @@
 #include "arx/db/dbblocktable.h"
 
+#include "arx/db/dbdraworder.h"
 #include "arx/db/dbents.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
@@ -7,6 +8,7 @@
 #include "base/free_number.h"
 #include "base/text.h"
 
+#include <algorithm>
 #include <memory>
 
 ACDB_DEFINE_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD")
@@ -125,10 +127,15 @@ AcDbExtents AcDbBlockTableRecord::measured() const {
 }
 
 void AcDbBlockTableRecord::subWorldDraw(AcGiWorldDraw& draw) const {
-  for (const AcDbObjectId id : m_entities) {
+  const auto show = [&](AcDbObjectId id) {
     const auto* entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (entity && entity->isShownByReferences()) draw.geometry().draw(*entity);
-  }
+  };
+  const AcDbDrawOrder order(*this);
+  if (order.followsList())
+    std::ranges::for_each(m_entities, show);
+  else
+    std::ranges::for_each(order.entities(), show);
 }
 
 void AcDbBlockTableRecord::dxfInFields(AcDbDxfReader& in) {

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 ACRX_DEFINE_MEMBERS(AcDbCurve, AcDbEntity, nullptr, nullptr)
 
@@ -48,24 +47,29 @@ struct Nearest : Place {
   double distance = HUGE_VAL;
 };
 
-// Nearest place on the pieces of these numbers, of equal ones the first; `extend` lets the first and the last
-// piece of an open curve go on.
-template <class Numbers>
-Nearest nearestOf(const std::vector<AcGeCurvePiece>& pieces, const Numbers& numbers, const AcGePoint3d& point,
-                  bool extend) {
+// Takes the place of one piece that is nearest to the point when it is nearer than the best so far; `extend`
+// lets the first and the last piece of an open curve go on.
+void takeNearer(Nearest& best, const std::vector<AcGeCurvePiece>& pieces, std::size_t i,
+                const AcGePoint3d& point, bool extend) {
+  const bool before = (extend && i == 0) || pieces[i].endlessBefore;
+  const bool after = (extend && i + 1 == pieces.size()) || pieces[i].endless;
+  const double t = pieces[i].closest(point, before, after);
+  const double distance = pieces[i].pointAt(t).distanceTo(point);
+  if (distance < best.distance) best = {{i, t}, distance};
+}
+
+// Of the pieces of these numbers; of equally near ones the first.
+Nearest nearestOf(const std::vector<AcGeCurvePiece>& pieces, const std::vector<std::size_t>& numbers,
+                  const AcGePoint3d& point) {
   Nearest best;
-  for (const std::size_t i : numbers) {
-    const bool before = (extend && i == 0) || pieces[i].endlessBefore;
-    const bool after = (extend && i + 1 == pieces.size()) || pieces[i].endless;
-    const double t = pieces[i].closest(point, before, after);
-    const double distance = pieces[i].pointAt(t).distanceTo(point);
-    if (distance < best.distance) best = {{i, t}, distance};
-  }
+  for (const std::size_t i : numbers) takeNearer(best, pieces, i, point, false);
   return best;
 }
 
 Place nearest(const std::vector<AcGeCurvePiece>& pieces, const AcGePoint3d& point, bool extend) {
-  return nearestOf(pieces, std::views::iota(std::size_t{0}, pieces.size()), point, extend);
+  Nearest best;
+  for (std::size_t i = 0; i < pieces.size(); ++i) takeNearer(best, pieces, i, point, extend);
+  return best;
 }
 
 double lengthUpTo(const std::vector<AcGeCurvePiece>& pieces, const Place& place) {
@@ -249,8 +253,8 @@ bool AcDbCurveSearch::closestWithin(double reach, const AcGePoint3d& given, AcGe
   const std::vector<std::size_t>& near = within(reach, given);
   if (near.empty()) return false;
   // A piece that is nearer in space than the best of these is as near in the plan.
-  const Nearest bound = nearestOf(m_pieces, near, given, false);
-  const Place place = nearestOf(m_pieces, within(bound.distance, given), given, false);
+  const Nearest bound = nearestOf(m_pieces, near, given);
+  const Place place = nearestOf(m_pieces, within(bound.distance, given), given);
   result = m_pieces[place.piece].pointAt(place.t);
   return true;
 }
@@ -258,7 +262,7 @@ bool AcDbCurveSearch::closestWithin(double reach, const AcGePoint3d& given, AcGe
 bool AcDbCurveSearch::paramAtPoint(const AcGePoint3d& point, double& param) {
   const std::vector<std::size_t>& near = within(kOnCurve, point);
   if (near.empty()) return false;
-  const Nearest place = nearestOf(m_pieces, near, point, false);
+  const Nearest place = nearestOf(m_pieces, near, point);
   if (!(place.distance <= kOnCurve)) return false;
   param = m_pieces[place.piece].paramAt(place.t);
   return true;

@@ -107,9 +107,7 @@ Acad::ErrorStatus AcDbDictionary::setTreatElementsAsHard(bool hard) {
   return Acad::eOk;
 }
 
-void AcDbDictionary::dxfInFields(AcDbDxfReader& in) {
-  AcDbObject::dxfInFields(in);
-  if (!in.enter("AcDbDictionary")) return;
+void AcDbDictionary::takeEntries(AcDbDxfReader& in) {
   AcString key;
   bool hasKey = false;
   while (in.next()) {
@@ -139,6 +137,11 @@ void AcDbDictionary::dxfInFields(AcDbDxfReader& in) {
         in.keep();
     }
   }
+}
+
+void AcDbDictionary::dxfInFields(AcDbDxfReader& in) {
+  AcDbObject::dxfInFields(in);
+  if (in.enter("AcDbDictionary")) takeEntries(in);
   m_withDefault = in.hasSection("AcDbDictionaryWithDefault") && in.enter("AcDbDictionaryWithDefault");
   while (m_withDefault && in.next()) {
     if (in.code() == 340)

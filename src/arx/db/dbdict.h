@@ -53,6 +53,7 @@ protected:
   void exchangeFields(AcDbDictionary& other);
 
 private:
+  void takeEntries(AcDbDxfReader& in);
   [[nodiscard]] std::size_t find(const ACHAR* key) const;
   void removeAt(std::size_t at);
   std::vector<Entry> m_entries;

@@ -1,8 +1,10 @@
 #include "arx/db/dbkeptlook.h"
 
+#include "arx/db/dbdict.h"
 #include "arx/db/dbhatchlook.h"
 #include "arx/db/dbkeptgroups.h"
 #include "arx/db/dbkeptpen.h"
+#include "arx/db/dbleaderlook.h"
 #include "arx/db/dbmain.h"
 
 #include <cmath>
@@ -20,33 +22,71 @@ void drawSolid(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
   pen.polygon({&corners, 1});
 }
 
-/// The border of a picture or a mask: what it is clipped to (14), in pixels from the upper left corner, the
-/// centre of the first one at 0; else the whole.
-std::vector<AcGePoint3d> borderOf(AcDbKeptGroups& groups) {
+/// The four corners of a picture or a mask; empty for one without a size.
+std::vector<AcGePoint3d> cornersOf(AcDbKeptGroups& groups) {
   for (const int code : {10, 11, 12, 13})
     if (groups.points(code).empty()) return {};
   const AcGePoint3d at = groups.points(10)[0];
   const AcGePoint3d size = groups.points(13)[0];  // in pixels
   const AcGeVector3d u = groups.points(11)[0].asVector();
   const AcGeVector3d v = groups.points(12)[0].asVector();
+  return {at, at + u * size.x, at + u * size.x + v * size.y, at + v * size.y};
+}
+
+/// What it is clipped to (14), in pixels from the upper left corner, the centre of the first one at 0; the
+/// corners where it is not.
+std::vector<AcGePoint3d> borderOf(AcDbKeptGroups& groups, const std::vector<AcGePoint3d>& corners) {
   std::vector<AcGePoint3d> clip = groups.points(14);
-  if (groups.real(280) == 0.0 || clip.size() < 2)
-    return {at, at + u * size.x, at + u * size.x + v * size.y, at + v * size.y};
+  if (corners.empty() || groups.real(280) == 0.0 || clip.size() < 2) return corners;
+  const double height = groups.points(13)[0].y;
+  const AcGeVector3d u = groups.points(11)[0].asVector();
+  const AcGeVector3d v = groups.points(12)[0].asVector();
   if (clip.size() == 2) {
     const AcGePoint3d a = clip[0];
     const AcGePoint3d b = clip[1];
     clip = {a, {b.x, a.y, 0}, b, {a.x, b.y, 0}};
   }
-  for (AcGePoint3d& corner : clip) corner = at + u * (corner.x + 0.5) + v * (size.y - corner.y - 0.5);
+  for (AcGePoint3d& corner : clip) corner = corners[0] + u * (corner.x + 0.5) + v * (height - corner.y - 0.5);
   return clip;
 }
 
-void drawImage(const AcDbKeptPen& pen, AcDbKeptGroups& groups, bool masks) {
-  std::vector<AcGePoint3d> border = borderOf(groups);
-  if (border.empty()) return;
-  if (masks && pen.renderer()) pen.renderer()->mask(border);
-  border.push_back(border.front());
+void drawFrame(const AcDbKeptPen& pen, std::vector<AcGePoint3d> border) {
+  if (!border.empty()) border.push_back(border.front());
   pen.edges(border);
+}
+
+void drawImage(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
+  drawFrame(pen, borderOf(groups, cornersOf(groups)));
+}
+
+/// Whether the drawing shows the frames of its masks (70 of its settings); it does when it does not say.
+bool showsMaskFrames(AcDbDatabase* database) {
+  if (!database || !database->namedObjectsDictionaryId().isLive()) return true;
+  const auto* const named = AcDbDictionary::cast(database->namedObjectsDictionaryId().stub()->object);
+  AcDbObjectId id;
+  if (!named || named->getAt(L"ACAD_WIPEOUT_VARS", id) != Acad::eOk || !id.isLive()) return true;
+  const auto* const settings = AcDbOtherObject::cast(id.stub()->object);
+  DxfTagText::Cursor cursor = settings ? settings->tags().tags() : DxfTagText::Cursor({});
+  for (DxfTag tag; cursor.next(tag);)
+    if (tag.code == 70) return tag.value != "0";
+  return true;
+}
+
+/// Hides what lies within its border, or between its corners and the border (290).
+void drawMask(const AcDbOtherEntity& entity, const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
+  std::vector<AcGePoint3d> ring = cornersOf(groups);
+  const std::vector<AcGePoint3d> border = borderOf(groups, ring);
+  if (border.empty()) return;
+  if (AcGiRenderer* const renderer = pen.renderer()) {
+    const bool inverted = groups.real(290) != 0.0 && groups.real(280) != 0.0;
+    // One ring with a bridge to the hole: where it goes and comes back, nothing lies between.
+    ring.push_back(ring.front());
+    ring.insert(ring.end(), border.begin(), border.end());
+    ring.push_back(border.front());
+    renderer->mask(inverted ? ring : border);
+    if (!showsMaskFrames(entity.database())) return;
+  }
+  drawFrame(pen, border);
 }
 
 void drawViewport(const AcDbKeptPen& pen, AcDbKeptGroups& groups) {
@@ -106,8 +146,9 @@ void acdbDrawKept(const AcDbOtherEntity& entity, const std::vector<DxfExtra>& se
   const std::string_view type = entity.dxfName();
   AcDbKeptGroups groups(sections);
   if (entity.picture()) return drawPicture(geometry, entity, groups);
-  if (type == "LEADER") return pen.edges(groups.points(10));
-  if (type == "IMAGE" || type == "WIPEOUT") return drawImage(pen, groups, type == "WIPEOUT");
+  if (type == "LEADER") return acdbDrawLeader(entity, groups, pen);
+  if (type == "IMAGE") return drawImage(pen, groups);
+  if (type == "WIPEOUT") return drawMask(entity, pen, groups);
   if (type == "MLINE") return drawMultiline(pen, groups);
   if (type == "VIEWPORT") return drawViewport(pen, groups);
   if (type != "SOLID" && type != "TRACE" && type != "HATCH") {

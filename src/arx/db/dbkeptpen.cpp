@@ -1,13 +1,18 @@
 #include "arx/db/dbkeptpen.h"
 
-void AcDbKeptPen::edges(std::span<const AcGePoint3d> points) const {
-  if (m_renderer) return m_renderer->edges(points);
+std::vector<AcGeCurvePiece> AcDbKeptPen::straight(std::span<const AcGePoint3d> points) {
   std::vector<AcGeCurvePiece> pieces;
   for (std::size_t i = 1; i < points.size(); ++i) {
     AcGeCurvePiece& piece = pieces.emplace_back();
     piece.start = points[i - 1];
     piece.end = points[i];
   }
+  return pieces;
+}
+
+void AcDbKeptPen::edges(std::span<const AcGePoint3d> points) const {
+  if (m_renderer) return m_renderer->edges(points);
+  const std::vector<AcGeCurvePiece> pieces = straight(points);
   if (!pieces.empty()) m_geometry.curve(pieces);
 }
 

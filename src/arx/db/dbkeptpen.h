@@ -10,6 +10,8 @@ public:
   [[nodiscard]] AcGiGeometry& geometry() const { return m_geometry; }
   /// Null for a geometry that asks where things lie.
   [[nodiscard]] AcGiRenderer* renderer() const { return m_renderer; }
+  /// The pieces of a line through these points.
+  [[nodiscard]] static std::vector<AcGeCurvePiece> straight(std::span<const AcGePoint3d> points);
   void edges(std::span<const AcGePoint3d> points) const;
   void polygon(std::span<const std::vector<AcGePoint3d>> rings) const;
 

@@ -115,6 +115,14 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfN
   return Acad::eUnknownHandle;
 }
 
+AcDbObjectId AcDbDatabase::liveIdOf(std::string_view handleText) {
+  Adesk::UInt64 handle = 0;
+  AcDbObjectId id;
+  const bool known = dxfParseHandle(handleText, handle) &&
+                     getAcDbObjectId(id, false, AcDbHandle(handle)) == Acad::eOk && id.isLive();
+  return known ? id : AcDbObjectId();
+}
+
 void AcDbDatabase::setHandseed(AcDbHandle next) {
   m_nextHandle = std::max<Adesk::UInt64>(m_nextHandle, next);
 }

@@ -112,6 +112,8 @@ public:
   [[nodiscard]] AcDbObjectId idOf(AcDbHandle handle);
   /// `eUnknownHandle` when no object bears the handle.
   Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, AcDbHandle handle);
+  /// What a handle as file text names, alive; null for nothing.
+  [[nodiscard]] AcDbObjectId liveIdOf(std::string_view handleText);
   [[nodiscard]] AcDbHandle handseed() const { return m_nextHandle; }
   void setHandseed(AcDbHandle next);  ///< never lowers it
   /// Whether a pointer is a stub of a drawing in memory; the pointer is not followed.

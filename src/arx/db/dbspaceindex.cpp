@@ -79,6 +79,13 @@ const std::vector<std::size_t>& AcDbSpaceIndex::touching(const base::PlaneBox& b
 
 AcDbObjectId AcDbSpaceIndex::entityAt(std::size_t place) const { return m_space->entities()[place]; }
 
+const AcDbDrawOrder& AcDbSpaceIndex::drawOrder() {
+  update();
+  if (!m_order || m_orderTouches != m_touches) m_order.emplace(*m_space);
+  m_orderTouches = m_touches;
+  return *m_order;
+}
+
 AcDbExtents AcDbSpaceIndex::wholeBox() {
   update();
   AcDbExtents whole;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arx/db/dbdraworder.h"
 #include "arx/db/dbplaces.h"
 #include "arx/ge/gematrix.h"
 #include "base/box_index.h"
@@ -18,7 +19,8 @@ class AcGiDrawable;
 /// was touched in a block that model space shows, or in a text style, lets the index begin anew.
 ///
 /// An entity goes by its place in the list of the space (`AcDbBlockTableRecord::entities`), which only grows:
-/// an ascending list of places is in order of drawing. Costs about 100 bytes an entity.
+/// an ascending list of places is in order of drawing, but where `drawOrder` says otherwise. Costs about 100
+/// bytes an entity.
 class ARX_API AcDbSpaceIndex : private veltora::Uncopyable {
 public:
   explicit AcDbSpaceIndex(AcDbDatabase& database) : m_database(database) {}
@@ -43,6 +45,8 @@ public:
   /// What `AcDbEntity::getGeomExtents` gives for the entity at a place that `touching` told; empty for none.
   [[nodiscard]] const AcDbExtents& boxAt(std::size_t place) const { return m_slots[place].box; }
   [[nodiscard]] AcDbObjectId entityAt(std::size_t place) const;
+  /// In which order they are drawn; valid until the drawing changes.
+  [[nodiscard]] const AcDbDrawOrder& drawOrder();
   /// Around all entities that are not erased.
   [[nodiscard]] AcDbExtents wholeBox();
 
@@ -72,6 +76,8 @@ private:
   AcDbPlaces m_places;
   std::unordered_map<std::size_t, veltora::base::PlaneBox> m_farther;
   std::optional<veltora::base::BoxIndex> m_tree;
+  std::optional<AcDbDrawOrder> m_order;
+  Adesk::UInt64 m_orderTouches = 0;                 ///< when it was asked for
   std::unordered_set<const AcGiDrawable*> m_shown;  ///< blocks within what was measured
   AcDbTouched m_touched{1};
   Adesk::UInt64 m_touches = 0;

@@ -135,6 +135,8 @@ public:
   AcDbOtherTableRecord(std::string type, std::string subclass)
       : m_type(std::move(type)), m_subclass(std::move(subclass)) {}
   [[nodiscard]] std::string_view dxfName() const override { return m_type; }
+  /// Its groups but name and flags, as in the file.
+  using AcDbObject::keptSections;
   void dxfInFields(AcDbDxfReader& in) override;
   void dxfOutFields(AcDbDxfWriter& out) const override;
 

@@ -16,35 +16,23 @@ AcGePoint2d flat(const std::vector<AcGePoint3d>& points) {
   return points.empty() ? AcGePoint2d() : AcGePoint2d(points.front().x, points.front().y);
 }
 
-/// What a handle of this entity's database names, alive; null for nothing.
-AcDbObjectId named(const AcDbOtherEntity& entity, const DxfTag& tag) {
-  AcDbDatabase* const database = entity.database();
-  Adesk::UInt64 handle = 0;
-  AcDbObjectId id;
-  if (!database || !dxfParseHandle(tag.value, handle) ||
-      database->getAcDbObjectId(id, false, AcDbHandle(handle)) != Acad::eOk || !id.isLive())
-    return {};
-  return id;
-}
-
 /// The curve that cuts it out (340).
 AcDbObjectId outlineOf(const AcDbOtherEntity& entity) {
-  for (const DxfExtra& section : entity.keptSections()) {
-    DxfTagText::Cursor cursor = section.tags.tags();
-    for (DxfTag tag; cursor.next(tag);)
-      if (tag.code == 340) return named(entity, tag);
-  }
-  return {};
+  AcDbDatabase* const database = entity.database();
+  const auto handle = AcDbKeptGroups::textOf(entity.keptSections(), 340);
+  return database && handle ? database->liveIdOf(*handle) : AcDbObjectId();
 }
 
 /// The layers that handles of soft (331) or hard (341) references name.
 std::vector<AcString> frozenIn(const AcDbOtherEntity& entity) {
   std::vector<AcString> names;
+  AcDbDatabase* const database = entity.database();
+  if (!database) return names;
   for (const DxfExtra& section : entity.keptSections()) {
     DxfTagText::Cursor cursor = section.tags.tags();
     for (DxfTag tag; cursor.next(tag);) {
       if (tag.code != 331 && tag.code != 341) continue;
-      const AcDbObjectId id = named(entity, tag);
+      const AcDbObjectId id = database->liveIdOf(tag.value);
       if (id.isNull()) continue;
       if (const auto* const layer = AcDbLayerTableRecord::cast(id.stub()->object))
         names.push_back(layer->name());

@@ -1,5 +1,6 @@
 #include "arx/plot/pldraw.h"
 
+#include "arx/db/dbdraworder.h"
 #include "arx/db/dbmtext.h"
 #include "arx/db/dbsymrecords.h"
 #include "arx/db/dbtext.h"
@@ -297,14 +298,15 @@ void AcPlDraw::dot(const AcGePoint3d& place) {
 
 const AcPlDraw::PointStyle& AcPlDraw::pointStyle() {
   if (m_pointStyle) return *m_pointStyle;
-  m_pointStyle.emplace();
+  PointStyle style;
   const auto* const entity = AcDbEntity::cast(&drawn());
-  const AcDbDatabase* const database = entity ? entity->database() : nullptr;
-  if (!database) return *m_pointStyle;
-  m_pointStyle->mode = static_cast<int>(std::clamp(database->headerReal("PDMODE", 0.0), 0.0, 255.0));
-  const double size = database->headerReal("PDSIZE", 0.0);
-  m_pointStyle->size =
-      size > 0.0 ? size * m_view.mmPerUnit : m_view.paper.height * (size < 0.0 ? -size / 100.0 : kUsualPoint);
+  if (const AcDbDatabase* const database = entity ? entity->database() : nullptr) {
+    style.mode = static_cast<int>(std::clamp(database->headerReal("PDMODE", 0.0), 0.0, 255.0));
+    const double size = database->headerReal("PDSIZE", 0.0);
+    style.size = size > 0.0 ? size * m_view.mmPerUnit
+                            : m_view.paper.height * (size < 0.0 ? -size / 100.0 : kUsualPoint);
+  }
+  m_pointStyle = style;
   return *m_pointStyle;
 }
 
@@ -380,7 +382,7 @@ AcPlOmissions acplPlot(AcDbDatabase& database, AcDbObjectId space, const AcPlVie
   const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
   AcPlDraw draw(view, pen, database.headerReal("LTSCALE", 1.0) * linetypeShare);
   if (!record) return {};
-  for (const AcDbObjectId& id : record->entities()) {
+  for (const AcDbObjectId id : AcDbDrawOrder(*record).entities()) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (entity) draw.entity(*entity);
   }

@@ -1,6 +1,7 @@
 #include "arx/plot/pllayout.h"
 
 #include "arx/db/dbdict.h"
+#include "arx/db/dbdraworder.h"
 #include "arx/db/dbviewportlook.h"
 #include "arx/ge/geangle.h"
 #include "arx/gi/gigeometry.h"
@@ -58,11 +59,12 @@ void takePaper(AcPlLayout& layout, const LayoutGroups& groups) {
                    -(margins[1] + groups.setting(47)) / layout.mmPerUnit};
 }
 
+/// In order of drawing.
 template <class Work>
 void forEntities(AcDbObjectId space, Work work) {
   const AcDbObjectPointer<AcDbBlockTableRecord> record(space);
   if (!record) return;
-  for (const AcDbObjectId& id : record->entities()) {
+  for (const AcDbObjectId id : AcDbDrawOrder(*record).entities()) {
     const auto* const entity = id.isLive() ? AcDbEntity::cast(id.stub()->object) : nullptr;
     if (entity) work(*entity);
   }
