@@ -112,15 +112,18 @@ const std::string kLine =
 INSTANTIATE_TEST_SUITE_P(
     All, DxfReading,
     testing::ValuesIn(withRows(
-        "read", {{"line ends of two characters", withReturns(kLine), "", " 10\n1.5\n"},
-                 {"line ends of the third kind", ofReturns(kLine), "", " 10\n1.5\n"},
-                 {"end mark behind the end", kLine + "\x1a", "", " 10\n1.5\n"},
-                 {"byte order mark", "\xEF\xBB\xBF" + kLine, "", " 10\n1.5\n"},
-                 {"comments in front", "999\nfait à la main\n" + kLine, "", "999\nfait à la main\n"},
-                 {"lone return in a text", withPage("AC1032", "ANSI_1252", "a\rb"), "", "  8\na^Mb\n"},
-                 {"western page", withPage("AC1015", "ANSI_1252", "\xE9t\xE9 \x80"), "", "  8\nété €\n"},
-                 {"greek page", withPage("AC1018", "ansi_1253", "\xE1"), "", "  8\nα\n"},
-                 {"unknown page", withPage("AC1015", "KLINGON", "\xE9"), "", "  8\né\n"},
-                 {"wrong encoding", withPage("AC1032", "ANSI_1252", "\xE9"), "UTF-8", "  8\né\n"}})));
+        "read",
+        {{"line ends of two characters", withReturns(kLine), "", " 10\n1.5\n"},
+         {"line ends of the third kind", ofReturns(kLine), "", " 10\n1.5\n"},
+         {"end mark behind the end", kLine + "\x1a", "", " 10\n1.5\n"},
+         {"byte order mark", "\xEF\xBB\xBF" + kLine, "", " 10\n1.5\n"},
+         {"comments in front", "999\nfait à la main\n" + kLine, "", "999\nfait à la main\n"},
+         {"lone return in a text", withPage("AC1032", "ANSI_1252", "a\rb"), "", "  8\na^Mb\n"},
+         {"western page", withPage("AC1015", "ANSI_1252", "\xE9t\xE9 \x80"), "", "  8\nété €\n"},
+         {"greek page", withPage("AC1018", "ansi_1253", "\xE1"), "", "  8\nα\n"},
+         {"version named in a comment",
+          "999\nd'après $ACADVER\n999\nAC1032\n" + withPage("AC1018", "ansi_1253", "\xE1"), "", "  8\nα\n"},
+         {"unknown page", withPage("AC1015", "KLINGON", "\xE9"), "", "  8\né\n"},
+         {"wrong encoding", withPage("AC1032", "ANSI_1252", "\xE9"), "UTF-8", "  8\né\n"}})));
 
 }  // namespace

@@ -30,16 +30,30 @@ bool isAscii(std::string_view text) {
   return (seen & kHighBits) == 0;
 }
 
-/// Value of a header variable in raw text: the second line behind its name.
+/// The next line of a text, without its end and the blanks around it.
+std::string takeLine(std::string_view& text) {
+  const std::size_t end = std::min(text.find('\n'), text.size());
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return veltora::base::trim(line, " \t\r");
+}
+
+/// Value of a header variable in raw text: the second line behind its name, in front of which stands the code
+/// 9. The name alone may stand elsewhere, in a comment.
 std::string rawVariable(std::string_view text, std::string_view name) {
-  std::size_t at = text.find(name);
-  for (int line = 0; line < 2 && at != std::string_view::npos; ++line) {
-    at = text.find('\n', at);
-    if (at != std::string_view::npos) ++at;
+  for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
+    const std::string_view before = text.substr(0, at);
+    const std::size_t code = before.find_last_not_of(" \t\r\n");
+    const std::size_t end = before.find_last_of('\n');
+    if (code == std::string_view::npos || end == std::string_view::npos || code > end) continue;
+    std::string_view rest = before.substr(before.find_last_of('\n', code) + 1);
+    if (takeLine(rest) != "9") continue;
+    rest = text.substr(at);
+    if (takeLine(rest) != name) continue;
+    takeLine(rest);
+    return takeLine(rest);
   }
-  if (at == std::string_view::npos) return {};
-  const std::string_view rest = text.substr(at, 64);
-  return veltora::base::trim(rest.substr(0, rest.find_first_of("\r\n")));
+  return {};
 }
 
 /// A carriage return that does not belong to a line end.

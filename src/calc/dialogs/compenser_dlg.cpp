@@ -3,6 +3,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "calc/dialogs/choisir_sortie.h"
+#include "calc/dialogs/resultats_dlg.h"
 #include "core/imprimer_doutes.h"
 #include "ui/driver.h"
 
@@ -67,7 +68,10 @@ void DlgCompenser::executer(bool dessin, const std::wstring& fichierRapport) {
   ajouterLignes(texte, resultat.points);
   ajouterLignes(texte, resultat.mesures);
   resultats.setText(texte);
-  if (!bon) ui::messageBox(resultat.erreur);
+  if (!bon)
+    ui::messageBox(resultat.erreur);
+  else if (!fichierRapport.empty())
+    DlgRapport(fichierRapport).doModal();
 }
 
 }  // namespace veltora

@@ -6,6 +6,7 @@
 #include "ui/driver.h"
 
 #include <filesystem>
+#include <utility>
 
 namespace veltora {
 namespace {
@@ -22,6 +23,9 @@ void retirer(const std::string& rapport) {
 
 resultPolygo::resultPolygo(const htmlDocument& document)
     : Dialog(L"Résultats des calculs"), m_document(document) {}
+
+DlgRapport::DlgRapport(std::wstring nomFichier)
+    : Dialog(L"Résultats des calculs"), m_nomFichier(std::move(nomFichier)) {}
 
 void resultPolygo::enregistrer() {
   base::FileRequest demande;

@@ -28,6 +28,21 @@ private:
   htmlDocument m_document;
 };
 
+/// Shows a report that lies in a file of the user.
+class VELTORA_API DlgRapport : public ui::Dialog {
+public:
+  explicit DlgRapport(std::wstring nomFichier);
+
+  ui::WebView page{this};
+  ui::Button fermer{this, L"Fermer", ui::Button::Role::Cancel};
+
+protected:
+  void onInit() override { page.setPath(m_nomFichier); }
+
+private:
+  std::wstring m_nomFichier;
+};
+
 /// Writes a document without a name to a temporary file and shows it. Of the temporary reports of a run the
 /// latest stays.
 VELTORA_API void montrerRapport(htmlDocument& document);
