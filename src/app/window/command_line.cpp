@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QStringListModel>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -70,7 +71,14 @@ void CommandLine::ask(const base::Request* request) {
   if (request && isActiveWindow()) m_edit->setFocus();
 }
 
-void CommandLine::print(const QString& text) { m_pending += text; }
+void CommandLine::print(const QString& text) {
+  // Of all that is printed while the window does not turn, once.
+  if (m_pending.isEmpty()) QTimer::singleShot(0, this, [this] { flush(); });
+  m_pending += text;
+  if (!text.isEmpty()) m_lineOpen = !text.endsWith('\n');
+}
+
+void CommandLine::printLine(const QString& text) { print((m_lineOpen ? "\n" : "") + text + "\n"); }
 
 void CommandLine::flush() {
   if (m_pending.isEmpty()) return;
@@ -113,8 +121,18 @@ void CommandLine::recall(int step) {
 }
 
 bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != m_edit || event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-  const int key = static_cast<QKeyEvent*>(event)->key();
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if (watched != m_edit || (!pressed && event->type() != QEvent::ShortcutOverride))
+    return QWidget::eventFilter(watched, event);
+  auto* const stroke = static_cast<QKeyEvent*>(event);
+  const bool typed = !m_edit->text().isEmpty();
+  if (!pressed) {
+    // Of an empty line there is nothing to take back: the drawing is meant.
+    const bool undoes = stroke->matches(QKeySequence::Undo) || stroke->matches(QKeySequence::Redo);
+    if (undoes && !typed) event->ignore();
+    return undoes && !typed;
+  }
+  const int key = stroke->key();
   const bool chooses = m_completer->popup()->isVisible();
   switch (key) {
     case Qt::Key_Up:
@@ -128,6 +146,10 @@ bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
         m_edit->setText(m_completer->currentCompletion());
       else
         m_completer->complete();
+      return true;
+    case Qt::Key_Delete:
+      if (typed || !erased) return false;
+      erased();
       return true;
     case Qt::Key_Escape:
       m_edit->clear();

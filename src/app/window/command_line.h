@@ -23,6 +23,8 @@ public:
   void ask(const base::Request* request);
   /// Appends to what was printed.
   void print(const QString& text);
+  /// On a line of its own.
+  void printLine(const QString& text);
   /// What was printed so far appears.
   void flush();
   /// Keys typed elsewhere in the window belong here.
@@ -36,6 +38,8 @@ public:
   /// Whether a question waits; what is typed ahead of one stays in the line.
   std::function<bool()> accepts;
   std::function<void()> escaped;
+  /// The delete key, while nothing is typed.
+  std::function<void()> erased;
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -49,7 +53,8 @@ private:
   QLineEdit* m_edit;
   QCompleter* m_completer;
   QStringListModel* m_words;
-  QString m_pending;  ///< printed and not shown yet
+  QString m_pending;        ///< printed and not shown yet
+  bool m_lineOpen = false;  ///< what was printed last ends within a line
   QStringList m_history;
   qsizetype m_recalled = 0;  ///< place in the history; behind its end for the line being typed
 };

@@ -168,6 +168,20 @@ void DrawingView::zoomExtents() {
   m_whole = true;
 }
 
+void DrawingView::commandAwaited() {
+  if (!m_database) return;
+  AcDbSpaceIndex& index = m_database->spaceIndex();
+  const bool filled = m_empty == m_database && index.living() > 0;
+  m_empty = index.living() == 0 ? m_database : nullptr;
+  if (!filled) return;
+  const AcDbExtents whole = index.wholeBox();
+  const AcGePoint2d low = m_place.toWorld(QPointF(0, height()));
+  const AcGePoint2d high = m_place.toWorld(QPointF(width(), 0));
+  if (!whole.isEmpty() && (whole.maxPoint().x < low.x || whole.minPoint().x > high.x ||
+                           whole.maxPoint().y < low.y || whole.minPoint().y > high.y))
+    zoomExtents();
+}
+
 void DrawingView::zoomBy(double factor, const QPointF& fixed) {
   remember();
   const AcGePoint2d kept = m_place.toWorld(fixed);

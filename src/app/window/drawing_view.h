@@ -21,6 +21,9 @@ public:
   /// Another question waits.
   void asked();
   void zoomExtents();
+  /// The host waits for a command: what has come into a drawing that was empty is shown when it lies out of
+  /// view.
+  void commandAwaited();
   /// Shows what was shown before.
   void zoomPrevious();
   void zoomTo(const AcGePoint2d& center, double height);
@@ -66,6 +69,7 @@ private:
 
   Pointing m_pointing;
   AcDbDatabase* m_database = nullptr;
+  const AcDbDatabase* m_empty = nullptr;  ///< nothing stood in it when the last command was awaited
   ViewPlace m_place;
   AcGePoint2d m_hostCenter;  ///< of the host's view, when it was taken over or set last
   double m_hostHeight = 0.0;

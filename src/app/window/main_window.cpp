@@ -111,6 +111,7 @@ MainWindow::MainWindow()
   m_commandLine->accepts = [this] { return m_lines.request() != nullptr; };
   m_commandLine->entered = [this](const QString& line) { m_lines.answer(utf8(line)); };
   m_commandLine->escaped = [this] { escape(); };
+  m_commandLine->erased = [this] { eraseChosen(); };
 }
 
 MainWindow::~MainWindow() = default;
@@ -145,6 +146,10 @@ void MainWindow::makePanels() {
   };
 }
 
+void MainWindow::eraseChosen() {
+  if (m_lines.isIdle()) m_lines.start("EFFACER");
+}
+
 void MainWindow::makeStatus() {
   statusBar()->addWidget(m_place, 1);
   statusBar()->addPermanentWidget(m_layer);
@@ -156,8 +161,8 @@ void MainWindow::connectView() {
   m_view->typed = [this](QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
       escape();
-    else if (event->key() == Qt::Key_Delete && m_lines.isIdle())
-      m_lines.start("ERASE");
+    else if (event->key() == Qt::Key_Delete)
+      eraseChosen();
     else
       m_commandLine->type(event);
   };
@@ -437,12 +442,13 @@ void MainWindow::asked(const base::Request& request) {
     if (auto* const driver = dynamic_cast<WindowDriver*>(ui::driver())) driver->prepare(std::nullopt);
   }
   refresh();
+  if (m_lines.isIdle()) m_view->commandAwaited();
   m_commandLine->ask(&request);
   m_view->asked();
 }
 
 void MainWindow::answered(const base::Request& request, const std::string* line) {
-  print(request.prompt + (line ? *line : std::string()) + "\n");
+  m_commandLine->printLine(shown(request.prompt + (line ? *line : std::string())));
   if (m_recovery) m_recovery->touched();
   if (request.kind == base::Request::Kind::kCommand) {
     m_ran = line != nullptr;

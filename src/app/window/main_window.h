@@ -68,6 +68,7 @@ private:
   void askedAgain(const base::Request& request) override;
 
   void makePanels();
+  void eraseChosen();
   void makeStatus();
   void makeMenus();
   void makeViewMenu();

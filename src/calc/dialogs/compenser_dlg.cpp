@@ -42,6 +42,15 @@ void DlgCompenser::ecrireRapport() {
     executer(false, *nom);
 }
 
+void DlgCompenser::montrer(const resultatCompenser& resultat) {
+  std::wstring texte;
+  ajouterLignes(texte, resultat.bilan);
+  ajouterLignes(texte, resultat.remarques.phrases());
+  ajouterLignes(texte, resultat.points);
+  ajouterLignes(texte, resultat.mesures);
+  resultats.setText(texte);
+}
+
 void DlgCompenser::executer(bool dessin, const std::wstring& fichierRapport) {
   if (!validateFields()) return;
   demandeCompenser demande;
@@ -56,18 +65,15 @@ void DlgCompenser::executer(bool dessin, const std::wstring& fichierRapport) {
   demande.echelleEllipses = echelle.value();
   resultatCompenser resultat;
   bool bon = executerCompenser(demande, resultat);
+  montrer(resultat);  // what is to be checked, before it is asked about
   if (bon && resultat.retenu &&
       ui::messageBox(L"Le résultat est à vérifier. Le dessiner malgré les doutes ?", L"Compensation pondérée",
                      ui::Buttons::YesNo) == ui::kYes) {
     demande.malgreDoutes = true;
     bon = executerCompenser(demande, resultat);
+    montrer(resultat);
   }
   imprimerDoutes(resultat.remarques);
-  std::wstring texte;
-  ajouterLignes(texte, resultat.bilan);
-  ajouterLignes(texte, resultat.points);
-  ajouterLignes(texte, resultat.mesures);
-  resultats.setText(texte);
   if (!bon)
     ui::messageBox(resultat.erreur);
   else if (!fichierRapport.empty())

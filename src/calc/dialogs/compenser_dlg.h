@@ -34,6 +34,7 @@ public:
 private:
   void choisir();
   void ecrireRapport();
+  void montrer(const resultatCompenser& resultat);
   void executer(bool dessin, const std::wstring& fichierRapport);
 };
 

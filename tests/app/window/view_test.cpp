@@ -145,4 +145,22 @@ TEST_F(ViewTrial, aDrawingOfExtremesIsWorkedInAsAnother) {
 }
 
 }  // namespace
+// Coordinates of a country lie far from what an empty drawing shows.
+TEST_F(WindowTrial, whatComesFirstIntoAnEmptyDrawingIsShown) {
+  open({});
+  const auto isSeen = [&](double x, double y) { return view().rect().contains(at(x, y)); };
+  work({[&] { type("POINT"); }, [&] { type("650000,6860000"); },
+        [&] {
+          EXPECT_TRUE(isSeen(0, 0));
+          type("CERCLE");
+        },
+        [&] { type("650500,6860500"); }, [&] { type("3"); },
+        [&] {
+          EXPECT_FALSE(isSeen(500, 500)) << "later the view is the user's";
+          EXPECT_TRUE(isSeen(0, 0));
+          const QString told = session->window().commandLine().printed();
+          EXPECT_TRUE(told.contains("\nCommande : CERCLE\n")) << told.toStdString();
+        }});
+}
+
 }  // namespace veltora::app

@@ -155,7 +155,20 @@ TEST_F(WindowTrial, whatIsChosenFirstIsTakenByTheNextCommand) {
         [&] {
           EXPECT_EQ(linesOf(database()), (Lines{{0, 0, 40, 0}, {0, 20, 40, 50}}));
           EXPECT_TRUE(acedSelectionSets().pickFirst.empty());
-        }});
+          // The keys mean the drawing while the line of commands, which has the focus, is empty.
+          QLineEdit& line = session->window().commandLine().edit();
+          line.setFocus();
+          QTest::keyClicks(&line, "ab");
+          QTest::keyClick(&line, Qt::Key_Z, Qt::ControlModifier);
+          EXPECT_EQ(line.text(), "") << "typed text is taken back first";
+          QTest::keyClick(&line, Qt::Key_Z, Qt::ControlModifier);
+        },
+        [&] {
+          EXPECT_EQ(linesOf(database()).size(), 3U);
+          drag(Qt::LeftButton, at(62, 31), at(58, 28));
+          QTest::keyClick(&session->window().commandLine().edit(), Qt::Key_Delete);
+        },
+        [&] { EXPECT_EQ(linesOf(database()).size(), 2U); }});
 }
 
 TEST_F(WindowTrial, orthoHoldsALineToTheAxes) {
