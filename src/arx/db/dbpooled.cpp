@@ -1,24 +1,15 @@
 #include "arx/db/dbpooled.h"
 
-#include <memory_resource>
+#include "base/sanitized.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define ACDB_SANITIZED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ACDB_SANITIZED
-#endif
-#endif
+#include <memory_resource>
 
 namespace {
 
 std::pmr::memory_resource& pool() {
-#ifdef ACDB_SANITIZED
-  return *std::pmr::new_delete_resource();  // the sanitizer knows each object then
-#else
+  if (veltora::base::kSanitized) return *std::pmr::new_delete_resource();
   static auto* const own = new std::pmr::unsynchronized_pool_resource;  // for ever: as drawings may
   return *own;
-#endif
 }
 
 }  // namespace

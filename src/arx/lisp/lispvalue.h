@@ -1,6 +1,8 @@
 #pragma once
 
 #include "arx/adesk.h"
+#include "arx/lisp/lispcells.h"
+#include "base/sanitized.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -151,7 +153,17 @@ struct Symbol {
 struct Cons : Object {
   Value car, cdr;
   Cons(Value a, Value d) : Object(Kind::kCons), car(std::move(a)), cdr(std::move(d)) {}
+  static void* operator new(std::size_t size) {
+    return veltora::base::kSanitized ? ::operator new(size) : CellRoom::take();
+  }
+  static void operator delete(void* cell) noexcept {
+    if constexpr (veltora::base::kSanitized)
+      ::operator delete(cell);
+    else
+      CellRoom::give(cell);
+  }
 };
+static_assert(sizeof(Cons) <= CellRoom::kCell);
 struct Text : Object {
   std::wstring text;
   explicit Text(std::wstring t) : Object(Kind::kString), text(std::move(t)) {}
