@@ -12,9 +12,11 @@
 #include "app/window/text.h"
 #include "arx/ap/acdocman.h"
 #include "arx/ap/apsession.h"
+#include "arx/db/dbspaceindex.h"
 #include "arx/db/dbsymrecords.h"
 #include "arx/ed/acutads.h"
 #include "arx/ed/edsets.h"
+#include "arx/plot/pllayout.h"
 #include "base/text.h"
 #include "ui/driver.h"
 
@@ -73,7 +75,10 @@ public:
     note(document);
     m_window.followDocuments();
   }
-  void documentCreated(AcApDocument* document) override { note(document); }
+  void documentCreated(AcApDocument* document) override {
+    note(document);
+    m_window.tellLayouts(*document->database());
+  }
   void documentDestroyed(const ACHAR*) override { m_window.followDocuments(); }
 
 private:
@@ -144,6 +149,16 @@ void MainWindow::makePanels() {
     constexpr double kAround = 40.0;  // drawing units: what lies about a point
     m_view->zoomTo(at, std::min(kAround, m_view->place().height()));
   };
+}
+
+/// The view shows model space: of a drawing that holds nothing there it would seem empty.
+void MainWindow::tellLayouts(AcDbDatabase& database) {
+  if (database.spaceIndex().living() > 0) return;
+  QStringList names;
+  for (const AcPlLayout& layout : acplLayouts(database))
+    if (!layout.empty) names.append("« " + shown(layout.name) + " »");
+  if (!names.isEmpty())
+    tell("L'espace objet est vide ; à voir par TRACER, les présentations : " + names.join(", "));
 }
 
 void MainWindow::eraseChosen() {

@@ -10,6 +10,7 @@
 #include <vector>
 
 class AcApDocument;
+class AcDbDatabase;
 class AcDbUndoLog;
 class QLabel;
 class QMenu;
@@ -68,6 +69,7 @@ private:
   void askedAgain(const base::Request& request) override;
 
   void makePanels();
+  void tellLayouts(AcDbDatabase& database);
   void eraseChosen();
   void makeStatus();
   void makeMenus();

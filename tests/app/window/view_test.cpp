@@ -163,4 +163,22 @@ TEST_F(WindowTrial, whatComesFirstIntoAnEmptyDrawingIsShown) {
         }});
 }
 
+TEST_F(WindowTrial, aDrawingThatShowsOnPaperOnlySaysSo) {
+  const std::string path = (folder.chemin / "papier.dxf").string();
+  {
+    AcDbDatabase made;
+    const AcDbObjectPointer<AcDbBlockTableRecord> paper(made.paperSpaceId(), AcDb::kForWrite);
+    auto* const line = new AcDbLine({0, 0, 0}, {40, 20, 0});
+    ASSERT_EQ(paper->appendAcDbEntity(line), Acad::eOk);
+    line->close();
+    paper->close();
+    ASSERT_EQ(made.saveAs(base::fromUtf8(path).c_str()), Acad::eOk);
+  }
+  open({drawing(), path});
+  work({[&] {
+    const QString told = session->window().commandLine().printed();
+    EXPECT_EQ(told.count("L'espace objet est vide"), 1) << told.toStdString();
+  }});
+}
+
 }  // namespace veltora::app
