@@ -23,6 +23,9 @@ public:
   virtual bool selectAll(List& list) { return list.userSelectAll(); }
   virtual bool doubleClick(List& list, int row) { return list.userDoubleClick(row); }
   virtual bool clickColumn(List& list, int column) { return list.userColumn(column); }
+  virtual bool edit(List& list, int row, int column, const std::wstring& text) {
+    return list.userEdit(row, column, text);
+  }
   virtual bool check(List& list, int row, bool checked) { return list.userCheck(row, checked); }
 };
 

@@ -56,6 +56,17 @@ void List::reserve(int rows) {
   if (rows > 0) m_rows.reserve(static_cast<std::size_t>(rows));
 }
 
+void List::setEditable(int column) {
+  if (column >= 0 && static_cast<std::size_t>(column) < m_columns.size())
+    m_columns[static_cast<std::size_t>(column)].editable = true;
+  touch();
+}
+
+bool List::editable(int column) const {
+  return column >= 0 && static_cast<std::size_t>(column) < m_columns.size() &&
+         m_columns[static_cast<std::size_t>(column)].editable;
+}
+
 std::wstring List::cell(int row, int column) const {
   const Row* found = at(row);
   if (!found || column < 0 || static_cast<std::size_t>(column) >= found->cells.size()) return {};
@@ -191,6 +202,13 @@ bool List::userCheck(int row, bool checked) {
   setChecked(row, checked);
   if (onCheck) onCheck(row);
   return true;
+}
+
+bool List::userEdit(int row, int column, const std::wstring& text) {
+  if (!editable(column) || !at(row) || !userEnter() || !at(row)) return false;
+  const std::optional<std::wstring> taken = onEdit ? onEdit(row, column, text) : text;
+  if (taken) setCell(row, column, *taken);
+  return taken.has_value();
 }
 
 }  // namespace veltora::ui

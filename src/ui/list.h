@@ -2,6 +2,8 @@
 
 #include "ui/control.h"
 
+#include <optional>
+
 /// A table of texts with column titles.
 namespace veltora::ui {
 
@@ -16,6 +18,7 @@ public:
     std::wstring caption;
     double widthPercent = 0.0;  ///< share of the list's width
     Align align = Align::Left;
+    bool editable = false;  ///< its cells are changed in place
   };
 
   explicit List(Container* parent, std::wstring caption = {}, Selection mode = Selection::Multiple);
@@ -26,6 +29,9 @@ public:
 
   void addColumn(const std::wstring& caption, double widthPercent, Align align = Align::Left);
   [[nodiscard]] const std::vector<Column>& columns() const { return m_columns; }
+  /// Cells of this column are changed in place from now on; `onEdit` says how.
+  void setEditable(int column);
+  [[nodiscard]] bool editable(int column) const;
 
   [[nodiscard]] int rowCount() const { return static_cast<int>(m_rows.size()); }
   /// @param data the user number that goes with the row, also when rows are sorted
@@ -73,12 +79,17 @@ public:
   bool userDoubleClick(int row);
   bool userColumn(int column);
   bool userCheck(int row, bool checked);
+  /// A text typed into a cell of an editable column. @return false when it was not taken
+  bool userEdit(int row, int column, const std::wstring& text);
 
   // `onChange` tells that the selection may have changed.
   std::function<void(int row, bool ctrl)> onClick;
   std::function<void(int row)> onDoubleClick;
   std::function<void(int column)> onColumn;
   std::function<void(int row)> onCheck;
+  /// What a cell shows for the text that was typed into it; nothing, behind a message, refuses it. Without
+  /// this a cell shows what was typed.
+  std::function<std::optional<std::wstring>(int row, int column, const std::wstring& text)> onEdit;
 
 private:
   struct Row {

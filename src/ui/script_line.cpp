@@ -298,9 +298,8 @@ bool checkRows(Hand& hand, const Target& target, std::wstring_view text, const s
   return done;
 }
 
-/// "Liste ^ Colonne", the column by its title or its number from 1.
-bool clickColumn(Hand& hand, const Target& target, std::wstring_view text) {
-  auto& list = dynamic_cast<List&>(*target.control);
+/// The column of a title, or of a number from 1.
+int columnNumber(const Target& target, const List& list, std::wstring_view text) {
   std::vector<std::wstring> captions;
   for (const List::Column& column : list.columns()) captions.push_back(column.caption);
   const std::wstring wanted = base::trim(text);
@@ -310,7 +309,26 @@ bool clickColumn(Hand& hand, const Target& target, std::wstring_view text) {
     refuse(guillemets(target.path()) + L" n'a pas de colonne " + guillemets(text) + L". Attendu : " +
            join(captions) + L".");
   }
-  return reach(hand, target) && hand.clickColumn(list, *found);
+  return *found;
+}
+
+/// "Liste ^ Colonne".
+bool clickColumn(Hand& hand, const Target& target, std::wstring_view text) {
+  auto& list = dynamic_cast<List&>(*target.control);
+  const int column = columnNumber(target, list, text);
+  return reach(hand, target) && hand.clickColumn(list, column);
+}
+
+/// "Liste 2 ^ Colonne = texte".
+bool editCell(Hand& hand, const Target& target, std::wstring_view rowText, std::wstring_view columnText,
+              const std::wstring& value) {
+  auto& list = dynamic_cast<List&>(*target.control);
+  const int row = rowNumber(target, list, std::wstring(rowText));
+  const int column = columnNumber(target, list, columnText);
+  if (!list.editable(column))
+    refuse(L"La colonne " + guillemets(columnText) + L" de " + guillemets(target.path()) +
+           L" ne se modifie pas.");
+  return reach(hand, target) && hand.edit(list, row, column, value);
 }
 
 /// Places of a sign in a line, in order or from the end, that leave something in front.
@@ -322,8 +340,8 @@ std::vector<std::size_t> places(std::wstring_view line, wchar_t sign) {
   return found;
 }
 
-/// "Légende = valeur" and "Liste [1 3] = oui". Captions may hold "=" too: the first sign that has a name in
-/// front.
+/// "Légende = valeur", "Liste 2 ^ Colonne = texte" and "Liste [1 3] = oui". Captions may hold "=" too: the
+/// first sign that has a name in front.
 std::optional<bool> tryAssign(Hand& hand, const Finder& find, std::wstring_view line) {
   const std::vector<std::size_t> signs = places(line, L'=');
   for (const std::size_t at : signs) {
@@ -331,6 +349,14 @@ std::optional<bool> tryAssign(Hand& hand, const Finder& find, std::wstring_view 
     const std::wstring value = base::trim(line.substr(at + 1));
     if (find.knows(left, isSettable))
       return assign(hand, find.only(left, isSettable, L"« Légende = valeur »"), value);
+    const std::size_t sign = left.rfind(L'^');
+    if (sign != std::wstring::npos) {
+      const std::wstring cell = base::trim(left.substr(0, sign));
+      const std::size_t blank = cell.find_last_of(L" \t");
+      if (blank != std::wstring::npos && find.knows(cell.substr(0, blank), isList))
+        return editCell(hand, find.only(cell.substr(0, blank), isList, {}), cell.substr(blank + 1),
+                        left.substr(sign + 1), value);
+    }
     const std::size_t bracket = left.rfind(L'[');
     if (bracket == std::wstring_view::npos || left.back() != L']' ||
         !find.knows(left.substr(0, bracket), isList))
@@ -421,8 +447,8 @@ LineResult applyLine(Dialog& dialog, std::wstring_view line, Hand& hand) {
   if (done) return {*done, nullptr};
   refuse(
       L"Ligne incomprise dans " + guillemets(dialog.title()) + L" : " + guillemets(line) +
-      L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne » "
-      L"ou « ? ».");
+      L". Attendu : « Légende = valeur », « [Bouton] », « Liste: 1 3 », « Liste 2 ! », « Liste ^ Colonne », "
+      L"« Liste 2 ^ Colonne = texte » ou « ? ».");
 }
 
 }  // namespace veltora::ui

@@ -98,8 +98,13 @@ TEST(List, OutsideIsHarmless) {
     EXPECT_EQ(list.cell(row, 0) + list.cell(0, row), L"");
     EXPECT_EQ(list.data(row), 0);
     EXPECT_FALSE(list.userClick(row) || list.userDoubleClick(row) || list.userCheck(row, true) ||
-                 list.userColumn(row));
+                 list.userColumn(row) || list.userEdit(row, 1, L"1") || list.userEdit(0, row, L"1"));
   }
+  EXPECT_TRUE(list.userEdit(1, 1, L"7"));
+  EXPECT_FALSE(list.userEdit(2, 1, L"non")) << "refused";
+  EXPECT_FALSE(list.userEdit(1, 0, L"1")) << "a column that is only shown";
+  EXPECT_EQ(column(list, 0) + column(list, 1), L"P1 P2 P3 P4 P5 10.0 7.0 30.0 40.0 50.0 ");
+  list.setCell(1, 1, L"20.0");
   list.setCell(0, 1, L"x");
   list.addRow({});
   list.setCell(5, 1, L"y");

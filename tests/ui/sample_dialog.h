@@ -21,6 +21,7 @@ public:
     points.setCheckBoxes();
     points.addColumn(L"Num", 20);
     points.addColumn(L"X  ", 40, ui::Align::Right);
+    points.setEditable(1);
     for (int i = 1; i <= 5; ++i)
       points.addRow({L"P" + std::to_wstring(i), std::to_wstring(i * 10) + L".0"}, i);
     table.add(L"Charger ...", [this] { note(L"charger"); });
@@ -98,6 +99,10 @@ private:
     points.onChange = [this] { note(L"choix " + std::to_wstring(points.selection().size())); };
     points.onDoubleClick = [this](int row) { note(L"double " + points.cell(row, 0)); };
     points.onColumn = [this](int column) { note(L"colonne " + std::to_wstring(column)); };
+    points.onEdit = [this](int row, int column, const std::wstring& text) {
+      note(L"case " + std::to_wstring(row) + L"/" + std::to_wstring(column) + L" " + text);
+      return text == L"non" ? std::nullopt : std::optional(text + L".0");
+    };
     points.onCheck = [this](int row) {
       note(L"coche " + std::to_wstring(row) + (points.checked(row) ? L"+" : L"-"));
     };

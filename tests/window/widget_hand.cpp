@@ -200,6 +200,20 @@ bool WidgetHand::clickColumn(ui::List& list, int column) {
   });
 }
 
+bool WidgetHand::edit(ui::List& list, int row, int column, const std::wstring& text) {
+  QTreeView& table = find<app::ListView>(list).table();
+  const bool same = list.cell(row, column) == text;
+  const bool done = work(list, [&] {
+    table.edit(table.model()->index(row, column));
+    auto* const editor = table.viewport()->findChild<QLineEdit*>();
+    if (!editor) fail(list, "ne laisse pas modifier cette case");
+    replaceText(*editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+  });
+  return done || (same && m_taken);
+}
+
 bool WidgetHand::check(ui::List& list, int row, bool checked) {
   QTreeView& table = find<app::ListView>(list).table();
   return work(list, [&] {

@@ -26,6 +26,7 @@ public:
   bool selectAll(veltora::ui::List& list) override;
   bool doubleClick(veltora::ui::List& list, int row) override;
   bool clickColumn(veltora::ui::List& list, int column) override;
+  bool edit(veltora::ui::List& list, int row, int column, const std::wstring& text) override;
   bool check(veltora::ui::List& list, int row, bool checked) override;
 
   /// What the driver says of the deed in progress.

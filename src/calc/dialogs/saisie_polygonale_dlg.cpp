@@ -1,6 +1,8 @@
 #include "calc/dialogs/saisie_polygonale_dlg.h"
 
 #include "base/files.h"
+#include "base/format.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "calc/angles.h"
 #include "calc/traverse/nivellement.h"
@@ -10,6 +12,7 @@
 #include "jobs/placer_stations.h"
 #include "ui/driver.h"
 
+#include <cmath>
 #include <exception>
 
 namespace veltora {
@@ -22,6 +25,18 @@ std::optional<base::FileAnswer> choisir(bool enregistrer) {
   demande.filter = kFiltreObs;
   demande.save = enregistrer;
   return ui::chooseFile(demande);
+}
+
+/// What a cell shows for what was typed into it, numbers as « Ajouter » writes them; nothing, behind a
+/// message, for what is no number.
+std::optional<std::wstring> celluleSaisie(const std::wstring& titre, bool nombre, const std::wstring& texte) {
+  const std::wstring saisi = base::trim(texte);
+  if (!nombre) return saisi;
+  double valeur = 0.0;
+  if (base::lireReelExact(base::toUtf8(saisi), valeur) && std::isfinite(valeur))
+    return base::formater(L"%.5f", valeur);
+  ui::messageBox(L"« " + titre + L" » : « " + saisi + L" » n'est pas un nombre.", L"Calculs Topo");
+  return std::nullopt;
 }
 
 }  // namespace
@@ -38,6 +53,10 @@ void preparerListe(ui::List& liste) {
   liste.addColumn(L"Angle", 25.0, ui::Align::Right);
   liste.addColumn(L"Distance", 25.0, ui::Align::Right);
   liste.addColumn(L"Altitude", 25.0, ui::Align::Right);
+  for (int colonne = 0; colonne < 4; ++colonne) liste.setEditable(colonne);
+  liste.onEdit = [&liste](int, int colonne, const std::wstring& texte) {
+    return celluleSaisie(liste.columns()[static_cast<std::size_t>(colonne)].caption, colonne > 0, texte);
+  };
 }
 
 void ajouterLigne(ui::List& liste, const ligneObs& ligne) {

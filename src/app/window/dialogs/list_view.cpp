@@ -18,6 +18,7 @@ class RowsModel : public QAbstractTableModel {
 public:
   RowsModel(ui::List& list, QObject* parent) : QAbstractTableModel(parent), m_list(list) {}
   std::function<void(int row, bool checked)> onCheck;
+  std::function<void(int row, int column, const QString& text)> onEdit;
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
     return parent.isValid() ? 0 : m_rowCount;
@@ -26,7 +27,8 @@ public:
     return parent.isValid() ? 0 : m_columnCount;
   }
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
-    if (role == Qt::DisplayRole) return shown(m_list.cell(index.row(), index.column()));
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
+      return shown(m_list.cell(index.row(), index.column()));
     if (role == Qt::TextAlignmentRole) return QVariant(alignment(index.column()));
     if (role == Qt::CheckStateRole && index.column() == 0 && m_list.checkBoxes())
       return QVariant(m_list.checked(index.row()) ? Qt::Checked : Qt::Unchecked);
@@ -40,11 +42,13 @@ public:
     return {};
   }
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override {
-    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    if (m_list.editable(index.column())) flags |= Qt::ItemIsEditable;
     return index.column() == 0 && m_list.checkBoxes() ? flags | Qt::ItemIsUserCheckable : flags;
   }
   bool setData(const QModelIndex& index, const QVariant& value, int role) override {
-    if (role != Qt::CheckStateRole) return false;
+    if (role == Qt::EditRole) onEdit(index.row(), index.column(), value.toString());
+    if (role != Qt::CheckStateRole) return role == Qt::EditRole;
     onCheck(index.row(), value.toInt() == Qt::Checked);
     return true;
   }
@@ -158,7 +162,10 @@ ListView::ListView(DialogWindow& window, ui::List& list)
   table->setRootIsDecorated(false);
   table->setUniformRowHeights(true);
   table->setItemsExpandable(false);
-  table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  // A double click that has a meaning of its own is left to it.
+  table->setEditTriggers(list.onDoubleClick
+                             ? QAbstractItemView::EditKeyPressed
+                             : QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);
   table->setModel(m_rows);
   table->header()->setSectionsClickable(true);
   table->header()->setSectionsMovable(false);
@@ -184,6 +191,14 @@ void ListView::connectUser() {
   QObject::connect(m_table->header(), &QHeaderView::sectionClicked, context, [this](int column) {
     window().act(m_list, [this, column] { return m_list.userColumn(column); });
   });
+  m_rows->onEdit = [this, context](int row, int column, const QString& text) {
+    if (wide(text) == m_list.cell(row, column)) return;
+    // Behind the end of the typing: what is told may open a box.
+    const auto tell = [this, row, column, typed = wide(text)] {
+      window().act(m_list, [this, row, column, typed] { return m_list.userEdit(row, column, typed); });
+    };
+    QMetaObject::invokeMethod(context, tell, Qt::QueuedConnection);
+  };
   m_rows->onCheck = [this](int row, bool checked) {
     window().act(m_list, [this, row, checked] { return m_list.userCheck(row, checked); });
   };
