@@ -4,6 +4,7 @@
 #include "app/window/view_pen.h"
 #include "app/window/window_trial.h"
 #include "arx/db/dballents.h"
+#include "arx/db/dbdict.h"
 #include "arx/db/dbmain.h"
 #include "arx/db/dbspaceindex.h"
 
@@ -67,6 +68,54 @@ TEST_F(Picture, coloursAreThoseOfEntityOrLayerOnEitherBackground) {
     EXPECT_EQ(image.pixelColor(100, 60), QColor(255, 0, 0));
     EXPECT_EQ(image.pixelColor(100, 100), QColor(dark ? Qt::white : Qt::black));
     EXPECT_EQ(inked(image, dark).width(), 101);
+  }
+}
+
+/// A red and a green line that cross 30 to the right of a place, the green one drawn later.
+std::pair<AcDbObjectId, AcDbObjectId> addCross(AcDbObjectId owner, double x, double y) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> block(owner, AcDb::kForWrite);
+  auto* const red = new AcDbLine({x, y, 0}, {x + 60, y, 0});
+  auto* const green = new AcDbLine({x + 30, y - 20, 0}, {x + 30, y + 20, 0});
+  for (AcDbEntity* const line : {red, green}) {
+    line->setColorIndex(line == red ? 1 : 3);
+    block->appendAcDbEntity(line);
+    line->close();
+  }
+  return {red->objectId(), green->objectId()};
+}
+
+/// The table that has each of two entities drawn in the other one's place.
+AcDbObjectId exchangeInOrder(AcDbObjectId owner, std::pair<AcDbObjectId, AcDbObjectId> entities) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> block(owner, AcDb::kForWrite);
+  block->createExtensionDictionary();
+  const AcDbObjectPointer<AcDbDictionary> dictionary(block->extensionDictionary(), AcDb::kForWrite);
+  auto* const table = new AcDbOtherObject("SORTENTSTABLE");
+  DxfTagText tags;
+  tags.append(100, "AcDbSortentsTable");
+  tags.appendHandle(330, owner.handle());
+  tags.appendHandle(331, entities.first.handle());
+  tags.appendHandle(5, entities.second.handle());
+  tags.appendHandle(331, entities.second.handle());
+  tags.appendHandle(5, entities.first.handle());
+  table->setTags(tags);
+  AcDbObjectId id;
+  dictionary->setAt(L"ACAD_SORTENTS", table, id);
+  table->close();
+  return id;
+}
+
+TEST_F(Picture, whatLiesOverWhatIsSaidByTheTableOfSortingHandles) {
+  const AcDbObjectId block = drawing.recordOf("BLOCK_RECORD", L"CROIX");
+  add(new AcDbBlockReference({kX, kY - 40, 0}, block));
+  const QColor red(255, 0, 0), green(0, 255, 0);
+  for (const auto& [owner, y, row] :
+       {std::tuple(drawing.modelSpaceId(), kY, 80), std::tuple(block, 0.0, 120)}) {
+    const auto cross = addCross(owner, owner == block ? 0.0 : kX, y);
+    EXPECT_EQ(show(1.0).pixelColor(130, row), green);
+    const AcDbObjectId table = exchangeInOrder(owner, cross);
+    EXPECT_EQ(show(1.0).pixelColor(130, row), red);
+    AcDbObjectPointer<AcDbObject>(table, AcDb::kForWrite)->erase();
+    EXPECT_EQ(show(1.0).pixelColor(130, row), green) << "without the table the later one lies above";
   }
 }
 
