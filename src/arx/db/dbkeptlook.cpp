@@ -67,8 +67,9 @@ bool showsMaskFrames(AcDbDatabase* database) {
   if (!named || named->getAt(L"ACAD_WIPEOUT_VARS", id) != Acad::eOk || !id.isLive()) return true;
   const auto* const settings = AcDbOtherObject::cast(id.stub()->object);
   DxfTagText::Cursor cursor = settings ? settings->tags().tags() : DxfTagText::Cursor({});
+  Adesk::Int64 shown = 1;
   for (DxfTag tag; cursor.next(tag);)
-    if (tag.code == 70) return tag.value != "0";
+    if (tag.code == 70) return !dxfParseInteger(tag.value, shown) || shown != 0;
   return true;
 }
 
